@@ -1,0 +1,31 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <initializer_list>
+#include <iosfwd>
+#include <string>
+#include <string_view>
+
+// File and number helpers that stand beside the driver.
+namespace utr {
+
+// The folder of a path without a closing separator ("/" or "\"); "" when the path has no folder.
+std::string ExtraerDirectorio(std::string_view ruta);
+
+// Writes the text as UTF-8, replacing the file: to a temporary name beside it first, renamed when whole, so a failure
+// leaves the former file as it was. False: not written.
+bool GrabarTexto(std::string_view texto, const std::filesystem::path& ruta);
+
+// True when a file (or folder) of that path exists. Never raises.
+bool ExisteArchivo(const std::filesystem::path& ruta);
+
+// The smallest and the largest of their arguments. Raise error 5 when there are none.
+double Minimo(std::initializer_list<double> valores);
+double Maximo(std::initializer_list<double> valores);
+
+// Runs `escribir` on a stream over a temporary file beside `ruta` and renames it over `ruta` when everything was written
+// and flushed; else removes it and raises kArchivo, leaving the former file as it was. Every exporter goes through it.
+void EscribirEntero(const std::filesystem::path& ruta, const std::function<void(std::ostream&)>& escribir);
+
+}  // namespace utr

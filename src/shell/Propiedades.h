@@ -1,0 +1,63 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <map>
+#include <string>
+#include <string_view>
+#include <variant>
+
+namespace utr {
+
+// A typed value of the settings bag.
+using Propiedad = std::variant<std::int64_t, double, bool, std::string>;
+
+// Names of the keys, as they stand in the file.
+namespace clave {
+inline constexpr std::string_view kClave = "Clave";
+inline constexpr std::string_view kIdentificador = "COMIDENT";
+inline constexpr std::string_view kPuerto = "PUERTO";
+inline constexpr std::string_view kVelocidad = "Velocidad";
+inline constexpr std::string_view kPorTelefono = "PORTELEFONO";
+inline constexpr std::string_view kNumeroTelefono = "NUMEROTELEFONO";
+inline constexpr std::string_view kComandosAT = "COMANDOSAT";
+}  // namespace clave
+
+// The settings store: one bag of typed values by name, kept in memory and in one file (TOML) beside the executable, named
+// after it with the extension ".dll".
+class Propiedades {
+ public:
+  explicit Propiedades(std::filesystem::path archivo);
+
+  // Reads give the default where the key is absent. A value of another type is converted where it can be (the number of a
+  // text by its strict reading, the text of a number); where it can't, the default is given.
+  std::int32_t LeerEntero(std::string_view nombre, std::int32_t defecto) const;
+  bool LeerLogico(std::string_view nombre, bool defecto) const;
+  std::string LeerTexto(std::string_view nombre, std::string_view defecto) const;
+
+  // Writes the value; one that equals the default leaves the key out.
+  void Escribir(std::string_view nombre, const Propiedad& valor, const Propiedad& defecto);
+
+  // The file's content as one block; empty when it doesn't exist (an empty file is left then) or can't be read.
+  std::string LeerArchivoPropiedades() const;
+
+  // Sets the bag from the file. Never raises: anything unreadable gives an empty bag.
+  void CargarPropiedades();
+
+  // Replaces the file by the bag's content: deletes the old one (a failure of that is ignored) and writes the new one.
+  // Raises kArchivo when it can't be written.
+  void GrabarArchivoPropiedades() const;
+
+  // GrabarArchivoPropiedades and CargarPropiedades: what the program runs on is what the file holds.
+  void GrabarYRecargar();
+
+  const std::filesystem::path& Archivo() const noexcept { return archivo_; }
+
+ private:
+  const Propiedad* Buscar(std::string_view nombre) const;
+
+  std::filesystem::path archivo_;
+  std::map<std::string, Propiedad, std::less<>> bolsa_;
+};
+
+}  // namespace utr

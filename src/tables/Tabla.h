@@ -1,0 +1,236 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+namespace utr {
+
+// Field types of the recordset service, by its own numbers, since they decide what a saved file declares. The system
+// itself creates kVarChar, kDoble, kEntero and kLogico; the others come in with files and pass through.
+enum class TipoCampo : std::uint8_t {
+  kEntero16 = 2, kEntero = 3, kSimple = 4, kDoble = 5, kMoneda = 6, kFecha = 7, kBstr = 8, kLogico = 11, kVariante = 12,
+  kDecimal = 14, kEntero8 = 16, kEntero8SinSigno = 17, kEntero16SinSigno = 18, kEnteroSinSigno = 19, kEntero64 = 20,
+  kEntero64SinSigno = 21, kFechaArchivo = 64, kGuid = 72, kBinario = 128, kChar = 129, kWChar = 130, kNumerico = 131,
+  kFechaSola = 133, kHoraSola = 134, kMarcaDeTiempo = 135, kNumericoVariable = 139, kVarChar = 200, kLongVarChar = 201,
+  kVarWChar = 202, kLongVarWChar = 203, kVarBinario = 204, kLongVarBinario = 205,
+};
+
+// How a column is held. Texts, and every type whose exact text matters (currency, decimals, dates, uuid, binary), are
+// held as texts, each distinct one once.
+enum class Clase : std::uint8_t { kTexto, kDoble, kEntero, kLogico };
+Clase ClaseDe(TipoCampo tipo);
+
+// Attributes of a field, bits that may be combined.
+namespace atributo {
+inline constexpr unsigned kNinguno = 0;
+inline constexpr unsigned kActualizable = 4;
+inline constexpr unsigned kActualizableDesconocido = 8;
+inline constexpr unsigned kFijo = 16;
+inline constexpr unsigned kAnulable = 32;      // the field may be null
+inline constexpr unsigned kPuedeSerNulo = 64;  // a null may be read from it
+inline constexpr unsigned kLargo = 128;
+inline constexpr unsigned kPropio = kAnulable | kPuedeSerNulo | kActualizable;  // what the system's own fields have
+}  // namespace atributo
+
+struct Campo {
+  std::string nombre;
+  TipoCampo tipo = TipoCampo::kVarChar;
+  std::uint32_t tamano = 0;  // declared size: characters of a text, bytes of any other type; 0 means without limit
+  unsigned atributos = atributo::kPropio;
+  std::uint8_t precision = 0;
+  std::uint8_t escala = 0;
+};
+
+// A value of a field: null, text, number or truth value. Texts of a Tabla are views that live as long as the table's
+// rows do (they never move, whatever is added).
+using Valor = std::variant<std::monostate, std::string_view, double, std::int64_t, bool>;
+
+// The text of a value: null and empty text give "", numbers their general text, truth values "True" and "False".
+std::string TextoDe(const Valor& valor);
+
+class DatosTabla;
+
+// A client-side table: named typed fields, rows, and one cursor with a filter and a sort order.
+//
+// Rows are shared between a table and its clones; fields too. Cursor, filter, sort and state are each clone's own. Field
+// names are found without regard to case. Not for more than one thread.
+//
+// Errors: kCampo (3265) for a name or position that the table lacks; kTablaCerrada on use of a closed table;
+// kSinRegistro for a value while no row is current; kTipos for a value that the field's type doesn't take; kArchivo for
+// a file that can't be read, written or understood.
+class Tabla {
+ public:
+  enum class Estado { kCerrada, kAbierta };
+
+  Tabla();
+  ~Tabla();
+  Tabla(Tabla&&) noexcept;
+  Tabla& operator=(Tabla&&) noexcept;
+  Tabla(const Tabla&) = delete;
+  Tabla& operator=(const Tabla&) = delete;
+
+  // --- Definition and life -------------------------------------------------------------------------------------------
+
+  // Adds a field to a closed table. Raises kTablaAbierta on an open one and kLlamada for a name that is taken or empty.
+  void Append(std::string_view nombre, TipoCampo tipo, std::uint32_t tamano = 0,
+              unsigned atributos = atributo::kPropio);
+  void Append(const Campo& campo);
+
+  // Makes a table with fields usable, without rows. Raises kTablaAbierta when it is open.
+  void Open();
+
+  // Reads a file in persisted XML form into this closed table, which must have no fields. On any failure the table is
+  // as before. The cursor stands on the first row. Rows that the file holds as pending inserts stay pending.
+  void Open(const std::filesystem::path& ruta);
+
+  // Writes all rows (filter and sort apart) to a new file in persisted XML form: to a temporary name beside it first,
+  // renamed when whole. Rows that were not posted are written as pending inserts. Raises kArchivo when the file exists,
+  // and kLlamada for a format other than 1.
+  void Save(const std::filesystem::path& ruta, int formato = 1) const;
+
+  // Ends the use of this table; clones go on. Closing a closed table does nothing.
+  void Close() noexcept;
+
+  Estado State() const noexcept { return estado_; }
+  bool Abierta() const noexcept { return estado_ == Estado::kAbierta; }
+
+  // A second cursor on the same rows: no filter, no sort, on the first row.
+  std::shared_ptr<Tabla> Clone() const;
+
+  // --- Fields --------------------------------------------------------------------------------------------------------
+
+  std::size_t FieldCount() const noexcept;
+  const Campo& Field(std::size_t indice) const;
+  const Campo& Field(std::string_view nombre) const;
+  std::size_t IndiceCampo(std::string_view nombre) const;  // raises kCampo
+  int BuscarCampo(std::string_view nombre) const noexcept;  // -1 when the table lacks it
+
+  // --- Walking -------------------------------------------------------------------------------------------------------
+
+  // The rows that pass the filter, in the order of the sort (else in the order in which they were added).
+  void MoveFirst();
+  void MoveNext();  // raises kSinRegistro when already past the end
+  void MoveLast();
+  bool Eof() const noexcept;  // past the last row, or no rows
+  bool Bof() const noexcept;  // no rows (there is no moving backwards past the first)
+  std::size_t RecordCount() const;
+
+  // The rows on show by position, without moving the cursor: FilaVista(0) is the first. Positions hold until the next
+  // change of filter, sort or rows. Lists read the table through these.
+  std::size_t FilaVista(std::size_t posicion) const;  // the identity of the row: its place in the order of adding
+  std::size_t FilaActual() const;                     // identity of the current row; raises kSinRegistro
+  void IrAFila(std::size_t fila);                     // makes that row current
+
+  // --- Values of the current row -------------------------------------------------------------------------------------
+
+  Valor Value(std::size_t campo) const;
+  Valor Value(std::string_view campo) const;
+
+  // The value as text, null as "". A text column gives its text without a copy while the view lives.
+  std::string Texto(std::size_t campo) const;
+  std::string Texto(std::string_view campo) const;
+  bool EsNulo(std::size_t campo) const;
+  bool EsNulo(std::string_view campo) const;
+
+  // Writes one value. Texts are taken by any field: numbers and truth values are read from them strictly ("Si"/"No" are
+  // not truth values; "True", "False" and numbers are), so a text that doesn't convert raises kTipos and changes nothing.
+  void Set(std::size_t campo, const Valor& valor);
+  void Set(std::string_view campo, const Valor& valor);
+  void Set(std::size_t campo, const char* texto) { Set(campo, Valor{std::string_view{texto}}); }
+  void Set(std::string_view campo, const char* texto) { Set(campo, Valor{std::string_view{texto}}); }
+  void Set(std::size_t campo, const std::string& texto) { Set(campo, Valor{std::string_view{texto}}); }
+  void Set(std::string_view campo, const std::string& texto) { Set(campo, Valor{std::string_view{texto}}); }
+
+  // The same by row identity, for readers that don't want to move the cursor.
+  Valor ValorEn(std::size_t fila, std::size_t campo) const;
+  std::string TextoEn(std::size_t fila, std::size_t campo) const;
+
+  // --- Change --------------------------------------------------------------------------------------------------------
+
+  // Adds a row of nulls and makes it current, whatever the filter says.
+  void AddNew();
+
+  // Posts every pending row.
+  void UpdateBatch();
+  std::size_t Pendientes() const noexcept;
+
+  // Room for that many rows, so that a builder that knows how many come doesn't pay for growth.
+  void Reservar(std::size_t filas);
+
+  // --- Filter, sort, find --------------------------------------------------------------------------------------------
+
+  // Keeps the rows where a field equals a value: "Canal='3'", "TDirV='Si'", "Id= 4", "Fecha=01/01/2001". A doubled
+  // apostrophe inside quotes stands for one. Texts compare exactly but for case, as the service does; numbers as
+  // numbers (a value that isn't one keeps no row). An empty text clears it. The cursor goes to the first row that is
+  // left. Raises kLlamada for a text of another form and kCampo for an unknown field.
+  // Equality costs a constant time, whatever the number of rows, after the first filter on that field.
+  void Filter(std::string_view criterio);
+  const std::string& Filter() const noexcept { return filtro_; }
+
+  // "Campo ASC", "Campo DESC" or "Campo" (ascending): stable, nulls first, texts by their characters without regard to
+  // ASCII case, numbers by value. An empty text gives back the order of adding. The cursor goes to the first row.
+  void Sort(std::string_view orden);
+  const std::string& Sort() const noexcept { return orden_; }
+
+  // "Campo=valor", no quotes needed (a value in quotes is taken without them): from the current row on, the first row
+  // that matches becomes current; without one, or past the end already, the cursor ends after the last row.
+  void Find(std::string_view criterio);
+
+  // --- Whole columns -------------------------------------------------------------------------------------------------
+
+  // For text columns only: the distinct texts that the column has ever held and, for a row, which one it is (0 is
+  // null, n stands for Distinto(campo, n)). Widths, filters-as-you-type and sorting by text look at each text once.
+  std::size_t Distintos(std::size_t campo) const;
+  std::string_view Distinto(std::size_t campo, std::size_t indice) const;
+  std::uint32_t IndiceTexto(std::size_t fila, std::size_t campo) const;
+
+  // Bytes held by rows, texts and indexes.
+  std::size_t Memoria() const noexcept;
+
+ private:
+  friend class EscritorPersistido;
+  friend class LectorPersistido;
+  explicit Tabla(std::shared_ptr<DatosTabla> datos);
+
+  void ExigirAbierta() const;
+  std::size_t ExigirFila() const;
+  void RehacerVista();
+  void Sincronizar() const;
+  bool Pasa(std::size_t fila) const;
+  bool TieneVista() const noexcept { return campo_filtro_ >= 0 || campo_orden_ >= 0; }
+  void OrdenarVista();
+
+  std::shared_ptr<DatosTabla> datos_;
+  Estado estado_ = Estado::kCerrada;
+
+  std::string filtro_;
+  int campo_filtro_ = -1;
+  Valor valor_filtro_;            // text of the filter lives in texto_filtro_
+  std::string texto_filtro_;
+  std::string orden_;
+  int campo_orden_ = -1;
+  bool descendente_ = false;
+
+  // Rows on show when there is a filter or a sort; without either the view is 0, 1, 2, ... Mutable since it follows
+  // changes that came through another clone when it is next asked.
+  mutable std::vector<std::uint32_t> vista_;
+  mutable std::uint64_t version_vista_ = 0;
+  mutable std::size_t filas_vista_ = 0;
+  std::size_t posicion_ = 0;      // in the view
+  std::size_t fila_ = kNinguna;   // identity of the current row
+  static constexpr std::size_t kNinguna = static_cast<std::size_t>(-1);
+};
+
+using TablaPtr = std::shared_ptr<Tabla>;
+
+// A new table with the same fields; with `con_datos` all rows of the source from its first on (its filter and sort hold),
+// posted, read without moving any other cursor than the source's, which ends past the last row; a source without rows
+// then gives one blank row in which every truth value is false. The new table stands on its first row.
+TablaPtr CopiarRecordset(Tabla& origen, bool con_datos);
+
+}  // namespace utr
