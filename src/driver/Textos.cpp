@@ -1,0 +1,83 @@
+#include "driver/Textos.h"
+
+#include <charconv>
+#include <limits>
+
+#include "base/Texto.h"
+
+namespace utr {
+
+namespace {
+
+// A whole number of decimal digits alone, at most `mayor`.
+std::optional<std::uint32_t> LeerEnteroSolo(std::string_view texto, std::uint32_t mayor) {
+  std::uint32_t numero = 0;
+  const char* fin = texto.data() + texto.size();
+  const auto [resto, falla] = std::from_chars(texto.data(), fin, numero);
+  if (texto.empty() || falla != std::errc{} || resto != fin || numero > mayor) return std::nullopt;
+  return numero;
+}
+
+// Reads every item as a byte.
+std::optional<std::vector<std::uint8_t>> LeerBytes(std::string_view texto, char separador) {
+  std::vector<std::uint8_t> bytes;
+  for (const std::string_view item : Separar(texto, separador)) {
+    const auto byte = LeerEnteroSolo(Recortar(item), 255);
+    if (!byte) return std::nullopt;
+    bytes.push_back(static_cast<std::uint8_t>(*byte));
+  }
+  return bytes;
+}
+
+}  // namespace
+
+std::string TextoPagina(std::span<const std::uint8_t> bytes) {
+  std::string texto;
+  texto.reserve(bytes.size() * 4);
+  char numero[4];
+  for (const std::uint8_t byte : bytes) {
+    if (!texto.empty()) texto += ',';
+    texto.append(numero, std::to_chars(numero, numero + sizeof numero, byte).ptr);
+  }
+  return texto;
+}
+
+std::optional<std::vector<std::uint8_t>> LeerTextoPagina(std::string_view texto) {
+  if (texto.empty()) return std::vector<std::uint8_t>{};
+  return LeerBytes(texto, ',');
+}
+
+std::string TextoPar(std::uint16_t valor) {
+  return std::to_string(valor & 0xFF) + '/' + std::to_string(valor >> 8);
+}
+
+std::optional<std::uint16_t> LeerPar(std::string_view texto) {
+  const auto bytes = LeerBytes(texto, '/');
+  if (!bytes || bytes->size() != 2) return std::nullopt;
+  return static_cast<std::uint16_t>((*bytes)[0] | ((*bytes)[1] << 8));
+}
+
+std::optional<Enlace> LeerEnlace(std::string_view texto) {
+  constexpr std::string_view kTrama = "n,8,1";
+  texto = Recortar(texto);
+  if (!texto.ends_with(kTrama)) return std::nullopt;
+  texto.remove_suffix(kTrama.size());
+  const bool con_coma = texto.ends_with(',');
+  if (con_coma) texto.remove_suffix(1);
+  texto = Recortar(texto);
+  if (con_coma && EsDireccionIP(texto)) return Enlace{true, 0, std::string(texto)};
+  const auto velocidad = LeerEnteroSolo(texto, std::numeric_limits<std::int32_t>::max());
+  if (!velocidad) return std::nullopt;
+  return Enlace{false, static_cast<std::int32_t>(*velocidad), {}};
+}
+
+bool EsDireccionIP(std::string_view texto) {
+  const auto partes = Separar(texto, '.');
+  if (partes.size() != 4) return false;
+  for (const std::string_view parte : partes) {
+    if (parte.size() > 3 || !LeerEnteroSolo(parte, 255)) return false;
+  }
+  return true;
+}
+
+}  // namespace utr
