@@ -1,0 +1,1 @@
+#include "tables/Tabla.h"
