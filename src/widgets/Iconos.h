@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QIcon>
+
+namespace utr {
+
+// The icon of that name (":/iconos/<nombre>.svg"), drawn in the text colour of the application's palette and following it
+// when it changes; grey where its button is disabled. An unknown name gives an empty icon.
+//
+// Names: conectar, desconectar, abrir, guardar, imprimir, exportar, orden-ascendente, orden-descendente, iconos-grandes,
+// iconos-pequenos, lista, detalles, ayuda, que-es-esto, agenda, eventos, datos, parametrizar, leer-configuracion,
+// contrasena, puesta-en-marcha, puerto, salidas-digitales, adminutr (the program's own, in its own colours).
+QIcon Icono(const char* nombre);
+
+}  // namespace utr

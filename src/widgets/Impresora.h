@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QFont>
+#include <string>
+#include <string_view>
+#include <vector>
+
+class QPagedPaintDevice;
+
+namespace utr {
+
+// The system's printers, as the list services see them.
+class Impresora {
+ public:
+  virtual ~Impresora() = default;
+
+  // Device names.
+  virtual std::vector<std::string> Nombres() = 0;
+
+  // Prints the text as one job. Raises Error 482 when the printer doesn't take it.
+  virtual void Imprimir(std::string_view nombre, std::string_view texto) = 0;
+};
+
+// Through Qt's print support.
+class ImpresoraQt : public Impresora {
+ public:
+  std::vector<std::string> Nombres() override;
+  void Imprimir(std::string_view nombre, std::string_view texto) override;
+};
+
+// Draws the whole text on as many pages as it takes, with tab stops wide enough for the widest text of each column; lines
+// that are still wider than the page are drawn smaller, down to a readable size, and then wrapped. Gives the number of
+// pages; 0 when the device couldn't be opened.
+int DibujarDocumento(QPagedPaintDevice& dispositivo, std::string_view texto, const QFont& letra);
+
+}  // namespace utr

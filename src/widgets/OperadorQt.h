@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QString>
+
+#include "shell/Operador.h"
+
+class QWidget;
+
+namespace utr {
+
+// The operator in front of a real screen: Qt's boxes and dialogs, over the window that is active when they are asked for.
+// Messages are plain text and their buttons read Spanish words whatever the catalogue that is loaded.
+class OperadorQt : public Operador {
+ public:
+  Respuesta Mostrar(const Mensaje& mensaje) override;
+  std::optional<std::filesystem::path> ElegirAbrir(const PedidoArchivo& pedido) override;
+  std::optional<std::filesystem::path> ElegirGuardar(const PedidoArchivo& pedido) override;
+  std::optional<EleccionImpresora> ElegirImpresora(std::string_view titulo, const EleccionImpresora& anterior) override;
+  void PunteroOcupado(bool ocupado) override;
+
+ private:
+  std::optional<std::filesystem::path> Elegir(const PedidoArchivo& pedido, bool guardar);
+
+  QString ultima_carpeta_;
+};
+
+// A filter as the system writes it, "Texto (*.txt)|*.txt|Todos|*.*", as Qt takes it: one "Texto (*.txt)" for each pair.
+QString FiltroQt(std::string_view filtro);
+
+// The extension of the first pattern of such a filter without its dot ("txt"); "" where the pattern takes any.
+QString ExtensionDe(std::string_view filtro);
+
+}  // namespace utr

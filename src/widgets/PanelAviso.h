@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QFrame>
+#include <QString>
+
+class QLabel;
+class QStackedLayout;
+
+namespace utr {
+
+// A panel that stands in the place of a list and says why: a wait, or a read that brought nothing.
+class PanelAviso : public QFrame {
+  Q_OBJECT
+
+ public:
+  // `nombre` is the object name ("picInfo").
+  PanelAviso(const char* nombre, const QString& texto, QWidget* parent = nullptr);
+
+  QString Texto() const;
+
+ private:
+  QLabel* etiqueta_;
+};
+
+// The place of a list with its panels: exactly the panels that are told are seen, or the list when there are none.
+class ZonaLista : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit ZonaLista(QWidget* lista, QWidget* parent = nullptr);
+
+  // Adds a panel, hidden at first.
+  PanelAviso* Agregar(const char* nombre, const QString& texto);
+
+  // Shows these panels and no other. Without any the list is seen.
+  void Mostrar(std::initializer_list<PanelAviso*> paneles);
+
+ private:
+  QStackedLayout* pila_;
+  QWidget* lista_;
+  QWidget* fondo_;
+  QList<PanelAviso*> paneles_;
+};
+
+}  // namespace utr

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "lists/DocumentoLista.h"
+#include "shell/ModRTU.h"
+#include "tables/Tabla.h"
+#include "widgets/Impresora.h"
+
+namespace utr {
+
+class VistaLista;
+
+// What a window says through the list services.
+struct PalabrasLista {
+  std::string modulo;                                   // "frmEventos": in the error log
+  std::string titulo_ventana;                           // title of messages
+  std::string titulo_guardar = "Exportar ...";          // caption of the save dialog
+  std::string procedimiento_imprimir;                   // "ImprimirEventos": in the error log
+  int tipo_imp = 1;                                     // 0 events, 1 data
+  std::string exito_imp = "La lista de datos ha sido exportada con éxito";
+};
+
+// The services that every list window ends in: save as text, export for manual insertion, print, choose the printer. Each
+// shows its own messages; none raises.
+class ServiciosLista {
+ public:
+  // `encabezado` gives title and date lines of the document; it is asked each time.
+  using Encabezado = std::function<EncabezadoLista()>;
+
+  ServiciosLista(ModRTU& mod, const VistaLista& vista, PalabrasLista palabras);
+  ~ServiciosLista();
+
+  // The document of the list written to that file. False: the list is empty, or it couldn't be written (no message); an
+  // error gives a message and false.
+  bool ExportarLista(const std::filesystem::path& ruta, const Encabezado& encabezado);
+
+  // Asks for the file, then ExportarLista, then says so. Nothing on a cancel.
+  void GuardarComo(const Encabezado& encabezado);
+
+  // Writes the .imp file of the table, which is the private copy of the window: null before any read.
+  void ExportarImp(const TablaPtr& tabla);
+
+  // Prints the document, one job a copy, asking for the printer when none was chosen yet. Nothing with an empty list.
+  void Imprimir(const Encabezado& encabezado);
+
+  // The printer dialog. True: one was chosen, and is remembered until the program ends.
+  bool ConfigurarImpresora();
+
+  // Prints through another than the system's printers.
+  void UsarImpresora(Impresora& impresora) { impresora_ = &impresora; }
+
+ private:
+  void ImprimirCopias(const std::string& texto);
+
+  ModRTU& mod_;
+  const VistaLista& vista_;
+  PalabrasLista palabras_;
+  ImpresoraQt propia_;
+  Impresora* impresora_;
+};
+
+}  // namespace utr
