@@ -1,0 +1,47 @@
+#include "lists/DocumentoLista.h"
+
+#include <ostream>
+
+#include "driver/Utilidades.h"
+
+namespace utr {
+
+namespace {
+
+constexpr std::string_view kFinDeLinea = "\r\n";
+
+void AgregarTitulos(std::string& documento, const Columnas& columnas) {
+  for (const Columna& columna : columnas) {
+    if (&columna != &columnas.front()) documento += '\t';
+    documento += columna.titulo;
+  }
+}
+
+}  // namespace
+
+std::string ArmarDocumento(const ListaTabla& lista, const EncabezadoLista& encabezado) {
+  std::string documento = encabezado.titulo;
+  for (const std::string& linea : encabezado.lineas) documento.append(kFinDeLinea).append(linea);
+  documento += kFinDeLinea;
+  AgregarTitulos(documento, lista.LasColumnas());
+  const std::size_t columnas = lista.LasColumnas().size();
+  for (std::size_t posicion = 0; posicion < lista.Cantidad(); ++posicion) {
+    documento += kFinDeLinea;
+    for (std::size_t columna = 0; columna < columnas; ++columna) {
+      if (columna > 0) documento += '\t';
+      lista.Agregar(documento, posicion, columna);
+    }
+  }
+  return documento;
+}
+
+bool ExportarLista(const ListaTabla& lista, const EncabezadoLista& encabezado, const std::filesystem::path& ruta) {
+  if (lista.Cantidad() == 0) return false;
+  const std::string documento = ArmarDocumento(lista, encabezado);
+  EscribirEntero(ruta, [&](std::ostream& salida) {
+    salida.write(documento.data(), static_cast<std::streamsize>(documento.size()));
+  });
+  return true;
+}
+
+}  // namespace utr

@@ -1,0 +1,279 @@
+#include "lists/ListaTabla.h"
+
+#include <algorithm>
+#include <limits>
+#include <numeric>
+#include <unordered_map>
+#include <utility>
+
+#include "base/Error.h"
+#include "base/Fechas.h"
+#include "base/Numeros.h"
+#include "base/Texto.h"
+
+namespace utr {
+
+namespace {
+
+constexpr std::string_view kGuion = "-";
+
+bool EsCero(std::string_view texto) {
+  return EsNumerico(texto) && LeerDoble(texto) == 0;
+}
+
+// What a column shows for a value that is there.
+std::string Presentar(const Columna& columna, std::string_view texto) {
+  switch (columna.presentacion) {
+    case Presentacion::kNoSi:
+      return EsCero(texto) ? "No" : "Si";
+    case Presentacion::kFuncion:
+      return columna.funcion(texto);
+    case Presentacion::kGuion:
+      return std::string(kGuion);
+    case Presentacion::kTalCual:
+    case Presentacion::kGuionSiNulo:
+      break;
+  }
+  return std::string(texto);
+}
+
+std::string PresentarNulo(const Columna& columna) {
+  return columna.presentacion == Presentacion::kGuionSiNulo ? std::string(kGuion) : Presentar(columna, "");
+}
+
+bool SeMuestraTalCual(const Columna& columna) {
+  return columna.presentacion == Presentacion::kTalCual || columna.presentacion == Presentacion::kGuionSiNulo;
+}
+
+// The number that a text is ordered by; below all others where it is none.
+double ValorDeOrden(std::string_view texto, ClaseOrden clase) {
+  constexpr double kNinguno = -std::numeric_limits<double>::infinity();
+  if (clase == ClaseOrden::kNumero) return EsNumerico(texto) ? LeerDoble(texto) : kNinguno;
+  const auto fecha = LeerFecha(texto);
+  return fecha ? static_cast<double>(Segundos(*fecha)) : kNinguno;
+}
+
+// The place of each key among the sorted ones; equal keys share it.
+template <typename Clave>
+std::vector<std::uint32_t> Rangos(std::vector<std::pair<Clave, std::uint32_t>> claves) {
+  std::sort(claves.begin(), claves.end());
+  std::vector<std::uint32_t> rangos(claves.size());
+  std::uint32_t rango = 0;
+  for (std::size_t i = 0; i < claves.size(); ++i) {
+    if (i > 0 && claves[i - 1].first < claves[i].first) ++rango;
+    rangos[claves[i].second] = rango;
+  }
+  return rangos;
+}
+
+// A search that doesn't mind case, quick where the case needn't be looked at.
+class Busqueda {
+ public:
+  explicit Busqueda(std::string_view texto) : texto_(Minusculas(texto)), con_letras_(texto_ != Mayusculas(texto)) {}
+
+  bool EstaEn(std::string_view donde) const {
+    if (donde.find(texto_) != std::string_view::npos) return true;
+    return con_letras_ && Minusculas(donde).find(texto_) != std::string::npos;
+  }
+
+ private:
+  std::string texto_;
+  bool con_letras_;
+};
+
+}  // namespace
+
+ListaTabla::ListaTabla(Columnas columnas) : columnas_(std::move(columnas)) {}
+
+void ListaTabla::Definir(Columnas columnas) {
+  Vaciar();
+  columnas_ = std::move(columnas);
+}
+
+void ListaTabla::Mostrar(TablaPtr tabla) {
+  Vaciar();
+  if (!tabla || !tabla->Abierta()) return;
+  std::vector<Fuente> fuentes;
+  for (const Columna& columna : columnas_) fuentes.push_back(PrepararColumna(*tabla, columna));
+  fuentes_ = std::move(fuentes);
+  total_ = tabla->RecordCount();
+  tabla_ = std::move(tabla);
+}
+
+void ListaTabla::Vaciar() noexcept {
+  tabla_.reset();
+  fuentes_.clear();
+  total_ = 0;
+  filtro_.clear();
+  orden_.reset();
+  con_vista_ = false;
+  vista_.clear();
+}
+
+ListaTabla::Fuente ListaTabla::PrepararColumna(const Tabla& tabla, const Columna& columna) const {
+  Fuente fuente;
+  if (columna.presentacion == Presentacion::kGuion) return fuente;
+  const std::size_t campo = tabla.IndiceCampo(columna.campo);
+  fuente.campo = static_cast<int>(campo);
+  fuente.de_texto = ClaseDe(tabla.Field(campo).tipo) == Clase::kTexto;
+  fuente.directa = fuente.de_texto && SeMuestraTalCual(columna);
+  if (fuente.directa) return fuente;
+  fuente.textos.push_back(PresentarNulo(columna));
+  if (fuente.de_texto) {
+    for (std::size_t i = 1; i <= tabla.Distintos(campo); ++i)
+      fuente.textos.push_back(Presentar(columna, tabla.Distinto(campo, i)));
+    return fuente;
+  }
+  std::unordered_map<std::string, std::uint32_t> vistos;
+  for (std::size_t posicion = 0; posicion < tabla.RecordCount(); ++posicion) {
+    const std::size_t fila = tabla.FilaVista(posicion);
+    if (fila >= fuente.indices.size()) fuente.indices.resize(fila + 1, 0);
+    const Valor valor = tabla.ValorEn(fila, campo);
+    if (std::holds_alternative<std::monostate>(valor)) continue;
+    const auto [visto, nuevo] = vistos.try_emplace(TextoDe(valor), static_cast<std::uint32_t>(fuente.textos.size()));
+    if (nuevo) fuente.textos.push_back(Presentar(columna, visto->first));
+    fuente.indices[fila] = visto->second;
+  }
+  return fuente;
+}
+
+std::size_t ListaTabla::Fila(std::size_t posicion) const {
+  if (posicion >= Cantidad()) Lanzar(error::kLlamada, "ListaTabla");
+  return con_vista_ ? vista_[posicion] : tabla_->FilaVista(posicion);
+}
+
+std::optional<std::size_t> ListaTabla::PosicionDe(std::size_t fila) const {
+  for (std::size_t posicion = 0; posicion < Cantidad(); ++posicion) {
+    if (Fila(posicion) == fila) return posicion;
+  }
+  return std::nullopt;
+}
+
+std::size_t ListaTabla::Indices(const Fuente& fuente) const {
+  if (fuente.campo < 0) return 1;
+  return fuente.directa ? tabla_->Distintos(static_cast<std::size_t>(fuente.campo)) + 1 : fuente.textos.size();
+}
+
+std::size_t ListaTabla::IndiceDe(std::size_t fila, const Fuente& fuente) const {
+  if (fuente.campo < 0) return 0;
+  return fuente.de_texto ? tabla_->IndiceTexto(fila, static_cast<std::size_t>(fuente.campo)) : fuente.indices[fila];
+}
+
+std::string_view ListaTabla::TextoDeIndice(std::size_t indice, std::size_t columna) const {
+  const Fuente& fuente = fuentes_[columna];
+  if (fuente.campo < 0) return kGuion;
+  if (!fuente.directa) return fuente.textos[indice];
+  if (indice > 0) return tabla_->Distinto(static_cast<std::size_t>(fuente.campo), indice);
+  return columnas_[columna].presentacion == Presentacion::kGuionSiNulo ? kGuion : std::string_view{};
+}
+
+std::string_view ListaTabla::Mostrado(std::size_t fila, std::size_t columna) const {
+  return TextoDeIndice(IndiceDe(fila, fuentes_[columna]), columna);
+}
+
+std::string ListaTabla::Texto(std::size_t posicion, std::size_t columna) const {
+  return std::string(Mostrado(Fila(posicion), columna));
+}
+
+void ListaTabla::Agregar(std::string& salida, std::size_t posicion, std::size_t columna) const {
+  salida += Mostrado(Fila(posicion), columna);
+}
+
+std::vector<std::string_view> ListaTabla::TextosDistintos(std::size_t columna) const {
+  std::vector<std::string_view> textos;
+  if (!tabla_) return textos;
+  const std::size_t cuantos = Indices(fuentes_[columna]);
+  textos.reserve(cuantos);
+  for (std::size_t i = 0; i < cuantos; ++i) textos.push_back(TextoDeIndice(i, columna));
+  return textos;
+}
+
+void ListaTabla::Filtrar(std::string_view texto) {
+  if (texto == filtro_) return;
+  filtro_ = texto;
+  RehacerVista();
+}
+
+void ListaTabla::Ordenar(const OrdenLista& orden) {
+  if (orden.columna >= columnas_.size()) Lanzar(error::kLlamada, "ListaTabla");
+  orden_ = orden;
+  RehacerVista();
+}
+
+void ListaTabla::QuitarOrden() {
+  orden_.reset();
+  RehacerVista();
+}
+
+void ListaTabla::RehacerVista() {
+  vista_.clear();
+  con_vista_ = tabla_ && (!filtro_.empty() || orden_);
+  if (!con_vista_) return;
+  vista_.resize(total_);
+  for (std::size_t i = 0; i < total_; ++i) vista_[i] = static_cast<std::uint32_t>(tabla_->FilaVista(i));
+  if (!filtro_.empty()) DejarLasQueContienen(vista_);
+  if (orden_) OrdenarFilas(vista_);
+}
+
+void ListaTabla::DejarLasQueContienen(std::vector<std::uint32_t>& filas) const {
+  const Busqueda busqueda(filtro_);
+  std::vector<std::pair<const Fuente*, std::vector<bool>>> hallados;
+  for (std::size_t columna = 0; columna < fuentes_.size(); ++columna) {
+    std::vector<bool> esta(Indices(fuentes_[columna]));
+    for (std::size_t i = 0; i < esta.size(); ++i) esta[i] = busqueda.EstaEn(TextoDeIndice(i, columna));
+    if (std::find(esta.begin(), esta.end(), true) != esta.end())
+      hallados.emplace_back(&fuentes_[columna], std::move(esta));
+  }
+  std::erase_if(filas, [&](std::uint32_t fila) {
+    return std::none_of(hallados.begin(), hallados.end(),
+                        [&](const auto& hallado) { return hallado.second[IndiceDe(fila, *hallado.first)]; });
+  });
+}
+
+std::vector<std::uint32_t> ListaTabla::RangosDe(std::size_t columna, bool como_texto) const {
+  const std::size_t cuantos = Indices(fuentes_[columna]);
+  const ClaseOrden clase = como_texto ? ClaseOrden::kTexto : columnas_[columna].orden;
+  if (clase == ClaseOrden::kTexto) {
+    std::vector<std::pair<std::string, std::uint32_t>> claves;
+    claves.reserve(cuantos);
+    for (std::uint32_t i = 0; i < cuantos; ++i) claves.emplace_back(Minusculas(TextoDeIndice(i, columna)), i);
+    return Rangos(std::move(claves));
+  }
+  std::vector<std::pair<double, std::uint32_t>> claves;
+  claves.reserve(cuantos);
+  for (std::uint32_t i = 0; i < cuantos; ++i) claves.emplace_back(ValorDeOrden(TextoDeIndice(i, columna), clase), i);
+  return Rangos(std::move(claves));
+}
+
+// Distributes the rows by the rank of their text, which keeps the order of equal ones in both directions.
+void ListaTabla::OrdenarFilas(std::vector<std::uint32_t>& filas) const {
+  const Fuente& fuente = fuentes_[orden_->columna];
+  const auto rangos = RangosDe(orden_->columna, orden_->como_texto);
+  const auto ultimo = static_cast<std::uint32_t>(rangos.size() - 1);
+  const auto rango_de = [&](std::uint32_t fila) {
+    const std::uint32_t rango = rangos[IndiceDe(fila, fuente)];
+    return orden_->descendente ? ultimo - rango : rango;
+  };
+  std::vector<std::uint32_t> rango_de_fila(filas.size());
+  std::vector<std::uint32_t> lugares(rangos.size() + 1, 0);
+  for (std::size_t i = 0; i < filas.size(); ++i) ++lugares[(rango_de_fila[i] = rango_de(filas[i])) + 1];
+  std::partial_sum(lugares.begin(), lugares.end(), lugares.begin());
+  std::vector<std::uint32_t> ordenadas(filas.size());
+  for (std::size_t i = 0; i < filas.size(); ++i) ordenadas[lugares[rango_de_fila[i]]++] = filas[i];
+  filas = std::move(ordenadas);
+}
+
+std::string ListaTabla::TextoDeFilas(std::span<const std::size_t> posiciones) const {
+  std::string texto;
+  bool primera = true;
+  for (const std::size_t posicion : posiciones) {
+    if (!std::exchange(primera, false)) texto += '\n';
+    for (std::size_t columna = 0; columna < columnas_.size(); ++columna) {
+      if (columna > 0) texto += '\t';
+      Agregar(texto, posicion, columna);
+    }
+  }
+  return texto;
+}
+
+}  // namespace utr
