@@ -36,7 +36,9 @@ std::string DescripcionDe(std::int32_t numero) {
   return "Error definido por la aplicación o por el sistema";
 }
 
-void Lanzar(std::int32_t numero, std::string origen) { throw Error(numero, std::move(origen), DescripcionDe(numero)); }
+void Lanzar(std::int32_t numero, std::string origen) {
+  throw Error(numero, std::move(origen), DescripcionDe(numero));
+}
 
 Error ErrorActual() {
   try {

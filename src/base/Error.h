@@ -8,16 +8,16 @@ namespace utr {
 
 // Numbers that callers look at. Any other number may travel too: the driver and the windows have their own.
 namespace error {
-inline constexpr std::int32_t kLlamada = 5;            // a call with arguments that cannot be served
-inline constexpr std::int32_t kDesborde = 6;           // a number beyond the range of its type
-inline constexpr std::int32_t kTipos = 13;             // a text that is not the number or date that was asked for
-inline constexpr std::int32_t kArchivo = 75;           // a file that cannot be read, written or understood
-inline constexpr std::int32_t kSinRegistro = 3021;     // a field asked for while no row is current
-inline constexpr std::int32_t kCampo = 3265;           // a field that the table lacks
-inline constexpr std::int32_t kTablaCerrada = 3704;    // an operation on a closed table
-inline constexpr std::int32_t kTablaAbierta = 3705;    // a definition or opening of a table that is open already
-inline constexpr std::int32_t kPuertoEnUso = 8005;     // a serial port that is open already or in use
-inline constexpr std::int32_t kCancelado = 32755;      // a common dialog that was cancelled
+inline constexpr std::int32_t kLlamada = 5;          // a call with arguments that cannot be served
+inline constexpr std::int32_t kDesborde = 6;         // a number beyond the range of its type
+inline constexpr std::int32_t kTipos = 13;           // a text that is not the number or date that was asked for
+inline constexpr std::int32_t kArchivo = 75;         // a file that cannot be read, written or understood
+inline constexpr std::int32_t kSinRegistro = 3021;   // a field asked for while no row is current
+inline constexpr std::int32_t kCampo = 3265;         // a field that the table lacks
+inline constexpr std::int32_t kTablaCerrada = 3704;  // an operation on a closed table
+inline constexpr std::int32_t kTablaAbierta = 3705;  // a definition or opening of a table that is open already
+inline constexpr std::int32_t kPuertoEnUso = 8005;   // a serial port that is open already or in use
+inline constexpr std::int32_t kCancelado = 32755;    // a common dialog that was cancelled
 }  // namespace error
 
 // The one exception type of the system: a number, a source (the procedure or component that raised it) and a

@@ -113,7 +113,9 @@ std::optional<FechaHora> LeerFecha(std::string_view texto) {
   return EsValida(f) ? std::optional(f) : std::nullopt;
 }
 
-bool EsFecha(std::string_view texto) { return LeerFecha(texto).has_value(); }
+bool EsFecha(std::string_view texto) {
+  return LeerFecha(texto).has_value();
+}
 
 FechaHora ConvertirAFecha(std::string_view texto) {
   const auto f = LeerFecha(texto);
@@ -121,10 +123,16 @@ FechaHora ConvertirAFecha(std::string_view texto) {
   return *f;
 }
 
-std::string TextoFecha(const FechaHora& f) { return fmt::format("{:02}/{:02}/{:04}", f.dia, f.mes, f.anio); }
+std::string TextoFecha(const FechaHora& f) {
+  return fmt::format("{:02}/{:02}/{:04}", f.dia, f.mes, f.anio);
+}
 
-std::string TextoHora(const FechaHora& f) { return fmt::format("{:02}:{:02}:{:02}", f.hora, f.minuto, f.segundo); }
+std::string TextoHora(const FechaHora& f) {
+  return fmt::format("{:02}:{:02}:{:02}", f.hora, f.minuto, f.segundo);
+}
 
-std::string TextoFechaHora(const FechaHora& f) { return TextoFecha(f) + " " + TextoHora(f); }
+std::string TextoFechaHora(const FechaHora& f) {
+  return TextoFecha(f) + " " + TextoHora(f);
+}
 
 }  // namespace utr

@@ -44,8 +44,8 @@ bool EsFecha(std::string_view texto);
 // LeerFecha, raising error 13 where there is no date.
 FechaHora ConvertirAFecha(std::string_view texto);
 
-std::string TextoFecha(const FechaHora& fecha);              // "dd/mm/yyyy"
-std::string TextoHora(const FechaHora& fecha);               // "HH:mm:ss"
-std::string TextoFechaHora(const FechaHora& fecha);          // "dd/mm/yyyy HH:mm:ss", at midnight too
+std::string TextoFecha(const FechaHora& fecha);      // "dd/mm/yyyy"
+std::string TextoHora(const FechaHora& fecha);       // "HH:mm:ss"
+std::string TextoFechaHora(const FechaHora& fecha);  // "dd/mm/yyyy HH:mm:ss", at midnight too
 
 }  // namespace utr

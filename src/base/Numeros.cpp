@@ -13,8 +13,12 @@ namespace {
 
 constexpr std::size_t kMaximoPrefijo = 400;
 
-bool EsDigito(char c) { return c >= '0' && c <= '9'; }
-bool EsBlanco(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
+bool EsDigito(char c) {
+  return c >= '0' && c <= '9';
+}
+bool EsBlanco(char c) {
+  return c == ' ' || c == '\t' || c == '\n' || c == '\r';
+}
 
 // The length of the longest prefix of the form [sign] digits [. digits] [e [sign] digits]; 0 when it holds no digit.
 std::size_t LargoNumero(std::string_view t) {
@@ -44,7 +48,8 @@ double Convertir(std::string_view t) {
   std::string copia;
   if (t.find_first_of("dD") != std::string_view::npos) {
     copia = t;
-    std::replace_if(copia.begin(), copia.end(), [](char c) { return c == 'd' || c == 'D'; }, 'e');
+    std::replace_if(
+        copia.begin(), copia.end(), [](char c) { return c == 'd' || c == 'D'; }, 'e');
     t = copia;
   }
   if (!t.empty() && t.front() == '+') t.remove_prefix(1);
@@ -152,10 +157,18 @@ double LeerDoble(std::string_view texto) {
   return valor;
 }
 
-std::int16_t LeerEntero16(std::string_view texto) { return Entero16(LeerDoble(texto)); }
-std::int32_t LeerEntero32(std::string_view texto) { return Entero32(LeerDoble(texto)); }
-std::int16_t Entero16(double numero) { return AEntero<std::int16_t>(numero); }
-std::int32_t Entero32(double numero) { return AEntero<std::int32_t>(numero); }
+std::int16_t LeerEntero16(std::string_view texto) {
+  return Entero16(LeerDoble(texto));
+}
+std::int32_t LeerEntero32(std::string_view texto) {
+  return Entero32(LeerDoble(texto));
+}
+std::int16_t Entero16(double numero) {
+  return AEntero<std::int16_t>(numero);
+}
+std::int32_t Entero32(double numero) {
+  return AEntero<std::int32_t>(numero);
+}
 
 std::string TextoGeneral(double numero) {
   char buf[40];

@@ -11,8 +11,8 @@ FechaHora RelojSistema::Ahora() const {
   std::tm local{};
   localtime_r(&ahora, &local);
   // A leap second is the last second of its minute.
-  return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min,
-          local.tm_sec > 59 ? 59 : local.tm_sec};
+  return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday,
+          local.tm_hour,        local.tm_min,     local.tm_sec > 59 ? 59 : local.tm_sec};
 }
 
 std::int64_t RelojSistema::Milisegundos() const {

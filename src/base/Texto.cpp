@@ -19,13 +19,13 @@ void AgregarUtf8(std::string& destino, std::uint32_t codigo) {
 }
 
 // The code points of the bytes 0x80 to 0x9F in the code page 1252 (0 where the page has none).
-constexpr std::array<std::uint16_t, 32> kCp1252 = {
-    0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0,      0x017D, 0,      0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
+constexpr std::array<std::uint16_t, 32> kCp1252 = {0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+                                                   0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0,      0x017D, 0,
+                                                   0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                                   0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
 
-// In UTF-8 the capitals À to Þ are C3 80 to C3 9E and their small letters C3 A0 to C3 BE; × (C3 97) and ÷ (C3 B7) are no
-// letters.
+// In UTF-8 the capitals À to Þ are C3 80 to C3 9E and their small letters C3 A0 to C3 BE; × (C3 97) and ÷ (C3 B7) are
+// no letters.
 std::string CambiarCaso(std::string_view texto, bool a_mayusculas) {
   std::string s(texto);
   for (std::size_t i = 0; i < s.size(); ++i) {
@@ -101,8 +101,12 @@ std::string Reemplazar(std::string_view texto, std::string_view buscado, std::st
   }
 }
 
-std::string Mayusculas(std::string_view texto) { return CambiarCaso(texto, true); }
-std::string Minusculas(std::string_view texto) { return CambiarCaso(texto, false); }
+std::string Mayusculas(std::string_view texto) {
+  return CambiarCaso(texto, true);
+}
+std::string Minusculas(std::string_view texto) {
+  return CambiarCaso(texto, false);
+}
 
 bool IgualSinCaso(std::string_view a, std::string_view b) {
   return a.size() == b.size() && (a == b || Minusculas(a) == Minusculas(b));

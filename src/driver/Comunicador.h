@@ -13,13 +13,14 @@ namespace utr {
 // numbers, page texts, tables and date ranges, and gets texts and tables back; how bytes travel is the driver's alone.
 //
 // Forms of text: a *page text* is decimal bytes joined by "," without blanks, empty when the page couldn't be read. A
-// *pair text* is a 16-bit value as two decimal numbers, low byte first, "/" between: 300 is "44/1". A *link settings text*
-// is the speed and ",n,8,1"; the forms "9600n,8,1" and, over IP, "192.168.0.1,n,8,1" are understood too. A *date text* is
-// day first: "01/01/2001", "01/01/2001 13:05:00".
+// *pair text* is a 16-bit value as two decimal numbers, low byte first, "/" between: 300 is "44/1". A *link settings
+// text* is the speed and ",n,8,1"; the forms "9600n,8,1" and, over IP, "192.168.0.1,n,8,1" are understood too. A *date
+// text* is day first: "01/01/2001", "01/01/2001 13:05:00".
 //
-// An operation fails in one of three ways: by its result (false, an empty page text, a negative state), by raising Error,
-// or by giving no table (null) or a table without rows, where a table without rows is a success of the read. Unless an
-// operation says otherwise, a unit that doesn't answer means false, empty text or no table, and a broken driver raises.
+// An operation fails in one of three ways: by its result (false, an empty page text, a negative state), by raising
+// Error, or by giving no table (null) or a table without rows, where a table without rows is a success of the read.
+// Unless an operation says otherwise, a unit that doesn't answer means false, empty text or no table, and a broken
+// driver raises.
 //
 // Calls block the one thread of the program; the driver may let events of the interface run inside a long operation.
 // Cancelar is the only operation that may be called while another one runs.
@@ -36,8 +37,8 @@ class Comunicador {
   // 3. Restarts the schedule of the unit; `comando` is "41". False: no answer or another command.
   virtual bool ReiniciarAgenda(std::string_view comando) = 0;
 
-  // 4. Restarts the unit: "14" after a change of speed, identifier or configuration, "44" at the end of commissioning. The
-  // unit goes away for a while; callers wait before they talk to it again. False: not restarted.
+  // 4. Restarts the unit: "14" after a change of speed, identifier or configuration, "44" at the end of commissioning.
+  // The unit goes away for a while; callers wait before they talk to it again. False: not restarted.
   virtual bool ReiniciarUTR(std::string_view comando) = 0;
 
   // 5. Decodes a page of data or events. `pagina`: a reply frame of up to 78 bytes whose bytes from index 13 on are the
@@ -67,40 +68,42 @@ class Comunicador {
   // 11. Day number of a date text. Raises error 13 for a text that is no date. Needs no link.
   virtual std::int32_t DescribirCodigo(std::string_view fecha) = 0;
 
-  // 12. The schedule: fields HorarioInteger, Descripcion, TCond, TOblig, TWind; an entry counts where Descripcion is "OK".
-  // Null when it can't be read.
+  // 12. The schedule: fields HorarioInteger, Descripcion, TCond, TOblig, TWind; an entry counts where Descripcion is
+  // "OK". Null when it can't be read.
   virtual TablaPtr LeerAgenda() = 0;
 
-  // 13. Page text of a flash page (track 0 to 31, page 0 to 1023): 64 bytes and two trailing items that are never 255, 66
-  // items in all. An erased byte is 255. Empty when the page can't be read.
+  // 13. Page text of a flash page (track 0 to 31, page 0 to 1023): 64 bytes and two trailing items that are never 255,
+  // 66 items in all. An erased byte is 255. Empty when the page can't be read.
   virtual std::string LeerPaginaFlash(std::int16_t pista, std::int16_t pagina) = 0;
 
   // 14. Waits that many seconds, keeping the interface alive.
   virtual void Pausa(std::int16_t segundos) = 0;
 
-  // 15. Writes the schedule from a table with the fields of LeerAgenda's entries (HorarioInteger, TOblig, TWind, TCond).
-  // False: not written.
+  // 15. Writes the schedule from a table with the fields of LeerAgenda's entries (HorarioInteger, TOblig, TWind,
+  // TCond). False: not written.
   virtual bool GrabarAgenda(Tabla& tabla) = 0;
 
-  // 16. The table of channels as the unit holds it; `desdeUTR` is always true. Raises, or gives null, without an answer.
+  // 16. The table of channels as the unit holds it; `desdeUTR` is always true. Raises, or gives null, without an
+  // answer.
   virtual TablaPtr ConfiguracionAlmacenada(bool desdeUTR) = 0;
 
   // 17. The table of channels held in a configuration file (.icf). Raises for a file that it can't read or understand.
   virtual TablaPtr LeerArchivoConfiguracion(std::string_view ruta) = 0;
 
-  // 18. Writes the parametrization of the channels in the table; channels that it lacks stay as they are. False: failed.
+  // 18. Writes the parametrization of the channels in the table; channels that it lacks stay as they are. False:
+  // failed.
   virtual bool GrabarParametrizacion(Tabla& tabla) = 0;
 
-  // 19. Events between two date texts, both ends included; two empty texts ask for the pending ones. Fields Fecha, Hora,
-  // Codigo, Valor1, Valor2; a row with a Fecha is a marker. Null when they can't be read.
+  // 19. Events between two date texts, both ends included; two empty texts ask for the pending ones. Fields Fecha,
+  // Hora, Codigo, Valor1, Valor2; a row with a Fecha is a marker. Null when they can't be read.
   virtual TablaPtr LeerEventos(std::string_view desde, std::string_view hasta) = 0;
 
-  // 20. Historic records of a channel, counted from 0, between two date texts. Fields Fecha, Hora, Canal, Valor, Maximo,
-  // Minimo, Validacion, ColaTX; a row whose Fecha is a date is a marker. Null when they can't be read.
+  // 20. Historic records of a channel, counted from 0, between two date texts. Fields Fecha, Hora, Canal, Valor,
+  // Maximo, Minimo, Validacion, ColaTX; a row whose Fecha is a date is a marker. Null when they can't be read.
   virtual TablaPtr LeerDatos(std::string_view desde, std::string_view hasta, std::int16_t canal) = 0;
 
-  // 21. Transmission queue between two date texts, or what is pending for two empty texts. Fields of LeerDatos; a row may
-  // carry date and sample together. Null when it can't be read.
+  // 21. Transmission queue between two date texts, or what is pending for two empty texts. Fields of LeerDatos; a row
+  // may carry date and sample together. Null when it can't be read.
   virtual TablaPtr LeerColaTx(std::string_view desde, std::string_view hasta) = 0;
 
   // 22. The unit's clock, "dd/mm/yyyy HH:mm:ss"; empty without an answer.
@@ -160,8 +163,8 @@ class Comunicador {
   // 40. The link is up.
   virtual bool EstadoEnlace() = 0;
 
-  // 41. The next read goes over IP (true) or over the serial port (false). Of this and the IP form of Conectar the later
-  // one wins.
+  // 41. The next read goes over IP (true) or over the serial port (false). Of this and the IP form of Conectar the
+  // later one wins.
   virtual void PorIP(bool activo) = 0;
 
   // 42. Initialises the modem on the open port with `comandos` and dials. True: the call stands. Lets events run.

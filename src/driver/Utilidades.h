@@ -1,11 +1,11 @@
 #pragma once
 
 #include <filesystem>
-#include <functional>
 #include <initializer_list>
-#include <iosfwd>
 #include <string>
 #include <string_view>
+
+#include "base/Archivos.h"
 
 // File and number helpers that stand beside the driver.
 namespace utr {
@@ -23,9 +23,5 @@ bool ExisteArchivo(const std::filesystem::path& ruta);
 // The smallest and the largest of their arguments. Raise error 5 when there are none.
 double Minimo(std::initializer_list<double> valores);
 double Maximo(std::initializer_list<double> valores);
-
-// Runs `escribir` on a stream over a temporary file beside `ruta` and renames it over `ruta` when everything was written
-// and flushed; else removes it and raises kArchivo, leaving the former file as it was. Every exporter goes through it.
-void EscribirEntero(const std::filesystem::path& ruta, const std::function<void(std::ostream&)>& escribir);
 
 }  // namespace utr

@@ -35,9 +35,9 @@ struct ModRTU {
   Reloj& reloj;
   Catalogo& catalogo;
   ListaDePuertos& puertos;
-  Atender atender;                   // lets events of the interface run
-  std::filesystem::path carpeta;     // folder of the executable: settings, logs, catalogues, help
-  std::string nombre = "AdminUTR";   // name of the executable, without extension
+  Atender atender;                  // lets events of the interface run
+  std::filesystem::path carpeta;    // folder of the executable: settings, logs, catalogues, help
+  std::string nombre = "AdminUTR";  // name of the executable, without extension
   std::filesystem::path archivo_ayuda;
 
   bool configuracion_leida = false;  // RecConfig came from the unit

@@ -14,7 +14,7 @@ enum class Botones { kAceptar, kAceptarCancelar, kSiNo };
 enum class Respuesta { kAceptar, kCancelar, kSi, kNo, kCerrado };
 
 struct Mensaje {
-  std::string texto;   // plain text, lines parted by "\n"
+  std::string texto;  // plain text, lines parted by "\n"
   std::string titulo;
   Icono icono = Icono::kNinguno;
   Botones botones = Botones::kAceptar;
@@ -42,8 +42,8 @@ class Operador {
   // Shows a modal message and returns the answer.
   virtual Respuesta Mostrar(const Mensaje& mensaje) = 0;
 
-  // The path to open or to save, or nothing after a cancel. Saving asks before an existing file is replaced, and adds the
-  // filter's extension to a name that has none.
+  // The path to open or to save, or nothing after a cancel. Saving asks before an existing file is replaced, and adds
+  // the filter's extension to a name that has none.
   virtual std::optional<std::filesystem::path> ElegirAbrir(const PedidoArchivo& pedido) = 0;
   virtual std::optional<std::filesystem::path> ElegirGuardar(const PedidoArchivo& pedido) = 0;
 

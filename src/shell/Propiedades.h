@@ -23,14 +23,14 @@ inline constexpr std::string_view kNumeroTelefono = "NUMEROTELEFONO";
 inline constexpr std::string_view kComandosAT = "COMANDOSAT";
 }  // namespace clave
 
-// The settings store: one bag of typed values by name, kept in memory and in one file (TOML) beside the executable, named
-// after it with the extension ".dll".
+// The settings store: one bag of typed values by name, kept in memory and in one file (TOML) beside the executable,
+// named after it with the extension ".dll".
 class Propiedades {
  public:
   explicit Propiedades(std::filesystem::path archivo);
 
-  // Reads give the default where the key is absent. A value of another type is converted where it can be (the number of a
-  // text by its strict reading, the text of a number); where it can't, the default is given.
+  // Reads give the default where the key is absent. A value of another type is converted where it can be (the number of
+  // a text by its strict reading, the text of a number); where it can't, the default is given.
   std::int32_t LeerEntero(std::string_view nombre, std::int32_t defecto) const;
   bool LeerLogico(std::string_view nombre, bool defecto) const;
   std::string LeerTexto(std::string_view nombre, std::string_view defecto) const;

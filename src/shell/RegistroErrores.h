@@ -15,9 +15,9 @@ class RegistroErrores {
  public:
   RegistroErrores(std::filesystem::path archivo, const Reloj& reloj);
 
-  // Appends number, source, description, last system error, present date and time, module and procedure, comma-separated,
-  // texts in double quotes (a quote inside is doubled, line ends become blanks). The file is opened for that line and closed
-  // after it. Never raises, shows nothing.
+  // Appends number, source, description, last system error, present date and time, module and procedure,
+  // comma-separated, texts in double quotes (a quote inside is doubled, line ends become blanks). The file is opened
+  // for that line and closed after it. Never raises, shows nothing.
   void RegistrarError(const Error& error, std::string_view modulo, std::string_view procedimiento) noexcept;
 
  private:

@@ -1,1 +1,487 @@
 #include "tables/Tabla.h"
+
+#include <algorithm>
+#include <numeric>
+#include <optional>
+
+#include "base/Error.h"
+#include "base/Numeros.h"
+#include "base/Texto.h"
+#include "tables/DatosTabla.h"
+#include "tables/Persistido.h"
+
+namespace utr {
+namespace {
+
+struct Criterio {
+  std::string_view campo;
+  std::string valor;
+};
+
+std::string_view SinCorchetes(std::string_view campo) {
+  if (campo.size() >= 2 && campo.front() == '[' && campo.back() == ']') return campo.substr(1, campo.size() - 2);
+  return campo;
+}
+
+// The value of a comparison: in quotes, where a doubled one stands for one, or as it is. Nothing for a broken quote.
+std::optional<std::string> LeerValor(std::string_view texto) {
+  if (texto.empty() || texto.front() != '\'') return std::string(texto);
+  if (texto.size() < 2 || texto.back() != '\'') return std::nullopt;
+  texto = texto.substr(1, texto.size() - 2);
+  std::string valor;
+  for (std::size_t i = 0; i < texto.size(); ++i) {
+    if (texto[i] == '\'' && (++i == texto.size() || texto[i] != '\'')) return std::nullopt;
+    valor.push_back(texto[i]);
+  }
+  return valor;
+}
+
+Criterio LeerCriterio(std::string_view criterio) {
+  const auto igual = criterio.find('=');
+  if (igual == std::string_view::npos) Lanzar(error::kLlamada, "Tabla");
+  const auto campo = SinCorchetes(Recortar(criterio.substr(0, igual)));
+  auto valor = LeerValor(Recortar(criterio.substr(igual + 1)));
+  if (campo.empty() || !valor) Lanzar(error::kLlamada, "Tabla");
+  return {campo, std::move(*valor)};
+}
+
+// The place of each distinct text in ascending order, by number; null (0) comes first. Texts that are equal but for
+// case share a place.
+std::vector<std::uint32_t> LugaresDeTextos(const Diccionario& textos) {
+  const auto n = static_cast<std::uint32_t>(textos.Cantidad());
+  std::vector<std::string> plegados(n + 1);
+  for (std::uint32_t i = 1; i <= n; ++i) plegados[i] = Minusculas(textos.Texto(i));
+  std::vector<std::uint32_t> orden(n);
+  std::iota(orden.begin(), orden.end(), 1U);
+  std::sort(orden.begin(), orden.end(), [&](std::uint32_t a, std::uint32_t b) { return plegados[a] < plegados[b]; });
+  std::vector<std::uint32_t> lugares(n + 1, 0);
+  std::uint32_t lugar = 0;
+  for (std::size_t i = 0; i < orden.size(); ++i) {
+    if (i == 0 || plegados[orden[i]] != plegados[orden[i - 1]]) ++lugar;
+    lugares[orden[i]] = lugar;
+  }
+  return lugares;
+}
+
+}  // namespace
+
+Tabla::Tabla() : datos_(std::make_shared<DatosTabla>()) {}
+Tabla::Tabla(std::shared_ptr<DatosTabla> datos) : datos_(std::move(datos)) {}
+Tabla::~Tabla() = default;
+Tabla::Tabla(Tabla&&) noexcept = default;
+Tabla& Tabla::operator=(Tabla&&) noexcept = default;
+
+// --- Definition and life ---------------------------------------------------------------------------------------------
+
+void Tabla::Append(std::string_view nombre, TipoCampo tipo, std::uint32_t tamano, unsigned atributos) {
+  Campo campo;
+  campo.nombre = nombre;
+  campo.tipo = tipo;
+  campo.tamano = tamano;
+  campo.atributos = atributos;
+  Append(campo);
+}
+
+void Tabla::Append(const Campo& campo) {
+  if (Abierta()) Lanzar(error::kTablaAbierta, "Tabla");
+  if (campo.nombre.empty() || datos_->Buscar(campo.nombre) >= 0) Lanzar(error::kLlamada, "Tabla");
+  datos_->AgregarCampo(campo);
+}
+
+void Tabla::Open() {
+  if (Abierta()) Lanzar(error::kTablaAbierta, "Tabla");
+  estado_ = Estado::kAbierta;
+  MoveFirst();
+}
+
+void Tabla::Open(const std::filesystem::path& ruta) {
+  if (Abierta() || !datos_->campos.empty()) Lanzar(error::kTablaAbierta, "Tabla");
+  datos_ = LeerPersistido(ruta);
+  estado_ = Estado::kAbierta;
+  MoveFirst();
+}
+
+void Tabla::Save(const std::filesystem::path& ruta, int formato) const {
+  ExigirAbierta();
+  if (formato != 1) Lanzar(error::kLlamada, "Tabla");
+  EscribirPersistido(*datos_, ruta);
+}
+
+void Tabla::Close() noexcept {
+  estado_ = Estado::kCerrada;
+  datos_ = std::make_shared<DatosTabla>();
+  filtro_.clear();
+  filtrada_ = false;
+  orden_.clear();
+  campo_orden_ = -1;
+  vista_.clear();
+  fila_ = kNinguna;
+}
+
+std::shared_ptr<Tabla> Tabla::Clone() const {
+  ExigirAbierta();
+  std::shared_ptr<Tabla> clon(new Tabla(datos_));
+  clon->Open();
+  return clon;
+}
+
+// --- Fields ----------------------------------------------------------------------------------------------------------
+
+std::size_t Tabla::FieldCount() const noexcept {
+  return datos_->campos.size();
+}
+
+const Campo& Tabla::Field(std::size_t indice) const {
+  ExigirCampo(indice);
+  return datos_->campos[indice];
+}
+
+const Campo& Tabla::Field(std::string_view nombre) const {
+  return datos_->campos[IndiceCampo(nombre)];
+}
+
+std::size_t Tabla::IndiceCampo(std::string_view nombre) const {
+  const int indice = datos_->Buscar(nombre);
+  if (indice < 0) {
+    throw Error(error::kCampo, "Tabla", DescripcionDe(error::kCampo) + ": " + std::string(nombre));
+  }
+  return static_cast<std::size_t>(indice);
+}
+
+int Tabla::BuscarCampo(std::string_view nombre) const noexcept {
+  return datos_->Buscar(nombre);
+}
+
+void Tabla::ExigirAbierta() const {
+  if (!Abierta()) Lanzar(error::kTablaCerrada, "Tabla");
+}
+
+void Tabla::ExigirCampo(std::size_t campo) const {
+  if (campo >= datos_->campos.size()) Lanzar(error::kCampo, "Tabla");
+}
+
+std::size_t Tabla::ExigirFila() const {
+  ExigirAbierta();
+  if (fila_ == kNinguna) Lanzar(error::kSinRegistro, "Tabla");
+  return fila_;
+}
+
+// --- Walking ---------------------------------------------------------------------------------------------------------
+
+// Makes the row at that place of the view current, or none when it lies behind the last one.
+void Tabla::Ubicar(std::size_t posicion) {
+  posicion_ = posicion;
+  actual_fuera_ = false;
+  if (TieneVista()) {
+    fila_ = posicion < vista_.size() ? vista_[posicion] : kNinguna;
+  } else {
+    fila_ = posicion < datos_->filas ? posicion : kNinguna;
+  }
+}
+
+void Tabla::MoveFirst() {
+  ExigirAbierta();
+  Sincronizar();
+  Ubicar(0);
+}
+
+void Tabla::MoveNext() {
+  const std::size_t actual = ExigirFila();
+  if (!TieneVista()) return Ubicar(actual + 1);
+  std::size_t siguiente = actual_fuera_ ? posicion_ : posicion_ + 1;
+  // Rows that a change took out of the filter since the view was made are walked over.
+  while (siguiente < vista_.size() && filtrada_ && !Coincide(igualdad_, vista_[siguiente])) ++siguiente;
+  if (siguiente >= vista_.size() && filas_vista_ < datos_->filas) {
+    Sincronizar();  // rows were added since
+    siguiente = actual_fuera_ ? posicion_ : posicion_ + 1;
+  }
+  Ubicar(siguiente);
+}
+
+void Tabla::MoveLast() {
+  const std::size_t cuantas = RecordCount();
+  Ubicar(cuantas == 0 ? 0 : cuantas - 1);
+}
+
+bool Tabla::Eof() const noexcept {
+  return fila_ == kNinguna;
+}
+
+bool Tabla::Bof() const noexcept {
+  return datos_->filas == 0 || (TieneVista() && vista_.empty());
+}
+
+std::size_t Tabla::RecordCount() const {
+  ExigirAbierta();
+  if (!TieneVista()) return datos_->filas;
+  Sincronizar();
+  return vista_.size();
+}
+
+std::size_t Tabla::FilaVista(std::size_t posicion) const {
+  if (posicion >= RecordCount()) Lanzar(error::kSinRegistro, "Tabla");
+  return TieneVista() ? vista_[posicion] : posicion;
+}
+
+std::size_t Tabla::FilaActual() const {
+  return ExigirFila();
+}
+
+void Tabla::IrAFila(std::size_t fila) {
+  ExigirAbierta();
+  if (fila >= datos_->filas) Lanzar(error::kSinRegistro, "Tabla");
+  if (!TieneVista()) return Ubicar(fila);
+  Sincronizar();
+  const auto lugar = std::find(vista_.begin(), vista_.end(), static_cast<std::uint32_t>(fila));
+  Ubicar(static_cast<std::size_t>(lugar - vista_.begin()));
+  fila_ = fila;
+  actual_fuera_ = lugar == vista_.end();
+}
+
+// --- Values ----------------------------------------------------------------------------------------------------------
+
+Valor Tabla::Value(std::size_t campo) const {
+  ExigirCampo(campo);
+  return datos_->columnas[campo].Leer(ExigirFila());
+}
+
+Valor Tabla::Value(std::string_view campo) const {
+  return Value(IndiceCampo(campo));
+}
+std::string Tabla::Texto(std::size_t campo) const {
+  return TextoDe(Value(campo));
+}
+std::string Tabla::Texto(std::string_view campo) const {
+  return TextoDe(Value(IndiceCampo(campo)));
+}
+bool Tabla::EsNulo(std::string_view campo) const {
+  return EsNulo(IndiceCampo(campo));
+}
+
+bool Tabla::EsNulo(std::size_t campo) const {
+  ExigirCampo(campo);
+  return datos_->columnas[campo].EsNulo(ExigirFila());
+}
+
+void Tabla::Set(std::size_t campo, const Valor& valor) {
+  ExigirCampo(campo);
+  const std::size_t fila = ExigirFila();
+  datos_->columnas[campo].Escribir(fila, valor);
+}
+
+void Tabla::Set(std::string_view campo, const Valor& valor) {
+  Set(IndiceCampo(campo), valor);
+}
+
+Valor Tabla::ValorEn(std::size_t fila, std::size_t campo) const {
+  ExigirAbierta();
+  ExigirCampo(campo);
+  if (fila >= datos_->filas) Lanzar(error::kSinRegistro, "Tabla");
+  return datos_->columnas[campo].Leer(fila);
+}
+
+std::string Tabla::TextoEn(std::size_t fila, std::size_t campo) const {
+  return TextoDe(ValorEn(fila, campo));
+}
+
+// --- Change ----------------------------------------------------------------------------------------------------------
+
+void Tabla::AddNew() {
+  ExigirAbierta();
+  datos_->AgregarFila();
+  fila_ = datos_->filas - 1;
+  posicion_ = vista_.size();
+  actual_fuera_ = TieneVista();
+}
+
+void Tabla::UpdateBatch() {
+  ExigirAbierta();
+  datos_->publicadas = datos_->filas;
+}
+
+std::size_t Tabla::Pendientes() const noexcept {
+  return datos_->filas - datos_->publicadas;
+}
+
+void Tabla::Reservar(std::size_t filas) {
+  for (auto& columna : datos_->columnas) columna.Reservar(filas);
+}
+
+// --- Filter, sort, find ----------------------------------------------------------------------------------------------
+
+Tabla::Igualdad Tabla::Preparar(std::string_view criterio) const {
+  auto [campo, valor] = LeerCriterio(criterio);
+  Igualdad igualdad;
+  igualdad.campo = IndiceCampo(campo);
+  igualdad.valor = std::move(valor);
+  const Columna& columna = datos_->columnas[igualdad.campo];
+  if (columna.DeClase() == Clase::kTexto) {
+    Actualizar(igualdad);
+  } else if (columna.DeClase() == Clase::kLogico && IgualSinCaso(igualdad.valor, "True")) {
+    igualdad.numero = -1;
+  } else if (columna.DeClase() == Clase::kLogico && IgualSinCaso(igualdad.valor, "False")) {
+    igualdad.numero = 0;
+  } else if (EsNumerico(igualdad.valor)) {
+    igualdad.numero = LeerDoble(igualdad.valor);
+    if (columna.DeClase() == Clase::kLogico && igualdad.numero != 0) igualdad.numero = -1;
+  } else {
+    igualdad.vacia = true;
+  }
+  return igualdad;
+}
+
+void Tabla::Actualizar(Igualdad& igualdad) const {
+  const Columna& columna = datos_->columnas[igualdad.campo];
+  if (columna.DeClase() != Clase::kTexto) return;
+  const Diccionario& textos = columna.Textos();
+  if (igualdad.distintos == textos.Cantidad() && igualdad.distintos > 0) return;
+  igualdad.textos = textos.IgualesSinCaso(igualdad.valor);
+  igualdad.distintos = textos.Cantidad();
+}
+
+bool Tabla::Coincide(const Igualdad& igualdad, std::size_t fila) const {
+  const Columna& columna = datos_->columnas[igualdad.campo];
+  if (igualdad.vacia || columna.EsNulo(fila)) return false;
+  if (columna.DeClase() != Clase::kTexto) return columna.Numero(fila) == igualdad.numero;
+  const std::uint32_t texto = columna.Indice(fila);
+  return std::find(igualdad.textos.begin(), igualdad.textos.end(), texto) != igualdad.textos.end();
+}
+
+// Makes the view anew from filter and sort; the cursor is not looked at.
+void Tabla::RehacerVista() const {
+  vista_.clear();
+  if (!filtrada_) {
+    vista_.resize(datos_->filas);
+    std::iota(vista_.begin(), vista_.end(), 0U);
+  } else if (datos_->columnas[igualdad_.campo].DeClase() == Clase::kTexto) {
+    Actualizar(igualdad_);
+    for (const std::uint32_t texto : igualdad_.textos) datos_->columnas[igualdad_.campo].FilasDe(texto, vista_);
+    if (igualdad_.textos.size() > 1) std::sort(vista_.begin(), vista_.end());
+  } else {
+    for (std::uint32_t fila = 0; fila < datos_->filas; ++fila) {
+      if (Coincide(igualdad_, fila)) vista_.push_back(fila);
+    }
+  }
+  if (campo_orden_ >= 0) OrdenarVista();
+  filas_vista_ = datos_->filas;
+  version_vista_ = filtrada_ ? datos_->columnas[igualdad_.campo].Version() : 0;
+}
+
+void Tabla::OrdenarVista() const {
+  const Columna& columna = datos_->columnas[static_cast<std::size_t>(campo_orden_)];
+  const auto ordenar = [&](auto&& menor) {
+    if (descendente_) {
+      std::stable_sort(vista_.begin(), vista_.end(), [&](auto a, auto b) { return menor(b, a); });
+    } else {
+      std::stable_sort(vista_.begin(), vista_.end(), menor);
+    }
+  };
+  if (columna.DeClase() == Clase::kTexto) {
+    const auto lugares = LugaresDeTextos(columna.Textos());
+    ordenar([&](std::uint32_t a, std::uint32_t b) { return lugares[columna.Indice(a)] < lugares[columna.Indice(b)]; });
+  } else {
+    // A true is -1 to an operator of numbers, but false comes ahead of true in a list.
+    const double signo = columna.DeClase() == Clase::kLogico ? -1 : 1;
+    ordenar([&](std::uint32_t a, std::uint32_t b) {
+      if (columna.EsNulo(a) || columna.EsNulo(b)) return columna.EsNulo(a) && !columna.EsNulo(b);
+      return columna.Numero(a) * signo < columna.Numero(b) * signo;
+    });
+  }
+}
+
+// Brings the view up to date with changes of rows, keeping the cursor beside its neighbours: the current row keeps its
+// place while it is in the view; once it left, the cursor waits ahead of the row that followed it.
+void Tabla::Sincronizar() const {
+  if (!TieneVista()) return;
+  const bool cambiada = filtrada_ && version_vista_ != datos_->columnas[igualdad_.campo].Version();
+  if (!cambiada && filas_vista_ == datos_->filas) return;
+  std::size_t anterior = std::min(posicion_, vista_.size());
+  while (anterior > 0 && filtrada_ && !Coincide(igualdad_, vista_[anterior - 1])) --anterior;
+  const std::size_t vecina = anterior > 0 ? vista_[anterior - 1] : kNinguna;
+  RehacerVista();
+  const auto lugar = [&](std::size_t fila) {
+    return static_cast<std::size_t>(std::find(vista_.begin(), vista_.end(), static_cast<std::uint32_t>(fila)) -
+                                    vista_.begin());
+  };
+  if (fila_ != kNinguna) {
+    posicion_ = lugar(fila_);
+    actual_fuera_ = posicion_ == vista_.size();
+    if (!actual_fuera_) return;
+  }
+  posicion_ = vecina == kNinguna ? 0 : lugar(vecina) + 1;
+}
+
+void Tabla::Filter(std::string_view criterio) {
+  ExigirAbierta();
+  if (Recortar(criterio).empty()) {
+    filtrada_ = false;
+    filtro_.clear();
+  } else {
+    igualdad_ = Preparar(criterio);
+    filtrada_ = true;
+    filtro_ = criterio;
+  }
+  if (TieneVista()) {
+    RehacerVista();
+  } else {
+    vista_ = {};
+  }
+  Ubicar(0);
+}
+
+void Tabla::Sort(std::string_view orden) {
+  ExigirAbierta();
+  const auto texto = Recortar(orden);
+  if (texto.empty()) {
+    campo_orden_ = -1;
+  } else {
+    auto nombre = texto;
+    const auto blanco = texto.rfind(' ');
+    const auto sentido = blanco == std::string_view::npos ? std::string_view{} : texto.substr(blanco + 1);
+    const bool desc = IgualSinCaso(sentido, "DESC");
+    if (desc || IgualSinCaso(sentido, "ASC")) nombre = Recortar(texto.substr(0, blanco));
+    campo_orden_ = static_cast<int>(IndiceCampo(SinCorchetes(nombre)));
+    descendente_ = desc;
+  }
+  orden_ = texto;
+  if (TieneVista()) {
+    RehacerVista();
+  } else {
+    vista_ = {};
+  }
+  Ubicar(0);
+}
+
+void Tabla::Find(std::string_view criterio) {
+  ExigirAbierta();
+  const Igualdad igualdad = Preparar(criterio);
+  while (!Eof() && !Coincide(igualdad, fila_)) MoveNext();
+}
+
+// --- Whole columns ---------------------------------------------------------------------------------------------------
+
+std::size_t Tabla::Distintos(std::size_t campo) const {
+  ExigirCampo(campo);
+  return datos_->columnas[campo].Textos().Cantidad();
+}
+
+std::string_view Tabla::Distinto(std::size_t campo, std::size_t indice) const {
+  if (indice == 0 || indice > Distintos(campo)) Lanzar(error::kLlamada, "Tabla");
+  return datos_->columnas[campo].Textos().Texto(static_cast<std::uint32_t>(indice));
+}
+
+std::uint32_t Tabla::IndiceTexto(std::size_t fila, std::size_t campo) const {
+  ExigirCampo(campo);
+  const Columna& columna = datos_->columnas[campo];
+  if (columna.DeClase() != Clase::kTexto) Lanzar(error::kLlamada, "Tabla");
+  if (fila >= datos_->filas) Lanzar(error::kSinRegistro, "Tabla");
+  return columna.Indice(fila);
+}
+
+std::size_t Tabla::Memoria() const noexcept {
+  std::size_t bytes = vista_.capacity() * sizeof(std::uint32_t);
+  for (const auto& columna : datos_->columnas) bytes += columna.Memoria();
+  return bytes;
+}
+
+}  // namespace utr

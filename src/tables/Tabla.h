@@ -13,11 +13,38 @@ namespace utr {
 // Field types of the recordset service, by its own numbers, since they decide what a saved file declares. The system
 // itself creates kVarChar, kDoble, kEntero and kLogico; the others come in with files and pass through.
 enum class TipoCampo : std::uint8_t {
-  kEntero16 = 2, kEntero = 3, kSimple = 4, kDoble = 5, kMoneda = 6, kFecha = 7, kBstr = 8, kLogico = 11, kVariante = 12,
-  kDecimal = 14, kEntero8 = 16, kEntero8SinSigno = 17, kEntero16SinSigno = 18, kEnteroSinSigno = 19, kEntero64 = 20,
-  kEntero64SinSigno = 21, kFechaArchivo = 64, kGuid = 72, kBinario = 128, kChar = 129, kWChar = 130, kNumerico = 131,
-  kFechaSola = 133, kHoraSola = 134, kMarcaDeTiempo = 135, kNumericoVariable = 139, kVarChar = 200, kLongVarChar = 201,
-  kVarWChar = 202, kLongVarWChar = 203, kVarBinario = 204, kLongVarBinario = 205,
+  kEntero16 = 2,
+  kEntero = 3,
+  kSimple = 4,
+  kDoble = 5,
+  kMoneda = 6,
+  kFecha = 7,
+  kBstr = 8,
+  kLogico = 11,
+  kVariante = 12,
+  kDecimal = 14,
+  kEntero8 = 16,
+  kEntero8SinSigno = 17,
+  kEntero16SinSigno = 18,
+  kEnteroSinSigno = 19,
+  kEntero64 = 20,
+  kEntero64SinSigno = 21,
+  kFechaArchivo = 64,
+  kGuid = 72,
+  kBinario = 128,
+  kChar = 129,
+  kWChar = 130,
+  kNumerico = 131,
+  kFechaSola = 133,
+  kHoraSola = 134,
+  kMarcaDeTiempo = 135,
+  kNumericoVariable = 139,
+  kVarChar = 200,
+  kLongVarChar = 201,
+  kVarWChar = 202,
+  kLongVarWChar = 203,
+  kVarBinario = 204,
+  kLongVarBinario = 205,
 };
 
 // How a column is held. Texts, and every type whose exact text matters (currency, decimals, dates, uuid, binary), are
@@ -34,7 +61,7 @@ inline constexpr unsigned kFijo = 16;
 inline constexpr unsigned kAnulable = 32;      // the field may be null
 inline constexpr unsigned kPuedeSerNulo = 64;  // a null may be read from it
 inline constexpr unsigned kLargo = 128;
-inline constexpr unsigned kPropio = kAnulable | kPuedeSerNulo | kActualizable;  // what the system's own fields have
+inline constexpr unsigned kPropio = kAnulable | kActualizable;  // what the system's own fields have
 }  // namespace atributo
 
 struct Campo {
@@ -57,8 +84,8 @@ class DatosTabla;
 
 // A client-side table: named typed fields, rows, and one cursor with a filter and a sort order.
 //
-// Rows are shared between a table and its clones; fields too. Cursor, filter, sort and state are each clone's own. Field
-// names are found without regard to case. Not for more than one thread.
+// Rows are shared between a table and its clones; fields too. Cursor, filter, sort and state are each clone's own.
+// Field names are found without regard to case. Not for more than one thread.
 //
 // Errors: kCampo (3265) for a name or position that the table lacks; kTablaCerrada on use of a closed table;
 // kSinRegistro for a value while no row is current; kTipos for a value that the field's type doesn't take; kArchivo for
@@ -107,7 +134,7 @@ class Tabla {
   std::size_t FieldCount() const noexcept;
   const Campo& Field(std::size_t indice) const;
   const Campo& Field(std::string_view nombre) const;
-  std::size_t IndiceCampo(std::string_view nombre) const;  // raises kCampo
+  std::size_t IndiceCampo(std::string_view nombre) const;   // raises kCampo
   int BuscarCampo(std::string_view nombre) const noexcept;  // -1 when the table lacks it
 
   // --- Walking -------------------------------------------------------------------------------------------------------
@@ -138,7 +165,8 @@ class Tabla {
   bool EsNulo(std::string_view campo) const;
 
   // Writes one value. Texts are taken by any field: numbers and truth values are read from them strictly ("Si"/"No" are
-  // not truth values; "True", "False" and numbers are), so a text that doesn't convert raises kTipos and changes nothing.
+  // not truth values; "True", "False" and numbers are), so a text that doesn't convert raises kTipos and changes
+  // nothing.
   void Set(std::size_t campo, const Valor& valor);
   void Set(std::string_view campo, const Valor& valor);
   void Set(std::size_t campo, const char* texto) { Set(campo, Valor{std::string_view{texto}}); }
@@ -168,7 +196,7 @@ class Tabla {
   // apostrophe inside quotes stands for one. Texts compare exactly but for case, as the service does; numbers as
   // numbers (a value that isn't one keeps no row). An empty text clears it. The cursor goes to the first row that is
   // left. Raises kLlamada for a text of another form and kCampo for an unknown field.
-  // Equality costs a constant time, whatever the number of rows, after the first filter on that field.
+  // Equality on a text costs a constant time, whatever the number of rows, after the first filter on that field.
   void Filter(std::string_view criterio);
   const std::string& Filter() const noexcept { return filtro_; }
 
@@ -193,44 +221,57 @@ class Tabla {
   std::size_t Memoria() const noexcept;
 
  private:
-  friend class EscritorPersistido;
-  friend class LectorPersistido;
   explicit Tabla(std::shared_ptr<DatosTabla> datos);
+
+  static constexpr std::size_t kNinguna = static_cast<std::size_t>(-1);
+
+  // What a filter or a search compares with: a column and a value made ready for that column's class.
+  struct Igualdad {
+    std::size_t campo = 0;
+    std::vector<std::uint32_t> textos;  // of a text column: the texts that are equal but for case
+    std::size_t distintos = 0;          // how many texts the column had when they were looked up
+    std::string valor;
+    double numero = 0;
+    bool vacia = false;  // nothing can be equal
+  };
+  Igualdad Preparar(std::string_view criterio) const;
+  void Actualizar(Igualdad& igualdad) const;
+  bool Coincide(const Igualdad& igualdad, std::size_t fila) const;
 
   void ExigirAbierta() const;
   std::size_t ExigirFila() const;
-  void RehacerVista();
+  void ExigirCampo(std::size_t campo) const;
+  bool TieneVista() const noexcept { return filtrada_ || campo_orden_ >= 0; }
+  void RehacerVista() const;
+  void OrdenarVista() const;
   void Sincronizar() const;
-  bool Pasa(std::size_t fila) const;
-  bool TieneVista() const noexcept { return campo_filtro_ >= 0 || campo_orden_ >= 0; }
-  void OrdenarVista();
+  void Ubicar(std::size_t posicion);
 
   std::shared_ptr<DatosTabla> datos_;
   Estado estado_ = Estado::kCerrada;
 
   std::string filtro_;
-  int campo_filtro_ = -1;
-  Valor valor_filtro_;            // text of the filter lives in texto_filtro_
-  std::string texto_filtro_;
+  bool filtrada_ = false;
+  mutable Igualdad igualdad_;
   std::string orden_;
   int campo_orden_ = -1;
   bool descendente_ = false;
 
-  // Rows on show when there is a filter or a sort; without either the view is 0, 1, 2, ... Mutable since it follows
+  // Rows on show while there is a filter or a sort; without either they are 0, 1, 2, ... Mutable since the view follows
   // changes that came through another clone when it is next asked.
   mutable std::vector<std::uint32_t> vista_;
   mutable std::uint64_t version_vista_ = 0;
   mutable std::size_t filas_vista_ = 0;
-  std::size_t posicion_ = 0;      // in the view
-  std::size_t fila_ = kNinguna;   // identity of the current row
-  static constexpr std::size_t kNinguna = static_cast<std::size_t>(-1);
+  mutable std::size_t posicion_ = 0;   // of the current row in the view, or of the row that follows it when it left
+  mutable bool actual_fuera_ = false;  // the current row isn't in the view
+  std::size_t fila_ = kNinguna;        // the current row; none: past the end
 };
 
 using TablaPtr = std::shared_ptr<Tabla>;
 
-// A new table with the same fields; with `con_datos` all rows of the source from its first on (its filter and sort hold),
-// posted, read without moving any other cursor than the source's, which ends past the last row; a source without rows
-// then gives one blank row in which every truth value is false. The new table stands on its first row.
+// A new table with the same fields; with `con_datos` all rows of the source from its first on (its filter and sort
+// hold), posted, read without moving any other cursor than the source's, which ends past the last row; a source without
+// rows then gives one blank row in which every truth value is false. The new table stands on its first row.
 TablaPtr CopiarRecordset(Tabla& origen, bool con_datos);
 
 }  // namespace utr

@@ -1,0 +1,132 @@
+#pragma once
+
+#include <array>
+#include <cstring>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "tables/Tabla.h"
+
+// What the clones of a table share: fields and columns. Internal to the table service.
+namespace utr {
+
+// Texts, each distinct one once, by number from 1. Texts never move.
+class Diccionario {
+ public:
+  // The number of the text, which is added when it is new.
+  std::uint32_t Numero(std::string_view texto);
+
+  // The numbers of all texts that are equal to this one but for case.
+  std::vector<std::uint32_t> IgualesSinCaso(std::string_view texto) const;
+
+  std::string_view Texto(std::uint32_t numero) const noexcept {
+    return {entradas_[numero - 1].texto, entradas_[numero - 1].largo};
+  }
+  std::size_t Cantidad() const noexcept { return entradas_.size(); }
+  std::size_t Memoria() const noexcept;
+
+ private:
+  struct Entrada {
+    const char* texto;
+    std::uint32_t largo;
+    std::uint32_t dispersion;
+  };
+
+  // The hash is blind to case, so that one probe sequence holds all variants of a text.
+  static std::uint32_t Dispersion(std::string_view texto) noexcept;
+  const char* Guardar(std::string_view texto);
+  void Crecer();
+
+  static constexpr std::size_t kBloque = 32 * 1024;
+  std::vector<std::unique_ptr<char[]>> bloques_;
+  char* cursor_ = nullptr;
+  std::size_t libre_ = 0;  // bytes left at the cursor
+  std::size_t bytes_ = 0;
+  std::vector<Entrada> entradas_;
+  std::vector<std::uint32_t> ranuras_;  // numbers, 0 for free; a power of two
+};
+
+// One column. Only the vectors of its class are used.
+class Columna {
+ public:
+  explicit Columna(TipoCampo tipo) : tipo_(tipo), clase_(ClaseDe(tipo)) {}
+
+  Clase DeClase() const noexcept { return clase_; }
+  void AgregarNulo();
+  void Reservar(std::size_t filas);
+  std::size_t Memoria() const noexcept;
+
+  Valor Leer(std::size_t fila) const noexcept;
+  bool EsNulo(std::size_t fila) const noexcept;
+  double Numero(std::size_t fila) const noexcept;  // of a number or truth value that isn't null
+
+  // Raises kTipos or kDesborde for a value that the type doesn't take, and changes nothing then.
+  void Escribir(std::size_t fila, const Valor& valor);
+
+  // --- Text columns ---
+  const Diccionario& Textos() const noexcept { return textos_; }
+  std::uint32_t Indice(std::size_t fila) const noexcept { return indices_[fila]; }
+  void EscribirTexto(std::size_t fila, std::string_view texto);
+
+  // Appends to `filas` every row, from the first on, whose text is number `texto`.
+  void FilasDe(std::uint32_t texto, std::vector<std::uint32_t>& filas) const;
+
+  // Goes up with every change of a value.
+  std::uint64_t Version() const noexcept { return version_; }
+
+ private:
+  // Rows that the index hasn't seen yet may change without making it stale.
+  void Cambiar(std::size_t fila) noexcept {
+    ++version_;
+    if (fila < indexadas_) indice_vigente_ = false;
+  }
+  void EscribirNulo(std::size_t fila);
+  void Indexar() const;
+
+  TipoCampo tipo_;
+  Clase clase_;
+  std::uint64_t version_ = 0;
+
+  Diccionario textos_;
+  std::vector<std::uint32_t> indices_;
+  std::vector<double> dobles_;
+  std::vector<std::int64_t> enteros_;
+  std::vector<std::uint8_t> logicos_;  // 0, 1
+  std::vector<bool> presentes_;        // of numbers and truth values
+
+  // Rows by text number, for the rows that were there when it was built; later ones are looked at one by one.
+  mutable std::vector<std::uint32_t> inicios_;
+  mutable std::vector<std::uint32_t> filas_por_texto_;
+  mutable std::size_t indexadas_ = 0;
+  mutable bool indice_vigente_ = false;
+};
+
+struct DispersionSinCaso {
+  using is_transparent = void;
+  std::size_t operator()(std::string_view texto) const noexcept;
+};
+struct IgualdadSinCaso {
+  using is_transparent = void;
+  bool operator()(std::string_view a, std::string_view b) const noexcept;
+};
+
+class DatosTabla {
+ public:
+  void AgregarCampo(const Campo& campo);  // a name may occur twice in a file; the first one answers to it
+  void AgregarFila();
+  int Buscar(std::string_view nombre) const noexcept;
+
+  std::vector<Campo> campos;
+  std::vector<Columna> columnas;
+  std::size_t filas = 0;
+  std::size_t publicadas = 0;
+  bool actualizable = true;  // what the schema of a saved file says of the whole table
+
+ private:
+  std::unordered_map<std::string, std::size_t, DispersionSinCaso, IgualdadSinCaso> por_nombre_;
+};
+
+}  // namespace utr

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "tables/DatosTabla.h"
+
+// The persisted XML form of a table: what both its writer and its reader know. Internal to the table service.
+namespace utr {
+
+namespace uri {
+inline constexpr std::string_view kEsquema = "uuid:BDC6E3F0-6DA3-11d1-A2A3-00AA00C14882";
+inline constexpr std::string_view kTipos = "uuid:C2F41010-65B3-11d1-A29F-00AA00C14882";
+inline constexpr std::string_view kRowset = "urn:schemas-microsoft-com:rowset";
+inline constexpr std::string_view kFila = "#RowsetSchema";
+}  // namespace uri
+
+inline constexpr std::uint32_t kLargoMemo = 4294967295U;  // declared length of a text without limit
+
+// A precision that a file didn't declare, so that it isn't declared when the table is written again.
+inline constexpr std::uint8_t kSinPrecision = 255;
+
+// How a field type is declared in the schema.
+struct TipoPersistido {
+  TipoCampo tipo;
+  std::string_view dt;
+  std::string_view dbtype;  // empty: none
+  std::uint32_t largo;      // of a type with a fixed length; 0: the field's own
+  bool fijo;
+  bool largo_memo;
+  bool con_precision;
+  bool con_escala;
+};
+
+const TipoPersistido& DescripcionDeTipo(TipoCampo tipo);
+
+// The type of a declaration: `dt` and `dbtype` as read, and the flags that tell texts apart. A `dt` that isn't known is
+// a text.
+TipoCampo TipoDeDeclaracion(std::string_view dt, std::string_view dbtype, bool fijo, bool memo, bool con_largo);
+
+// Reads a file; raises kArchivo with a Spanish description for anything that isn't a whole table.
+std::shared_ptr<DatosTabla> LeerPersistido(const std::filesystem::path& ruta);
+
+// The same from bytes in memory, which are used up. `nombre` stands in the descriptions of failures.
+std::shared_ptr<DatosTabla> LeerPersistidoDe(std::string bytes, const std::string& nombre);
+
+// Writes a new file, whole or not at all. Raises kArchivo when it exists or can't be written.
+void EscribirPersistido(const DatosTabla& datos, const std::filesystem::path& ruta);
+
+}  // namespace utr
