@@ -1,0 +1,74 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "configuration/Config.h"
+#include "shell/RegistroErrores.h"
+#include "tables/Tabla.h"
+
+namespace utr {
+
+// Appends the 38 columns of the channel table to a closed table, in their order.
+void AgregarColumnasDeCanales(Tabla& tabla);
+
+// The channels of a station in the order in which they were added, each under a key: "C" and the channel number unless
+// another one was given. Objects are shared with whoever asks for them.
+class ConfigColl {
+ public:
+  // Builds the object of a channel from the current row of a channel table. A channel that is present already is
+  // returned as it stands: the first row has the last word. A column that is missing, null or doesn't convert leaves
+  // its field as it was; nothing is raised. `clave` empty: the channel's own key.
+  ConfigPtr Add(std::int16_t canal, const Tabla& registro, std::string_view clave = {});
+
+  // The object of a channel number or of its text (blanks around it don't count), or null.
+  ConfigPtr Item(std::int16_t canal) const;
+  ConfigPtr Item(std::string_view canal) const;
+
+  std::size_t Count() const noexcept { return elementos_.size(); }
+
+  // Takes out the object at a position counted from 1, or under a whole key such as "C7". Never by bare channel number.
+  // Raises kLlamada where there is none.
+  void Remove(std::size_t posicion);
+  void Remove(std::string_view clave);
+
+  // A new channel table with one posted row for each object, on its first row. A failure is logged and raised again.
+  TablaPtr GetRecMembers(RegistroErrores& registro) const;
+
+  // Walks the objects (ConfigPtr) in the order of adding.
+  class Iterador;
+  Iterador begin() const;
+  Iterador end() const;
+
+ private:
+  using Elementos = std::vector<std::pair<std::string, ConfigPtr>>;
+  Elementos::const_iterator Buscar(std::string_view clave) const;
+
+  Elementos elementos_;
+};
+
+class ConfigColl::Iterador {
+ public:
+  explicit Iterador(Elementos::const_iterator lugar) : lugar_(lugar) {}
+  const ConfigPtr& operator*() const { return lugar_->second; }
+  Iterador& operator++() {
+    ++lugar_;
+    return *this;
+  }
+  bool operator==(const Iterador&) const = default;
+
+ private:
+  Elementos::const_iterator lugar_;
+};
+
+inline ConfigColl::Iterador ConfigColl::begin() const {
+  return Iterador(elementos_.begin());
+}
+inline ConfigColl::Iterador ConfigColl::end() const {
+  return Iterador(elementos_.end());
+}
+
+}  // namespace utr
