@@ -20,7 +20,7 @@ enum class Presentacion : std::uint8_t {
 enum class ClaseOrden : std::uint8_t { kTexto, kNumero, kFecha, kHora };
 
 // One column of a list: its title, the field of the table that it shows (found without regard to case) and how.
-struct Columna {
+struct ColumnaLista {
   std::string titulo;
   std::string campo;
   Presentacion presentacion = Presentacion::kTalCual;
@@ -28,6 +28,6 @@ struct Columna {
   std::string (*funcion)(std::string_view valor) = nullptr;  // for kFuncion alone; pure
 };
 
-using Columnas = std::vector<Columna>;
+using Columnas = std::vector<ColumnaLista>;
 
 }  // namespace utr

@@ -11,7 +11,7 @@ namespace {
 constexpr std::string_view kFinDeLinea = "\r\n";
 
 void AgregarTitulos(std::string& documento, const Columnas& columnas) {
-  for (const Columna& columna : columnas) {
+  for (const ColumnaLista& columna : columnas) {
     if (&columna != &columnas.front()) documento += '\t';
     documento += columna.titulo;
   }

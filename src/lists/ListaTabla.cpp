@@ -22,7 +22,7 @@ bool EsCero(std::string_view texto) {
 }
 
 // What a column shows for a value that is there.
-std::string Presentar(const Columna& columna, std::string_view texto) {
+std::string Presentar(const ColumnaLista& columna, std::string_view texto) {
   switch (columna.presentacion) {
     case Presentacion::kNoSi:
       return EsCero(texto) ? "No" : "Si";
@@ -37,11 +37,11 @@ std::string Presentar(const Columna& columna, std::string_view texto) {
   return std::string(texto);
 }
 
-std::string PresentarNulo(const Columna& columna) {
+std::string PresentarNulo(const ColumnaLista& columna) {
   return columna.presentacion == Presentacion::kGuionSiNulo ? std::string(kGuion) : Presentar(columna, "");
 }
 
-bool SeMuestraTalCual(const Columna& columna) {
+bool SeMuestraTalCual(const ColumnaLista& columna) {
   return columna.presentacion == Presentacion::kTalCual || columna.presentacion == Presentacion::kGuionSiNulo;
 }
 
@@ -94,7 +94,7 @@ void ListaTabla::Mostrar(TablaPtr tabla) {
   Vaciar();
   if (!tabla || !tabla->Abierta()) return;
   std::vector<Fuente> fuentes;
-  for (const Columna& columna : columnas_) fuentes.push_back(PrepararColumna(*tabla, columna));
+  for (const ColumnaLista& columna : columnas_) fuentes.push_back(PrepararColumna(*tabla, columna));
   fuentes_ = std::move(fuentes);
   total_ = tabla->RecordCount();
   tabla_ = std::move(tabla);
@@ -110,7 +110,7 @@ void ListaTabla::Vaciar() noexcept {
   vista_.clear();
 }
 
-ListaTabla::Fuente ListaTabla::PrepararColumna(const Tabla& tabla, const Columna& columna) const {
+ListaTabla::Fuente ListaTabla::PrepararColumna(const Tabla& tabla, const ColumnaLista& columna) const {
   Fuente fuente;
   if (columna.presentacion == Presentacion::kGuion) return fuente;
   const std::size_t campo = tabla.IndiceCampo(columna.campo);

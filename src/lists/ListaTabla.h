@@ -80,7 +80,7 @@ class ListaTabla {
     std::vector<std::uint32_t> indices;  // index by row, where the table keeps none
   };
 
-  Fuente PrepararColumna(const Tabla& tabla, const Columna& columna) const;
+  Fuente PrepararColumna(const Tabla& tabla, const ColumnaLista& columna) const;
   std::size_t Indices(const Fuente& fuente) const;
   std::size_t IndiceDe(std::size_t fila, const Fuente& fuente) const;
   std::string_view TextoDeIndice(std::size_t indice, std::size_t columna) const;
