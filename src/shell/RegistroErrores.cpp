@@ -37,9 +37,15 @@ void RegistroErrores::RegistrarError(const Error& error, std::string_view modulo
 }
 
 std::string TextoFalla(Redaccion redaccion, std::string_view descripcion) {
-  return redaccion == Redaccion::kCompletada
-             ? fmt::format("La operación solicitada no puede ser completada\n[{}]", descripcion)
-             : fmt::format("La operación solicitada no puede completarse\n[ {} ]", descripcion);
+  switch (redaccion) {
+    case Redaccion::kCompletada:
+      return fmt::format("La operación solicitada no puede ser completada\n[{}]", descripcion);
+    case Redaccion::kExportar:
+      return fmt::format("La operacion no puede ser completada\n[ {} ]", descripcion);
+    case Redaccion::kCompletarse:
+      break;
+  }
+  return fmt::format("La operación solicitada no puede completarse\n[ {} ]", descripcion);
 }
 
 void RegistrandoYRelanzando(RegistroErrores& registro, std::string_view modulo, std::string_view procedimiento,
@@ -55,15 +61,14 @@ void RegistrandoYRelanzando(RegistroErrores& registro, std::string_view modulo, 
 
 bool RegistrandoYMostrando(RegistroErrores& registro, Operador& operador, std::string_view modulo,
                            std::string_view procedimiento, std::string_view titulo, Redaccion redaccion,
-                           const std::function<void()>& accion) {
+                           const std::function<void()>& accion, Icono icono) {
   try {
     accion();
     return true;
   } catch (...) {
     const Error error = ErrorActual();
     registro.RegistrarError(error, modulo, procedimiento);
-    operador.Mostrar(
-        {TextoFalla(redaccion, error.Descripcion()), std::string(titulo), Icono::kCritico, Botones::kAceptar});
+    operador.Mostrar({TextoFalla(redaccion, error.Descripcion()), std::string(titulo), icono, Botones::kAceptar});
     return false;
   }
 }

@@ -29,6 +29,7 @@ class RegistroErrores {
 enum class Redaccion {
   kCompletada,   // "La operación solicitada no puede ser completada", line break, "[", description, "]"
   kCompletarse,  // "La operación solicitada no puede completarse", line break, "[ ", description, " ]"
+  kExportar,     // "La operacion no puede ser completada", line break, "[ ", description, " ]"
 };
 std::string TextoFalla(Redaccion redaccion, std::string_view descripcion);
 
@@ -38,10 +39,11 @@ std::string TextoFalla(Redaccion redaccion, std::string_view descripcion);
 void RegistrandoYRelanzando(RegistroErrores& registro, std::string_view modulo, std::string_view procedimiento,
                             const std::function<void()>& accion);
 
-// Logs a failure and shows one critical message titled `titulo`. True: the action ended without a failure.
+// Logs a failure and shows one message titled `titulo`, critical unless told otherwise. True: the action ended without a
+// failure.
 bool RegistrandoYMostrando(RegistroErrores& registro, Operador& operador, std::string_view modulo,
                            std::string_view procedimiento, std::string_view titulo, Redaccion redaccion,
-                           const std::function<void()>& accion);
+                           const std::function<void()>& accion, Icono icono = Icono::kCritico);
 
 // The same for the reads of the record views, where error 3265 is cleared: it is neither logged nor shown.
 bool RegistrandoSalvoCampo(RegistroErrores& registro, Operador& operador, std::string_view modulo,

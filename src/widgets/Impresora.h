@@ -28,9 +28,9 @@ class ImpresoraQt : public Impresora {
   void Imprimir(std::string_view nombre, std::string_view texto) override;
 };
 
-// Draws the whole text on as many pages as it takes, with tab stops wide enough for the widest text of each column; lines
-// that are still wider than the page are drawn smaller, down to a readable size, and then wrapped. Gives the number of
-// pages; 0 when the device couldn't be opened.
+// Draws the whole text on as many pages as it takes, with tab stops wide enough for the widest text of each column;
+// lines that are still wider than the page are drawn smaller, down to a readable size, and then wrapped. Gives the
+// number of pages; 0 when the device couldn't be opened.
 int DibujarDocumento(QPagedPaintDevice& dispositivo, std::string_view texto, const QFont& letra);
 
 }  // namespace utr

@@ -16,23 +16,23 @@ class VistaLista;
 
 // What a window says through the list services.
 struct PalabrasLista {
-  std::string modulo;                                   // "frmEventos": in the error log
-  std::string titulo_ventana;                           // title of messages
-  std::string titulo_guardar = "Exportar ...";          // caption of the save dialog
-  std::string procedimiento_imprimir;                   // "ImprimirEventos": in the error log
-  int tipo_imp = 1;                                     // 0 events, 1 data
+  std::string modulo;                           // "frmEventos": in the error log
+  std::string titulo_ventana;                   // title of messages
+  std::string titulo_guardar = "Exportar ...";  // caption of the save dialog
+  std::string procedimiento_imprimir;           // "ImprimirEventos": in the error log
+  std::string procedimiento_imp = "Exportar";   // name of the .imp command: in the error log
+  int tipo_imp = 1;                             // 0 events, 1 data
   std::string exito_imp = "La lista de datos ha sido exportada con éxito";
 };
 
-// The services that every list window ends in: save as text, export for manual insertion, print, choose the printer. Each
-// shows its own messages; none raises.
+// The services that every list window ends in: save as text, export for manual insertion, print, choose the printer.
+// Each shows its own messages; none raises.
 class ServiciosLista {
  public:
   // `encabezado` gives title and date lines of the document; it is asked each time.
   using Encabezado = std::function<EncabezadoLista()>;
 
   ServiciosLista(ModRTU& mod, const VistaLista& vista, PalabrasLista palabras);
-  ~ServiciosLista();
 
   // The document of the list written to that file. False: the list is empty, or it couldn't be written (no message); an
   // error gives a message and false.
@@ -54,7 +54,8 @@ class ServiciosLista {
   void UsarImpresora(Impresora& impresora) { impresora_ = &impresora; }
 
  private:
-  void ImprimirCopias(const std::string& texto);
+  void Informar(const std::string& texto);
+  void Intentar(std::string_view procedimiento, const std::function<void()>& accion);
 
   ModRTU& mod_;
   const VistaLista& vista_;

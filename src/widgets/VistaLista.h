@@ -1,15 +1,14 @@
 #pragma once
 
 #include <QWidget>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "lists/Columnas.h"
 #include "lists/ListaTabla.h"
 #include "tables/Tabla.h"
 
-class QAction;
 class QLineEdit;
 class QTreeView;
 
@@ -19,24 +18,24 @@ class ModeloLista;
 
 // The list of the system: a table's rows under titled columns, with a filter field over them.
 //
-// A click on a column title orders by that column and turns the order over at each click; the title then bears the icon of
-// the order. Widths are fitted to titles and texts whenever a table is shown. Ctrl+F goes to the filter field, which keeps
-// the rows that hold the text in any column; Esc there empties it. Ctrl+C copies the selected rows as tab-separated text.
+// A click on a column title orders by that column and turns the order over at each click, the first one ascending; the
+// title then bears the icon of the order. Widths are fitted to titles and texts whenever a table is shown. Ctrl+F goes
+// to the filter field, which keeps the rows that hold the text in any column; Esc there empties it. Ctrl+C copies the
+// selected rows as tab-separated text.
 class VistaLista : public QWidget {
   Q_OBJECT
 
  public:
-  // The list of these columns, without rows. The tree view inside has the object name "Lista".
+  // The list of these columns, without rows. The tree view inside has the object name "Lista", the field "txtFiltro".
   explicit VistaLista(Columnas columnas, QWidget* parent = nullptr);
-  ~VistaLista() override;
 
-  // Shows the rows of the table, in the order in force, with the filter field emptied and the columns fitted. The list
-  // reads the table through its own clone. A null table empties the list.
+  // Shows the rows on show in the table, in the order last asked for, with the filter field emptied and the columns
+  // fitted. The table must not change or be closed while it is shown: empty the list first. A null table empties the
+  // list. Raises kCampo for a table without a field that a column needs; the list is empty then.
   void Mostrar(TablaPtr tabla);
-  void Vaciar() { Mostrar(nullptr); }
+  void Vaciar();
 
-  // What is shown, in the present display order: rows, texts, document. Valid as long as the view lives.
-  ListaTabla& Lista();
+  // What is shown, in the present display order: rows, texts, document.
   const ListaTabla& Lista() const;
 
   // Position on display of the current row, or nothing.
@@ -48,23 +47,36 @@ class VistaLista : public QWidget {
   // Makes the row at that position current and the only one selected, and brings it into sight.
   void Elegir(std::size_t posicion);
 
-  // Orders by a column: by value as a click on its title does (the title gets the icon), or as text without choosing a
-  // column, as the toolbar's two buttons do in some windows (no icon).
+  // Whether several rows can be selected at once. They can unless told otherwise.
+  void PermitirVarias(bool varias);
+
+  // Orders by a column: by value as a click on its title does (the title gets the icon), or by its text without
+  // choosing a column, as the toolbar's two buttons do in some windows (no title bears an icon then). Current row and
+  // selection stay.
   void Ordenar(std::size_t columna, bool ascendente);
   void OrdenarComoTexto(std::size_t columna, bool ascendente);
 
-  // The column whose title bears the icon, and its order.
-  std::optional<std::size_t> ColumnaOrdenada() const;
-  bool Ascendente() const;
+  // The table's own order again, no title with an icon; the next click orders descending if `ascendente`, which is how
+  // the table is said to stand, else ascending.
+  void QuitarOrden(bool ascendente);
 
-  // Repeats the click on the column that bears the icon; nothing without one.
+  // The column whose title bears the icon, and the order in force.
+  std::optional<std::size_t> ColumnaOrdenada() const { return columna_ordenada_; }
+  bool Ascendente() const { return ascendente_; }
+
+  // The click on the title of a column, and the same on the column that bears the icon (nothing without one).
+  void ClicColumna(std::size_t columna);
   void RepetirOrden();
+
+  // Columns in the table's order (the window orders the rows itself and shows the table anew): a click on them puts the
+  // icon and emits Ordenada but leaves the rows alone.
+  void OrdenAjeno(std::size_t columna) { ajenas_.push_back(columna); }
 
   QTreeView* Arbol() { return arbol_; }
   QLineEdit* CampoFiltro() { return filtro_; }
 
-  // The selected rows as tab-separated lines, which Ctrl+C puts on the clipboard.
-  QString TextoElegido() const;
+  // The selected rows as Ctrl+C puts them on the clipboard.
+  std::string TextoElegido() const;
 
  signals:
   // A double click on a row, or Enter with a current row.
@@ -76,14 +88,31 @@ class VistaLista : public QWidget {
   // The selection or the current row changed.
   void SeleccionCambiada();
 
-  // The filter field changed how many rows are seen.
-  void Filtrada(std::size_t filas);
+  // The filter field changed which rows are seen.
+  void Filtrada();
+
+ protected:
+  bool eventFilter(QObject* objeto, QEvent* evento) override;
 
  private:
-  Columnas columnas_;
+  void ArmarArbol();
+  void ArmarFiltro();
+  void ArmarAcciones();
+  bool TeclaEnFiltro(int tecla);
+  bool TeclaEnLista(int tecla);
+  void Cambiar(const std::function<void(ListaTabla&)>& cambio);
+  void AplicarOrden(const OrdenLista& orden);
+  void PonerIcono();
+  void AjustarColumnas();
+  void Copiar() const;
+
   ModeloLista* modelo_;
-  QTreeView* arbol_;
   QLineEdit* filtro_;
+  QTreeView* arbol_;
+  std::optional<std::size_t> columna_ordenada_;
+  std::optional<OrdenLista> orden_;
+  bool ascendente_ = false;
+  std::vector<std::size_t> ajenas_;
 };
 
 }  // namespace utr

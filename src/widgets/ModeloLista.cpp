@@ -1,0 +1,50 @@
+#include "widgets/ModeloLista.h"
+
+#include "widgets/TextoQt.h"
+
+namespace utr {
+
+ModeloLista::ModeloLista(Columnas columnas, QObject* parent)
+    : QAbstractTableModel(parent), lista_(std::move(columnas)) {}
+
+void ModeloLista::Cambiar(const std::function<void(ListaTabla&)>& cambio) {
+  struct Reinicio {
+    ModeloLista& modelo;
+    explicit Reinicio(ModeloLista& m) : modelo(m) { modelo.beginResetModel(); }
+    ~Reinicio() { modelo.endResetModel(); }
+    Reinicio(const Reinicio&) = delete;
+    Reinicio& operator=(const Reinicio&) = delete;
+  } const reinicio(*this);
+  cambio(lista_);
+}
+
+int ModeloLista::rowCount(const QModelIndex& padre) const {
+  return padre.isValid() ? 0 : static_cast<int>(lista_.Cantidad());
+}
+
+int ModeloLista::columnCount(const QModelIndex& padre) const {
+  return padre.isValid() ? 0 : static_cast<int>(lista_.LasColumnas().size());
+}
+
+QVariant ModeloLista::data(const QModelIndex& indice, int papel) const {
+  if (!indice.isValid()) return {};
+  const auto columna = static_cast<std::size_t>(indice.column());
+  if (papel == Qt::DisplayRole) return Q(lista_.Texto(static_cast<std::size_t>(indice.row()), columna));
+  if (papel == Qt::TextAlignmentRole && lista_.LasColumnas()[columna].orden == ClaseOrden::kNumero) {
+    return QVariant::fromValue(Qt::Alignment(Qt::AlignRight | Qt::AlignVCenter));
+  }
+  return {};
+}
+
+QVariant ModeloLista::headerData(int seccion, Qt::Orientation orientacion, int papel) const {
+  if (orientacion != Qt::Horizontal) return {};
+  const Columna& columna = lista_.LasColumnas()[static_cast<std::size_t>(seccion)];
+  if (papel == Qt::DisplayRole) return Q(columna.titulo);
+  if (papel == Qt::TextAlignmentRole) {
+    const bool numero = columna.orden == ClaseOrden::kNumero;
+    return QVariant::fromValue(Qt::Alignment((numero ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter));
+  }
+  return {};
+}
+
+}  // namespace utr

@@ -1,0 +1,206 @@
+#include "widgets/OperadorQt.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QFormLayout>
+#include <QMessageBox>
+#include <QPrinterInfo>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QStandardPaths>
+
+#include "base/Texto.h"
+#include "widgets/TextoQt.h"
+
+namespace utr {
+namespace {
+
+QWidget* Encima() {
+  QWidget* modal = QApplication::activeModalWidget();
+  return modal != nullptr ? modal : QApplication::activeWindow();
+}
+
+QMessageBox::Icon IconoQt(Icono icono) {
+  switch (icono) {
+    case Icono::kInformacion:
+      return QMessageBox::Information;
+    case Icono::kExclamacion:
+      return QMessageBox::Warning;
+    case Icono::kCritico:
+      return QMessageBox::Critical;
+    case Icono::kPregunta:
+      return QMessageBox::Question;
+    case Icono::kNinguno:
+      break;
+  }
+  return QMessageBox::NoIcon;
+}
+
+// The normal pointer for the span of a box, since the operator is being asked; then the hourglass again.
+class PunteroNormal {
+ public:
+  PunteroNormal() {
+    while (QApplication::overrideCursor() != nullptr) {
+      guardados_.append(*QApplication::overrideCursor());
+      QApplication::restoreOverrideCursor();
+    }
+  }
+  ~PunteroNormal() {
+    while (!guardados_.isEmpty()) QApplication::setOverrideCursor(guardados_.takeLast());
+  }
+  PunteroNormal(const PunteroNormal&) = delete;
+  PunteroNormal& operator=(const PunteroNormal&) = delete;
+
+ private:
+  QList<QCursor> guardados_;
+};
+
+struct BotonDeCaja {
+  Botones cuando;
+  Respuesta respuesta;
+  const char* texto;
+  QMessageBox::ButtonRole papel;
+};
+constexpr BotonDeCaja kBotones[] = {
+    {Botones::kAceptar, Respuesta::kAceptar, "Aceptar", QMessageBox::AcceptRole},
+    {Botones::kAceptarCancelar, Respuesta::kAceptar, "Aceptar", QMessageBox::AcceptRole},
+    {Botones::kAceptarCancelar, Respuesta::kCancelar, "Cancelar", QMessageBox::RejectRole},
+    {Botones::kSiNo, Respuesta::kSi, "&Sí", QMessageBox::YesRole},
+    {Botones::kSiNo, Respuesta::kNo, "&No", QMessageBox::NoRole},
+};
+
+QFormLayout* CajaDeFormulario(QDialog& dialogo) {
+  auto* caja = new QFormLayout(&dialogo);
+  caja->setRowWrapPolicy(QFormLayout::DontWrapRows);
+  return caja;
+}
+
+}  // namespace
+
+Respuesta OperadorQt::Mostrar(const Mensaje& mensaje) {
+  const PunteroNormal puntero;
+  QMessageBox caja(Encima());
+  caja.setTextFormat(Qt::PlainText);
+  caja.setText(Q(mensaje.texto));
+  caja.setWindowTitle(Q(mensaje.titulo));
+  caja.setIcon(IconoQt(mensaje.icono));
+  QList<std::pair<QAbstractButton*, Respuesta>> respuestas;
+  for (const BotonDeCaja& boton : kBotones) {
+    if (boton.cuando != mensaje.botones) continue;
+    QPushButton* puesto = caja.addButton(QString::fromUtf8(boton.texto), boton.papel);
+    if (respuestas.isEmpty()) caja.setDefaultButton(puesto);
+    respuestas.append({puesto, boton.respuesta});
+  }
+  if (mensaje.botones == Botones::kSiNo) {
+    // Without a button of its own Esc would press "No"; which side is the safe one is the caller's to say.
+    QPushButton* cierre = caja.addButton(QString(), QMessageBox::RejectRole);
+    cierre->setVisible(false);
+    caja.setEscapeButton(cierre);
+  }
+  caja.exec();
+  for (const auto& [boton, respuesta] : respuestas) {
+    if (caja.clickedButton() == boton) return respuesta;
+  }
+  return Respuesta::kCerrado;
+}
+
+std::optional<std::filesystem::path> OperadorQt::ElegirAbrir(const PedidoArchivo& pedido) {
+  return Elegir(pedido, false);
+}
+
+std::optional<std::filesystem::path> OperadorQt::ElegirGuardar(const PedidoArchivo& pedido) {
+  return Elegir(pedido, true);
+}
+
+std::optional<std::filesystem::path> OperadorQt::Elegir(const PedidoArchivo& pedido, bool guardar) {
+  const PunteroNormal puntero;
+  if (ultima_carpeta_.isEmpty()) {
+    ultima_carpeta_ = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+  }
+  QFileDialog dialogo(Encima(), Q(pedido.titulo));
+  dialogo.setNameFilters(FiltroQt(pedido.filtro).split(QStringLiteral(";;"), Qt::SkipEmptyParts));
+  dialogo.setDirectory(pedido.carpeta.empty() ? ultima_carpeta_ : Q(pedido.carpeta.string()));
+  dialogo.setFileMode(guardar ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+  dialogo.setAcceptMode(guardar ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+  if (guardar) dialogo.setDefaultSuffix(ExtensionDe(pedido.filtro));
+  dialogo.setLabelText(QFileDialog::Accept, guardar ? QStringLiteral("&Guardar") : QStringLiteral("&Abrir"));
+  dialogo.setLabelText(QFileDialog::Reject, QStringLiteral("Cancelar"));
+  dialogo.setLabelText(QFileDialog::FileName, QStringLiteral("&Nombre:"));
+  dialogo.setLabelText(QFileDialog::FileType, QStringLiteral("Tipo:"));
+  if (!pedido.nombre.empty()) dialogo.selectFile(Q(pedido.nombre));
+  if (dialogo.exec() != QDialog::Accepted || dialogo.selectedFiles().isEmpty()) return std::nullopt;
+  ultima_carpeta_ = dialogo.directory().absolutePath();
+  return Ruta(dialogo.selectedFiles().first());
+}
+
+std::optional<EleccionImpresora> OperadorQt::ElegirImpresora(std::string_view titulo,
+                                                             const EleccionImpresora& anterior) {
+  const PunteroNormal puntero;
+  QDialog dialogo(Encima());
+  dialogo.setWindowTitle(Q(titulo));
+  auto* impresoras = new QComboBox(&dialogo);
+  impresoras->addItems(QPrinterInfo::availablePrinterNames());
+  const QString deseada = anterior.nombre.empty() ? QPrinterInfo::defaultPrinterName() : Q(anterior.nombre);
+  if (const int lugar = impresoras->findText(deseada); lugar >= 0) impresoras->setCurrentIndex(lugar);
+  impresoras->setMinimumContentsLength(24);
+  impresoras->setAccessibleName(QStringLiteral("Impresora"));
+  auto* copias = new QSpinBox(&dialogo);
+  copias->setRange(1, 99);
+  copias->setValue(anterior.copias);
+  copias->setAccessibleName(QStringLiteral("Copias"));
+  auto* botones = new QDialogButtonBox(&dialogo);
+  QPushButton* aceptar = botones->addButton(QStringLiteral("Aceptar"), QDialogButtonBox::AcceptRole);
+  botones->addButton(QStringLiteral("Cancelar"), QDialogButtonBox::RejectRole);
+  QFormLayout* caja = CajaDeFormulario(dialogo);
+  caja->addRow(QStringLiteral("&Impresora:"), impresoras);
+  caja->addRow(QStringLiteral("&Copias:"), copias);
+  caja->addRow(botones);
+  if (impresoras->count() == 0) {
+    impresoras->addItem(QStringLiteral("No hay impresoras instaladas"));
+    impresoras->setEnabled(false);
+    copias->setEnabled(false);
+    aceptar->setEnabled(false);
+  } else {
+    aceptar->setDefault(true);
+  }
+  QObject::connect(botones, &QDialogButtonBox::accepted, &dialogo, &QDialog::accept);
+  QObject::connect(botones, &QDialogButtonBox::rejected, &dialogo, &QDialog::reject);
+  if (dialogo.exec() != QDialog::Accepted) return std::nullopt;
+  return EleccionImpresora{U(impresoras->currentText()), copias->value()};
+}
+
+void OperadorQt::PunteroOcupado(bool ocupado) {
+  if (ocupado) {
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+  } else if (QApplication::overrideCursor() != nullptr) {
+    QApplication::restoreOverrideCursor();
+  }
+}
+
+QString FiltroQt(std::string_view filtro) {
+  const std::vector<std::string_view> partes = Separar(filtro, '|');
+  QStringList salida;
+  for (std::size_t i = 0; i + 1 < partes.size(); i += 2) {
+    QString texto = Q(Recortar(partes[i]));
+    QString patron = Q(Recortar(partes[i + 1]));
+    const QString entre = QStringLiteral("(%1)").arg(patron);
+    if (texto.endsWith(entre, Qt::CaseInsensitive)) texto.chop(entre.size());
+    patron.replace(QLatin1Char(';'), QLatin1Char(' '));
+    salida.append(QStringLiteral("%1 (%2)").arg(texto.trimmed(), patron));
+  }
+  return salida.join(QStringLiteral(";;"));
+}
+
+QString ExtensionDe(std::string_view filtro) {
+  const std::vector<std::string_view> partes = Separar(filtro, '|');
+  if (partes.size() < 2) return {};
+  const QString patron = Q(Recortar(Separar(partes[1], ';').front()));
+  if (!patron.startsWith(QStringLiteral("*."))) return {};
+  const QString extension = patron.mid(2);
+  return extension.contains(QLatin1Char('*')) ? QString() : extension;
+}
+
+}  // namespace utr

@@ -1,0 +1,54 @@
+#include "widgets/PanelAviso.h"
+
+#include <QLabel>
+#include <QStackedLayout>
+#include <QVBoxLayout>
+
+namespace utr {
+
+PanelAviso::PanelAviso(const char* nombre, const QString& texto, QWidget* parent)
+    : QFrame(parent), etiqueta_(new QLabel(texto, this)) {
+  setObjectName(QString::fromLatin1(nombre));
+  setAccessibleName(texto);
+  setFrameShape(QFrame::StyledPanel);
+  setBackgroundRole(QPalette::ToolTipBase);
+  setAutoFillBackground(true);
+  etiqueta_->setTextFormat(Qt::PlainText);
+  etiqueta_->setAlignment(Qt::AlignCenter);
+  etiqueta_->setWordWrap(true);
+  etiqueta_->setForegroundRole(QPalette::ToolTipText);
+  auto* caja = new QVBoxLayout(this);
+  caja->setContentsMargins(24, 18, 24, 18);
+  caja->addWidget(etiqueta_);
+}
+
+QString PanelAviso::Texto() const {
+  return etiqueta_->text();
+}
+
+ZonaLista::ZonaLista(QWidget* lista, QWidget* parent)
+    : QWidget(parent), pila_(new QStackedLayout(this)), lista_(lista), fondo_(new QWidget(this)) {
+  auto* columna = new QVBoxLayout(fondo_);
+  columna->addStretch(1);
+  columna->addStretch(1);
+  pila_->addWidget(lista_);
+  pila_->addWidget(fondo_);
+}
+
+PanelAviso* ZonaLista::Agregar(const char* nombre, const QString& texto) {
+  auto* panel = new PanelAviso(nombre, texto, fondo_);
+  panel->setVisible(false);
+  auto* columna = static_cast<QVBoxLayout*>(fondo_->layout());
+  columna->insertWidget(columna->count() - 1, panel);
+  paneles_.append(panel);
+  return panel;
+}
+
+void ZonaLista::Mostrar(std::initializer_list<PanelAviso*> paneles) {
+  for (PanelAviso* panel : paneles_) {
+    panel->setVisible(std::find(paneles.begin(), paneles.end(), panel) != paneles.end());
+  }
+  pila_->setCurrentWidget(paneles.size() == 0 ? lista_ : fondo_);
+}
+
+}  // namespace utr

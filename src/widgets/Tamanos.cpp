@@ -1,0 +1,35 @@
+#include "widgets/Tamanos.h"
+
+#include <QEvent>
+#include <QSettings>
+#include <QWidget>
+
+namespace utr {
+namespace {
+
+QSettings Archivo() {
+  return QSettings(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("AdminUTR"), QStringLiteral("ventanas"));
+}
+
+class Guardian : public QObject {
+ public:
+  explicit Guardian(QWidget* ventana) : QObject(ventana) { ventana->installEventFilter(this); }
+
+  bool eventFilter(QObject* objeto, QEvent* evento) override {
+    if (evento->type() == QEvent::Hide && !evento->spontaneous()) {
+      const auto* ventana = static_cast<QWidget*>(objeto);
+      Archivo().setValue(ventana->objectName(), ventana->saveGeometry());
+    }
+    return false;
+  }
+};
+
+}  // namespace
+
+void RecordarTamano(QWidget* ventana) {
+  const QByteArray guardado = Archivo().value(ventana->objectName()).toByteArray();
+  if (!guardado.isEmpty()) ventana->restoreGeometry(guardado);
+  new Guardian(ventana);
+}
+
+}  // namespace utr

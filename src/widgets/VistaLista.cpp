@@ -1,0 +1,281 @@
+#include "widgets/VistaLista.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QShortcut>
+#include <QTreeView>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <unordered_set>
+
+#include "widgets/AnchoTexto.h"
+#include "widgets/ModeloLista.h"
+#include "widgets/TextoQt.h"
+
+namespace utr {
+namespace {
+
+// Above this many selected rows only the current one is found again after a new order: the rest isn't worth the walk.
+constexpr std::size_t kMaximoConservado = 10000;
+constexpr int kMargenCelda = 16;
+constexpr int kMargenIcono = 20;
+
+}  // namespace
+
+VistaLista::VistaLista(Columnas columnas, QWidget* parent)
+    : QWidget(parent),
+      modelo_(new ModeloLista(std::move(columnas), this)),
+      filtro_(new QLineEdit(this)),
+      arbol_(new QTreeView(this)) {
+  ArmarFiltro();
+  ArmarArbol();
+  ArmarAcciones();
+  auto* caja = new QVBoxLayout(this);
+  caja->setContentsMargins(0, 0, 0, 0);
+  caja->addWidget(filtro_);
+  caja->addWidget(arbol_, 1);
+  setFocusProxy(arbol_);
+  AjustarColumnas();
+}
+
+void VistaLista::ArmarFiltro() {
+  filtro_->setObjectName(QStringLiteral("txtFiltro"));
+  filtro_->setPlaceholderText(QStringLiteral("Filtrar (Ctrl+F)"));
+  filtro_->setAccessibleName(QStringLiteral("Filtrar"));
+  filtro_->setClearButtonEnabled(true);
+  filtro_->installEventFilter(this);
+  connect(filtro_, &QLineEdit::textChanged, this, [this](const QString& texto) {
+    Cambiar([&texto](ListaTabla& lista) { lista.Filtrar(U(texto)); });
+    emit Filtrada();
+  });
+}
+
+void VistaLista::ArmarArbol() {
+  arbol_->setObjectName(QStringLiteral("Lista"));
+  arbol_->setAccessibleName(QStringLiteral("Lista"));
+  arbol_->setUniformRowHeights(true);
+  arbol_->setRootIsDecorated(false);
+  arbol_->setItemsExpandable(false);
+  arbol_->setAllColumnsShowFocus(true);
+  arbol_->setAlternatingRowColors(true);
+  arbol_->setSelectionMode(QAbstractItemView::ExtendedSelection);
+  arbol_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  arbol_->setModel(modelo_);
+  arbol_->installEventFilter(this);
+  QHeaderView* titulos = arbol_->header();
+  titulos->setSectionsClickable(true);
+  titulos->setSectionsMovable(false);
+  titulos->setHighlightSections(false);
+  titulos->setStretchLastSection(true);
+  connect(titulos, &QHeaderView::sectionClicked, this,
+          [this](int columna) { ClicColumna(static_cast<std::size_t>(columna)); });
+  connect(arbol_, &QTreeView::doubleClicked, this,
+          [this](const QModelIndex& indice) { emit Activada(static_cast<std::size_t>(indice.row())); });
+  connect(arbol_->selectionModel(), &QItemSelectionModel::selectionChanged, this, &VistaLista::SeleccionCambiada);
+  connect(arbol_->selectionModel(), &QItemSelectionModel::currentRowChanged, this, &VistaLista::SeleccionCambiada);
+}
+
+void VistaLista::ArmarAcciones() {
+  auto* copiar = new QAction(QStringLiteral("&Copiar"), arbol_);
+  copiar->setShortcut(QKeySequence::Copy);
+  copiar->setShortcutContext(Qt::WidgetShortcut);
+  connect(copiar, &QAction::triggered, this, &VistaLista::Copiar);
+  auto* todo = new QAction(QStringLiteral("&Seleccionar todo"), arbol_);
+  todo->setShortcut(QKeySequence::SelectAll);
+  todo->setShortcutContext(Qt::WidgetShortcut);
+  connect(todo, &QAction::triggered, arbol_, &QTreeView::selectAll);
+  arbol_->addActions({copiar, todo});
+  arbol_->setContextMenuPolicy(Qt::ActionsContextMenu);
+  auto* buscar = new QShortcut(QKeySequence::Find, this);
+  connect(buscar, &QShortcut::activated, filtro_, [this] {
+    filtro_->setFocus(Qt::ShortcutFocusReason);
+    filtro_->selectAll();
+  });
+}
+
+void VistaLista::Mostrar(TablaPtr tabla) {
+  {
+    const QSignalBlocker sin_filtrar(filtro_);
+    filtro_->clear();
+  }
+  struct Ajuste {
+    VistaLista& vista;
+    ~Ajuste() { vista.AjustarColumnas(); }
+  } const ajuste{*this};
+  modelo_->Cambiar([this, &tabla](ListaTabla& lista) {
+    lista.Mostrar(std::move(tabla));
+    if (orden_) lista.Ordenar(*orden_);
+  });
+}
+
+void VistaLista::Vaciar() {
+  Mostrar(nullptr);
+}
+
+const ListaTabla& VistaLista::Lista() const {
+  return modelo_->Lista();
+}
+
+std::optional<std::size_t> VistaLista::FilaActual() const {
+  const QModelIndex actual = arbol_->currentIndex();
+  if (!actual.isValid()) return std::nullopt;
+  return static_cast<std::size_t>(actual.row());
+}
+
+std::vector<std::size_t> VistaLista::FilasElegidas() const {
+  std::vector<std::size_t> filas;
+  const QItemSelection elegidas = arbol_->selectionModel()->selection();
+  for (const QItemSelectionRange& tramo : elegidas) {
+    for (int fila = tramo.top(); fila <= tramo.bottom(); ++fila) filas.push_back(static_cast<std::size_t>(fila));
+  }
+  std::sort(filas.begin(), filas.end());
+  filas.erase(std::unique(filas.begin(), filas.end()), filas.end());
+  return filas;
+}
+
+void VistaLista::Elegir(std::size_t posicion) {
+  const QModelIndex indice = modelo_->index(static_cast<int>(posicion), 0);
+  arbol_->selectionModel()->setCurrentIndex(indice, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+  arbol_->scrollTo(indice);
+}
+
+void VistaLista::PermitirVarias(bool varias) {
+  arbol_->setSelectionMode(varias ? QAbstractItemView::ExtendedSelection : QAbstractItemView::SingleSelection);
+}
+
+void VistaLista::Ordenar(std::size_t columna, bool ascendente) {
+  columna_ordenada_ = columna;
+  AplicarOrden({columna, !ascendente, false});
+}
+
+void VistaLista::OrdenarComoTexto(std::size_t columna, bool ascendente) {
+  columna_ordenada_.reset();
+  AplicarOrden({columna, !ascendente, true});
+}
+
+void VistaLista::AplicarOrden(const OrdenLista& orden) {
+  ascendente_ = !orden.descendente;
+  orden_ = orden;
+  PonerIcono();
+  Cambiar([&orden](ListaTabla& lista) { lista.Ordenar(orden); });
+}
+
+void VistaLista::QuitarOrden(bool ascendente) {
+  columna_ordenada_.reset();
+  orden_.reset();
+  ascendente_ = ascendente;
+  PonerIcono();
+  Cambiar([](ListaTabla& lista) { lista.QuitarOrden(); });
+}
+
+void VistaLista::ClicColumna(std::size_t columna) {
+  const bool ascendente = !ascendente_;
+  if (std::find(ajenas_.begin(), ajenas_.end(), columna) == ajenas_.end()) {
+    Ordenar(columna, ascendente);
+  } else {
+    QuitarOrden(ascendente);
+    columna_ordenada_ = columna;
+    PonerIcono();
+  }
+  emit Ordenada(columna, ascendente);
+}
+
+void VistaLista::RepetirOrden() {
+  if (columna_ordenada_) ClicColumna(*columna_ordenada_);
+}
+
+void VistaLista::PonerIcono() {
+  QHeaderView* titulos = arbol_->header();
+  titulos->setSortIndicatorShown(columna_ordenada_.has_value());
+  titulos->setSortIndicator(columna_ordenada_ ? static_cast<int>(*columna_ordenada_) : -1,
+                            ascendente_ ? Qt::AscendingOrder : Qt::DescendingOrder);
+}
+
+// Rows keep their places in the table, so the current row and the selection are found again by them.
+void VistaLista::Cambiar(const std::function<void(ListaTabla&)>& cambio) {
+  const ListaTabla& lista = modelo_->Lista();
+  const std::optional<std::size_t> actual = FilaActual();
+  const std::optional<std::size_t> fila_actual = actual ? std::optional(lista.Fila(*actual)) : std::nullopt;
+  std::unordered_set<std::size_t> elegidas;
+  std::vector<std::size_t> posiciones = FilasElegidas();
+  if (posiciones.size() <= kMaximoConservado) {
+    for (const std::size_t posicion : posiciones) elegidas.insert(lista.Fila(posicion));
+  }
+  modelo_->Cambiar(cambio);
+  if (!fila_actual && elegidas.empty()) return;
+  QItemSelection seleccion;
+  QModelIndex nuevo_actual;
+  const int ultima = modelo_->columnCount() - 1;
+  for (std::size_t posicion = 0; posicion < lista.Cantidad(); ++posicion) {
+    const std::size_t fila = lista.Fila(posicion);
+    const int renglon = static_cast<int>(posicion);
+    if (fila_actual == fila) nuevo_actual = modelo_->index(renglon, 0);
+    if (elegidas.contains(fila)) seleccion.select(modelo_->index(renglon, 0), modelo_->index(renglon, ultima));
+  }
+  QItemSelectionModel* eleccion = arbol_->selectionModel();
+  if (nuevo_actual.isValid()) {
+    eleccion->setCurrentIndex(nuevo_actual, QItemSelectionModel::NoUpdate);
+    arbol_->scrollTo(nuevo_actual);
+  }
+  eleccion->select(seleccion, QItemSelectionModel::ClearAndSelect);
+}
+
+void VistaLista::AjustarColumnas() {
+  const ListaTabla& lista = modelo_->Lista();
+  const AnchoTexto celda(arbol_->fontMetrics());
+  const AnchoTexto titulo(arbol_->header()->fontMetrics());
+  for (std::size_t columna = 0; columna < lista.LasColumnas().size(); ++columna) {
+    int ancho = titulo(lista.LasColumnas()[columna].titulo) + kMargenIcono;
+    for (const std::string_view texto : lista.TextosDistintos(columna)) ancho = std::max(ancho, celda(texto));
+    arbol_->setColumnWidth(static_cast<int>(columna), ancho + kMargenCelda);
+  }
+}
+
+std::string VistaLista::TextoElegido() const {
+  return modelo_->Lista().TextoDeFilas(FilasElegidas());
+}
+
+void VistaLista::Copiar() const {
+  QApplication::clipboard()->setText(Q(TextoElegido()));
+}
+
+bool VistaLista::eventFilter(QObject* objeto, QEvent* evento) {
+  if (evento->type() == QEvent::ShortcutOverride || evento->type() == QEvent::KeyPress) {
+    auto* pulsacion = static_cast<QKeyEvent*>(evento);
+    const bool solo_mirar = evento->type() == QEvent::ShortcutOverride;
+    if (objeto == filtro_ && pulsacion->key() == Qt::Key_Escape && !filtro_->text().isEmpty() && solo_mirar) {
+      evento->accept();  // Esc is the field's own while there is something to empty
+      return true;
+    }
+    if (!solo_mirar) return objeto == filtro_ ? TeclaEnFiltro(pulsacion->key()) : TeclaEnLista(pulsacion->key());
+  }
+  return QWidget::eventFilter(objeto, evento);
+}
+
+bool VistaLista::TeclaEnFiltro(int tecla) {
+  if (tecla == Qt::Key_Escape && !filtro_->text().isEmpty()) {
+    filtro_->clear();
+    return true;
+  }
+  if (tecla == Qt::Key_Return || tecla == Qt::Key_Enter || tecla == Qt::Key_Down) {
+    arbol_->setFocus(Qt::OtherFocusReason);
+    if (!arbol_->currentIndex().isValid() && modelo_->rowCount() > 0) Elegir(0);
+    return true;
+  }
+  return false;
+}
+
+// Enter opens the current row and never reaches the default button of the window.
+bool VistaLista::TeclaEnLista(int tecla) {
+  if (tecla != Qt::Key_Return && tecla != Qt::Key_Enter) return false;
+  const std::optional<std::size_t> actual = FilaActual();
+  if (!actual) return false;
+  emit Activada(*actual);
+  return true;
+}
+
+}  // namespace utr
