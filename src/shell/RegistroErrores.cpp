@@ -88,6 +88,15 @@ bool RegistrandoSalvoCampo(RegistroErrores& registro, Operador& operador, std::s
   return sin_falla && completa;
 }
 
+void AlFallar(const std::function<void()>& accion, const std::function<void()>& remedio) {
+  try {
+    accion();
+  } catch (...) {
+    remedio();
+    throw;
+  }
+}
+
 bool IgnorandoErrores(const std::function<void()>& accion) noexcept {
   try {
     accion();

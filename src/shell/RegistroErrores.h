@@ -50,6 +50,9 @@ bool RegistrandoSalvoCampo(RegistroErrores& registro, Operador& operador, std::s
                            std::string_view procedimiento, std::string_view titulo, Redaccion redaccion,
                            const std::function<void()>& accion);
 
+// Runs `remedio` after a failure of `accion`, which is then raised again: what has to be put back whoever catches it.
+void AlFallar(const std::function<void()>& accion, const std::function<void()>& remedio);
+
 // Drops any failure. For the few procedures that run with errors ignored. True: there was none.
 bool IgnorandoErrores(const std::function<void()>& accion) noexcept;
 

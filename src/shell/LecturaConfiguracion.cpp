@@ -1,0 +1,81 @@
+#include "shell/LecturaConfiguracion.h"
+
+#include "base/Error.h"
+#include "base/Texto.h"
+#include "shell/AjustesEnlace.h"
+
+namespace utr {
+namespace {
+
+bool EsExportada(std::string_view ruta) {
+  return ruta.size() >= 3 && Mayusculas(ruta.substr(ruta.size() - 3)) == "UCG";
+}
+
+}  // namespace
+
+LecturaConfiguracion::LecturaConfiguracion(ModRTU& mod, Avisos avisos) : mod_(mod), avisos_(std::move(avisos)) {}
+
+bool LecturaConfiguracion::Preparar(const std::string& fuente) {
+  RegistrandoYRelanzando(mod_.registro, "frmPPal", "Cargando Configuracion", [&] {
+    AlFallar([&] { fuente == kFuenteUTR ? PrepararUTR() : PrepararArchivo(fuente); },
+             [&] { avisos_.estado_coneccion(false); });
+  });
+  return true;
+}
+
+void LecturaConfiguracion::PrepararArchivo(const std::string& ruta) {
+  mod_.configuracion_leida = false;
+  TablaPtr leida;
+  if (EsExportada(ruta)) {
+    leida = std::make_shared<Tabla>();
+    leida->Open(std::filesystem::path(ruta));
+  } else {
+    leida = mod_.comunicador.LeerArchivoConfiguracion(ruta);
+    if (!leida) Lanzar(error::kArchivo, "LeerArchivoConfiguracion");
+  }
+  rec_config_ = std::move(leida);
+}
+
+void LecturaConfiguracion::PrepararUTR() {
+  // A read that fails leaves the former table, so its origin stays what it was too.
+  const bool anterior = std::exchange(mod_.configuracion_leida, true);
+  AlFallar(
+      [&] {
+        AbrirEnlace();
+        mod_.comunicador.IdEquipo(mod_.propiedades.LeerEntero(clave::kIdentificador, 0));
+        avisos_.info_panel();
+        rec_config_ = mod_.comunicador.ConfiguracionAlmacenada(true);
+      },
+      [&] { mod_.configuracion_leida = anterior; });
+}
+
+void LecturaConfiguracion::AbrirEnlace() {
+  if (mod_.por_ip || mod_.en_llamada) return;
+  ConectarSegunAjustes(mod_);
+  avisos_.estado_coneccion(true);
+}
+
+bool LecturaConfiguracion::TieneFilas() const {
+  return rec_config_ && rec_config_->Abierta() && rec_config_->RecordCount() > 0;
+}
+
+void LecturaConfiguracion::Guardar(const std::filesystem::path& ruta) const {
+  std::filesystem::path entera = ruta;
+  entera += ".nueva";
+  std::error_code fallo;
+  std::filesystem::remove(entera, fallo);
+  rec_config_->Save(entera);
+  AlFallar(
+      [&] {
+        std::filesystem::rename(entera, ruta, fallo);
+        if (fallo) Lanzar(error::kArchivo, "ExportarConfiguracion");
+      },
+      [&] { std::filesystem::remove(entera, fallo); });
+}
+
+void LecturaConfiguracion::Liberar() {
+  if (rec_config_) rec_config_->Close();
+  rec_config_.reset();
+}
+
+}  // namespace utr
