@@ -1,5 +1,7 @@
 #include "shell/LecturaConfiguracion.h"
 
+#include <utility>
+
 #include "base/Error.h"
 #include "base/Texto.h"
 #include "shell/AjustesEnlace.h"
