@@ -38,7 +38,7 @@ QVariant ModeloLista::data(const QModelIndex& indice, int papel) const {
 
 QVariant ModeloLista::headerData(int seccion, Qt::Orientation orientacion, int papel) const {
   if (orientacion != Qt::Horizontal) return {};
-  const Columna& columna = lista_.LasColumnas()[static_cast<std::size_t>(seccion)];
+  const ColumnaLista& columna = lista_.LasColumnas()[static_cast<std::size_t>(seccion)];
   if (papel == Qt::DisplayRole) return Q(columna.titulo);
   if (papel == Qt::TextAlignmentRole) {
     const bool numero = columna.orden == ClaseOrden::kNumero;
