@@ -1,0 +1,106 @@
+#include "retrieved/Instantaneos.h"
+
+#include <string>
+#include <vector>
+
+#include "base/Error.h"
+#include "base/Numeros.h"
+#include "base/Texto.h"
+#include "configuration/Canales.h"
+#include "retrieved/Escalado.h"
+
+namespace utr {
+
+namespace {
+
+constexpr std::int32_t kSubindice = 9;
+
+// The channels of a stretch of the frame.
+struct Tramo {
+  std::int16_t desde;
+  std::int16_t hasta;
+  int lugar;  // of the first one, from 0
+};
+constexpr Tramo kTramos[] = {{1, 14, 0}, {15, 21, 28}, {22, 23, 14}, {24, 26, 35}};
+
+int LugarEnTrama(std::int16_t canal) {
+  for (const Tramo& tramo : kTramos) {
+    if (canal >= tramo.desde && canal <= tramo.hasta) return tramo.lugar + canal - tramo.desde;
+  }
+  return -1;
+}
+
+std::string UnirTrama(Tabla& lectura) {
+  std::vector<std::string> valores;
+  const std::size_t campo = lectura.IndiceCampo("Valor");
+  for (lectura.MoveFirst(); !lectura.Eof(); lectura.MoveNext()) valores.push_back(lectura.Texto(campo));
+  lectura.MoveFirst();
+  return Unir(valores, "/");
+}
+
+TablaPtr CrearTabla() {
+  static constexpr std::pair<const char*, std::uint32_t> kCampos[] = {
+      {"Fecha", 20}, {"Hora", 15}, {"Canal", 10}, {"Valor", 50}, {"Descripcion", 50}, {"Unidad", 50}};
+  auto tabla = std::make_shared<Tabla>();
+  for (const auto& [nombre, tamano] : kCampos) tabla->Append(nombre, TipoCampo::kVarChar, tamano);
+  tabla->Open();
+  return tabla;
+}
+
+void AgregarFila(Tabla& resultado, Tabla& lectura, Tabla& configuracion, bool escalados, bool con_nivel_referencia,
+                 const ContextoRegistros& contexto) {
+  const FechaHora ahora = contexto.reloj.Ahora();
+  const std::string canal = configuracion.Texto("Canal");
+  resultado.AddNew();
+  resultado.Set("Fecha", TextoFecha(ahora));
+  resultado.Set("Hora", TextoHora(ahora));
+  resultado.Set("Canal", canal);
+  resultado.Set("Descripcion", contexto.catalogo.DescripcionParametro(configuracion.Texto("Parametro"),
+                                                                      Entero16(Val(configuracion.Texto("Tipo")))));
+  resultado.Set("Unidad", contexto.catalogo.DescripcionUnidad(configuracion.Texto("Unidad")));
+  const std::int32_t crudo = ValorInstantaneo(lectura, LeerEntero16(canal));
+  resultado.Set("Valor", escalados ? EscalarValorInstantaneo(TextoPlano(crudo), canal, &configuracion,
+                                                             con_nivel_referencia, contexto)
+                                   : TextoGeneral(crudo));
+  resultado.UpdateBatch();
+}
+
+TablaPtr Presentar(Tabla& lectura, Tabla& configuracion, bool escalados, bool con_nivel_referencia,
+                   const ContextoRegistros& contexto) {
+  TablaPtr resultado = CrearTabla();
+  for (configuracion.MoveFirst(); !configuracion.Eof(); configuracion.MoveNext()) {
+    if (CanalHabilitado(LeerFlags(configuracion.Texto("Flags"))))
+      AgregarFila(*resultado, lectura, configuracion, escalados, con_nivel_referencia, contexto);
+  }
+  lectura.MoveFirst();
+  configuracion.MoveFirst();
+  resultado->MoveFirst();
+  return resultado;
+}
+
+}  // namespace
+
+std::int32_t ValorInstantaneo(Tabla& lectura, std::int16_t canal) {
+  const std::string trama = UnirTrama(lectura);
+  const int lugar = LugarEnTrama(canal);
+  if (lugar < 0) return 0;
+  const auto valores = Separar(trama, '/');
+  if (static_cast<std::size_t>(lugar) >= valores.size())
+    throw Error(kSubindice, "ValorInstantaneo", "La lectura instantánea no llega hasta el canal " + NombreCanal(canal));
+  return LeerEntero32(valores[static_cast<std::size_t>(lugar)]);
+}
+
+TablaPtr PresentacionDatosInstantaneos(Tabla& lectura, Tabla& configuracion, bool escalados, bool con_nivel_referencia,
+                                       const ContextoRegistros& contexto) {
+  constexpr const char* kModulo = "modRTU";
+  constexpr const char* kProcedimiento = "PresentacionDatosInstantaneos";
+  try {
+    return Presentar(lectura, configuracion, escalados, con_nivel_referencia, contexto);
+  } catch (...) {
+    const Error error = ErrorActual();
+    contexto.registro.RegistrarError(error, kModulo, kProcedimiento);
+    throw Error(error.Numero(), std::string(kProcedimiento) + " " + kModulo, error.Descripcion());
+  }
+}
+
+}  // namespace utr

@@ -1,0 +1,153 @@
+#include "retrieved/Lectores.h"
+
+#include <algorithm>
+
+#include "base/Numeros.h"
+#include "base/Texto.h"
+#include "configuration/Canales.h"
+#include "retrieved/Eventos.h"
+#include "retrieved/Instantaneos.h"
+#include "retrieved/Registros.h"
+
+namespace utr {
+
+namespace {
+
+constexpr std::int64_t kLecturaFresca = 9000;  // milliseconds
+constexpr std::int16_t kPausaInstantaneos = 3;
+constexpr double kTiposConHistoria[] = {0, 1, 2, 3, 5};
+
+bool TieneHistoria(const Tabla& canal) {
+  const double tipo = Val(canal.Texto("Tipo"));
+  return CanalHabilitado(LeerFlags(canal.Texto("Flags"))) &&
+         std::find(std::begin(kTiposConHistoria), std::end(kTiposConHistoria), tipo) != std::end(kTiposConHistoria);
+}
+
+std::string EntradaDeCanal(const Tabla& fila, Catalogo& catalogo) {
+  const std::int16_t canal = LeerEntero16(fila.Texto("Canal"));
+  const std::string parametro = fila.Texto("Parametro");
+  const std::string tipo = fila.Texto("Tipo");
+  return NombreCanal(canal) + "_" +
+         (parametro.empty() ? DescripcionTipo(tipo, canal)
+                            : catalogo.DescripcionParametro(parametro, Entero16(Val(tipo))));
+}
+
+bool AlReves(const FechaHora& desde, const FechaHora& hasta) {
+  return DiasDesde1970(hasta) < DiasDesde1970(desde);
+}
+
+}  // namespace
+
+LectorRegistros::LectorRegistros(const ContextoRegistros& contexto, TablaPtr configuracion, Atender atender)
+    : contexto_(contexto), configuracion_(std::move(configuracion)), atender_(std::move(atender)) {}
+
+FinLectura LectorRegistros::Guardar(const TablaPtr& armada) {
+  if (!armada) return FinLectura::kSinDatos;
+  // A copy with data of a table without rows would have a blank one.
+  const bool con_filas = armada->RecordCount() > 0;
+  resultado_ = CopiarRecordset(*armada, con_filas);
+  return con_filas ? FinLectura::kListado : FinLectura::kSinDatos;
+}
+
+void LectorRegistros::Soltar() {
+  if (resultado_) resultado_->Close();
+  resultado_.reset();
+}
+
+void LectorRegistros::LlamarEventos() const {
+  if (atender_) atender_();
+}
+
+std::vector<std::string> LectorDatos::CargarCanales() const {
+  std::vector<std::string> entradas;
+  if (!configuracion_ || configuracion_->RecordCount() == 0) return entradas;
+  for (configuracion_->MoveFirst(); !configuracion_->Eof(); configuracion_->MoveNext()) {
+    if (TieneHistoria(*configuracion_)) entradas.push_back(EntradaDeCanal(*configuracion_, contexto_.catalogo));
+  }
+  configuracion_->MoveFirst();
+  return entradas;
+}
+
+FinLectura LectorDatos::TraerDatos(const Pedido& pedido) {
+  Soltar();
+  if (AlReves(pedido.desde, pedido.hasta)) return FinLectura::kFechasAlReves;
+  if (pedido.canal.empty()) return FinLectura::kSinDatos;
+  LlamarEventos();
+  const std::string desde = TextoFecha(pedido.desde);
+  const std::string hasta = TextoFecha(pedido.hasta);
+  const auto canal = static_cast<std::int16_t>(CanalDeEntrada(pedido.canal) - 1);
+  const TablaPtr leida = pedido.cartucho ? contexto_.comunicador.LeerDatosCartucho(desde, hasta, canal)
+                                         : contexto_.comunicador.LeerDatos(desde, hasta, canal);
+  return Guardar(ArmarRegistrosDatos(leida, pedido.escalados ? configuracion_.get() : nullptr, contexto_));
+}
+
+FinLectura LectorDatos::MostrarInstantaneos(bool escalados, bool con_nivel_referencia) {
+  Soltar();
+  const TablaPtr leida = LeerInstantaneos();
+  ultima_lectura_ = contexto_.reloj.Milisegundos();
+  if (!leida || leida->RecordCount() == 0 || !configuracion_ || configuracion_->RecordCount() == 0)
+    return FinLectura::kSinDatos;
+  return Guardar(PresentacionDatosInstantaneos(*leida, *configuracion_, escalados, con_nivel_referencia, contexto_));
+}
+
+// A unit at rest answers the first time with values of its last round: only the second answer is fresh.
+TablaPtr LectorDatos::LeerInstantaneos() {
+  LlamarEventos();
+  const bool fresca = ultima_lectura_ && contexto_.reloj.Milisegundos() - *ultima_lectura_ < kLecturaFresca;
+  TablaPtr leida = contexto_.comunicador.LeerInstantaneos();
+  if (fresca) return leida;
+  LlamarEventos();
+  contexto_.comunicador.Pausa(kPausaInstantaneos);
+  return contexto_.comunicador.LeerInstantaneos();
+}
+
+std::int16_t CanalDeEntrada(std::string_view entrada) {
+  return NumeroDeNombre(entrada.substr(0, entrada.find('_')));
+}
+
+LectorEventos::LectorEventos(const ContextoRegistros& contexto, TablaPtr configuracion, Atender atender,
+                             const std::filesystem::path& carpeta)
+    : LectorRegistros(contexto, std::move(configuracion), std::move(atender)), descripciones_(CargarEventos(carpeta)) {}
+
+FinLectura LectorEventos::TraerPorFecha(const FechaHora& desde, const FechaHora& hasta, bool cartucho) {
+  Soltar();
+  if (hasta < desde) return FinLectura::kFechasAlReves;
+  LlamarEventos();
+  const std::string inicio = TextoFechaHora(desde);
+  const std::string fin = TextoFechaHora(hasta);
+  const TablaPtr leida = cartucho ? contexto_.comunicador.LeerEventosCartucho(inicio, fin)
+                                  : contexto_.comunicador.LeerEventos(inicio, fin);
+  // Without channels events keep neither names nor values.
+  Tabla* descripciones = configuracion_ ? descripciones_.get() : nullptr;
+  return Guardar(ArmarRegistrosEventos(leida, configuracion_.get(), descripciones, contexto_));
+}
+
+FinLectura LectorEventos::TraerPendientes() {
+  Soltar();
+  LlamarEventos();
+  const TablaPtr leida = contexto_.comunicador.LeerEventos("", "");
+  if (configuracion_ && descripciones_)
+    return Guardar(ArmarEventosPendientes(leida, configuracion_.get(), descripciones_.get(), contexto_));
+  return Guardar(ArmarRegistrosEventos(leida, configuracion_.get(), nullptr, contexto_));
+}
+
+FinLectura LectorCola::TraerPorDia(const FechaHora& desde, const FechaHora& hasta, bool cartucho) {
+  if (AlReves(desde, hasta)) return FinLectura::kFechasAlReves;
+  por_dia_ = true;
+  Soltar();
+  LlamarEventos();
+  const std::string inicio = TextoFecha(desde);
+  const std::string fin = TextoFecha(hasta);
+  const TablaPtr leida =
+      cartucho ? contexto_.comunicador.LeerColaTxCartucho(inicio, fin) : contexto_.comunicador.LeerColaTx(inicio, fin);
+  return Guardar(ArmarRegistrosCola(leida, configuracion_.get(), contexto_));
+}
+
+FinLectura LectorCola::TraerPendientes() {
+  por_dia_ = false;
+  Soltar();
+  LlamarEventos();
+  return Guardar(ArmarRegistrosCola(contexto_.comunicador.LeerColaTx("", ""), configuracion_.get(), contexto_));
+}
+
+}  // namespace utr

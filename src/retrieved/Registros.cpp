@@ -1,0 +1,228 @@
+#include "retrieved/Registros.h"
+
+#include <map>
+#include <optional>
+#include <vector>
+
+#include "base/Fechas.h"
+#include "base/Numeros.h"
+#include "base/Texto.h"
+#include "configuration/Canales.h"
+#include "retrieved/Escalado.h"
+
+namespace utr {
+
+namespace {
+
+constexpr const char* kSinValor = "N/D";
+constexpr const char* kSinDescripcion = "-";
+
+// Places of the fields of RegistrosDatos.
+enum Lugar : std::size_t {
+  kFecha,
+  kHora,
+  kCanal,
+  kValor,
+  kMaximo,
+  kMinimo,
+  kValidacion,
+  kColaTX,
+  kDescripcion,
+  kUnidad
+};
+
+struct CampoResultado {
+  const char* nombre;
+  std::uint32_t tamano;
+};
+constexpr CampoResultado kCampos[] = {{"Fecha", 20},       {"Hora", 15},   {"Canal", 10},     {"Valor", 50},
+                                      {"Maximo", 50},      {"Minimo", 50}, {"Validacion", 3}, {"ColaTX", 3},
+                                      {"Descripcion", 50}, {"Unidad", 15}};
+// Raw values are counts of 16 bits at most. A column with more distinct texts than that isn't worth remembering.
+constexpr std::size_t kRecordables = 65536;
+
+constexpr Lugar kEscalados[] = {kValor, kMaximo, kMinimo};
+
+std::string TextoUnidad(const Tabla& fila, Catalogo& catalogo) {
+  return catalogo.DescripcionUnidad(TextoGeneral(Val(fila.Texto("Unidad"))));
+}
+
+std::string TextoDescripcion(const Tabla& fila, Catalogo& catalogo) {
+  return catalogo.DescripcionParametro(fila.Texto("Parametro"), Entero16(Val(fila.Texto("Tipo"))));
+}
+
+// The fields of the source by the places of the result that they feed.
+struct CamposOrigen {
+  explicit CamposOrigen(const Tabla& origen) {
+    for (std::size_t i = kFecha; i <= kColaTX; ++i) lugar[i] = origen.IndiceCampo(kCampos[i].nombre);
+  }
+  std::size_t lugar[kColaTX + 1];
+};
+
+// Everything that the rows of one channel have in common. Scaled texts are kept by the number of the raw text, as long
+// as working one out anew would leave no line in the log.
+class CanalEnCurso {
+ public:
+  CanalEnCurso(std::string_view canal, Tabla* configuracion, const ContextoRegistros& contexto)
+      : nombre_(NombreCanal(LeerEntero16(canal))),
+        descripcion_(DescripcionDeCanal(canal, configuracion, contexto.catalogo)),
+        unidad_(UnidadDeCanal(canal, configuracion, contexto.catalogo)),
+        contexto_(contexto) {
+    if (SeleccionarCanal(canal, configuracion)) escala_.emplace(*configuracion);
+  }
+
+  const std::string& Nombre() const { return nombre_; }
+  const std::string& Descripcion() const { return descripcion_; }
+  const std::string& Unidad() const { return unidad_; }
+
+  std::string Presentar(std::string_view valor) const {
+    if (!EsNumerico(valor)) return kSinValor;
+    return escala_ ? escala_->Escalar(valor, contexto_) : std::string(valor);
+  }
+
+  // The text of raw text number `indice` of one of the scaled fields.
+  const std::string& Recordar(Lugar campo, std::uint32_t indice, std::string_view valor) {
+    auto& textos = recordados_[campo - kValor];
+    if (indice >= textos.size()) textos.resize(indice + 1 + textos.size() / 2);
+    std::string& texto = textos[indice];
+    if (texto.empty() || (escala_ && escala_->SinSpan())) texto = Presentar(valor);
+    return texto;
+  }
+
+ private:
+  std::string nombre_;
+  std::string descripcion_;
+  std::string unidad_;
+  std::optional<EscalaHistorica> escala_;
+  const ContextoRegistros& contexto_;
+  std::vector<std::string> recordados_[std::size(kEscalados)];
+};
+
+// Walks the source once. Fields are found by name once, the row of a channel once for each channel.
+class ConstructorRegistros {
+ public:
+  ConstructorRegistros(const Tabla& origen, Tabla* configuracion, const ContextoRegistros& contexto, bool es_cola)
+      : origen_(origen), configuracion_(configuracion), contexto_(contexto), es_cola_(es_cola), campos_(origen) {
+    for (std::size_t i = kFecha; i <= kColaTX; ++i)
+      es_texto_[i] = ClaseDe(origen.Field(campos_.lugar[i]).tipo) == Clase::kTexto;
+    for (const Lugar i : kEscalados)
+      recordable_[i] = es_texto_[i] && origen.Distintos(campos_.lugar[i]) <= kRecordables;
+  }
+
+  void Construir(Tabla& resultado) {
+    const std::size_t filas = origen_.RecordCount();
+    resultado.Reservar(filas);
+    for (std::size_t posicion = 0; posicion < filas; ++posicion) Agregar(origen_.FilaVista(posicion), resultado);
+    if (configuracion_ != nullptr && resultado.RecordCount() > 0) configuracion_->Filter("");
+  }
+
+ private:
+  void Agregar(std::size_t fila, Tabla& resultado) {
+    if (EsMarcador(fila)) {
+      fecha_ = origen_.TextoEn(fila, campos_.lugar[kFecha]);
+      if (!es_cola_) return;
+    }
+    if (Largo(Leer(fila, kHora)) <= 1) return;
+    CanalEnCurso& canal = BuscarCanal(Leer(fila, kCanal));
+    resultado.AddNew();
+    resultado.Set(kFecha, fecha_);
+    resultado.Set(kHora, origen_.ValorEn(fila, campos_.lugar[kHora]));
+    resultado.Set(kCanal, canal.Nombre());
+    for (const Lugar campo : kEscalados) Escalar(fila, campo, canal, resultado);
+    resultado.Set(kValidacion, origen_.ValorEn(fila, campos_.lugar[kValidacion]));
+    resultado.Set(kColaTX, origen_.ValorEn(fila, campos_.lugar[kColaTX]));
+    resultado.Set(kDescripcion, canal.Descripcion());
+    resultado.Set(kUnidad, canal.Unidad());
+    resultado.UpdateBatch();
+  }
+
+  void Escalar(std::size_t fila, Lugar campo, CanalEnCurso& canal, Tabla& resultado) {
+    if (recordable_[campo]) {
+      const std::uint32_t indice = origen_.IndiceTexto(fila, campos_.lugar[campo]);
+      resultado.Set(campo, canal.Recordar(campo, indice, Leer(fila, campo)));
+    } else {
+      resultado.Set(campo, canal.Presentar(Leer(fila, campo)));
+    }
+  }
+
+  bool EsMarcador(std::size_t fila) {
+    if (!es_texto_[kFecha]) return EsFecha(Leer(fila, kFecha));
+    const std::uint32_t indice = origen_.IndiceTexto(fila, campos_.lugar[kFecha]);
+    if (indice >= marcadores_.size()) marcadores_.resize(indice + 1);
+    if (!marcadores_[indice]) marcadores_[indice] = EsFecha(Leer(fila, kFecha));
+    return *marcadores_[indice];
+  }
+
+  // The text of a value of the source, valid until the next call.
+  std::string_view Leer(std::size_t fila, Lugar campo) {
+    const Valor valor = origen_.ValorEn(fila, campos_.lugar[campo]);
+    if (const auto* texto = std::get_if<std::string_view>(&valor)) return *texto;
+    auxiliar_ = TextoDe(valor);
+    return auxiliar_;
+  }
+
+  CanalEnCurso& BuscarCanal(std::string_view canal) {
+    if (ultimo_ != canales_.end() && ultimo_->first == canal) return ultimo_->second;
+    ultimo_ = canales_.find(canal);
+    if (ultimo_ == canales_.end())
+      ultimo_ = canales_.try_emplace(std::string(canal), canal, configuracion_, contexto_).first;
+    return ultimo_->second;
+  }
+
+  const Tabla& origen_;
+  Tabla* configuracion_;
+  const ContextoRegistros& contexto_;
+  bool es_cola_;
+  CamposOrigen campos_;
+  bool es_texto_[kColaTX + 1] = {};
+  bool recordable_[kColaTX + 1] = {};
+  std::string fecha_;
+  std::string auxiliar_;
+  std::vector<std::optional<bool>> marcadores_;  // by the number of the text of Fecha
+  std::map<std::string, CanalEnCurso, std::less<>> canales_;
+  std::map<std::string, CanalEnCurso, std::less<>>::iterator ultimo_ = canales_.end();
+};
+
+TablaPtr Armar(const TablaPtr& origen, Tabla* configuracion, const ContextoRegistros& contexto, bool es_cola) {
+  if (!origen) return nullptr;
+  TablaPtr resultado = CrearRegistrosDatos();
+  if (origen->RecordCount() == 0) return resultado;
+  ConstructorRegistros(*origen, configuracion, contexto, es_cola).Construir(*resultado);
+  if (!resultado->Eof()) resultado->MoveNext();
+  return resultado;
+}
+
+}  // namespace
+
+TablaPtr CrearRegistrosDatos() {
+  auto tabla = std::make_shared<Tabla>();
+  for (const CampoResultado& campo : kCampos) tabla->Append(campo.nombre, TipoCampo::kVarChar, campo.tamano);
+  tabla->Open();
+  return tabla;
+}
+
+TablaPtr ArmarRegistrosDatos(const TablaPtr& origen, Tabla* configuracion, const ContextoRegistros& contexto) {
+  return Armar(origen, configuracion, contexto, false);
+}
+
+TablaPtr ArmarRegistrosCola(const TablaPtr& origen, Tabla* configuracion, const ContextoRegistros& contexto) {
+  return Armar(origen, configuracion, contexto, true);
+}
+
+std::string UnidadDeCanal(std::string_view canal, Tabla* configuracion, Catalogo& catalogo) {
+  if (configuracion == nullptr) return kSinDescripcion;
+  const std::string unidad =
+      SeleccionarCanal(canal, configuracion) ? TextoUnidad(*configuracion, catalogo) : kSinDescripcion;
+  configuracion->Filter("");
+  return unidad;
+}
+
+std::string DescripcionDeCanal(std::string_view canal, Tabla* configuracion, Catalogo& catalogo) {
+  if (configuracion == nullptr) return kSinDescripcion;
+  const std::string descripcion =
+      SeleccionarCanal(canal, configuracion) ? TextoDescripcion(*configuracion, catalogo) : kSinDescripcion;
+  configuracion->Filter("");
+  return descripcion;
+}
+
+}  // namespace utr
