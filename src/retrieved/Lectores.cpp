@@ -41,16 +41,15 @@ bool AlReves(const FechaHora& desde, const FechaHora& hasta) {
 LectorRegistros::LectorRegistros(const ContextoRegistros& contexto, TablaPtr configuracion, Atender atender)
     : contexto_(contexto), configuracion_(std::move(configuracion)), atender_(std::move(atender)) {}
 
-FinLectura LectorRegistros::Guardar(const TablaPtr& armada) {
-  if (!armada) return FinLectura::kSinDatos;
-  // A copy with data of a table without rows would have a blank one.
-  const bool con_filas = armada->RecordCount() > 0;
-  resultado_ = CopiarRecordset(*armada, con_filas);
-  return con_filas ? FinLectura::kListado : FinLectura::kSinDatos;
+// Builders hand out new tables, so what they built is the private copy.
+FinLectura LectorRegistros::Guardar(TablaPtr armada) {
+  resultado_ = std::move(armada);
+  if (!resultado_ || resultado_->RecordCount() == 0) return FinLectura::kSinDatos;
+  resultado_->MoveFirst();
+  return FinLectura::kListado;
 }
 
 void LectorRegistros::Soltar() {
-  if (resultado_) resultado_->Close();
   resultado_.reset();
 }
 
@@ -71,13 +70,15 @@ std::vector<std::string> LectorDatos::CargarCanales() const {
 FinLectura LectorDatos::TraerDatos(const Pedido& pedido) {
   Soltar();
   if (AlReves(pedido.desde, pedido.hasta)) return FinLectura::kFechasAlReves;
-  if (pedido.canal.empty()) return FinLectura::kSinDatos;
+  const std::int16_t canal = CanalDeEntrada(pedido.canal);
+  if (canal == 0) return FinLectura::kSinDatos;
   LlamarEventos();
   const std::string desde = TextoFecha(pedido.desde);
   const std::string hasta = TextoFecha(pedido.hasta);
-  const auto canal = static_cast<std::int16_t>(CanalDeEntrada(pedido.canal) - 1);
-  const TablaPtr leida = pedido.cartucho ? contexto_.comunicador.LeerDatosCartucho(desde, hasta, canal)
-                                         : contexto_.comunicador.LeerDatos(desde, hasta, canal);
+  // The unit counts channels from 0 here.
+  const auto canal_utr = static_cast<std::int16_t>(canal - 1);
+  const TablaPtr leida = pedido.cartucho ? contexto_.comunicador.LeerDatosCartucho(desde, hasta, canal_utr)
+                                         : contexto_.comunicador.LeerDatos(desde, hasta, canal_utr);
   return Guardar(ArmarRegistrosDatos(leida, pedido.escalados ? configuracion_.get() : nullptr, contexto_));
 }
 

@@ -33,8 +33,8 @@ class LectorRegistros {
   const TablaPtr& Resultado() const noexcept { return resultado_; }
 
  protected:
-  // Keeps a copy of a built table and says whether there is something to list.
-  FinLectura Guardar(const TablaPtr& armada);
+  // Keeps a built table and says whether there is something to list.
+  FinLectura Guardar(TablaPtr armada);
   void Soltar();
   void LlamarEventos() const;
 
