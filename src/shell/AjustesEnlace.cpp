@@ -112,10 +112,10 @@ bool HayPuertoSerie(const Propiedades& propiedades) {
   return propiedades.LeerEntero(clave::kPuerto, kPuertoDefecto) <= kUltimoPuertoSerie;
 }
 
-std::string TituloTrasLectura(const Propiedades& propiedades) {
+std::optional<std::string> TituloTrasLectura(const Propiedades& propiedades) {
   const std::int32_t identificador = propiedades.LeerEntero(clave::kIdentificador, 0);
-  const std::string titulo(kTitulo);
-  return identificador == 0 ? titulo : titulo + " : Identificador: " + std::to_string(identificador);
+  if (identificador == 0) return std::nullopt;
+  return std::string(kTitulo) + " : Identificador: " + std::to_string(identificador);
 }
 
 }  // namespace utr

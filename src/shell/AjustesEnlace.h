@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -57,7 +58,7 @@ void ConectarSegunAjustes(ModRTU& mod);
 // The link settings say serial, so that there is a port to connect and disconnect.
 bool HayPuertoSerie(const Propiedades& propiedades);
 
-// The caption of the main window behind a read; the bare one without an identifier (0).
-std::string TituloTrasLectura(const Propiedades& propiedades);
+// The caption of the main window behind a read; nothing without an identifier (0): it then stays as it is.
+std::optional<std::string> TituloTrasLectura(const Propiedades& propiedades);
 
 }  // namespace utr

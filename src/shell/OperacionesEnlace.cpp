@@ -23,7 +23,7 @@ bool Responde(ModRTU& mod) {
   return responde;
 }
 
-void Llamar(ModRTU& mod, const EntradaEnlace& entrada, std::string_view titulo) {
+void Llamar(ModRTU& mod, const EntradaEnlace& entrada) {
   const std::int32_t velocidad = entrada.velocidad == 0 ? kVelocidadDefecto : entrada.velocidad;
   const std::int32_t puerto = entrada.puerto == 0 ? kPuertoDefecto : entrada.puerto;
   mod.comunicador.Conectar(TextoEnlace(std::to_string(velocidad)), std::to_string(puerto));
@@ -38,10 +38,6 @@ void Llamar(ModRTU& mod, const EntradaEnlace& entrada, std::string_view titulo) 
   if (mod.atender) mod.atender();
   if (entrada.numero_telefono.empty()) return;
   mod.en_llamada = mod.comunicador.LlamarTelefono(entrada.numero_telefono, comandos);
-  if (!mod.en_llamada) {
-    mod.operador.Mostrar(
-        {"Error al comunicarse por teléfono", std::string(titulo), Icono::kCritico, Botones::kAceptar});
-  }
 }
 
 void PonerEnHora(ModRTU& mod) {
@@ -66,11 +62,11 @@ std::optional<std::int32_t> BuscarVelocidad(ModRTU& mod, std::int32_t puerto,
 }
 
 bool LlamarPorTelefono(ModRTU& mod, const EntradaEnlace& entrada, std::string_view titulo) {
-  try {
-    Llamar(mod, entrada, titulo);
-  } catch (...) {
-    mod.registro.RegistrarError(ErrorActual(), "frmPresentacion", "LlamarPorTelefono");
+  if (const std::optional<Error> falla = FallaDe([&] { Llamar(mod, entrada); })) {
+    mod.registro.RegistrarError(*falla, "frmPresentacion", "LlamarPorTelefono");
     mod.en_llamada = false;
+  }
+  if (!mod.en_llamada) {
     mod.operador.Mostrar(
         {"Error al comunicarse por teléfono", std::string(titulo), Icono::kCritico, Botones::kAceptar});
   }
@@ -78,14 +74,17 @@ bool LlamarPorTelefono(ModRTU& mod, const EntradaEnlace& entrada, std::string_vi
 }
 
 std::string AbrirPuerto(ModRTU& mod, std::string_view enlace, std::string_view puerto) {
-  try {
-    mod.comunicador.Conectar(enlace, puerto);
-  } catch (const Error& error) {
-    if (mod.por_ip) return {};
-    return error.Numero() == error::kPuertoEnUso ? "El puerto requerido se encuentra abierto"
-                                                 : "Error en el puerto de comunicación";
+  const std::optional<Error> falla = FallaDe([&] { mod.comunicador.Conectar(enlace, puerto); });
+  if (!falla || mod.por_ip) return {};
+  return falla->Numero() == error::kPuertoEnUso ? "El puerto requerido se encuentra abierto"
+                                                : "Error en el puerto de comunicación";
+}
+
+Mensaje MensajeDePuerto(const Error& falla, std::string_view titulo) {
+  if (falla.Numero() == error::kPuertoEnUso) {
+    return {"El puerto requerido se encuentra en uso", std::string(titulo), Icono::kInformacion, Botones::kAceptar};
   }
-  return {};
+  return {"Error en el puerto de comunicación", std::string(titulo), Icono::kCritico, Botones::kAceptar};
 }
 
 TextosPanel InfoPanel(ModRTU& mod) {

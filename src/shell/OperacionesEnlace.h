@@ -24,6 +24,9 @@ bool LlamarPorTelefono(ModRTU& mod, const EntradaEnlace& entrada, std::string_vi
 // failure is dropped.
 std::string AbrirPuerto(ModRTU& mod, std::string_view enlace, std::string_view puerto);
 
+// The message for a failure of the toolbar's connection button, titled `titulo`.
+Mensaje MensajeDePuerto(const Error& falla, std::string_view titulo);
+
 // The two panels of the status bar that tell the link.
 struct TextosPanel {
   std::string puerto;

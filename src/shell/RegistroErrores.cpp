@@ -97,6 +97,15 @@ void AlFallar(const std::function<void()>& accion, const std::function<void()>& 
   }
 }
 
+std::optional<Error> FallaDe(const std::function<void()>& accion) {
+  try {
+    accion();
+  } catch (...) {
+    return ErrorActual();
+  }
+  return std::nullopt;
+}
+
 bool IgnorandoErrores(const std::function<void()>& accion) noexcept {
   try {
     accion();

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string_view>
 
 #include "base/Error.h"
@@ -39,8 +40,8 @@ std::string TextoFalla(Redaccion redaccion, std::string_view descripcion);
 void RegistrandoYRelanzando(RegistroErrores& registro, std::string_view modulo, std::string_view procedimiento,
                             const std::function<void()>& accion);
 
-// Logs a failure and shows one message titled `titulo`, critical unless told otherwise. True: the action ended without a
-// failure.
+// Logs a failure and shows one message titled `titulo`, critical unless told otherwise. True: the action ended without
+// a failure.
 bool RegistrandoYMostrando(RegistroErrores& registro, Operador& operador, std::string_view modulo,
                            std::string_view procedimiento, std::string_view titulo, Redaccion redaccion,
                            const std::function<void()>& accion, Icono icono = Icono::kCritico);
@@ -52,6 +53,9 @@ bool RegistrandoSalvoCampo(RegistroErrores& registro, Operador& operador, std::s
 
 // Runs `remedio` after a failure of `accion`, which is then raised again: what has to be put back whoever catches it.
 void AlFallar(const std::function<void()>& accion, const std::function<void()>& remedio);
+
+// The failure of an action, for the few callers that look at its number; nothing when there was none.
+std::optional<Error> FallaDe(const std::function<void()>& accion);
 
 // Drops any failure. For the few procedures that run with errors ignored. True: there was none.
 bool IgnorandoErrores(const std::function<void()>& accion) noexcept;

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QStatusBar>
+
+#include "shell/OperacionesEnlace.h"
+
+class QLabel;
+
+namespace utr {
+
+// The status bar: panel 1 for progress, and the two panels that tell the link.
+class BarraEstado : public QStatusBar {
+  Q_OBJECT
+
+ public:
+  explicit BarraEstado(QWidget* parent = nullptr);
+
+  void Progreso(const QString& texto);
+  void Mostrar(const TextosPanel& textos);
+
+ private:
+  QLabel* progreso_;
+  QLabel* puerto_;
+  QLabel* velocidad_;
+};
+
+}  // namespace utr

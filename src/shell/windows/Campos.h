@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+namespace utr {
+
+// A text field that selects its whole text when it gets the focus.
+class CampoTexto : public QLineEdit {
+  Q_OBJECT
+
+ public:
+  explicit CampoTexto(const char* nombre, QWidget* parent = nullptr);
+
+ protected:
+  void focusInEvent(QFocusEvent* evento) override;
+};
+
+// The same for whole numbers: any key that types something else than a digit is swallowed with a beep.
+class CampoDigitos : public CampoTexto {
+  Q_OBJECT
+
+ public:
+  CampoDigitos(const char* nombre, int cifras, QWidget* parent = nullptr);
+
+ protected:
+  void keyPressEvent(QKeyEvent* evento) override;
+};
+
+// A label whose mnemonic leads to `campo`, which takes the caption as its accessible name.
+QLabel* Rotulo(const char* nombre, const QString& texto, QWidget* campo);
+
+// A button with that object name, which isn.t taken for the default one.
+QPushButton* Boton(const char* nombre, const QString& texto, QWidget* parent = nullptr);
+
+}  // namespace utr

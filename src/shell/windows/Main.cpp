@@ -1,0 +1,47 @@
+#include "shell/windows/Main.h"
+
+#include <QApplication>
+
+#include "shell/ArchivoAyuda.h"
+#include "shell/windows/InstanciaUnica.h"
+#include "shell/windows/frmLogin.h"
+#include "shell/windows/frmPpal.h"
+#include "widgets/TextoQt.h"
+
+namespace utr {
+
+Main::Main(const Entorno& entorno)
+    : propiedades_(entorno.carpeta / (entorno.nombre + ".dll")),
+      registro_(entorno.carpeta / (entorno.nombre + ".err"), entorno.reloj),
+      catalogo_(entorno.carpeta),
+      mod_{entorno.comunicador, propiedades_,    registro_,       entorno.operador, entorno.reloj,
+           catalogo_,           entorno.puertos, entorno.atender, entorno.carpeta,  entorno.nombre} {}
+
+Main::~Main() = default;
+
+bool Main::Entrar() {
+  FijarArchivoAyuda(mod_);
+  propiedades_.CargarPropiedades();
+  frmLogin entrada(mod_, ClaveActual(mod_));
+  entrada.exec();
+  return entrada.LoginSucceeded;
+}
+
+int Main::Correr() {
+  frmPpal ventana(mod_);
+  ventana.Cargar();
+  ventana.show();
+  return QApplication::exec();
+}
+
+int Ejecutar(const Entorno& entorno) {
+  InstanciaUnica instancia(Q(entorno.carpeta.string()));
+  if (!instancia.Tomar()) return 0;
+  QObject::connect(&instancia, &InstanciaUnica::OtraInstancia, [] { TraerAlFrente(); });
+  // The end of the program is the end of the main window, not of the dialogs ahead of it.
+  QApplication::setQuitOnLastWindowClosed(false);
+  Main principal(entorno);
+  return principal.Entrar() ? principal.Correr() : 0;
+}
+
+}  // namespace utr

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string>
+
+#include "configuration/Catalogo.h"
+#include "shell/ModRTU.h"
+
+namespace utr {
+
+// What the program is given to run on.
+struct Entorno {
+  Comunicador& comunicador;
+  ListaDePuertos& puertos;
+  Operador& operador;
+  Reloj& reloj;
+  Atender atender;
+  std::filesystem::path carpeta;  // folder of the executable
+  std::string nombre;             // its name, without extension
+};
+
+// The program's run: settings, password, main window. It makes the shared state and holds it to the end.
+class Main {
+ public:
+  explicit Main(const Entorno& entorno);
+  ~Main();
+
+  // Loads the settings and asks the password. False: it wasn't given, and the program ends without a main window.
+  bool Entrar();
+
+  // Shows the main window and runs until it is closed. Gives the exit code.
+  int Correr();
+
+  ModRTU& Mod() { return mod_; }
+
+ private:
+  Propiedades propiedades_;
+  RegistroErrores registro_;
+  Catalogo catalogo_;
+  ModRTU mod_;
+};
+
+// The whole program over a QApplication: ends at once where it runs already.
+int Ejecutar(const Entorno& entorno);
+
+}  // namespace utr

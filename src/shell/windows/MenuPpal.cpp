@@ -1,0 +1,185 @@
+#include "shell/windows/MenuPpal.h"
+
+#include <QActionGroup>
+#include <QMenu>
+#include <QMenuBar>
+#include <QToolBar>
+
+#include "widgets/Iconos.h"
+
+namespace utr {
+
+const std::array<AccionPpal, kCuantasAcciones> kAcciones{{
+    {"&Agenda", "agenda", false},
+    {"&Eventos", "eventos", true},
+    {"&Datos", "datos", true},
+    {"&Parametrizar", "parametrizar", false},
+    {"&Leer Configuracion", "leer-configuracion", true},
+    {"Co&ntraseña", "contrasena", true},
+    {"&Puesta en marcha UTR", "puesta-en-marcha", false},
+    {"P&uerto", "puerto", true},
+    {"Salidas Digitales", "salidas-digitales", false},
+}};
+
+const std::array<AccionPpal, kCuantasAvanzadas> kAvanzadas{{
+    {"Co&mandos", "comandos", false},
+    {"C&onfigurar", "configurar", false},
+    {"&Recuperar Datos", "recuperar", false},
+    {"Proce&sar Datos", "procesar", false},
+    {"&Visualización de archivos", "visualizacion", false},
+    {"Cola de &Transmisión", "cola-tx", true},
+    {"&Exportar configuración", "exportar-configuracion", true},
+}};
+
+namespace {
+
+struct VistaPpal {
+  const char* nombre;  // of the menu entry
+  const char* texto;
+  const char* clave;  // of the toolbar button
+  const char* ayuda;  // of the toolbar button
+  const char* icono;
+};
+constexpr std::array<VistaPpal, 4> kVistas{{
+    {"mnuViewLargeIcons", "Iconos Grandes", "View Large Icons", "Iconos grandes", "iconos-grandes"},
+    {"mnuViewSmallIcons", "Iconos Pequeños", "View Small Icons", "Iconos pequeños", "iconos-pequenos"},
+    {"mnuViewList", "Lista", "View List", "Lista", "lista"},
+    {"mnuViewDetails", "Detalles", "View Details", "Detalles", "detalles"},
+}};
+
+QMenu* Menu(QMenu* menu, const char* nombre) {
+  menu->setObjectName(QString::fromLatin1(nombre));
+  return menu;
+}
+
+QAction* Entrada(QMenu* menu, const QString& nombre, const QString& texto, const QIcon& icono = {}) {
+  QAction* accion = menu->addAction(icono, texto);
+  accion->setObjectName(nombre);
+  return accion;
+}
+
+}  // namespace
+
+MenuPpal::MenuPpal(QMainWindow* ventana) : QObject(ventana) {
+  ArmarAcciones(ventana);
+  ArmarVer(ventana);
+  ArmarAyuda(ventana);
+  ArmarBarra(ventana);
+}
+
+void MenuPpal::ArmarAcciones(QMainWindow* ventana) {
+  QMenu* mnuAcc = Menu(ventana->menuBar()->addMenu("&Acciones"), "mnuAcc");
+  for (std::size_t i = 0; i < kAcciones.size(); ++i) {
+    QAction* accion =
+        Entrada(mnuAcc, QString("mnuAcciones(%1)").arg(i), kAcciones[i].texto, IconoDe(kAcciones[i].icono));
+    accion->setEnabled(kAcciones[i].construida);
+    connect(accion, &QAction::triggered, this, [this, i] { emit Accion(static_cast<int>(i)); });
+  }
+  mnuAcc->addSeparator();
+  QMenu* mnuAvanzadas = Menu(mnuAcc->addMenu("A&vanzadas"), "mnuAvanzadas");
+  for (std::size_t i = 0; i < kAvanzadas.size(); ++i) {
+    QAction* accion =
+        Entrada(mnuAvanzadas, QString("mnuAccAvanzadas(%1)").arg(i), kAvanzadas[i].texto, IconoDe(kAvanzadas[i].icono));
+    accion->setEnabled(kAvanzadas[i].construida);
+    connect(accion, &QAction::triggered, this, [this, i] { emit Avanzada(static_cast<int>(i)); });
+  }
+  mnuAcc->addSeparator();
+  connect(Entrada(mnuAcc, "mnuSalir", "&Salir", IconoDe("salir")), &QAction::triggered, this, &MenuPpal::Salir);
+}
+
+void MenuPpal::ArmarVer(QMainWindow* ventana) {
+  QMenu* mnuVer = Menu(ventana->menuBar()->addMenu("&Ver"), "mnuVer");
+  QAction* barra = Entrada(mnuVer, "mnuViewStatusBar", "Barra de &Estado");
+  barra->setCheckable(true);
+  barra->setChecked(true);
+  connect(barra, &QAction::toggled, this, &MenuPpal::BarraDeEstado);
+  mnuVer->addSeparator();
+  auto* grupo = new QActionGroup(this);
+  for (std::size_t i = 0; i < kVistas.size(); ++i) {
+    vistas_[i] = Entrada(mnuVer, kVistas[i].nombre, kVistas[i].texto);
+    vistas_[i]->setCheckable(true);
+    grupo->addAction(vistas_[i]);
+    connect(vistas_[i], &QAction::triggered, this, [this, i] { emit VistaPedida(static_cast<Vista>(i)); });
+  }
+}
+
+void MenuPpal::ArmarAyuda(QMainWindow* ventana) {
+  QMenu* mnuHelp = Menu(ventana->menuBar()->addMenu("A&yuda"), "mnuHelp");
+  connect(Entrada(mnuHelp, "mnuHelpContents", "&Contenido", IconoDe("ayuda")), &QAction::triggered, this,
+          &MenuPpal::AyudaPedida);
+  connect(Entrada(mnuHelp, "mnuHelpSearch", "&Buscar ayuda a cerca de..."), &QAction::triggered, this,
+          &MenuPpal::AyudaPedida);
+  connect(Entrada(mnuHelp, "mnuHelpQue", "¿Qué es &esto ?", IconoDe("que-es-esto")), &QAction::triggered, this,
+          &MenuPpal::QueEsEsto);
+  mnuHelp->addSeparator();
+  connect(Entrada(mnuHelp, "mnuHelpAbout", "&Acerca de la aplicación"), &QAction::triggered, this, &MenuPpal::AcercaDe);
+}
+
+void MenuPpal::ArmarBarra(QMainWindow* ventana) {
+  auto* barra = new QToolBar("Barra de herramientas", ventana);
+  barra->setObjectName("BarraHerramientas");
+  barra->setMovable(false);
+  barra->setIconSize(QSize(22, 22));
+  ventana->addToolBar(barra);
+  // The pairs and the views press one button alone.
+  auto* conexion = new QActionGroup(this);
+  auto* orden = new QActionGroup(this);
+  auto* vistas = new QActionGroup(this);
+  connect(Agregar(barra, "Conected", "Conectar el puerto", "conectar", conexion), &QAction::triggered, this,
+          &MenuPpal::Conectar);
+  connect(Agregar(barra, "Disconected", "Desconectar el puerto", "desconectar", conexion), &QAction::triggered, this,
+          &MenuPpal::Desconectar);
+  separador_ = barra->addSeparator();
+  separador_->setObjectName("SeparadorConexion");
+  Agregar(barra, "Open", "Abrir", "abrir", nullptr)->setEnabled(false);
+  barra->addSeparator();
+  connect(Agregar(barra, "Sort Ascending", "Orden ascendente", "orden-ascendente", orden), &QAction::triggered, this,
+          [this] { emit OrdenPedido(true); });
+  connect(Agregar(barra, "Sort Descending", "Orden descendente", "orden-descendente", orden), &QAction::triggered, this,
+          [this] { emit OrdenPedido(false); });
+  barra->addSeparator();
+  for (std::size_t i = 0; i < kVistas.size(); ++i) {
+    connect(Agregar(barra, kVistas[i].clave, kVistas[i].ayuda, kVistas[i].icono, vistas), &QAction::triggered, this,
+            [this, i] { emit VistaPedida(static_cast<Vista>(i)); });
+  }
+  barra->addSeparator();
+  connect(Agregar(barra, "Help", "Ayuda", "ayuda", nullptr), &QAction::triggered, this, &MenuPpal::AyudaPedida);
+  connect(Agregar(barra, "Help What's This", "¿Qué es esto?", "que-es-esto", nullptr), &QAction::triggered, this,
+          &MenuPpal::QueEsEsto);
+}
+
+QAction* MenuPpal::Agregar(QToolBar* barra, const char* clave, const char* texto, const char* icono,
+                           QActionGroup* grupo) {
+  QAction* boton = barra->addAction(IconoDe(icono), texto);
+  boton->setObjectName(QString::fromLatin1(clave));
+  boton->setCheckable(grupo != nullptr);
+  if (grupo != nullptr) grupo->addAction(boton);
+  botones_[clave] = boton;
+  return boton;
+}
+
+void MenuPpal::FijarVista(Vista vista) {
+  const auto cual = static_cast<std::size_t>(vista);
+  vistas_[cual]->setChecked(true);
+  Boton(kVistas[cual].clave)->setChecked(true);
+}
+
+void MenuPpal::FijarOrden(bool ascendente) {
+  Boton(ascendente ? "Sort Ascending" : "Sort Descending")->setChecked(true);
+}
+
+void MenuPpal::FijarConexion(bool conectado) {
+  Boton(conectado ? "Conected" : "Disconected")->setChecked(true);
+}
+
+bool MenuPpal::Conectado() const {
+  return Boton("Conected")->isChecked();
+}
+
+void MenuPpal::MostrarConexion(bool visible) {
+  Boton("Conected")->setVisible(visible);
+  Boton("Disconected")->setVisible(visible);
+  separador_->setVisible(visible);
+}
+
+}  // namespace utr

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <QAction>
+#include <QMainWindow>
+#include <QObject>
+#include <array>
+#include <map>
+#include <string>
+
+#include "shell/windows/ListaAcciones.h"
+
+class QActionGroup;
+class QToolBar;
+
+namespace utr {
+
+// One command of the main window's two numbered menus.
+struct AccionPpal {
+  const char* texto;
+  const char* icono;
+  bool construida;  // a command that isn't built stands in its place, disabled
+};
+inline constexpr std::size_t kCuantasAcciones = 9;
+inline constexpr std::size_t kCuantasAvanzadas = 7;
+extern const std::array<AccionPpal, kCuantasAcciones> kAcciones;
+extern const std::array<AccionPpal, kCuantasAvanzadas> kAvanzadas;
+
+// Menus and toolbar of the main window. They tell what was asked for and show the states that they are given.
+class MenuPpal : public QObject {
+  Q_OBJECT
+
+ public:
+  explicit MenuPpal(QMainWindow* ventana);
+
+  void FijarVista(Vista vista);
+  void FijarOrden(bool ascendente);
+  void FijarConexion(bool conectado);
+  bool Conectado() const;
+  // Shows or hides the two connection buttons with their separator.
+  void MostrarConexion(bool visible);
+
+  // A toolbar button by its key.
+  QAction* Boton(const std::string& clave) const { return botones_.at(clave); }
+
+ signals:
+  void Accion(int indice);
+  void Avanzada(int indice);
+  void VistaPedida(Vista vista);
+  void OrdenPedido(bool ascendente);
+  void Conectar();
+  void Desconectar();
+  void BarraDeEstado(bool visible);
+  void AyudaPedida();
+  void QueEsEsto();
+  void AcercaDe();
+  void Salir();
+
+ private:
+  void ArmarAcciones(QMainWindow* ventana);
+  void ArmarVer(QMainWindow* ventana);
+  void ArmarAyuda(QMainWindow* ventana);
+  void ArmarBarra(QMainWindow* ventana);
+  QAction* Agregar(QToolBar* barra, const char* clave, const char* texto, const char* icono, QActionGroup* grupo);
+
+  std::array<QAction*, 4> vistas_{};
+  std::map<std::string, QAction*> botones_;
+  QAction* separador_ = nullptr;
+};
+
+}  // namespace utr

@@ -1,0 +1,69 @@
+#include "shell/windows/frmAbout.h"
+
+#include <QCoreApplication>
+#include <QHBoxLayout>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QVBoxLayout>
+
+#include "shell/ModRTU.h"
+#include "shell/windows/Campos.h"
+#include "widgets/Iconos.h"
+#include "widgets/TextoQt.h"
+
+namespace utr {
+namespace {
+
+// The first information tool that this system has; empty when it has none.
+QString HerramientaDelSistema() {
+  for (const char* nombre :
+       {"kinfocenter", "hardinfo2", "hardinfo", "mate-system-monitor", "gnome-system-monitor", "xfce4-taskmanager"}) {
+    const QString programa = QStandardPaths::findExecutable(nombre);
+    if (!programa.isEmpty()) return programa;
+  }
+  return {};
+}
+
+}  // namespace
+
+frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
+  setObjectName("frmAbout");
+  setWindowTitle("Acerca de la aplicación");
+  auto* figura = new QLabel;
+  figura->setPixmap(IconoDe("adminutr").pixmap(64, 64));
+  auto* lblTitle = new QLabel(Q(kTitulo));
+  lblTitle->setObjectName("lblTitle");
+  QFont letra = lblTitle->font();
+  letra.setBold(true);
+  lblTitle->setFont(letra);
+  auto* lblVersion = new QLabel("Versión " + QCoreApplication::applicationVersion());
+  lblVersion->setObjectName("lblVersion");
+  auto* textos = new QVBoxLayout;
+  textos->addWidget(lblTitle);
+  textos->addWidget(lblVersion);
+  textos->addStretch(1);
+  auto* arriba = new QHBoxLayout;
+  arriba->setSpacing(16);
+  arriba->addWidget(figura, 0, Qt::AlignTop);
+  arriba->addLayout(textos, 1);
+
+  const QString herramienta = HerramientaDelSistema();
+  auto* cmdSysInfo = Boton("cmdSysInfo", "&Info. del sistema...");
+  cmdSysInfo->setEnabled(!herramienta.isEmpty());
+  auto* cmdOK = Boton("cmdOK", "&Aceptar");
+  cmdOK->setDefault(true);
+  auto* botones = new QHBoxLayout;
+  botones->addWidget(cmdSysInfo);
+  botones->addStretch(1);
+  botones->addWidget(cmdOK);
+  auto* todo = new QVBoxLayout(this);
+  todo->setContentsMargins(20, 20, 20, 16);
+  todo->addLayout(arriba);
+  todo->addSpacing(12);
+  todo->addLayout(botones);
+  setTabOrder({cmdOK, cmdSysInfo});
+  connect(cmdSysInfo, &QPushButton::clicked, this, [herramienta] { QProcess::startDetached(herramienta, {}); });
+  connect(cmdOK, &QPushButton::clicked, this, &QDialog::accept);
+}
+
+}  // namespace utr

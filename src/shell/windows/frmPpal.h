@@ -1,0 +1,90 @@
+#pragma once
+
+#include <QMainWindow>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "shell/LecturaConfiguracion.h"
+#include "shell/ModRTU.h"
+
+class QDialog;
+
+namespace utr {
+
+class BarraEstado;
+class ListaAcciones;
+class MenuPpal;
+class frmPresentacion;
+
+// The main window: list of actions, menus, toolbar and status bar. It owns the table of channels, opens every dialog
+// with what it needs, and keeps the connection buttons honest. While an action runs no other one is entered and the
+// window can't be closed.
+class frmPpal : public QMainWindow {
+  Q_OBJECT
+
+ public:
+  explicit frmPpal(ModRTU& mod, QWidget* parent = nullptr);
+
+  // What the window does once, before it is shown: it meets the link and reads the configuration.
+  void Cargar();
+
+  // Asks where the configuration comes from and reads it. `DesdeUTROnly`: from the unit alone; `ShowUCG`: files are
+  // exported configurations; `MostrarConfig` and `SoloMostrarLaCFG`: the list of channels follows, only to look at.
+  // False after a failure, which was shown; true also after a cancel.
+  bool LeerConfiguracion(bool DesdeUTROnly, bool MostrarConfig, bool SoloMostrarLaCFG, bool ShowUCG);
+
+  // Reads from the unit with the settings as they stand, without a question. False after a failure, which was shown.
+  bool LeerConfiguracionDirectaUTR();
+
+  void InfoPanel();
+  void EstadoConeccion(bool Conected);
+  void ConfigurarPuerto();
+  void Contrasena();
+  void MostrarEventos();
+  void MostrarDatos();
+  void ColaDeTransmicion();
+
+  // Saves the unit's configuration, which is read first when it isn't at hand. Failures are logged and raised.
+  void ExportarConfiguracion();
+
+  // Starts the sibling tool that stands beside the executable.
+  void LanzarMandadero();
+
+  const LecturaConfiguracion& Lectura() const noexcept { return lectura_; }
+
+ protected:
+  void closeEvent(QCloseEvent* evento) override;
+
+ private:
+  using CrearVista = std::function<std::unique_ptr<QDialog>(const TablaPtr& rec_config)>;
+
+  void ArmarLista();
+  void ConectarControles();
+  void Operar(const char* procedimiento, const std::function<void()>& operacion);
+  void mnuAcciones_Click(int indice);
+  void mnuAccAvanzadas_Click(int indice);
+  bool ReconectarSiHaceFalta();
+  void BotonConected();
+  void BotonDisconected();
+  void ActualizarBotones();
+  void AceptarLectura(frmPresentacion& dialogo);
+  void ReabrirEnlace();
+  void MostrarVista(const char* procedimiento, const CrearVista& crear);
+  void OfrecerLectura();
+  bool LeerParaExportar();
+  bool Preguntar(const std::string& texto);
+  void Informar(const std::string& texto);
+  void GrabarClave(const std::string& nueva);
+  void Descargar();
+  std::string Titulo() const;
+
+  ModRTU& mod_;
+  LecturaConfiguracion lectura_;
+  MenuPpal* menu_;
+  ListaAcciones* lista_;
+  BarraEstado* barra_estado_;
+  bool operando_ = false;
+};
+
+}  // namespace utr
