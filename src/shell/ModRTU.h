@@ -38,13 +38,13 @@ struct ModRTU {
   Atender atender;                  // lets events of the interface run
   std::filesystem::path carpeta;    // folder of the executable: settings, logs, catalogues, help
   std::string nombre = "AdminUTR";  // name of the executable, without extension
-  std::filesystem::path archivo_ayuda;
+  std::filesystem::path archivo_ayuda{};
 
   bool configuracion_leida = false;  // RecConfig came from the unit
   bool por_ip = false;               // the link is over IP
   bool en_llamada = false;           // a telephone call stands, so Conectar isn't repeated
-  EleccionImpresora impresora;       // no name until one was chosen
-  std::string ruta_predefinida;      // predefined parametrization in use
+  EleccionImpresora impresora{};     // no name until one was chosen
+  std::string ruta_predefinida{};    // predefined parametrization in use
 };
 
 // The program's title and bare caption of the main window.

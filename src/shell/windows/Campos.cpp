@@ -49,4 +49,12 @@ QPushButton* Boton(const char* nombre, const QString& texto, QWidget* parent) {
   return boton;
 }
 
+void OrdenDeTab(std::initializer_list<QWidget*> controles) {
+  QWidget* anterior = nullptr;
+  for (QWidget* control : controles) {
+    if (anterior != nullptr) QWidget::setTabOrder(anterior, control);
+    anterior = control;
+  }
+}
+
 }  // namespace utr

@@ -34,4 +34,7 @@ QLabel* Rotulo(const char* nombre, const QString& texto, QWidget* campo);
 // A button with that object name, which isn.t taken for the default one.
 QPushButton* Boton(const char* nombre, const QString& texto, QWidget* parent = nullptr);
 
+// The order in which Tab walks these controls.
+void OrdenDeTab(std::initializer_list<QWidget*> controles);
+
 }  // namespace utr

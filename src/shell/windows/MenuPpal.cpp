@@ -172,10 +172,6 @@ void MenuPpal::FijarConexion(bool conectado) {
   Boton(conectado ? "Conected" : "Disconected")->setChecked(true);
 }
 
-bool MenuPpal::Conectado() const {
-  return Boton("Conected")->isChecked();
-}
-
 void MenuPpal::MostrarConexion(bool visible) {
   Boton("Conected")->setVisible(visible);
   Boton("Disconected")->setVisible(visible);

@@ -35,7 +35,6 @@ class MenuPpal : public QObject {
   void FijarVista(Vista vista);
   void FijarOrden(bool ascendente);
   void FijarConexion(bool conectado);
-  bool Conectado() const;
   // Shows or hides the two connection buttons with their separator.
   void MostrarConexion(bool visible);
 

@@ -61,7 +61,7 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
   todo->addLayout(arriba);
   todo->addSpacing(12);
   todo->addLayout(botones);
-  setTabOrder({cmdOK, cmdSysInfo});
+  OrdenDeTab({cmdOK, cmdSysInfo});
   connect(cmdSysInfo, &QPushButton::clicked, this, [herramienta] { QProcess::startDetached(herramienta, {}); });
   connect(cmdOK, &QPushButton::clicked, this, &QDialog::accept);
 }

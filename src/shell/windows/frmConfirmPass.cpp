@@ -45,7 +45,7 @@ frmConfirmPass::frmConfirmPass(ModRTU& mod, std::string ClaveOri, QWidget* paren
   todo->addStretch(1);
   todo->addSpacing(12);
   todo->addLayout(botones);
-  setTabOrder({txtPassword_[0], txtPassword_[1], txtPassword_[2], CmdOK_, CmdCancel, cmdNav});
+  OrdenDeTab({txtPassword_[0], txtPassword_[1], txtPassword_[2], CmdOK_, CmdCancel, cmdNav});
   connect(CmdOK_, &QPushButton::clicked, this, [this] {
     Aceptar = true;
     accept();

@@ -43,7 +43,7 @@ frmLogin::frmLogin(ModRTU& mod, std::string clave, QWidget* parent)
   todo->addStretch(1);
   todo->addSpacing(12);
   todo->addLayout(botones);
-  setTabOrder({txtPassword_, CmdOK, CmdCancel, cmdAyuda});
+  OrdenDeTab({txtPassword_, CmdOK, CmdCancel, cmdAyuda});
   connect(CmdOK, &QPushButton::clicked, this, &frmLogin::Aceptar);
   connect(CmdCancel, &QPushButton::clicked, this, &frmLogin::reject);
   connect(cmdAyuda, &QPushButton::clicked, this, [this] { AbrirAyuda(mod_); });

@@ -100,7 +100,7 @@ void frmPpal::ArmarLista() {
   lista_->FijarVista(Vista::kDetalles);
   menu_->FijarVista(Vista::kDetalles);
   menu_->FijarOrden(true);
-  menu_->FijarConexion(true);
+  EstadoConeccion(true);
   if (mod_.por_ip) ActualizarBotones();
   lista_->setFocus();
 }
@@ -137,7 +137,7 @@ void frmPpal::mnuAcciones_Click(int indice) {
 
 // True when the link may be used: it is up as far as the buttons tell, or the operator had it opened again.
 bool frmPpal::ReconectarSiHaceFalta() {
-  if (menu_->Conectado() || mod_.por_ip) return true;
+  if (conectado_ || mod_.por_ip) return true;
   if (!Preguntar("El puerto COM se ha desconectado.\n¿Desea reconectar el mismo?")) return false;
   IgnorandoErrores([&] { ConectarSegunAjustes(mod_); });
   EstadoConeccion(true);
@@ -159,25 +159,26 @@ void frmPpal::mnuAccAvanzadas_Click(int indice) {
 }
 
 void frmPpal::BotonConected() {
-  if (operando_) return EstadoConeccion(!menu_->Conectado());
+  if (operando_) return menu_->FijarConexion(conectado_);  // the click alone has pressed the button
   Operar("tbToolBar_ButtonClick", [&] {
+    EstadoConeccion(true);
     const std::optional<Error> falla = FallaDe([&] { ConectarSegunAjustes(mod_); });
     if (!falla) return InfoPanel();
     mod_.operador.Mostrar(MensajeDePuerto(*falla, Titulo()));
-    EstadoConeccion(false);
-    mod_.comunicador.Desconectar();
-    mod_.en_llamada = false;
-    InfoPanel();
+    Soltar();
   });
 }
 
 void frmPpal::BotonDisconected() {
-  if (operando_) return EstadoConeccion(!menu_->Conectado());
-  Operar("tbToolBar_ButtonClick", [&] {
-    mod_.comunicador.Desconectar();
-    mod_.en_llamada = false;
-    InfoPanel();
-  });
+  if (operando_) return menu_->FijarConexion(conectado_);  // the click alone has pressed the button
+  Operar("tbToolBar_ButtonClick", [&] { Soltar(); });
+}
+
+void frmPpal::Soltar() {
+  EstadoConeccion(false);
+  mod_.comunicador.Desconectar();
+  mod_.en_llamada = false;
+  InfoPanel();
 }
 
 void frmPpal::ActualizarBotones() {

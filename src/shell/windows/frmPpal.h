@@ -67,6 +67,7 @@ class frmPpal : public QMainWindow {
   bool ReconectarSiHaceFalta();
   void BotonConected();
   void BotonDisconected();
+  void Soltar();
   void ActualizarBotones();
   void AceptarLectura(frmPresentacion& dialogo);
   void ReabrirEnlace();
@@ -84,6 +85,7 @@ class frmPpal : public QMainWindow {
   MenuPpal* menu_;
   ListaAcciones* lista_;
   BarraEstado* barra_estado_;
+  bool conectado_ = false;  // what the connection buttons show
   bool operando_ = false;
 };
 

@@ -184,9 +184,9 @@ QWidget* frmPresentacion::ArmarBotones() {
 }
 
 void frmPresentacion::Ordenar() {
-  setTabOrder({OptionRTU_, OptionXML_, txtIdentificador_, optSerie_, cboPuertos_, CVelocidad_, CVerifVelocidad_,
-               CParar_, chkTel_, txtTelefono_, cmdTelefono_, txtComandos_, optIP_, DireccionIP_, PuertoIP_,
-               AceptarLecturaCFG_, CancelarLecturaCFG_, cmdAyuda_});
+  OrdenDeTab({OptionRTU_, OptionXML_, txtIdentificador_, optSerie_, cboPuertos_, CVelocidad_, CVerifVelocidad_, CParar_,
+              chkTel_, txtTelefono_, cmdTelefono_, txtComandos_, optIP_, DireccionIP_, PuertoIP_, AceptarLecturaCFG_,
+              CancelarLecturaCFG_, cmdAyuda_});
   AceptarLecturaCFG_->setFocus();
 }
 

@@ -87,7 +87,7 @@ void frmPuerto::Armar() {
   todo->addStretch(1);
   todo->addSpacing(12);
   todo->addLayout(botones);
-  setTabOrder({optSerie_, CPuerto_, CVelocidad_, optIP_, DireccionIP_, PuertoIP_, CmdOK_, CmdCancel_, cmdAyuda_});
+  OrdenDeTab({optSerie_, CPuerto_, CVelocidad_, optIP_, DireccionIP_, PuertoIP_, CmdOK_, CmdCancel_, cmdAyuda_});
 }
 
 void frmPuerto::Llenar() {
