@@ -1,0 +1,129 @@
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "base/Error.h"
+#include "base/Numeros.h"
+
+namespace utr {
+namespace {
+
+std::int32_t NumeroDeError(const std::function<void()>& accion) {
+  try {
+    accion();
+  } catch (const Error& e) {
+    return e.Numero();
+  }
+  return 0;
+}
+
+TEST(Numeros, ValTomaElPrefijoNumericoMasLargo) {
+  const struct {
+    const char* texto;
+    double valor;
+  } casos[] = {
+      {"", 0},        {"abc", 0},  {"5,5", 5},  {" 12.5", 12.5}, {"1 2 3", 123},   {"-3x", -3},
+      {"+7", 7},      {".5", 0.5}, {"5.", 5},   {"1e3m", 1000},  {"1e", 1},        {"1e+", 1},
+      {"1.2.3", 1.2}, {"--1", 0},  {"-", 0},    {".", 0},        {"\t4\r\n2", 42}, {"1D2", 100},
+      {"1e-400", 0},  {"0x10", 0}, {"- 8", -8}, {"2048", 2048},  {"3.7E1 ", 37},   {"ñ1", 0},
+  };
+  for (const auto& c : casos) EXPECT_DOUBLE_EQ(Val(c.texto), c.valor) << '"' << c.texto << '"';
+}
+
+TEST(Numeros, PruebaYLecturaEstrictaCoinciden) {
+  const struct {
+    const char* texto;
+    bool numerico;
+    double valor;
+  } casos[] = {
+      {"5,5", true, 55},
+      {"1,234.5", true, 1234.5},
+      {" 7 ", true, 7},
+      {"-0.5", true, -0.5},
+      {"+1e2", true, 100},
+      {"", false, 0},
+      {" ", false, 0},
+      {"5 5", false, 0},
+      {"1.2,3", false, 0},
+      {",5", false, 0},
+      {"12abc", false, 0},
+      {"N/D", false, 0},
+      {"1e999", false, 0},
+      {"1/2", false, 0},
+      {"44", true, 44},
+      {"000012", true, 12},
+      {"123456789012345678", true, 123456789012345678.0},
+  };
+  for (const auto& c : casos) {
+    EXPECT_EQ(EsNumerico(c.texto), c.numerico) << '"' << c.texto << '"';
+    if (c.numerico) {
+      EXPECT_DOUBLE_EQ(LeerDoble(c.texto), c.valor) << c.texto;
+    } else if (std::string_view(c.texto) != "1e999") {
+      EXPECT_EQ(NumeroDeError([&] { LeerDoble(c.texto); }), error::kTipos) << '"' << c.texto << '"';
+    }
+  }
+  EXPECT_EQ(NumeroDeError([] { LeerDoble("1e999"); }), error::kDesborde);
+}
+
+TEST(Numeros, EnterosRedondeanAlParYDesbordan) {
+  const struct {
+    double numero;
+    std::int16_t entero;
+  } casos[] = {{25 / 10.0, 2}, {35 / 10.0, 4}, {-2.5, -2},       {-3.5, -4},
+               {2.51, 3},      {0.5, 0},       {32767.4, 32767}, {-32768.5, -32768}};
+  for (const auto& c : casos) EXPECT_EQ(Entero16(c.numero), c.entero) << c.numero;
+  EXPECT_EQ(NumeroDeError([] { Entero16(32767.5); }), error::kDesborde);
+  EXPECT_EQ(NumeroDeError([] { LeerEntero16("40000"); }), error::kDesborde);
+  EXPECT_EQ(NumeroDeError([] { Entero32(2147483648.0); }), error::kDesborde);
+  EXPECT_EQ(NumeroDeError([] { LeerEntero16("x"); }), error::kTipos);
+  EXPECT_EQ(LeerEntero32("65,535"), 65535);
+}
+
+TEST(Numeros, TextoPlanoLlevaElBlancoDeAdelante) {
+  const struct {
+    double numero;
+    const char* texto;
+  } casos[] = {{7 * 0.2, " 1.4"},
+               {12.5, " 12.5"},
+               {-3, "-3"},
+               {0, " 0"},
+               {-0.0, " 0"},
+               {0.2, " 0.2"},
+               {1e15, " 1E+15"},
+               {123456789012345.0, " 123456789012345"},
+               {1.0 / 3, " 0.333333333333333"},
+               {100, " 100"}};
+  for (const auto& c : casos) EXPECT_EQ(TextoPlano(c.numero), c.texto);
+  EXPECT_EQ(TextoGeneral(0.5), "0.5");
+}
+
+TEST(Numeros, FormatoFijoRedondeaElTextoDecimalLejosDeCero) {
+  const struct {
+    double numero;
+    const char* texto;
+  } casos[] = {
+      {105, "105.000"},
+      {5, "5.000"},
+      {1.0005, "1.001"},
+      {-1.0005, "-1.001"},
+      {-0.0004, "0.000"},
+      {-0.0005, "-0.001"},
+      {0, "0.000"},
+      {0.0005, "0.001"},
+      {0.00049999, "0.000"},
+      {9.9995, "10.000"},
+      {999.9996, "1000.000"},
+      {1234567.8915, "1234567.892"},
+      {2.0015, "2.002"},
+      {1e15, "1000000000000000.000"},
+      {0.1 + 0.2, "0.300"},
+      {-12.3456, "-12.346"},
+      {99999999999999.9, "99999999999999.900"},
+      {1e-300, "0.000"},
+      {1.5e20, "150000000000000000000.000"},
+  };
+  for (const auto& c : casos) EXPECT_EQ(FormatoFijo(c.numero), c.texto) << c.numero;
+}
+
+}  // namespace
+}  // namespace utr

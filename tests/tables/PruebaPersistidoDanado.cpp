@@ -1,0 +1,82 @@
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "support/Carpeta.h"
+#include "tables/Comun.h"
+
+namespace utr {
+namespace {
+
+using prueba::Carpeta;
+
+std::string ArchivoSano(const Carpeta& carpeta) {
+  Tabla t;
+  t.Append("Canal", TipoCampo::kVarChar, 30);
+  t.Append("CtePluvi", TipoCampo::kDoble);
+  t.Open();
+  for (int i = 1; i <= 23; ++i) {
+    t.AddNew();
+    t.Set("Canal", std::to_string(i));
+    t.Set("CtePluvi", Valor{i * 0.2});
+  }
+  t.UpdateBatch();
+  t.Save(carpeta / "sana.xml");
+  return prueba::LeerTodo(carpeta / "sana.xml");
+}
+
+// What remains of an attempt to open damaged bytes: a whole table or a clear error, never half a table.
+void Intentar(const Carpeta& carpeta, const std::string& bytes, bool debe_fallar) {
+  prueba::EscribirTodo(carpeta / "d.xml", bytes);
+  Tabla t;
+  try {
+    t.Open(carpeta / "d.xml");
+    EXPECT_FALSE(debe_fallar) << bytes.substr(0, 80);
+  } catch (const Error& e) {
+    EXPECT_EQ(e.Numero(), error::kArchivo);
+    EXPECT_NE(e.Descripcion().find("d.xml"), std::string::npos);
+    EXPECT_FALSE(t.Abierta());
+    EXPECT_EQ(t.FieldCount(), 0U);
+  }
+}
+
+TEST(PersistidoDanado, TodoCorteEsUnErrorClaro) {
+  const Carpeta carpeta;
+  const std::string sano = ArchivoSano(carpeta);
+  for (std::size_t n = 0; n < sano.size(); n += n < 200 ? 1 : 37) Intentar(carpeta, sano.substr(0, n), true);
+  Intentar(carpeta, sano.substr(0, sano.size() - 1), true);
+}
+
+TEST(PersistidoDanado, BytesAlAzarNuncaDejanMediaTabla) {
+  const Carpeta carpeta;
+  const std::string sano = ArchivoSano(carpeta);
+  std::mt19937 azar(7);
+  for (int i = 0; i < 600; ++i) {
+    std::string bytes = sano;
+    for (unsigned k = 0; k <= azar() % 4; ++k) bytes[azar() % bytes.size()] = static_cast<char>(azar());
+    Intentar(carpeta, bytes, false);
+  }
+}
+
+TEST(PersistidoDanado, OtrosFormatosYValoresImposibles) {
+  const Carpeta carpeta;
+  const std::string sano = ArchivoSano(carpeta);
+  const auto con = [&](const std::string& que, const std::string& por) {
+    std::string s = sano;
+    s.replace(s.find(que), que.size(), por);
+    return s;
+  };
+  Intentar(carpeta, "", true);
+  Intentar(carpeta, "no es xml", true);
+  Intentar(carpeta, "<html><body/></html>", true);
+  Intentar(carpeta, "<xml/>", true);
+  Intentar(carpeta, con("CtePluvi='0.2", "CtePluvi='x0.2"), true);
+  Intentar(carpeta, con("uuid:BDC6E3F0", "uuid:00000000"), true);
+  Intentar(carpeta, std::string(1000, '\0'), true);
+  Tabla t;
+  EXPECT_EQ(prueba::NumeroDeError([&] { t.Open(carpeta / "no está.xml"); }), error::kArchivo);
+  EXPECT_EQ(prueba::NumeroDeError([&] { t.Open(carpeta.Ruta()); }), error::kArchivo);
+}
+
+}  // namespace
+}  // namespace utr

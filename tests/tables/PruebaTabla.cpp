@@ -1,0 +1,156 @@
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "tables/Comun.h"
+
+namespace utr {
+namespace {
+
+using prueba::NumeroDeError;
+using prueba::Recorrido;
+using prueba::TablaDeTextos;
+
+TEST(Tabla, UnCampoRespondeSinMirarElCaso) {
+  const auto t = TablaDeTextos({"Canal", "Año"}, {{"7", "x"}});
+  EXPECT_EQ(t->Texto("canal"), "7");
+  EXPECT_EQ(t->Texto("CANAL"), "7");
+  EXPECT_EQ(t->Texto("AÑO"), "x");
+  EXPECT_EQ(t->BuscarCampo("Canales"), -1);
+  EXPECT_EQ(t->Field(1).nombre, "Año");
+}
+
+TEST(Tabla, CadaFallaTieneSuNumero) {
+  Tabla cerrada;
+  EXPECT_EQ(NumeroDeError([&] { cerrada.MoveFirst(); }), error::kTablaCerrada);
+  EXPECT_EQ(NumeroDeError([&] { cerrada.AddNew(); }), error::kTablaCerrada);
+  cerrada.Append("A", TipoCampo::kVarChar, 5);
+  EXPECT_EQ(NumeroDeError([&] { cerrada.Append("a", TipoCampo::kVarChar, 5); }), error::kLlamada);
+  cerrada.Open();
+  EXPECT_EQ(NumeroDeError([&] { cerrada.Open(); }), error::kTablaAbierta);
+  EXPECT_EQ(NumeroDeError([&] { cerrada.Append("B", TipoCampo::kVarChar, 5); }), error::kTablaAbierta);
+  EXPECT_EQ(NumeroDeError([&] { cerrada.Texto("A"); }), error::kSinRegistro);
+  EXPECT_EQ(NumeroDeError([&] { cerrada.MoveNext(); }), error::kSinRegistro);
+  EXPECT_EQ(NumeroDeError([&] { cerrada.Texto("B"); }), error::kCampo);
+  EXPECT_EQ(NumeroDeError([&] { cerrada.Value(std::size_t{1}); }), error::kCampo);
+  EXPECT_EQ(NumeroDeError([&] { cerrada.Filter("B='1'"); }), error::kCampo);
+  EXPECT_EQ(NumeroDeError([&] { cerrada.Sort("B ASC"); }), error::kCampo);
+  EXPECT_EQ(NumeroDeError([&] { cerrada.Filter("sin igual"); }), error::kLlamada);
+  EXPECT_EQ(NumeroDeError([&] { cerrada.Filter("A='abierta"); }), error::kLlamada);
+  cerrada.Close();
+  EXPECT_EQ(cerrada.State(), Tabla::Estado::kCerrada);
+  EXPECT_EQ(NumeroDeError([&] { cerrada.RecordCount(); }), error::kTablaCerrada);
+}
+
+TEST(Tabla, LosValoresSeConviertenAlTipoDelCampo) {
+  Tabla t;
+  t.Append("doble", TipoCampo::kDoble);
+  t.Append("entero", TipoCampo::kEntero);
+  t.Append("logico", TipoCampo::kLogico);
+  t.Append("texto", TipoCampo::kVarChar, 2);
+  t.Open();
+  t.AddNew();
+  for (std::size_t i = 0; i < 4; ++i) EXPECT_TRUE(t.EsNulo(i));
+  t.Set("doble", "1,000.5");
+  t.Set("entero", "2.5");
+  t.Set("logico", "true");
+  t.Set("texto", Valor{12.5});
+  EXPECT_EQ(std::get<double>(t.Value("doble")), 1000.5);
+  EXPECT_EQ(std::get<std::int64_t>(t.Value("entero")), 2);
+  EXPECT_TRUE(std::get<bool>(t.Value("logico")));
+  EXPECT_EQ(t.Texto("texto"), "12.5") << "a value longer than its field is kept whole";
+  EXPECT_EQ(NumeroDeError([&] { t.Set("doble", "abc"); }), error::kTipos);
+  EXPECT_EQ(NumeroDeError([&] { t.Set("entero", ""); }), error::kTipos);
+  EXPECT_EQ(NumeroDeError([&] { t.Set("logico", "Si"); }), error::kTipos);
+  EXPECT_EQ(NumeroDeError([&] { t.Set("entero", "3000000000"); }), error::kDesborde);
+  EXPECT_EQ(t.Texto("doble"), "1000.5") << "a refused value changes nothing";
+  EXPECT_EQ(t.Texto("entero"), "2");
+  t.Set("texto", Valor{});
+  EXPECT_TRUE(t.EsNulo("texto"));
+  t.Set("texto", "");
+  EXPECT_FALSE(t.EsNulo("texto")) << "an empty text is no null";
+}
+
+TEST(Tabla, UnClonCompartaFilasYTieneCursorPropio) {
+  const auto t = TablaDeTextos({"Canal"}, {{"1"}, {"2"}, {"3"}});
+  t->Filter("Canal='2'");
+  const auto clon = t->Clone();
+  EXPECT_EQ(clon->RecordCount(), 3U);
+  clon->MoveLast();
+  EXPECT_EQ(t->Texto("Canal"), "2");
+  clon->Set("Canal", "9");
+  t->Filter("");
+  EXPECT_EQ(Recorrido(*t, "Canal"), "1 2 9");
+  t->Close();
+  EXPECT_EQ(Recorrido(*clon, "Canal"), "1 2 9") << "closing one leaves the other";
+}
+
+TEST(Tabla, LosTextosNoSeMuevenCuandoSeAgregaMas) {
+  const auto t = TablaDeTextos({"A"}, {{"primero"}});
+  const auto texto = std::get<std::string_view>(t->Value("A"));
+  for (int i = 0; i < 20000; ++i) {
+    t->AddNew();
+    t->Set("A", "texto numero " + std::to_string(i) + std::string(static_cast<std::size_t>(i % 40), 'x'));
+  }
+  t->AddNew();
+  t->Set("A", std::string(100000, 'y'));
+  EXPECT_EQ(texto, "primero");
+  EXPECT_EQ(t->TextoEn(20001, 0).size(), 100000U);
+  EXPECT_EQ(t->TextoEn(12345, 0), "texto numero 12344" + std::string(12344 % 40, 'x'));
+}
+
+TEST(Tabla, OrdenarEsEstableYVuelveAlOrdenDeIngreso) {
+  Tabla t;
+  t.Append("texto", TipoCampo::kVarChar, 10);
+  t.Append("numero", TipoCampo::kEntero);
+  t.Open();
+  const struct {
+    const char* texto;
+    int numero;
+  } filas[] = {{"b", 10}, {"A", 9}, {"a", 100}, {"B", -1}};
+  for (const auto& f : filas) {
+    t.AddNew();
+    t.Set("texto", f.texto);
+    t.Set("numero", Valor{std::int64_t{f.numero}});
+  }
+  t.AddNew();  // nulls
+  t.UpdateBatch();
+  const struct {
+    const char* orden;
+    const char* recorrido;
+  } casos[] = {{"numero ASC", "-BAba"}, {"numero DESC", "abAB-"}, {"texto ASC", "-AabB"},
+               {"texto desc", "bBAa-"}, {"[numero]", "-BAba"},    {"", "bAaB-"}};
+  for (const auto& c : casos) {
+    t.Sort(c.orden);
+    std::string visto;
+    for (; !t.Eof(); t.MoveNext()) visto += t.EsNulo("texto") ? "-" : t.Texto("texto");
+    EXPECT_EQ(visto, c.recorrido) << c.orden;
+    EXPECT_EQ(t.RecordCount(), 5U);
+  }
+}
+
+TEST(Tabla, CopiarRecordset) {
+  const auto t = TablaDeTextos({"Canal", "Valor"}, {{"1", "a"}, {"2", "b"}, {"1", "c"}});
+  t->Filter("Canal='1'");
+  const auto copia = CopiarRecordset(*t, true);
+  EXPECT_EQ(Recorrido(*copia, "Valor"), "a c");
+  copia->MoveFirst();
+  copia->Set("Valor", "z");
+  t->MoveFirst();
+  EXPECT_EQ(t->Texto("Valor"), "a") << "the copy is independent";
+  EXPECT_EQ(copia->Field("valor").tamano, 20U);
+  EXPECT_EQ(copia->Pendientes(), 0U);
+  EXPECT_EQ(CopiarRecordset(*t, false)->RecordCount(), 0U);
+
+  Tabla vacia;
+  vacia.Append("texto", TipoCampo::kVarChar, 5);
+  vacia.Append("logico", TipoCampo::kLogico);
+  vacia.Open();
+  const auto blanca = CopiarRecordset(vacia, true);
+  ASSERT_EQ(blanca->RecordCount(), 1U);
+  EXPECT_TRUE(blanca->EsNulo("texto"));
+  EXPECT_FALSE(std::get<bool>(blanca->Value("logico")));
+}
+
+}  // namespace
+}  // namespace utr
