@@ -1,6 +1,7 @@
 #include "base/Texto.h"
 
 #include <array>
+#include <cstring>
 
 namespace utr {
 namespace {
@@ -17,6 +18,8 @@ void AgregarUtf8(std::string& destino, std::uint32_t codigo) {
     destino.push_back(static_cast<char>(0x80 | (codigo & 0x3F)));
   }
 }
+
+constexpr std::uint64_t kNoAscii = 0x8080808080808080ULL;
 
 // The code points of the bytes 0x80 to 0x9F in the code page 1252 (0 where the page has none).
 constexpr std::array<std::uint16_t, 32> kCp1252 = {0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
@@ -136,13 +139,24 @@ std::string DesdeCp1252(std::string_view bytes) {
   return texto;
 }
 
-bool EsUtf8(std::string_view bytes) {
-  for (std::size_t i = 0; i < bytes.size();) {
+std::size_t PrefijoUtf8(std::string_view bytes) {
+  std::size_t i = 0;
+  while (i < bytes.size()) {
+    std::uint64_t ocho = kNoAscii;
+    if (i + 8 <= bytes.size()) std::memcpy(&ocho, bytes.data() + i, 8);
+    if ((ocho & kNoAscii) == 0) {
+      i += 8;
+      continue;
+    }
     const std::size_t largo = Secuencia(bytes, i);
-    if (largo == 0) return false;
+    if (largo == 0) break;
     i += largo;
   }
-  return true;
+  return i;
+}
+
+bool EsUtf8(std::string_view bytes) {
+  return PrefijoUtf8(bytes) == bytes.size();
 }
 
 }  // namespace utr

@@ -34,6 +34,9 @@ std::size_t Largo(std::string_view texto);
 // Bytes in the code page 1252 as UTF-8.
 std::string DesdeCp1252(std::string_view bytes);
 
+// How many bytes from the first on are well-formed UTF-8, in whole characters.
+std::size_t PrefijoUtf8(std::string_view bytes);
+
 // True when the bytes are well-formed UTF-8.
 bool EsUtf8(std::string_view bytes);
 

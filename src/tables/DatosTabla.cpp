@@ -86,6 +86,31 @@ bool ALogico(const Valor& valor) {
 
 constexpr std::uint64_t kSinCaso = 0x2020202020202020ULL;
 
+// Reads a number of fixed size from bytes that may stand anywhere.
+template <typename T>
+std::uint64_t Tomar(const char* p) noexcept {
+  T w;
+  std::memcpy(&w, p, sizeof w);
+  return w;
+}
+
+// The first eight bytes; of a shorter text all of them, in an arrangement that is one to one for each length.
+std::uint64_t Cabeza(std::string_view t) noexcept {
+  const char* p = t.data();
+  const std::size_t n = t.size();
+  if (n >= 8) return Tomar<std::uint64_t>(p);
+  if (n >= 4) return Tomar<std::uint32_t>(p) | Tomar<std::uint32_t>(p + n - 4) << 32;
+  if (n >= 2) return Tomar<std::uint16_t>(p) | Tomar<std::uint16_t>(p + n - 2) << 16;
+  return n == 1 ? Tomar<std::uint8_t>(p) : 0;
+}
+
+std::uint64_t Mezclar(std::uint64_t h, std::uint64_t w) noexcept {
+  // Setting the bit 0x20 of each byte makes capitals and small letters alike, in ASCII and in the second byte of the
+  // letters of Latin-1.
+  h = (h ^ (w | kSinCaso)) * 0xD6E8FEB86659FD93ULL;
+  return h ^ (h >> 32);
+}
+
 }  // namespace
 
 Clase ClaseDe(TipoCampo tipo) {
@@ -119,25 +144,13 @@ std::string TextoDe(const Valor& valor) {
 
 // --- Diccionario -----------------------------------------------------------------------------------------------------
 
-std::uint32_t Diccionario::Dispersion(std::string_view texto) noexcept {
-  // Setting the bit 0x20 of each byte makes capitals and small letters alike, in ASCII and in the second byte of the
-  // letters of Latin-1.
-  std::uint64_t h = texto.size() * 0x9E3779B97F4A7C15ULL;
-  const char* p = texto.data();
-  std::size_t resto = texto.size();
-  for (; resto >= 8; p += 8, resto -= 8) {
-    std::uint64_t w;
-    std::memcpy(&w, p, 8);
-    h = (h ^ (w | kSinCaso)) * 0xD6E8FEB86659FD93ULL;
-    h ^= h >> 32;
-  }
-  if (resto > 0) {
-    std::uint64_t w = 0;
-    std::memcpy(&w, p, resto);
-    h = (h ^ (w | kSinCaso)) * 0xD6E8FEB86659FD93ULL;
-    h ^= h >> 32;
-  }
-  return static_cast<std::uint32_t>(h * 0x9E3779B97F4A7C15ULL >> 32);
+Diccionario::Clave Diccionario::ClaveDe(std::string_view texto) noexcept {
+  Clave clave{Cabeza(texto), 0, 0};
+  std::uint64_t h = Mezclar(texto.size() * 0x9E3779B97F4A7C15ULL, clave.cabeza);
+  for (std::size_t i = 8; i < texto.size(); i += 8) h = Mezclar(h, Cabeza(texto.substr(i)));
+  clave.dispersion = static_cast<std::uint32_t>(h * 0x9E3779B97F4A7C15ULL >> 32);
+  clave.marca = (clave.dispersion & 0xFFFFFF00U) | static_cast<std::uint32_t>(std::min<std::size_t>(texto.size(), 255));
+  return clave;
 }
 
 const char* Diccionario::Guardar(std::string_view texto) {
@@ -162,46 +175,44 @@ const char* Diccionario::Guardar(std::string_view texto) {
 
 void Diccionario::Crecer() {
   const std::size_t nuevo = std::max<std::size_t>(16, ranuras_.size() * 2);
-  ranuras_.assign(nuevo, 0);
+  ranuras_.assign(nuevo, {});
   for (std::uint32_t n = 1; n <= entradas_.size(); ++n) {
-    std::size_t i = entradas_[n - 1].dispersion & (nuevo - 1);
-    while (ranuras_[i] != 0) i = (i + 1) & (nuevo - 1);
-    ranuras_[i] = n;
+    const Clave clave = ClaveDe(Texto(n));
+    std::size_t i = clave.dispersion & (nuevo - 1);
+    while (ranuras_[i].numero != 0) i = (i + 1) & (nuevo - 1);
+    ranuras_[i] = {clave.cabeza, n, clave.marca};
   }
 }
 
-std::uint32_t Diccionario::Numero(std::string_view texto) {
+std::uint32_t Diccionario::Numero(std::string_view texto, const Clave& clave) {
   if ((entradas_.size() + 1) * 3 > ranuras_.size() * 2) Crecer();
-  const std::uint32_t h = Dispersion(texto);
   const std::size_t mascara = ranuras_.size() - 1;
-  std::size_t i = h & mascara;
-  for (; ranuras_[i] != 0; i = (i + 1) & mascara) {
-    const Entrada& e = entradas_[ranuras_[i] - 1];
-    if (e.dispersion == h && e.largo == texto.size() && std::memcmp(e.texto, texto.data(), texto.size()) == 0) {
-      return ranuras_[i];
-    }
+  std::size_t i = clave.dispersion & mascara;
+  for (; ranuras_[i].numero != 0; i = (i + 1) & mascara) {
+    if (Es(ranuras_[i], clave, texto)) return ranuras_[i].numero;
   }
   if (texto.size() > std::numeric_limits<std::uint32_t>::max() || entradas_.size() > 0xFFFFFFF0U) {
     Lanzar(error::kDesborde, "Tabla");
   }
-  entradas_.push_back({Guardar(texto), static_cast<std::uint32_t>(texto.size()), h});
-  return ranuras_[i] = static_cast<std::uint32_t>(entradas_.size());
+  entradas_.push_back({Guardar(texto), static_cast<std::uint32_t>(texto.size())});
+  ranuras_[i] = {clave.cabeza, static_cast<std::uint32_t>(entradas_.size()), clave.marca};
+  return ranuras_[i].numero;
 }
 
 std::vector<std::uint32_t> Diccionario::IgualesSinCaso(std::string_view texto) const {
   std::vector<std::uint32_t> numeros;
   if (ranuras_.empty()) return numeros;
-  const std::uint32_t h = Dispersion(texto);
+  const Clave clave = ClaveDe(texto);
   const std::size_t mascara = ranuras_.size() - 1;
-  for (std::size_t i = h & mascara; ranuras_[i] != 0; i = (i + 1) & mascara) {
-    const Entrada& e = entradas_[ranuras_[i] - 1];
-    if (e.dispersion == h && IgualSinCaso({e.texto, e.largo}, texto)) numeros.push_back(ranuras_[i]);
+  for (std::size_t i = clave.dispersion & mascara; ranuras_[i].numero != 0; i = (i + 1) & mascara) {
+    const std::uint32_t n = ranuras_[i].numero;
+    if (ranuras_[i].marca == clave.marca && IgualSinCaso(Texto(n), texto)) numeros.push_back(n);
   }
   return numeros;
 }
 
 std::size_t Diccionario::Memoria() const noexcept {
-  return bytes_ + entradas_.capacity() * sizeof(Entrada) + ranuras_.capacity() * sizeof(std::uint32_t);
+  return bytes_ + entradas_.capacity() * sizeof(Entrada) + ranuras_.capacity() * sizeof(Ranura);
 }
 
 // --- Columna ---------------------------------------------------------------------------------------------------------
@@ -242,6 +253,14 @@ void Columna::Reservar(std::size_t filas) {
   presentes_.reserve(filas);
 }
 
+void Columna::Ajustar() {
+  indices_.shrink_to_fit();
+  dobles_.shrink_to_fit();
+  enteros_.shrink_to_fit();
+  logicos_.shrink_to_fit();
+  presentes_.shrink_to_fit();
+}
+
 std::size_t Columna::Memoria() const noexcept {
   return textos_.Memoria() + indices_.capacity() * 4 + dobles_.capacity() * 8 + enteros_.capacity() * 8 +
          logicos_.capacity() + presentes_.capacity() / 8 + inicios_.capacity() * 4 + filas_por_texto_.capacity() * 4;
@@ -269,13 +288,6 @@ Valor Columna::Leer(std::size_t fila) const noexcept {
 double Columna::Numero(std::size_t fila) const noexcept {
   if (clase_ == Clase::kDoble) return dobles_[fila];
   return clase_ == Clase::kEntero ? static_cast<double>(enteros_[fila]) : (logicos_[fila] != 0 ? -1.0 : 0.0);
-}
-
-void Columna::EscribirTexto(std::size_t fila, std::string_view texto) {
-  const std::uint32_t numero = textos_.Numero(texto);
-  if (indices_[fila] == numero) return;
-  Cambiar(fila);
-  indices_[fila] = numero;
 }
 
 void Columna::EscribirNulo(std::size_t fila) {

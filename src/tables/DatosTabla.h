@@ -16,8 +16,22 @@ namespace utr {
 // Texts, each distinct one once, by number from 1. Texts never move.
 class Diccionario {
  public:
+  // What a text is looked up by. The hash is blind to case, so that one probe sequence holds all variants of a text.
+  struct Clave {
+    std::uint64_t cabeza;
+    std::uint32_t dispersion;
+    std::uint32_t marca;
+  };
+  static Clave ClaveDe(std::string_view texto) noexcept;
+
   // The number of the text, which is added when it is new.
-  std::uint32_t Numero(std::string_view texto);
+  std::uint32_t Numero(std::string_view texto) { return Numero(texto, ClaveDe(texto)); }
+  std::uint32_t Numero(std::string_view texto, const Clave& clave);
+
+  // Brings the slot of a text near, for a reader that looks several texts up soon.
+  void Anticipar(const Clave& clave) const noexcept {
+    if (!ranuras_.empty()) __builtin_prefetch(&ranuras_[clave.dispersion & (ranuras_.size() - 1)]);
+  }
 
   // The numbers of all texts that are equal to this one but for case.
   std::vector<std::uint32_t> IgualesSinCaso(std::string_view texto) const;
@@ -32,11 +46,18 @@ class Diccionario {
   struct Entrada {
     const char* texto;
     std::uint32_t largo;
-    std::uint32_t dispersion;
+  };
+  // A slot holds the first bytes of its text, so that a short text is found without looking anywhere else.
+  struct Ranura {
+    std::uint64_t cabeza = 0;
+    std::uint32_t numero = 0;  // 0: free
+    std::uint32_t marca = 0;   // bits of the hash above the length, which counts to 255
   };
 
-  // The hash is blind to case, so that one probe sequence holds all variants of a text.
-  static std::uint32_t Dispersion(std::string_view texto) noexcept;
+  bool Es(const Ranura& ranura, const Clave& clave, std::string_view texto) const noexcept {
+    return ranura.cabeza == clave.cabeza && ranura.marca == clave.marca &&
+           (texto.size() <= sizeof ranura.cabeza || Texto(ranura.numero) == texto);
+  }
   const char* Guardar(std::string_view texto);
   void Crecer();
 
@@ -46,7 +67,7 @@ class Diccionario {
   std::size_t libre_ = 0;  // bytes left at the cursor
   std::size_t bytes_ = 0;
   std::vector<Entrada> entradas_;
-  std::vector<std::uint32_t> ranuras_;  // numbers, 0 for free; a power of two
+  std::vector<Ranura> ranuras_;  // a power of two
 };
 
 // One column. Only the vectors of its class are used.
@@ -57,6 +78,7 @@ class Columna {
   Clase DeClase() const noexcept { return clase_; }
   void AgregarNulo();
   void Reservar(std::size_t filas);
+  void Ajustar();  // gives back the room that isn't used
   std::size_t Memoria() const noexcept;
 
   Valor Leer(std::size_t fila) const noexcept;
@@ -68,8 +90,14 @@ class Columna {
 
   // --- Text columns ---
   const Diccionario& Textos() const noexcept { return textos_; }
+  Diccionario& Textos() noexcept { return textos_; }
   std::uint32_t Indice(std::size_t fila) const noexcept { return indices_[fila]; }
-  void EscribirTexto(std::size_t fila, std::string_view texto);
+  void EscribirTexto(std::size_t fila, std::string_view texto) { EscribirIndice(fila, textos_.Numero(texto)); }
+  void EscribirIndice(std::size_t fila, std::uint32_t numero) noexcept {
+    if (indices_[fila] == numero) return;
+    Cambiar(fila);
+    indices_[fila] = numero;
+  }
 
   // Appends to `filas` every row, from the first on, whose text is number `texto`.
   void FilasDe(std::uint32_t texto, std::vector<std::uint32_t>& filas) const;

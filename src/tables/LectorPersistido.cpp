@@ -1,5 +1,7 @@
 #include <algorithm>
+#include <cstring>
 #include <fstream>
+#include <memory>
 #include <optional>
 #include <pugixml.hpp>
 
@@ -58,11 +60,19 @@ std::uint32_t Cantidad(std::string_view texto) {
   return n > 0 && n <= 4294967295.0 ? static_cast<std::uint32_t>(n) : 0;
 }
 
+bool EsTextoLibre(TipoCampo tipo) {
+  const auto& dt = DescripcionDeTipo(tipo).dt;
+  return dt == "string" || dt == "date" || dt == "time" || dt == "uuid";
+}
+
 // A column of the file: its XML name is the key of its values.
 struct ColumnaEntrada {
   std::string nombre_xml;
   Campo campo;
   std::uint32_t orden = 0;
+  bool libre = false;                // a text that is kept as it stands
+  std::string_view ultimo{"\0", 1};  // the last text read and its number: most columns repeat it row by row
+  std::uint32_t numero_ultimo = 0;
 };
 
 // The declaration of a type stands in s:datatype or on the AttributeType itself, which wins.
@@ -102,6 +112,7 @@ ColumnaEntrada LeerColumna(pugi::xml_node tipo) {
   const auto precision = Declarado(tipo, datos, uri::kRowset, "precision");
   c.campo.precision = precision.empty() ? kSinPrecision : static_cast<std::uint8_t>(Cantidad(precision));
   c.campo.escala = static_cast<std::uint8_t>(Cantidad(Declarado(tipo, datos, uri::kRowset, "scale")));
+  c.libre = ClaseDe(c.campo.tipo) == Clase::kTexto && EsTextoLibre(c.campo.tipo);
   return c;
 }
 
@@ -182,15 +193,43 @@ std::string Canonico(TipoCampo tipo, std::string_view texto) {
   }
 }
 
-bool EsTextoLibre(TipoCampo tipo) {
-  const auto& dt = DescripcionDeTipo(tipo).dt;
-  return dt == "string" || dt == "date" || dt == "time" || dt == "uuid";
+// What plain rows look like in a file that the recordset service wrote.
+constexpr std::string_view kDatosPropios = "<rs:data>\r\n\t<z:row ";
+constexpr std::string_view kRenglonFila = "\r\n\t<z:row ";
+constexpr std::string_view kFilaPropia = "z:row";
+constexpr std::size_t kTramoFilas = 256 * 1024;
+
+// The first stretch of rows, cut where a row begins.
+std::string_view CortarTramo(std::string_view filas) {
+  if (filas.size() <= kTramoFilas) return filas;
+  auto corte = filas.rfind(kRenglonFila, kTramoFilas);
+  if (corte == filas.npos || corte == 0) corte = filas.find(kRenglonFila, kTramoFilas);
+  return filas.substr(0, corte);
 }
 
 class LectorFilas {
  public:
   LectorFilas(DatosTabla& datos, std::vector<ColumnaEntrada> columnas, std::string elemento)
       : datos_(datos), columnas_(std::move(columnas)), elemento_(std::move(elemento)) {}
+
+  // Plain rows that stand in text of their own, a stretch at a time, so that neither time nor memory goes into a tree
+  // of the whole file. False: something else than plain rows stood there.
+  bool LeerTramos(std::string_view filas_en_texto, char* inicio) {
+    pugi::xml_document tramo;
+    while (!filas_en_texto.empty()) {
+      const std::string_view trozo = CortarTramo(filas_en_texto);
+      filas_en_texto.remove_prefix(trozo.size());
+      if (!tramo.load_buffer_inplace(inicio, trozo.size(), kLectura | pugi::parse_fragment, pugi::encoding_utf8)) {
+        return false;
+      }
+      inicio += trozo.size();
+      for (auto fila = tramo.first_child(); fila; fila = fila.next_sibling()) {
+        if (fila.name() != kFilaPropia || fila.first_child()) return false;
+        LeerFila(fila, nullptr);
+      }
+    }
+    return true;
+  }
 
   // All rows below rs:data. New rows of pending inserts go to the end, since they stay pending.
   void LeerDatos(pugi::xml_node nodo) {
@@ -251,15 +290,21 @@ class LectorFilas {
   void LeerValores(pugi::xml_node fila) {
     std::size_t esperada = 0;
     for (auto a = fila.first_attribute(); a; a = a.next_attribute()) {
-      const std::string_view nombre = a.name();
-      if (esperada >= columnas_.size() || columnas_[esperada].nombre_xml != nombre) {
-        const auto otra = BuscarColumna(nombre, esperada);
+      if (esperada >= columnas_.size() || std::strcmp(columnas_[esperada].nombre_xml.c_str(), a.name()) != 0) {
+        const auto otra = BuscarColumna(a.name(), esperada);
         if (!otra) continue;
         esperada = *otra;
       }
       Escribir(esperada, a.value());
       ++esperada;
     }
+    for (const auto& e : en_espera_) {
+      ColumnaEntrada& entrada = columnas_[e.columna];
+      entrada.numero_ultimo = datos_.columnas[e.columna].Textos().Numero(e.texto, e.clave);
+      entrada.ultimo = e.texto;
+      datos_.columnas[e.columna].EscribirIndice(datos_.filas - 1, entrada.numero_ultimo);
+    }
+    en_espera_.clear();
   }
 
   // Most rows skip only columns that are null, so the search goes on from the place at hand.
@@ -285,17 +330,29 @@ class LectorFilas {
   void Escribir(std::size_t i, const char* valor) {
     const std::size_t fila = datos_.filas - 1;
     auto& columna = datos_.columnas[i];
-    if (columna.DeClase() != Clase::kTexto) {
-      columna.Escribir(fila, Valor{std::string_view{valor}});
-    } else if (EsTextoLibre(columnas_[i].campo.tipo)) {
-      columna.EscribirTexto(fila, valor);
+    ColumnaEntrada& entrada = columnas_[i];
+    if (entrada.libre) {
+      const std::string_view texto = valor;
+      if (texto == entrada.ultimo) return columna.EscribirIndice(fila, entrada.numero_ultimo);
+      en_espera_.push_back({i, texto, Diccionario::ClaveDe(texto)});
+      columna.Textos().Anticipar(en_espera_.back().clave);
+    } else if (columna.DeClase() == Clase::kTexto) {
+      columna.EscribirTexto(fila, Canonico(entrada.campo.tipo, valor));
     } else {
-      columna.EscribirTexto(fila, Canonico(columnas_[i].campo.tipo, valor));
+      columna.Escribir(fila, Valor{std::string_view{valor}});
     }
   }
 
+  // A text of the row at hand that is still to be looked up: the slots of all of them are fetched meanwhile.
+  struct EnEspera {
+    std::size_t columna;
+    std::string_view texto;
+    Diccionario::Clave clave;
+  };
+
   DatosTabla& datos_;
   std::vector<ColumnaEntrada> columnas_;
+  std::vector<EnEspera> en_espera_;
   std::string elemento_;
   std::string nombre_fila_ = "\n";  // the name of a row in this file, once one was seen
   std::vector<pugi::xml_node> pendientes_;
@@ -305,20 +362,47 @@ class LectorFilas {
   throw Error(error::kArchivo, "Tabla", "El archivo " + nombre + " no es una tabla válida: " + motivo);
 }
 
-pugi::xml_encoding PrepararBytes(std::string& bytes) {
-  const std::string_view v = bytes;
-  if (v.starts_with("\xFF\xFE") || v.starts_with("\xFE\xFF") || v.starts_with(std::string_view("<\0", 2)) ||
-      v.starts_with(std::string_view("\0<", 2))) {
-    return pugi::encoding_auto;
+// The bytes of a file as they come in, looked at while they are at hand: whether they are UTF-8 and hold no zero byte.
+class Bytes {
+ public:
+  explicit Bytes(std::size_t capacidad) : datos_(std::make_unique_for_overwrite<char[]>(capacidad)) {}
+
+  char* Lugar() { return datos_.get() + largo_; }
+  void Agregar(std::size_t cuantos) {
+    const std::string_view tramo(Lugar(), cuantos);
+    con_ceros_ = con_ceros_ || tramo.find('\0') != tramo.npos;
+    largo_ += cuantos;
+    if (utf8_) {
+      validos_ += PrefijoUtf8({datos_.get() + validos_, largo_ - validos_});
+      utf8_ = largo_ - validos_ < 4;  // the last character may be waiting for its other bytes
+    }
   }
-  std::replace(bytes.begin(), bytes.end(), '\0', ' ');  // a zero byte would end the text
-  const std::string_view cabeza = std::string_view(bytes).substr(0, 200);
-  if (!EsUtf8(bytes)) {
-    bytes = DesdeCp1252(bytes);
+
+  // Makes the bytes fit for the parser and tells how they are to be read.
+  pugi::xml_encoding Preparar() {
+    const std::string_view v(datos_.get(), largo_);
+    if (v.starts_with("\xFF\xFE") || v.starts_with("\xFE\xFF") || v.starts_with(std::string_view("<\0", 2)) ||
+        v.starts_with(std::string_view("\0<", 2))) {
+      return pugi::encoding_auto;
+    }
+    if (con_ceros_) std::replace(datos_.get(), datos_.get() + largo_, '\0', ' ');  // a zero would end the text
+    if (utf8_ && validos_ == largo_) return v.starts_with("<?xml") ? pugi::encoding_auto : pugi::encoding_utf8;
+    const std::string texto = DesdeCp1252(v);
+    datos_ = std::make_unique_for_overwrite<char[]>(texto.size());
+    largo_ = texto.copy(datos_.get(), texto.size());
     return pugi::encoding_utf8;
   }
-  return cabeza.starts_with("<?xml") ? pugi::encoding_auto : pugi::encoding_utf8;
-}
+
+  char* Datos() { return datos_.get(); }
+  std::size_t Largo() const { return largo_; }
+
+ private:
+  std::unique_ptr<char[]> datos_;
+  std::size_t largo_ = 0;
+  std::size_t validos_ = 0;
+  bool utf8_ = true;
+  bool con_ceros_ = false;
+};
 
 pugi::xml_node BuscarHijo(pugi::xml_node nodo, std::string_view espacio, std::string_view local) {
   for (const auto hijo : nodo.children()) {
@@ -327,12 +411,37 @@ pugi::xml_node BuscarHijo(pugi::xml_node nodo, std::string_view espacio, std::st
   return {};
 }
 
-std::size_t ContarFilas(pugi::xml_node datos) {
-  const auto hijos = datos.children();
-  return static_cast<std::size_t>(std::distance(hijos.begin(), hijos.end()));
+// A file as it goes to the parser: the document, and the plain rows that were taken out of it.
+struct Partes {
+  std::string documento;
+  char* filas = nullptr;
+  std::size_t largo_filas = 0;
+};
+
+// Takes the plain rows of the service's own layout out of the document. They end where any other element begins.
+Partes Partir(char* datos, std::size_t largo) {
+  const std::string_view v(datos, largo);
+  Partes partes;
+  const auto inicio = v.find(kDatosPropios);
+  const bool solo_uno = inicio != v.npos && v.find("xmlns:z='#RowsetSchema'") < inicio &&
+                        v.find("xmlns:rs='urn:schemas-microsoft-com:rowset'") < inicio;
+  if (!solo_uno) return partes;
+  const auto desde = inicio + std::string_view("<rs:data>").size();
+  const auto fin = std::min(v.find("</", desde), v.find("<rs:", desde));
+  if (fin == v.npos) return partes;
+  const auto hasta = v.rfind('>', fin);
+  if (hasta == v.npos || hasta < desde) return partes;
+  partes.documento = v.substr(0, desde);
+  partes.documento += v.substr(hasta + 1);
+  partes.filas = datos + desde;
+  partes.largo_filas = hasta + 1 - desde;
+  return partes;
 }
 
-std::shared_ptr<DatosTabla> LeerDocumento(const pugi::xml_document& documento, const std::string& nombre) {
+// The table of a document, with rows that were taken out of it ahead of those in it; nothing when these rows turn out
+// to be more than plain ones.
+std::shared_ptr<DatosTabla> LeerDocumento(const pugi::xml_document& documento, const std::string& nombre,
+                                          const Partes& partes) {
   const auto raiz = documento.document_element();
   const auto esquema = BuscarHijo(raiz, uri::kEsquema, "Schema");
   if (!esquema) NoEsTabla(nombre, "falta el esquema");
@@ -344,39 +453,58 @@ std::shared_ptr<DatosTabla> LeerDocumento(const pugi::xml_document& documento, c
   datos->actualizable = Marca(Atributo(elemento, uri::kRowset, "updatable"), false);
   for (const auto& c : columnas) datos->AgregarCampo(c.campo);
   LectorFilas lector(*datos, std::move(columnas), std::string(Atributo(elemento, "", "name")));
+  if (!lector.LeerTramos({partes.filas, partes.largo_filas}, partes.filas)) return nullptr;
   for (const auto hijo : raiz.children()) {
-    if (!Es(hijo, uri::kRowset, "data")) continue;
-    for (auto& columna : datos->columnas) columna.Reservar(datos->filas + ContarFilas(hijo));
-    lector.LeerDatos(hijo);
+    if (Es(hijo, uri::kRowset, "data")) lector.LeerDatos(hijo);
   }
   lector.Terminar();
+  for (auto& columna : datos->columnas) columna.Ajustar();
   return datos;
+}
+
+Bytes LeerBytes(const std::filesystem::path& ruta) {
+  constexpr std::size_t kTramo = 256 * 1024;
+  std::error_code falla;
+  const auto tamano = std::filesystem::file_size(ruta, falla);
+  std::ifstream entrada(ruta, std::ios::binary);
+  if (falla || !entrada) throw Error(error::kArchivo, "Tabla", "No se puede abrir el archivo " + ruta.string());
+  Bytes bytes(tamano);
+  while (bytes.Largo() < tamano) {
+    const std::size_t cuantos = std::min<std::size_t>(kTramo, tamano - bytes.Largo());
+    if (!entrada.read(bytes.Lugar(), static_cast<std::streamsize>(cuantos))) {
+      throw Error(error::kArchivo, "Tabla", "No se puede leer el archivo " + ruta.string());
+    }
+    bytes.Agregar(cuantos);
+  }
+  return bytes;
+}
+
+// One reading of the file. With `por_tramos`, nothing when it isn't of the layout that allows it.
+std::shared_ptr<DatosTabla> Intentar(const std::filesystem::path& ruta, bool por_tramos) {
+  const std::string nombre = ruta.filename().string();
+  Bytes bytes = LeerBytes(ruta);
+  const auto codificacion = bytes.Preparar();
+  Partes partes;
+  if (por_tramos) partes = Partir(bytes.Datos(), bytes.Largo());
+  pugi::xml_document documento;
+  const bool partida = partes.filas != nullptr;
+  const auto resultado =
+      partida ? documento.load_buffer_inplace(partes.documento.data(), partes.documento.size(), kLectura, codificacion)
+              : documento.load_buffer_inplace(bytes.Datos(), bytes.Largo(), kLectura, codificacion);
+  if (!resultado) NoEsTabla(nombre, "el contenido está dañado o incompleto");
+  return LeerDocumento(documento, nombre, partes);
 }
 
 }  // namespace
 
-std::shared_ptr<DatosTabla> LeerPersistidoDe(std::string bytes, const std::string& nombre) {
-  const auto codificacion = PrepararBytes(bytes);
-  pugi::xml_document documento;
-  const auto resultado = documento.load_buffer_inplace(bytes.data(), bytes.size(), kLectura, codificacion);
-  if (!resultado) NoEsTabla(nombre, "el contenido está dañado o incompleto");
+std::shared_ptr<DatosTabla> LeerPersistido(const std::filesystem::path& ruta) {
   try {
-    return LeerDocumento(documento, nombre);
+    auto datos = Intentar(ruta, true);
+    return datos ? datos : Intentar(ruta, false);
   } catch (const Error& e) {
     if (e.Numero() == error::kArchivo) throw;
-    NoEsTabla(nombre, "contiene un valor que no corresponde al tipo de su campo");
+    NoEsTabla(ruta.filename().string(), "contiene un valor que no corresponde al tipo de su campo");
   }
-}
-
-std::shared_ptr<DatosTabla> LeerPersistido(const std::filesystem::path& ruta) {
-  std::ifstream entrada(ruta, std::ios::binary);
-  std::error_code falla;
-  const auto tamano = std::filesystem::file_size(ruta, falla);
-  if (!entrada || falla) throw Error(error::kArchivo, "Tabla", "No se puede abrir el archivo " + ruta.string());
-  std::string bytes(tamano, '\0');
-  entrada.read(bytes.data(), static_cast<std::streamsize>(tamano));
-  if (!entrada) throw Error(error::kArchivo, "Tabla", "No se puede leer el archivo " + ruta.string());
-  return LeerPersistidoDe(std::move(bytes), ruta.filename().string());
 }
 
 }  // namespace utr

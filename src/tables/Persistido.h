@@ -43,9 +43,6 @@ TipoCampo TipoDeDeclaracion(std::string_view dt, std::string_view dbtype, bool f
 // Reads a file; raises kArchivo with a Spanish description for anything that isn't a whole table.
 std::shared_ptr<DatosTabla> LeerPersistido(const std::filesystem::path& ruta);
 
-// The same from bytes in memory, which are used up. `nombre` stands in the descriptions of failures.
-std::shared_ptr<DatosTabla> LeerPersistidoDe(std::string bytes, const std::string& nombre);
-
 // Writes a new file, whole or not at all. Raises kArchivo when it exists or can't be written.
 void EscribirPersistido(const DatosTabla& datos, const std::filesystem::path& ruta);
 
