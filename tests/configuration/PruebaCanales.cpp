@@ -1,0 +1,84 @@
+#include <gtest/gtest.h>
+
+#include "configuration/Canales.h"
+
+namespace utr {
+namespace {
+
+constexpr const char* kNombres[] = {"EA01", "EA02", "EA03", "EA04", "EA05", "EA06", "EA07", "EA08", "EA09",
+                                    "EA10", "EA11", "EA12", "EA13", "EA14", "PLV",  "ED1",  "ED2",  "ED5",
+                                    "ED6",  "ED7",  "ED8",  "EA15", "EA16", "SD1",  "SD2",  "SD3"};
+
+TEST(NombreCanal, TodosYLosDeAfuera) {
+  for (std::int16_t canal = 1; canal <= 26; ++canal) EXPECT_EQ(NombreCanal(canal), kNombres[canal - 1]);
+  for (const int canal : {0, -1, 27, 32767, -32768}) EXPECT_EQ(NombreCanal(static_cast<std::int16_t>(canal)), "N/D");
+}
+
+TEST(TipoEntrada, PorTramos) {
+  for (std::int16_t canal = -1; canal <= 28; ++canal) {
+    const bool analogica = (canal >= 1 && canal <= 14) || canal == 22 || canal == 23;
+    const char* clase = analogica                    ? "Entrada Analógica"
+                        : canal == 15                ? "Pluviométrico"
+                        : canal >= 16 && canal <= 21 ? "Entrada Digital"
+                                                     : "N/D";
+    EXPECT_EQ(TipoEntrada(canal), clase) << canal;
+  }
+}
+
+TEST(NumeroCanal, SoloAnalogicosYLluvia) {
+  const std::pair<const char*, int> casos[] = {{"EA15", 22}, {"EA16", 23}, {"EA17", 0}, {"EA01", 1},  {"EA14", 14},
+                                               {"ea07", 0},  {"plv", 15},  {"PLV", 15}, {"7", 7},     {"15", 22},
+                                               {"ED1", 0},   {"SD1", 0},   {"", 0},     {"EA", 0},    {"EA0", 0},
+                                               {"EAEA3", 3}, {"N/D", 0},   {"EA-1", 0}, {"EA2.5", 0}, {"1e9", 0}};
+  for (const auto& [nombre, canal] : casos) EXPECT_EQ(NumeroCanal(nombre), canal) << nombre;
+}
+
+TEST(NumeroDeNombre, EsInversaDeNombreCanal) {
+  for (std::int16_t canal = 1; canal <= 26; ++canal) EXPECT_EQ(NumeroDeNombre(NombreCanal(canal)), canal);
+  EXPECT_EQ(NumeroDeNombre("N/D"), 0);
+  EXPECT_EQ(NumeroDeNombre("ED3"), 0);
+}
+
+struct CasoTipo {
+  const char* tipo;
+  int canal;
+  const char* palabra;
+};
+
+TEST(DescripcionTipo, PorTipoYCanal) {
+  const CasoTipo casos[] = {{"0", 1, "Limnimetro"},
+                            {"0", 2, "Analógico"},
+                            {"0", 23, "Analógico"},
+                            {"0", 24, " - "},
+                            {"0", 0, " - "},
+                            {"", 1, "Limnimetro"},
+                            {"abc", 3, "Analógico"},
+                            {"1", 1, "Meteorologico"},
+                            {"2", 2, "Velocidad de Viento"},
+                            {"3 viento", 3, "Direccion de Viento"},
+                            {"4", 5, "Supervisión Analogica"},
+                            {" 5", 15, "Pluviómetro"},
+                            {"6", 3, ""},
+                            {"7", 16, "Supervisión Digital"},
+                            {"8", 1, ""},
+                            {"-1", 1, ""}};
+  for (const CasoTipo& caso : casos)
+    EXPECT_EQ(DescripcionTipo(caso.tipo, static_cast<std::int16_t>(caso.canal)), caso.palabra) << caso.tipo;
+}
+
+TEST(Flags, BitsDeCanalYAlarma) {
+  EXPECT_TRUE(CanalHabilitado(LeerFlags("1")));
+  EXPECT_TRUE(CanalHabilitado(LeerFlags(" 31")));
+  EXPECT_FALSE(CanalHabilitado(LeerFlags("30")));
+  EXPECT_FALSE(CanalHabilitado(LeerFlags("")));
+  EXPECT_TRUE(AlarmaHabilitada(LeerFlags("2")));
+  EXPECT_FALSE(AlarmaHabilitada(LeerFlags("29")));
+}
+
+TEST(FechaHoraTexto, TodoMenosElAnioConDosCifras) {
+  EXPECT_EQ(FechaHoraTexto({2005, 3, 7, 4, 5, 6}), "07/03/2005 04:05:06");
+  EXPECT_EQ(FechaHoraTexto({2005, 12, 31, 0, 0, 0}), "31/12/2005 00:00:00");
+}
+
+}  // namespace
+}  // namespace utr
