@@ -2,7 +2,7 @@
 
 #include <ostream>
 
-#include "driver/Utilidades.h"
+#include "base/Archivos.h"
 
 namespace utr {
 
