@@ -18,7 +18,7 @@ Propiedad Texto(std::string_view texto) {
 // The speed in the store; 0 where it holds an address or anything else that is no number.
 std::int32_t VelocidadSerie(const Propiedades& propiedades) {
   const std::string texto = propiedades.LeerTexto(clave::kVelocidad, std::to_string(kVelocidadDefecto));
-  return EsNumerico(texto) ? propiedades.LeerEntero(clave::kVelocidad, 0) : 0;
+  return EsNumerico(texto) ? propiedades.LeerEntero(clave::kVelocidad, kVelocidadDefecto) : 0;
 }
 
 void EscribirSerie(Propiedades& propiedades, const EntradaEnlace& entrada) {
