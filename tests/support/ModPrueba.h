@@ -1,0 +1,39 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "configuration/Catalogo.h"
+#include "shell/ModRTU.h"
+#include "support/Carpeta.h"
+#include "support/ComunicadorFalso.h"
+#include "support/OperadorGuion.h"
+#include "support/RelojFalso.h"
+
+namespace utr::prueba {
+
+class PuertosFalsos : public ListaDePuertos {
+ public:
+  std::vector<PuertoSerie> Listar() override { return puertos; }
+  std::vector<PuertoSerie> puertos;
+};
+
+// The shared state of the program over stand-ins, in a folder of its own. Link utr_configuration, utr_shell,
+// utr_pruebas.
+struct ModPrueba {
+  Carpeta carpeta;
+  RelojFalso reloj;
+  ComunicadorFalso comunicador;
+  OperadorGuion operador;
+  Propiedades propiedades{carpeta / "AdminUTR.dll"};
+  RegistroErrores registro{carpeta / "AdminUTR.err", reloj};
+  Catalogo catalogo{carpeta.Ruta()};
+  PuertosFalsos puertos;
+  ModRTU mod{comunicador,    propiedades, registro, operador, reloj, catalogo, puertos, {},
+             carpeta.Ruta(), "AdminUTR",  {},       false,    false, false,    {},      {}};
+
+  // What the error log holds.
+  std::string Errores() const { return LeerTodo(carpeta / "AdminUTR.err"); }
+};
+
+}  // namespace utr::prueba
