@@ -34,19 +34,16 @@ void ServiciosLista::Intentar(std::string_view procedimiento, const std::functio
 
 bool ServiciosLista::ExportarLista(const std::filesystem::path& ruta, const Encabezado& encabezado) {
   bool escrita = false;
-  Intentar("ExportarLista", [&] { escrita = utr::ExportarLista(vista_.Lista(), encabezado(), ruta); });
+  Intentar("ExportarLista", [&] {
+    const PunteroDeEspera puntero(mod_.operador);
+    escrita = utr::ExportarLista(vista_.Lista(), encabezado(), ruta);
+  });
   return escrita;
 }
 
 void ServiciosLista::GuardarComo(const Encabezado& encabezado) {
   const auto ruta = mod_.operador.ElegirGuardar({palabras_.titulo_guardar, std::string(kFiltroTexto), {}, {}});
-  if (!ruta) return;
-  bool escrita = false;
-  {
-    const PunteroDeEspera puntero(mod_.operador);
-    escrita = ExportarLista(*ruta, encabezado);
-  }
-  if (escrita) Informar("La lista ha sido exportada con éxito");
+  if (ruta && ExportarLista(*ruta, encabezado)) Informar("La lista ha sido exportada con éxito");
 }
 
 void ServiciosLista::ExportarImp(const TablaPtr& tabla) {

@@ -1,0 +1,172 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+#include "support/Carpeta.h"
+#include "widgets/OperadorQt.h"
+#include "widgets/TextoQt.h"
+
+namespace utr {
+namespace {
+
+// Runs `accion` on the next modal dialog, once it is on the screen.
+template <typename Accion>
+void AlAbrirse(Accion accion) {
+  QTimer::singleShot(0, qApp, [accion] {
+    QWidget* dialogo = QApplication::activeModalWidget();
+    ASSERT_NE(dialogo, nullptr);
+    accion(dialogo);
+  });
+}
+
+void Pulsar(QWidget* dialogo, const QString& texto) {
+  for (QPushButton* boton : dialogo->findChildren<QPushButton*>()) {
+    if (boton->text().remove('&') == texto) return boton->click();
+  }
+  ADD_FAILURE() << "no button " << texto.toStdString();
+  static_cast<QDialog*>(dialogo)->reject();
+}
+
+struct CasoRespuesta {
+  Botones botones;
+  const char* boton;  // null: the key Esc
+  Respuesta respuesta;
+};
+
+class PruebaRespuestas : public testing::TestWithParam<CasoRespuesta> {};
+
+TEST_P(PruebaRespuestas, TheAnswerIsTheButtonThatWasPressed) {
+  const CasoRespuesta& caso = GetParam();
+  OperadorQt operador;
+  AlAbrirse([&caso](QWidget* dialogo) {
+    if (caso.boton == nullptr) {
+      QTest::keyClick(dialogo, Qt::Key_Escape);
+    } else {
+      Pulsar(dialogo, QString::fromUtf8(caso.boton));
+    }
+  });
+  EXPECT_EQ(operador.Mostrar({"¿Desea continuar?", "Título", Icono::kPregunta, caso.botones}), caso.respuesta);
+}
+
+INSTANTIATE_TEST_SUITE_P(Botones, PruebaRespuestas,
+                         testing::Values(CasoRespuesta{Botones::kAceptar, "Aceptar", Respuesta::kAceptar},
+                                         CasoRespuesta{Botones::kAceptar, nullptr, Respuesta::kAceptar},
+                                         CasoRespuesta{Botones::kAceptarCancelar, "Aceptar", Respuesta::kAceptar},
+                                         CasoRespuesta{Botones::kAceptarCancelar, "Cancelar", Respuesta::kCancelar},
+                                         CasoRespuesta{Botones::kAceptarCancelar, nullptr, Respuesta::kCancelar},
+                                         CasoRespuesta{Botones::kSiNo, "Sí", Respuesta::kSi},
+                                         CasoRespuesta{Botones::kSiNo, "No", Respuesta::kNo},
+                                         CasoRespuesta{Botones::kSiNo, nullptr, Respuesta::kCerrado}));
+
+TEST(PruebaOperadorQt, AMessageIsPlainTextAndTheFirstButtonIsTheDefaultOne) {
+  OperadorQt operador;
+  AlAbrirse([](QWidget* dialogo) {
+    auto* caja = qobject_cast<QMessageBox*>(dialogo);
+    ASSERT_NE(caja, nullptr);
+    EXPECT_EQ(caja->textFormat(), Qt::PlainText);
+    EXPECT_EQ(U(caja->text()), "<b>uno</b>\n[ dos ]");
+    EXPECT_EQ(caja->icon(), QMessageBox::Critical);
+    EXPECT_EQ(U(caja->defaultButton()->text()), "Aceptar");
+    int visibles = 0;
+    for (QPushButton* boton : caja->findChildren<QPushButton*>()) visibles += boton->isVisible() ? 1 : 0;
+    EXPECT_EQ(visibles, 1);
+    caja->accept();
+  });
+  operador.Mostrar({"<b>uno</b>\n[ dos ]", "Atención", Icono::kCritico, Botones::kAceptar});
+}
+
+TEST(PruebaOperadorQt, TheHourglassStandsAsideForABoxAndComesBack) {
+  OperadorQt operador;
+  operador.PunteroOcupado(true);
+  operador.PunteroOcupado(true);
+  AlAbrirse([](QWidget* dialogo) {
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+    Pulsar(dialogo, "Aceptar");
+  });
+  operador.Mostrar({"x", "y"});
+  ASSERT_NE(QApplication::overrideCursor(), nullptr);
+  operador.PunteroOcupado(false);
+  EXPECT_NE(QApplication::overrideCursor(), nullptr);
+  operador.PunteroOcupado(false);
+  EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+  operador.PunteroOcupado(false);  // one too many does nothing
+}
+
+struct CasoFiltro {
+  const char* filtro;
+  const char* qt;
+  const char* extension;
+};
+
+TEST(PruebaOperadorQt, FiltersAreTakenAsTheSystemWritesThem) {
+  const CasoFiltro casos[] = {
+      {"Texto (delimitado por tabuladores)(*.txt)|*.txt", "Texto (delimitado por tabuladores) (*.txt)", "txt"},
+      {"Archivo para insercion manual(*.imp)|*.imp", "Archivo para insercion manual (*.imp)", "imp"},
+      {"Configuración|*.icf;*.ucg", "Configuración (*.icf *.ucg)", "icf"},
+      {"Uno|*.a|Todos|*.*", "Uno (*.a);;Todos (*.*)", "a"},
+      {"Todos|*.*", "Todos (*.*)", ""},
+      {"", "", ""},
+  };
+  for (const CasoFiltro& caso : casos) {
+    EXPECT_EQ(U(FiltroQt(caso.filtro)), caso.qt);
+    EXPECT_EQ(U(ExtensionDe(caso.filtro)), caso.extension) << caso.filtro;
+  }
+}
+
+PedidoArchivo Pedido(const prueba::Carpeta& carpeta) {
+  return {"Exportar ...", "Texto (delimitado por tabuladores)(*.txt)|*.txt", carpeta.Ruta(), {}};
+}
+
+void Escribir(QWidget* dialogo, const QString& nombre) {
+  auto* campo = dialogo->findChild<QLineEdit*>("fileNameEdit");
+  ASSERT_NE(campo, nullptr);
+  campo->setText(nombre);
+}
+
+TEST(PruebaOperadorQt, SavingAddsTheExtensionAndAsksBeforeReplacing) {
+  const prueba::Carpeta carpeta;
+  prueba::EscribirTodo(carpeta / "lista.txt", "viejo");
+  OperadorQt operador;
+  bool preguntado = false;
+  AlAbrirse([&preguntado](QWidget* dialogo) {
+    EXPECT_EQ(U(dialogo->windowTitle()), "Exportar ...");
+    Escribir(dialogo, "lista");
+    AlAbrirse([&preguntado](QWidget* pregunta) {
+      preguntado = qobject_cast<QMessageBox*>(pregunta) != nullptr;
+      QTest::keyClick(pregunta, Qt::Key_Escape);
+    });
+    Pulsar(dialogo, "Guardar");
+    EXPECT_TRUE(dialogo->isVisible()) << "the operator didn't want to replace the file";
+    Pulsar(dialogo, "Cancelar");
+  });
+  EXPECT_FALSE(operador.ElegirGuardar(Pedido(carpeta)).has_value());
+  EXPECT_TRUE(preguntado);
+  AlAbrirse([](QWidget* dialogo) {
+    Escribir(dialogo, "otra");
+    Pulsar(dialogo, "Guardar");
+  });
+  EXPECT_EQ(operador.ElegirGuardar(Pedido(carpeta)), carpeta / "otra.txt");
+}
+
+TEST(PruebaOperadorQt, ACancelledDialogGivesNothing) {
+  const prueba::Carpeta carpeta;
+  OperadorQt operador;
+  AlAbrirse([](QWidget* dialogo) { Pulsar(dialogo, "Cancelar"); });
+  EXPECT_FALSE(operador.ElegirGuardar(Pedido(carpeta)).has_value());
+  AlAbrirse([](QWidget* dialogo) { QTest::keyClick(dialogo, Qt::Key_Escape); });
+  EXPECT_FALSE(operador.ElegirAbrir(Pedido(carpeta)).has_value());
+  AlAbrirse([](QWidget* dialogo) {
+    EXPECT_EQ(U(dialogo->windowTitle()), "Configurar Impresora");
+    Pulsar(dialogo, "Cancelar");
+  });
+  EXPECT_FALSE(operador.ElegirImpresora("Configurar Impresora", {}).has_value());
+}
+
+}  // namespace
+}  // namespace utr

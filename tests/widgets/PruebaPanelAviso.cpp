@@ -1,0 +1,77 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QLabel>
+
+#include "widgets/Iconos.h"
+#include "widgets/PanelAviso.h"
+#include "widgets/Tamanos.h"
+
+namespace utr {
+namespace {
+
+TEST(PruebaZonaLista, ExactlyThePanelsToldAreSeenElseTheList) {
+  auto* lista = new QLabel("lista");
+  ZonaLista zona(lista);
+  PanelAviso* uno = zona.Agregar("picInfo", "Espere...");
+  PanelAviso* otro = zona.Agregar("picSinDatos", "Sin datos");
+  zona.show();
+  EXPECT_TRUE(lista->isVisible());
+  EXPECT_FALSE(uno->isVisible());
+  zona.Mostrar({uno});
+  EXPECT_TRUE(uno->isVisible());
+  EXPECT_FALSE(otro->isVisible());
+  EXPECT_FALSE(lista->isVisible());
+  zona.Mostrar({uno, otro});
+  EXPECT_TRUE(uno->isVisible() && otro->isVisible());
+  zona.Mostrar({});
+  EXPECT_TRUE(lista->isVisible());
+  EXPECT_FALSE(uno->isVisible() || otro->isVisible());
+}
+
+QRgb ColorMasOscuro(const QImage& imagen) {
+  QRgb oscuro = qRgb(255, 255, 255);
+  for (int y = 0; y < imagen.height(); ++y) {
+    for (int x = 0; x < imagen.width(); ++x) {
+      const QRgb punto = imagen.pixel(x, y);
+      if (qAlpha(punto) > 200 && qGray(punto) < qGray(oscuro)) oscuro = punto;
+    }
+  }
+  return oscuro;
+}
+
+TEST(PruebaIconos, IconsFollowTheTextColourOfThePalette) {
+  const QPalette antes = QApplication::palette();
+  const QIcon icono = IconoDe("guardar");
+  QPalette clara = antes;
+  clara.setColor(QPalette::ButtonText, QColor(10, 20, 30));
+  QApplication::setPalette(clara);
+  const QRgb oscuro = ColorMasOscuro(icono.pixmap(48, 48).toImage());
+  EXPECT_LT(qGray(oscuro), 60);
+  QPalette oscura = antes;
+  oscura.setColor(QPalette::ButtonText, QColor(240, 240, 240));
+  QApplication::setPalette(oscura);
+  EXPECT_GT(qGray(ColorMasOscuro(icono.pixmap(48, 48).toImage())), qGray(oscuro) + 40);
+  QApplication::setPalette(antes);
+  EXPECT_TRUE(IconoDe("no-existe").isNull());
+}
+
+TEST(PruebaTamanos, AWindowComesBackWithTheSizeItWasLeftWith) {
+  const auto abrir = [](const char* nombre, const QSize& cambio) {
+    QWidget ventana;
+    ventana.setObjectName(nombre);
+    ventana.resize(320, 200);
+    RecordarTamano(&ventana);
+    ventana.show();
+    const QSize hallado = ventana.size();
+    ventana.resize(cambio);
+    ventana.close();
+    return hallado;
+  };
+  EXPECT_EQ(abrir("frmPrueba", QSize(500, 340)), QSize(320, 200));
+  EXPECT_EQ(abrir("frmPrueba", QSize(510, 350)), QSize(500, 340));
+  EXPECT_EQ(abrir("frmOtra", QSize(400, 400)), QSize(320, 200));
+}
+
+}  // namespace
+}  // namespace utr

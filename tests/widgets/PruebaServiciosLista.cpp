@@ -1,0 +1,170 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include "base/Error.h"
+#include "support/ModPrueba.h"
+#include "support/Tablas.h"
+#include "widgets/ServiciosLista.h"
+#include "widgets/VistaLista.h"
+
+namespace utr {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+class ImpresoraFalsa : public Impresora {
+ public:
+  std::vector<std::string> Nombres() override { return {"Oficina", "Laboratorio"}; }
+  void Imprimir(std::string_view nombre, std::string_view texto) override {
+    trabajos.push_back(std::string(nombre) + ":" + std::string(texto));
+    if (falla) throw Error(482, "Imprimir", "Error de impresora");
+  }
+  std::vector<std::string> trabajos;
+  bool falla = false;
+};
+
+class PruebaServiciosLista : public testing::Test {
+ protected:
+  PruebaServiciosLista() { servicios.UsarImpresora(impresora); }
+
+  void Llenar() {
+    tabla = TablaDeTextos({"Fecha", "Valor"}, {{"01/02/2026", "1.5"}, {"02/02/2026", nullptr}});
+    vista.Mostrar(tabla);
+  }
+
+  static Mensaje Informacion(std::string texto) {
+    return {std::move(texto), "Eventos de la UTR", Icono::kInformacion, Botones::kAceptar};
+  }
+
+  prueba::ModPrueba banco;
+  VistaLista vista{Columnas{{"Fecha", "Fecha"}, {"Valor ", "Valor"}}};
+  ImpresoraFalsa impresora;
+  ServiciosLista servicios{banco.mod, vista,
+                           PalabrasLista{"frmEventos", "Eventos de la UTR", "Exportar ...", "ImprimirEventos",
+                                         "mnuExportarEv_Click", 0, "La lista de eventos ha sido exportada con éxito"}};
+  ServiciosLista::Encabezado encabezado = [] {
+    return EncabezadoLista{"Eventos de la UTR", {"Desde: 01/02/2026", "Hasta: 02/02/2026"}};
+  };
+  TablaPtr tabla;
+  const std::string documento =
+      "Eventos de la UTR\r\nDesde: 01/02/2026\r\nHasta: 02/02/2026\r\nFecha\tValor \r\n01/02/2026\t1.5\r\n02/02/2026\t";
+};
+
+TEST_F(PruebaServiciosLista, SavingWritesTheDocumentInDisplayOrderAndSaysSo) {
+  Llenar();
+  const auto ruta = banco.carpeta / "lista.txt";
+  banco.operador.EsperaGuardar("Exportar ...", ruta);
+  banco.operador.Espera(Informacion("La lista ha sido exportada con éxito"));
+  servicios.GuardarComo(encabezado);
+  EXPECT_EQ(prueba::LeerTodo(ruta), documento);
+  EXPECT_EQ(banco.operador.pedidos[0].filtro, "Texto (delimitado por tabuladores)(*.txt)|*.txt");
+  vista.OrdenarComoTexto(0, false);
+  EXPECT_TRUE(servicios.ExportarLista(ruta, encabezado));
+  EXPECT_THAT(prueba::LeerTodo(ruta), HasSubstr("02/02/2026\t\r\n01/02/2026\t1.5"));
+}
+
+TEST_F(PruebaServiciosLista, ACancelledSaveAndAnEmptyListSayNothing) {
+  Llenar();
+  banco.operador.EsperaGuardar("Exportar ...", std::nullopt);
+  servicios.GuardarComo(encabezado);
+  vista.Vaciar();
+  banco.operador.EsperaGuardar("Exportar ...", banco.carpeta / "nada.txt");
+  servicios.GuardarComo(encabezado);
+  EXPECT_FALSE(std::filesystem::exists(banco.carpeta / "nada.txt"));
+  EXPECT_EQ(banco.operador.ocupado, 0);
+}
+
+TEST_F(PruebaServiciosLista, ASaveThatFailsLeavesTheOldFileAndSaysWhy) {
+  Llenar();
+  const auto ruta = banco.carpeta / "sin" / "carpeta.txt";
+  banco.operador.EsperaGuardar("Exportar ...", ruta);
+  banco.operador.al_preguntar = [this] { EXPECT_EQ(banco.operador.ocupado, 0); };
+  banco.operador.Espera("La operación solicitada no puede completarse\n[ No se puede escribir el archivo " +
+                        ruta.string() + " ]");
+  servicios.GuardarComo(encabezado);
+  EXPECT_EQ(banco.operador.mensajes.back().icono, Icono::kInformacion);
+  EXPECT_THAT(banco.Errores(), HasSubstr("\"frmEventos\",\"ExportarLista\""));
+}
+
+TEST_F(PruebaServiciosLista, AFolderInTheWayIsNeitherReplacedNorLost) {
+  Llenar();
+  const auto ruta = banco.carpeta / "ocupada.txt";
+  std::filesystem::create_directory(ruta);
+  prueba::EscribirTodo(ruta / "dentro", "x");
+  banco.operador.Espera("La operación solicitada no puede completarse\n[ No se puede escribir el archivo " +
+                        ruta.string() + " ]");
+  EXPECT_FALSE(servicios.ExportarLista(ruta, encabezado));
+  EXPECT_EQ(prueba::LeerTodo(ruta / "dentro"), "x");
+  std::vector<std::filesystem::path> quedan;
+  for (const auto& entrada : std::filesystem::directory_iterator(banco.carpeta.Ruta())) {
+    if (entrada.path().extension() != ".err") quedan.push_back(entrada.path());
+  }
+  EXPECT_THAT(quedan, ElementsAre(ruta)) << "no temporary file stays behind";
+}
+
+TEST_F(PruebaServiciosLista, AnImpExportWantsDataFirst) {
+  banco.operador.Espera(
+      Mensaje{"Debe leer datos para exportar", "Exportacion", Icono::kInformacion, Botones::kAceptar});
+  servicios.ExportarImp(nullptr);
+  banco.operador.Espera(Mensaje{"No hay datos para exportar", "Exportacion", Icono::kInformacion, Botones::kAceptar});
+  servicios.ExportarImp(TablaDeTextos({"Fecha"}));
+  EXPECT_TRUE(banco.comunicador.llamadas.empty());
+}
+
+TEST_F(PruebaServiciosLista, AnImpExportHandsTheTableToTheDriver) {
+  Llenar();
+  const auto ruta = banco.carpeta / "lista.imp";
+  banco.operador.EsperaGuardar("Exportar ...", ruta);
+  banco.operador.Espera(Informacion("La lista de eventos ha sido exportada con éxito"));
+  servicios.ExportarImp(tabla);
+  EXPECT_THAT(banco.comunicador.llamadas, ElementsAre("ExportarImp(tabla," + ruta.string() + ",0)"));
+  EXPECT_EQ(banco.operador.pedidos[0].filtro, "Archivo para insercion manual(*.imp)|*.imp");
+
+  banco.operador.EsperaGuardar("Exportar ...", std::nullopt);
+  servicios.ExportarImp(tabla);
+  banco.comunicador.Devuelve("ExportarImp", false);
+  banco.operador.EsperaGuardar("Exportar ...", ruta);
+  servicios.ExportarImp(tabla);  // not written: silence
+
+  banco.comunicador.Falla("ExportarImp", Error(error::kArchivo, "driver", "Disco lleno"));
+  banco.operador.EsperaGuardar("Exportar ...", ruta);
+  banco.operador.Espera(Mensaje{"La operacion no puede ser completada\n[ Disco lleno ]", "Eventos de la UTR",
+                                Icono::kCritico, Botones::kAceptar});
+  servicios.ExportarImp(tabla);
+  EXPECT_THAT(banco.Errores(), HasSubstr("\"frmEventos\",\"mnuExportarEv_Click\""));
+}
+
+TEST_F(PruebaServiciosLista, PrintingAsksForThePrinterOnceAndSendsOneJobACopy) {
+  Llenar();
+  banco.operador.EsperaImpresora("Configurar Impresora", EleccionImpresora{"Laboratorio", 2});
+  servicios.Imprimir(encabezado);
+  EXPECT_THAT(impresora.trabajos, ElementsAre("Laboratorio:" + documento, "Laboratorio:" + documento));
+  servicios.Imprimir(encabezado);
+  EXPECT_EQ(impresora.trabajos.size(), 4u);
+}
+
+TEST_F(PruebaServiciosLista, NothingIsPrintedForAnEmptyListACancelOrAPrinterThatIsGone) {
+  servicios.Imprimir(encabezado);  // an empty list asks nothing
+  Llenar();
+  banco.operador.EsperaImpresora("Configurar Impresora", std::nullopt);
+  servicios.Imprimir(encabezado);
+  EXPECT_TRUE(banco.mod.impresora.nombre.empty());
+  banco.mod.impresora = {"Vendida", 3};
+  servicios.Imprimir(encabezado);
+  EXPECT_TRUE(impresora.trabajos.empty());
+}
+
+TEST_F(PruebaServiciosLista, APrinterThatFailsIsReportedOnceUnderTheNameOfTheWindow) {
+  Llenar();
+  banco.mod.impresora = {"Oficina", 3};
+  impresora.falla = true;
+  banco.operador.Espera(Informacion("La operación solicitada no puede completarse\n[ Error de impresora ]"));
+  servicios.Imprimir(encabezado);
+  EXPECT_EQ(impresora.trabajos.size(), 1u);
+  EXPECT_THAT(banco.Errores(), HasSubstr("\"frmEventos\",\"ImprimirEventos\""));
+}
+
+}  // namespace
+}  // namespace utr

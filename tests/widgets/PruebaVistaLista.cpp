@@ -1,0 +1,206 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTreeView>
+
+#include "base/Error.h"
+#include "support/Tablas.h"
+#include "widgets/TextoQt.h"
+#include "widgets/VistaLista.h"
+
+namespace utr {
+namespace {
+
+using testing::ElementsAre;
+
+const Columnas kColumnas = {
+    {"Fecha", "Fecha", Presentacion::kTalCual, ClaseOrden::kFecha},
+    {"Canal", "Canal"},
+    {"Valor ", "Valor", Presentacion::kTalCual, ClaseOrden::kNumero},
+};
+
+TablaPtr Muestra() {
+  return TablaDeTextos({"Fecha", "Canal", "Valor"}, {{"02/01/2026", "EA1", "9.500"},
+                                                     {"10/12/2025", "PLV", "10.000"},
+                                                     {"01/02/2026", "EA2", "-3.000"},
+                                                     {"05/01/2026", "ED1", "N/D"}});
+}
+
+class PruebaVistaLista : public testing::Test {
+ protected:
+  PruebaVistaLista() {
+    vista.resize(600, 300);
+    vista.show();
+    QApplication::setActiveWindow(&vista);
+  }
+
+  std::vector<std::string> Columna(std::size_t columna) const {
+    std::vector<std::string> textos;
+    for (std::size_t i = 0; i < vista.Lista().Cantidad(); ++i) textos.push_back(vista.Lista().Texto(i, columna));
+    return textos;
+  }
+
+  void ClicEnTitulo(int columna) {
+    QHeaderView* titulos = vista.Arbol()->header();
+    const QPoint punto(titulos->sectionViewportPosition(columna) + 5, titulos->height() / 2);
+    QTest::mouseClick(titulos->viewport(), Qt::LeftButton, Qt::NoModifier, punto);
+  }
+
+  VistaLista vista{kColumnas};
+};
+
+TEST_F(PruebaVistaLista, AColumnTitleOrdersByValueAndTurnsTheOrderOverAtEachClick) {
+  vista.Mostrar(Muestra());
+  QSignalSpy ordenada(&vista, &VistaLista::Ordenada);
+  ClicEnTitulo(2);
+  EXPECT_THAT(Columna(2), ElementsAre("N/D", "-3.000", "9.500", "10.000"));
+  ClicEnTitulo(2);
+  EXPECT_THAT(Columna(2), ElementsAre("10.000", "9.500", "-3.000", "N/D"));
+  ClicEnTitulo(0);
+  EXPECT_THAT(Columna(0), ElementsAre("10/12/2025", "02/01/2026", "05/01/2026", "01/02/2026"));
+  EXPECT_EQ(ordenada.size(), 3);
+  EXPECT_EQ(vista.ColumnaOrdenada(), 0u);
+  EXPECT_TRUE(vista.Arbol()->header()->isSortIndicatorShown());
+  EXPECT_EQ(vista.Arbol()->header()->sortIndicatorSection(), 0);
+  EXPECT_EQ(vista.Arbol()->header()->sortIndicatorOrder(), Qt::AscendingOrder);
+}
+
+TEST_F(PruebaVistaLista, OrderingAsTextBearsNoIconAndIsTurnedOverByTheNextClick) {
+  vista.Mostrar(Muestra());
+  vista.OrdenarComoTexto(0, true);
+  EXPECT_THAT(Columna(0), ElementsAre("01/02/2026", "02/01/2026", "05/01/2026", "10/12/2025"));
+  EXPECT_FALSE(vista.Arbol()->header()->isSortIndicatorShown());
+  ClicEnTitulo(0);
+  EXPECT_THAT(Columna(0), ElementsAre("01/02/2026", "05/01/2026", "02/01/2026", "10/12/2025"));
+}
+
+TEST_F(PruebaVistaLista, TheToolbarRepeatsTheClickOnlyWhereATitleBearsTheIcon) {
+  vista.Mostrar(Muestra());
+  vista.RepetirOrden();
+  EXPECT_THAT(Columna(1), ElementsAre("EA1", "PLV", "EA2", "ED1"));
+  ClicEnTitulo(1);
+  vista.RepetirOrden();
+  EXPECT_THAT(Columna(1), ElementsAre("PLV", "ED1", "EA2", "EA1"));
+}
+
+TEST_F(PruebaVistaLista, AColumnThatTheWindowOrdersLeavesTheRowsAlone) {
+  vista.Mostrar(Muestra());
+  vista.OrdenAjeno(1);
+  vista.QuitarOrden(true);
+  QSignalSpy ordenada(&vista, &VistaLista::Ordenada);
+  ClicEnTitulo(1);
+  EXPECT_THAT(Columna(1), ElementsAre("EA1", "PLV", "EA2", "ED1"));
+  ASSERT_EQ(ordenada.size(), 1);
+  EXPECT_FALSE(ordenada[0][1].toBool()) << "the table stood ascending, so the click asks for the other order";
+  EXPECT_EQ(vista.ColumnaOrdenada(), 1u);
+}
+
+TEST_F(PruebaVistaLista, AnOrderOutlivesTheTableThatWasShown) {
+  vista.Mostrar(Muestra());
+  ClicEnTitulo(1);
+  vista.Vaciar();
+  vista.Mostrar(TablaDeTextos({"Fecha", "Canal", "Valor"}, {{"", "Z", ""}, {"", "A", ""}}));
+  EXPECT_THAT(Columna(1), ElementsAre("A", "Z"));
+}
+
+TEST_F(PruebaVistaLista, CurrentRowAndSelectionFollowTheirRows) {
+  vista.Mostrar(Muestra());
+  vista.Elegir(1);
+  ClicEnTitulo(2);
+  EXPECT_EQ(vista.FilaActual(), 3u);
+  EXPECT_THAT(vista.FilasElegidas(), ElementsAre(3u));
+  vista.CampoFiltro()->setText("PL");
+  EXPECT_EQ(vista.FilaActual(), 0u);
+  vista.CampoFiltro()->setText("EA");
+  EXPECT_FALSE(vista.FilaActual().has_value()) << "the current row isn't seen any more";
+  EXPECT_TRUE(vista.FilasElegidas().empty());
+}
+
+TEST_F(PruebaVistaLista, CtrlFFiltersAsTypedAndEscEmptiesTheField) {
+  vista.Mostrar(Muestra());
+  vista.Arbol()->setFocus();
+  QTest::keyClick(vista.Arbol(), Qt::Key_F, Qt::ControlModifier);
+  ASSERT_TRUE(vista.CampoFiltro()->hasFocus());
+  QTest::keyClicks(vista.CampoFiltro(), "ea");
+  EXPECT_THAT(Columna(1), ElementsAre("EA1", "EA2"));
+  QTest::keyClick(vista.CampoFiltro(), Qt::Key_Escape);
+  EXPECT_EQ(Columna(1).size(), 4u);
+  EXPECT_TRUE(vista.CampoFiltro()->text().isEmpty());
+  vista.CampoFiltro()->setText("EA");
+  vista.Mostrar(Muestra());
+  EXPECT_EQ(Columna(1).size(), 4u) << "a new table is shown whole";
+  EXPECT_TRUE(vista.CampoFiltro()->text().isEmpty());
+}
+
+TEST_F(PruebaVistaLista, CtrlCCopiesSelectedRowsInDisplayOrder) {
+  vista.Mostrar(Muestra());
+  vista.Arbol()->setFocus();
+  ClicEnTitulo(1);
+  vista.Elegir(3);
+  QTest::keyClick(vista.Arbol(), Qt::Key_Up, Qt::ShiftModifier);
+  QTest::keyClick(vista.Arbol(), Qt::Key_C, Qt::ControlModifier);
+  EXPECT_EQ(U(QApplication::clipboard()->text()), "05/01/2026\tED1\tN/D\n10/12/2025\tPLV\t10.000");
+}
+
+TEST_F(PruebaVistaLista, EnterAndDoubleClickActivateTheRow) {
+  vista.Mostrar(Muestra());
+  QSignalSpy activada(&vista, &VistaLista::Activada);
+  QTest::keyClick(vista.Arbol(), Qt::Key_Return);
+  EXPECT_EQ(activada.size(), 0) << "no row is current";
+  vista.Elegir(2);
+  QTest::keyClick(vista.Arbol(), Qt::Key_Return);
+  const QPoint punto = vista.Arbol()->visualRect(vista.Arbol()->model()->index(1, 0)).center();
+  QTest::mouseClick(vista.Arbol()->viewport(), Qt::LeftButton, Qt::NoModifier, punto);
+  QTest::mouseDClick(vista.Arbol()->viewport(), Qt::LeftButton, Qt::NoModifier, punto);
+  ASSERT_EQ(activada.size(), 2);
+  EXPECT_EQ(activada[0][0].toULongLong(), 2u);
+  EXPECT_EQ(activada[1][0].toULongLong(), 1u);
+}
+
+TEST_F(PruebaVistaLista, WidthsFitTitlesAndTheWidestTextOfEachColumn) {
+  const char* ancho = "Temperatura media del aire a la sombra, ñandú";
+  vista.Mostrar(TablaDeTextos({"Fecha", "Canal", "Valor"}, {{"1", ancho, "1"}, {"1", "i", "22"}}));
+  EXPECT_GT(vista.Arbol()->columnWidth(1), vista.Arbol()->fontMetrics().horizontalAdvance(ancho) + 4);
+  EXPECT_GT(vista.Arbol()->columnWidth(0), vista.Arbol()->header()->fontMetrics().horizontalAdvance("Fecha"));
+  vista.Vaciar();
+  EXPECT_LT(vista.Arbol()->columnWidth(1), vista.Arbol()->fontMetrics().horizontalAdvance(ancho));
+}
+
+TEST_F(PruebaVistaLista, ATableWithoutAFieldRaisesAndLeavesTheListEmptyAndUsable) {
+  vista.Mostrar(Muestra());
+  try {
+    vista.Mostrar(TablaDeTextos({"Fecha", "Canal"}, {{"1", "2"}}));
+    FAIL() << "no error";
+  } catch (const Error& error) {
+    EXPECT_EQ(error.Numero(), error::kCampo);
+  }
+  EXPECT_EQ(vista.Arbol()->model()->rowCount(), 0);
+  vista.Mostrar(Muestra());
+  EXPECT_EQ(vista.Arbol()->model()->rowCount(), 4);
+}
+
+TEST_F(PruebaVistaLista, AMillionRowsReachTheLastOne) {
+  auto tabla = std::make_shared<Tabla>();
+  for (const char* campo : {"Fecha", "Canal", "Valor"}) tabla->Append(campo, TipoCampo::kVarChar, 20);
+  tabla->Open();
+  constexpr int kFilas = 1'000'000;
+  tabla->Reservar(kFilas);
+  for (int i = 0; i < kFilas; ++i) {
+    tabla->AddNew();
+    tabla->Set(std::size_t{2}, std::to_string(i % 4096));
+  }
+  tabla->UpdateBatch();
+  vista.Mostrar(tabla);
+  vista.Arbol()->scrollToBottom();
+  const QModelIndex abajo = vista.Arbol()->indexAt(QPoint(5, vista.Arbol()->viewport()->height() - 8));
+  EXPECT_EQ(abajo.row(), kFilas - 1);
+}
+
+}  // namespace
+}  // namespace utr
