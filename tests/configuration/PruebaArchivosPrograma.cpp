@@ -2,7 +2,7 @@
 
 #include "base/Error.h"
 #include "configuration/ArchivosPrograma.h"
-#include "support/CarpetaTemporal.h"
+#include "support/Carpeta.h"
 #include "support/RelojFalso.h"
 
 namespace utr {
@@ -10,7 +10,7 @@ namespace {
 
 class PruebaArchivosPrograma : public testing::Test {
  protected:
-  CarpetaTemporal carpeta_;
+  prueba::Carpeta carpeta_;
   RelojFalso reloj_;
   RegistroErrores registro_{carpeta_ / "utr.err", reloj_};
 };
@@ -19,7 +19,7 @@ TEST_F(PruebaArchivosPrograma, CadaByteComoEsta) {
   std::string bytes;
   for (int i = 0; i < 256; ++i) bytes += static_cast<char>(i);
   bytes += "\r\n\r\n";
-  EscribirBytes(carpeta_ / "a.bkp", bytes);
+  prueba::EscribirTodo(carpeta_ / "a.bkp", bytes);
   EXPECT_EQ(LeerArchivoBinario(registro_, carpeta_ / "a.bkp"), bytes);
   EXPECT_EQ(LeerArchivoPrograma(registro_, carpeta_.Ruta(), "a.bkp"), bytes);
 }
@@ -27,7 +27,7 @@ TEST_F(PruebaArchivosPrograma, CadaByteComoEsta) {
 TEST_F(PruebaArchivosPrograma, SinArchivoEsVacioYNoLoCrea) {
   EXPECT_EQ(LeerArchivoBinario(registro_, carpeta_ / "no.bkp"), "");
   EXPECT_EQ(LeerArchivoPrograma(registro_, carpeta_.Ruta(), "comandosAT.dat"), "");
-  EscribirBytes(carpeta_ / "vacio.dat", "");
+  prueba::EscribirTodo(carpeta_ / "vacio.dat", "");
   EXPECT_EQ(LeerArchivoPrograma(registro_, carpeta_.Ruta(), "vacio.dat"), "");
   EXPECT_EQ(carpeta_.Cuantos(), 1U);
 }
@@ -35,10 +35,10 @@ TEST_F(PruebaArchivosPrograma, SinArchivoEsVacioYNoLoCrea) {
 TEST_F(PruebaArchivosPrograma, LoQueNoSePuedeLeerSeRegistraYSeRelanza) {
   std::filesystem::create_directory(carpeta_ / "x.dat");
   EXPECT_THROW(LeerArchivoPrograma(registro_, carpeta_.Ruta(), "x.dat"), Error);
-  EXPECT_NE(LeerBytes(carpeta_ / "utr.err").find("\"modRTU\",\"leyendo archivo de bkp\""), std::string::npos)
-      << LeerBytes(carpeta_ / "utr.err");
+  EXPECT_NE(prueba::LeerTodo(carpeta_ / "utr.err").find("\"modRTU\",\"leyendo archivo de bkp\""), std::string::npos)
+      << prueba::LeerTodo(carpeta_ / "utr.err");
   EXPECT_THROW(LeerArchivoBinario(registro_, carpeta_ / "x.dat"), Error);
-  EXPECT_NE(LeerBytes(carpeta_ / "utr.err").find("\"modRTU\",\"LeerArchivoBinario\""), std::string::npos);
+  EXPECT_NE(prueba::LeerTodo(carpeta_ / "utr.err").find("\"modRTU\",\"LeerArchivoBinario\""), std::string::npos);
 }
 
 }  // namespace

@@ -4,7 +4,7 @@
 
 #include "base/Texto.h"
 #include "configuration/Catalogo.h"
-#include "support/CarpetaTemporal.h"
+#include "support/Carpeta.h"
 #include "support/Tablas.h"
 
 namespace utr {
@@ -50,12 +50,12 @@ TEST(Catalogo, TextosQueEntranEnSuCampo) {
 }
 
 TEST(Catalogo, AbrirYGrabarDaLosMismosBytes) {
-  const CarpetaTemporal carpeta;
+  const prueba::Carpeta carpeta;
   for (const char* archivo : {"Parametros.xml", "Unidades.xml", "Eventos.xml"}) {
     Tabla tabla;
     tabla.Open(kDatos / archivo);
     tabla.Save(carpeta / archivo);
-    EXPECT_EQ(LeerBytes(carpeta / archivo), LeerBytes(kDatos / archivo)) << archivo;
+    EXPECT_EQ(prueba::LeerTodo(carpeta / archivo), prueba::LeerTodo(kDatos / archivo)) << archivo;
   }
 }
 
@@ -65,7 +65,7 @@ struct CasoArchivo {
 };
 
 TEST(Catalogo, ArchivosRotosDanLosTextosDeReemplazo) {
-  const std::string entero = LeerBytes(kDatos / "Parametros.xml");
+  const std::string entero = prueba::LeerTodo(kDatos / "Parametros.xml");
   const CasoArchivo casos[] = {
       {"vacío", ""},
       {"cortado", entero.substr(0, entero.size() / 2)},
@@ -75,9 +75,9 @@ TEST(Catalogo, ArchivosRotosDanLosTextosDeReemplazo) {
       {"sin filas", entero.substr(0, entero.find("<rs:data>")) + "<rs:data>\r\n</rs:data>\r\n</xml>"},
   };
   for (const CasoArchivo& caso : casos) {
-    const CarpetaTemporal carpeta;
-    EscribirBytes(carpeta / "Parametros.xml", caso.contenido);
-    EscribirBytes(carpeta / "Unidades.xml", caso.contenido);
+    const prueba::Carpeta carpeta;
+    prueba::EscribirTodo(carpeta / "Parametros.xml", caso.contenido);
+    prueba::EscribirTodo(carpeta / "Unidades.xml", caso.contenido);
     Catalogo catalogo(carpeta.Ruta());
     EXPECT_TRUE(catalogo.CargarParametros()) << caso.nombre;
     EXPECT_TRUE(catalogo.CargarUnidades()) << caso.nombre;
@@ -87,7 +87,7 @@ TEST(Catalogo, ArchivosRotosDanLosTextosDeReemplazo) {
 }
 
 TEST(Catalogo, SinArchivoNiSegundaColumna) {
-  const CarpetaTemporal carpeta;
+  const prueba::Carpeta carpeta;
   TablaCon({{"Id", TipoCampo::kEntero, 4}}, {{"2"}})->Save(carpeta / "Unidades.xml");
   Catalogo catalogo(carpeta.Ruta());
   EXPECT_TRUE(catalogo.CargarParametros());
@@ -97,7 +97,7 @@ TEST(Catalogo, SinArchivoNiSegundaColumna) {
 }
 
 TEST(Catalogo, SeLeeUnaSolaVez) {
-  const CarpetaTemporal carpeta;
+  const prueba::Carpeta carpeta;
   std::filesystem::copy_file(kDatos / "Unidades.xml", carpeta / "Unidades.xml");
   Catalogo catalogo(carpeta.Ruta());
   const TablaPtr tabla = catalogo.Unidades();
@@ -121,7 +121,7 @@ TEST(Catalogo, BuscaAunqueOtroHayaFiltradoUOrdenado) {
 }
 
 TEST(Catalogo, BuscaPorLugarYNoPorNombre) {
-  const CarpetaTemporal carpeta;
+  const prueba::Carpeta carpeta;
   TablaCon({{"Codigo", TipoCampo::kEntero, 4}, {"Texto", TipoCampo::kVarChar, 15}, {"Nombre", TipoCampo::kVarChar, 15}},
            {{"7", "siete", "otro"}, {"7", "segundo", "otro"}, {"8", nullptr, "otro"}})
       ->Save(carpeta / "Unidades.xml");

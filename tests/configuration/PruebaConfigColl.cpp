@@ -2,7 +2,7 @@
 
 #include "base/Error.h"
 #include "configuration/ConfigColl.h"
-#include "support/CarpetaTemporal.h"
+#include "support/Carpeta.h"
 #include "support/RelojFalso.h"
 #include "support/Tablas.h"
 
@@ -44,7 +44,7 @@ class PruebaConfigColl : public testing::Test {
       coleccion_.Add(canal, *TablaDeCanales({{{"Canal", std::to_string(canal).c_str()}}}));
   }
 
-  CarpetaTemporal carpeta_;
+  prueba::Carpeta carpeta_;
   RelojFalso reloj_;
   RegistroErrores registro_{carpeta_ / "utr.err", reloj_};
   ConfigColl coleccion_;

@@ -2,7 +2,7 @@
 
 #include "base/Error.h"
 #include "lists/DocumentoLista.h"
-#include "support/CarpetaTemporal.h"
+#include "support/Carpeta.h"
 #include "support/DispositivoLleno.h"
 #include "support/Tablas.h"
 
@@ -31,29 +31,29 @@ TEST(DocumentoLista, EnElOrdenQueSeVeYSoloLoQueSeVe) {
 }
 
 TEST(ExportarLista, VaciaNoHaceNada) {
-  const CarpetaTemporal carpeta;
+  const prueba::Carpeta carpeta;
   EXPECT_FALSE(ExportarLista(Lista({}), kEncabezado, carpeta / "a.txt"));
   EXPECT_EQ(carpeta.Cuantos(), 0U);
 }
 
 TEST(ExportarLista, EscribeElDocumentoEntero) {
-  const CarpetaTemporal carpeta;
-  EscribirBytes(carpeta / "a.txt", std::string(10000, 'x'));
+  const prueba::Carpeta carpeta;
+  prueba::EscribirTodo(carpeta / "a.txt", std::string(10000, 'x'));
   const ListaTabla lista = Lista({{"a", "1", "ñ"}});
   EXPECT_TRUE(ExportarLista(lista, kEncabezado, carpeta / "a.txt"));
-  EXPECT_EQ(LeerBytes(carpeta / "a.txt"), ArmarDocumento(lista, kEncabezado));
+  EXPECT_EQ(prueba::LeerTodo(carpeta / "a.txt"), ArmarDocumento(lista, kEncabezado));
   EXPECT_EQ(carpeta.Cuantos(), 1U);
 }
 
 TEST(ExportarLista, UnaFallaALaMitadLoDiceYDejaElAnterior) {
-  const CarpetaTemporal carpeta;
-  EscribirBytes(carpeta / "a.txt", "anterior");
+  const prueba::Carpeta carpeta;
+  prueba::EscribirTodo(carpeta / "a.txt", "anterior");
   const ListaTabla lista = Lista(std::vector<Celdas>(5000, Celdas{"01/02/2005", "1", "x"}));
   {
     const DispositivoLleno lleno(4096);
     EXPECT_THROW(ExportarLista(lista, kEncabezado, carpeta / "a.txt"), Error);
   }
-  EXPECT_EQ(LeerBytes(carpeta / "a.txt"), "anterior");
+  EXPECT_EQ(prueba::LeerTodo(carpeta / "a.txt"), "anterior");
   EXPECT_EQ(carpeta.Cuantos(), 1U);
   EXPECT_THROW(ExportarLista(lista, kEncabezado, carpeta / "no/a.txt"), Error);
 }

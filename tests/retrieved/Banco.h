@@ -4,7 +4,7 @@
 
 #include "base/Error.h"
 #include "retrieved/ContextoRegistros.h"
-#include "support/CarpetaTemporal.h"
+#include "support/Carpeta.h"
 #include "support/ComunicadorFalso.h"
 #include "support/RelojFalso.h"
 #include "support/Tablas.h"
@@ -26,7 +26,7 @@ class Banco : public testing::Test {
     return 0;
   }
 
-  CarpetaTemporal carpeta_;
+  prueba::Carpeta carpeta_;
   RelojFalso reloj_;
   ComunicadorFalso comunicador_;
   Catalogo catalogo_{CARPETA_DATOS};

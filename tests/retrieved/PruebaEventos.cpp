@@ -208,8 +208,8 @@ TEST_F(PruebaEventos, DescripcionesQueSeEntregan) {
 
 TEST_F(PruebaEventos, ArchivoDeDescripcionesAusenteOCortado) {
   EXPECT_EQ(CargarEventos(carpeta_.Ruta()), nullptr);
-  const std::string entero = LeerBytes(std::filesystem::path(CARPETA_DATOS) / "Eventos.xml");
-  EscribirBytes(carpeta_ / "Eventos.xml", entero.substr(0, entero.size() - 40));
+  const std::string entero = prueba::LeerTodo(std::filesystem::path(CARPETA_DATOS) / "Eventos.xml");
+  prueba::EscribirTodo(carpeta_ / "Eventos.xml", entero.substr(0, entero.size() - 40));
   EXPECT_EQ(CargarEventos(carpeta_.Ruta()), nullptr);
 }
 

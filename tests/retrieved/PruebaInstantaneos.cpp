@@ -84,7 +84,8 @@ TEST_F(PruebaPresentacion, LaFallaLlevaSuNombreYQuedaRegistrada) {
     EXPECT_NE(error.Origen().find("PresentacionDatosInstantaneos"), std::string::npos);
     EXPECT_NE(error.Origen().find("modRTU"), std::string::npos);
   }
-  EXPECT_NE(LeerBytes(carpeta_ / "utr.err").find("\"modRTU\",\"PresentacionDatosInstantaneos\""), std::string::npos);
+  EXPECT_NE(prueba::LeerTodo(carpeta_ / "utr.err").find("\"modRTU\",\"PresentacionDatosInstantaneos\""),
+            std::string::npos);
 }
 
 }  // namespace

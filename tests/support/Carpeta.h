@@ -27,6 +27,11 @@ class Carpeta {
   const std::filesystem::path& Ruta() const { return ruta_; }
   std::filesystem::path operator/(const std::string& nombre) const { return ruta_ / nombre; }
 
+  // How many entries the folder holds.
+  std::size_t Cuantos() const {
+    return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(ruta_), {}));
+  }
+
  private:
   std::filesystem::path ruta_;
 };

@@ -6,7 +6,7 @@
 #include "base/Archivos.h"
 #include "base/Error.h"
 #include "driver/Utilidades.h"
-#include "support/CarpetaTemporal.h"
+#include "support/Carpeta.h"
 #include "support/DispositivoLleno.h"
 
 namespace utr {
@@ -22,35 +22,35 @@ TEST(ExtraerDirectorio, SinSeparadorFinal) {
 }
 
 TEST(GrabarTexto, ReemplazaElArchivo) {
-  const CarpetaTemporal carpeta;
+  const prueba::Carpeta carpeta;
   EXPECT_TRUE(GrabarTexto("uno que es largo", carpeta / "a.txt"));
   EXPECT_TRUE(GrabarTexto("ñandú\r\n", carpeta / "a.txt"));
-  EXPECT_EQ(LeerBytes(carpeta / "a.txt"), "ñandú\r\n");
+  EXPECT_EQ(prueba::LeerTodo(carpeta / "a.txt"), "ñandú\r\n");
   EXPECT_EQ(carpeta.Cuantos(), 1U);
 }
 
 TEST(GrabarTexto, DiscoLlenoDejaElAnterior) {
-  const CarpetaTemporal carpeta;
+  const prueba::Carpeta carpeta;
   ASSERT_TRUE(GrabarTexto("anterior", carpeta / "a.txt"));
   {
     const DispositivoLleno lleno(1000);
     EXPECT_FALSE(GrabarTexto(std::string(200000, 'x'), carpeta / "a.txt"));
   }
-  EXPECT_EQ(LeerBytes(carpeta / "a.txt"), "anterior");
+  EXPECT_EQ(prueba::LeerTodo(carpeta / "a.txt"), "anterior");
   EXPECT_EQ(carpeta.Cuantos(), 1U);
 }
 
 TEST(GrabarTexto, DestinoImposible) {
-  const CarpetaTemporal carpeta;
+  const prueba::Carpeta carpeta;
   EXPECT_FALSE(GrabarTexto("x", carpeta / "no/existe/a.txt"));
   std::filesystem::create_directory(carpeta / "ocupado");
-  EscribirBytes(carpeta / "ocupado/dentro", "x");
+  prueba::EscribirTodo(carpeta / "ocupado/dentro", "x");
   EXPECT_FALSE(GrabarTexto("x", carpeta / "ocupado"));
   EXPECT_EQ(carpeta.Cuantos(), 1U);
 }
 
 TEST(EscribirEntero, FallaDelEscritorDejaElAnterior) {
-  const CarpetaTemporal carpeta;
+  const prueba::Carpeta carpeta;
   ASSERT_TRUE(GrabarTexto("anterior", carpeta / "a.txt"));
   EXPECT_THROW(EscribirEntero(carpeta / "a.txt",
                               [](std::ostream& salida) {
@@ -60,7 +60,7 @@ TEST(EscribirEntero, FallaDelEscritorDejaElAnterior) {
                std::runtime_error);
   EXPECT_THROW(EscribirEntero(carpeta / "a.txt", [](std::ostream& salida) { salida.setstate(std::ios::failbit); }),
                Error);
-  EXPECT_EQ(LeerBytes(carpeta / "a.txt"), "anterior");
+  EXPECT_EQ(prueba::LeerTodo(carpeta / "a.txt"), "anterior");
   EXPECT_EQ(carpeta.Cuantos(), 1U);
 }
 
@@ -79,7 +79,7 @@ TEST(Extremos, DeSusArgumentos) {
 }
 
 TEST(ExisteArchivo, ArchivosYCarpetas) {
-  const CarpetaTemporal carpeta;
+  const prueba::Carpeta carpeta;
   EXPECT_TRUE(ExisteArchivo(carpeta.Ruta()));
   EXPECT_FALSE(ExisteArchivo(carpeta / "nada"));
   EXPECT_FALSE(ExisteArchivo(""));
