@@ -1,7 +1,9 @@
 #include "lists/ListaTabla.h"
 
 #include <algorithm>
-#include <limits>
+#include <array>
+#include <bit>
+#include <charconv>
 #include <numeric>
 #include <unordered_map>
 #include <utility>
@@ -45,23 +47,62 @@ bool SeMuestraTalCual(const ColumnaLista& columna) {
   return columna.presentacion == Presentacion::kTalCual || columna.presentacion == Presentacion::kGuionSiNulo;
 }
 
-// The number that a text is ordered by; below all others where it is none.
-double ValorDeOrden(std::string_view texto, ClaseOrden clase) {
-  constexpr double kNinguno = -std::numeric_limits<double>::infinity();
-  if (clase == ClaseOrden::kNumero) return EsNumerico(texto) ? LeerDoble(texto) : kNinguno;
-  const auto fecha = LeerFecha(texto);
-  return fecha ? static_cast<double>(Segundos(*fecha)) : kNinguno;
+// Whole plain numbers, which are nearly all, are read without a copy; the rest by the system's own test.
+std::optional<double> LeerNumero(std::string_view texto) {
+  double valor = 0;
+  const bool plano = !texto.empty() && texto.find_first_not_of("0123456789.-") == std::string_view::npos;
+  const char* fin = texto.data() + texto.size();
+  if (plano) {
+    const auto leido = std::from_chars(texto.data(), fin, valor);
+    if (leido.ec == std::errc{} && leido.ptr == fin) return valor;
+  }
+  return EsNumerico(texto) ? std::optional(LeerDoble(texto)) : std::nullopt;
 }
 
-// The place of each key among the sorted ones; equal keys share it.
-template <typename Clave>
-std::vector<std::uint32_t> Rangos(std::vector<std::pair<Clave, std::uint32_t>> claves) {
-  std::sort(claves.begin(), claves.end());
-  std::vector<std::uint32_t> rangos(claves.size());
+// A key that orders as the number of a text does: 0, below all others, where there is none.
+std::uint64_t ClaveDeOrden(std::string_view texto, ClaseOrden clase) {
+  std::optional<double> valor;
+  if (clase == ClaseOrden::kNumero) {
+    valor = LeerNumero(texto);
+  } else if (const auto fecha = LeerFecha(texto)) {
+    valor = static_cast<double>(Segundos(*fecha));
+  }
+  if (!valor) return 0;
+  // The bits of a double order as the number does once those of a negative one are turned over.
+  constexpr std::uint64_t kSigno = std::uint64_t{1} << 63;
+  const auto bits = std::bit_cast<std::uint64_t>(*valor + 0.0);
+  return (bits & kSigno) != 0 ? ~bits : bits | kSigno;
+}
+
+struct ClaveNumero {
+  std::uint64_t clave;
+  std::uint32_t indice;
+};
+
+// Sorts by distributing over the digits of the keys, the lowest first. Digits that all keys share cost one look.
+void OrdenarClaves(std::vector<ClaveNumero>& claves) {
+  constexpr unsigned kBits = 11;
+  constexpr std::size_t kDigitos = std::size_t{1} << kBits;
+  std::vector<ClaveNumero> otras(claves.size());
+  for (unsigned bit = 0; bit < 64; bit += kBits) {
+    const auto digito = [bit](const ClaveNumero& clave) { return (clave.clave >> bit) & (kDigitos - 1); };
+    std::array<std::uint32_t, kDigitos + 1> lugares{};
+    for (const ClaveNumero& clave : claves) ++lugares[digito(clave) + 1];
+    if (std::find(lugares.begin(), lugares.end(), claves.size()) != lugares.end()) continue;
+    std::partial_sum(lugares.begin(), lugares.end(), lugares.begin());
+    for (const ClaveNumero& clave : claves) otras[lugares[digito(clave)]++] = clave;
+    claves.swap(otras);
+  }
+}
+
+// The place of each index among sorted keys; equal keys share it.
+template <typename Clave, typename Igual>
+std::vector<std::uint32_t> Rangos(const std::vector<Clave>& ordenadas, Igual igual) {
+  std::vector<std::uint32_t> rangos(ordenadas.size());
   std::uint32_t rango = 0;
-  for (std::size_t i = 0; i < claves.size(); ++i) {
-    if (i > 0 && claves[i - 1].first < claves[i].first) ++rango;
-    rangos[claves[i].second] = rango;
+  for (std::size_t i = 0; i < ordenadas.size(); ++i) {
+    if (i > 0 && !igual(ordenadas[i - 1], ordenadas[i])) ++rango;
+    rangos[ordenadas[i].indice] = rango;
   }
   return rangos;
 }
@@ -231,18 +272,30 @@ void ListaTabla::DejarLasQueContienen(std::vector<std::uint32_t>& filas) const {
 }
 
 std::vector<std::uint32_t> ListaTabla::RangosDe(std::size_t columna, bool como_texto) const {
-  const std::size_t cuantos = Indices(fuentes_[columna]);
   const ClaseOrden clase = como_texto ? ClaseOrden::kTexto : columnas_[columna].orden;
-  if (clase == ClaseOrden::kTexto) {
-    std::vector<std::pair<std::string, std::uint32_t>> claves;
-    claves.reserve(cuantos);
-    for (std::uint32_t i = 0; i < cuantos; ++i) claves.emplace_back(Minusculas(TextoDeIndice(i, columna)), i);
-    return Rangos(std::move(claves));
-  }
-  std::vector<std::pair<double, std::uint32_t>> claves;
+  return clase == ClaseOrden::kTexto ? RangosDeTexto(columna) : RangosDeValor(columna, clase);
+}
+
+std::vector<std::uint32_t> ListaTabla::RangosDeTexto(std::size_t columna) const {
+  struct ClaveTexto {
+    std::string clave;
+    std::uint32_t indice;
+  };
+  const std::size_t cuantos = Indices(fuentes_[columna]);
+  std::vector<ClaveTexto> claves;
   claves.reserve(cuantos);
-  for (std::uint32_t i = 0; i < cuantos; ++i) claves.emplace_back(ValorDeOrden(TextoDeIndice(i, columna), clase), i);
-  return Rangos(std::move(claves));
+  for (std::uint32_t i = 0; i < cuantos; ++i) claves.push_back({Minusculas(TextoDeIndice(i, columna)), i});
+  std::sort(claves.begin(), claves.end(), [](const auto& a, const auto& b) { return a.clave < b.clave; });
+  return Rangos(claves, [](const auto& a, const auto& b) { return a.clave == b.clave; });
+}
+
+std::vector<std::uint32_t> ListaTabla::RangosDeValor(std::size_t columna, ClaseOrden clase) const {
+  const std::size_t cuantos = Indices(fuentes_[columna]);
+  std::vector<ClaveNumero> claves;
+  claves.reserve(cuantos);
+  for (std::uint32_t i = 0; i < cuantos; ++i) claves.push_back({ClaveDeOrden(TextoDeIndice(i, columna), clase), i});
+  OrdenarClaves(claves);
+  return Rangos(claves, [](const auto& a, const auto& b) { return a.clave == b.clave; });
 }
 
 // Distributes the rows by the rank of their text, which keeps the order of equal ones in both directions.

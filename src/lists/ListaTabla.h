@@ -89,6 +89,8 @@ class ListaTabla {
   void DejarLasQueContienen(std::vector<std::uint32_t>& filas) const;
   void OrdenarFilas(std::vector<std::uint32_t>& filas) const;
   std::vector<std::uint32_t> RangosDe(std::size_t columna, bool como_texto) const;
+  std::vector<std::uint32_t> RangosDeTexto(std::size_t columna) const;
+  std::vector<std::uint32_t> RangosDeValor(std::size_t columna, ClaseOrden clase) const;
 
   Columnas columnas_;
   std::vector<Fuente> fuentes_;

@@ -1,0 +1,184 @@
+#include <fmt/format.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <filesystem>
+
+#include "base/Fechas.h"
+#include "base/Numeros.h"
+#include "benchmarks/Presupuesto.h"
+#include "configuration/ConfigColl.h"
+#include "driver/simulated/ComunicadorSimulado.h"
+#include "lists/ListaTabla.h"
+#include "retrieved/ColumnasRegistros.h"
+#include "retrieved/Registros.h"
+
+// Budgets of the record builder and of the order of lists, on records as a station of one channel keeps them.
+namespace {
+
+using namespace utr;
+
+constexpr std::size_t kFilas = 262144;
+constexpr std::size_t kMuchas = 1000000;
+constexpr std::size_t kPocas = 100000;
+constexpr std::size_t kPorDia = 1440;
+
+// Counts of a converter of 16 bits: a slow wave with noise on it, so that many of them are distinct.
+std::uint32_t Crudo(std::size_t fila, std::size_t campo) {
+  const double onda = 30000 + 20000 * std::sin(static_cast<double>(fila) / 5000);
+  return static_cast<std::uint32_t>(onda) +
+         static_cast<std::uint32_t>((fila * 2654435761U + campo * 40503U) >> 8) % 2000;
+}
+
+// The stream of the driver: a marker a day, a sample a minute.
+TablaPtr Origen(std::size_t muestras) {
+  auto tabla = std::make_shared<Tabla>();
+  for (const char* campo : {"Fecha", "Hora", "Canal", "Valor", "Maximo", "Minimo", "Validacion", "ColaTX"})
+    tabla->Append(campo, TipoCampo::kVarChar, 20);
+  tabla->Open();
+  for (std::size_t i = 0; i < muestras; ++i) {
+    const FechaHora fecha = FechaDeSegundos(1104537600 + static_cast<std::int64_t>(i) * 60);
+    if (i % kPorDia == 0) {
+      tabla->AddNew();
+      tabla->Set(0, TextoFecha(fecha));
+    }
+    tabla->AddNew();
+    tabla->Set(1, TextoHora(fecha));
+    tabla->Set(2, "1");
+    for (std::size_t campo = 3; campo < 6; ++campo) tabla->Set(campo, std::to_string(Crudo(i, campo)));
+    tabla->Set(6, "1");
+    tabla->Set(7, "0");
+  }
+  tabla->UpdateBatch();
+  return tabla;
+}
+
+TablaPtr Configuracion() {
+  auto tabla = std::make_shared<Tabla>();
+  AgregarColumnasDeCanales(*tabla);
+  tabla->Open();
+  tabla->AddNew();
+  const std::pair<const char*, const char*> celdas[] = {
+      {"Canal", "1"},     {"Tipo", "0"},        {"Flags", "1"},     {"Cero", "819"},    {"Span", "64716"},
+      {"RangoMin", "-2"}, {"RangoMax", "12.5"}, {"NivRefLmn", "3"}, {"Parametro", "2"}, {"Unidad", "1"}};
+  for (const auto& [columna, texto] : celdas) tabla->Set(columna, texto);
+  tabla->UpdateBatch();
+  return tabla;
+}
+
+// The texts of the same raw numbers, and the loop that does nothing but scale and format them.
+struct Plano {
+  explicit Plano(std::size_t muestras) {
+    for (std::size_t campo = 0; campo < 3; ++campo) {
+      for (std::size_t i = 0; i < muestras; ++i) crudos[campo].push_back(std::to_string(Crudo(i, campo + 3)));
+    }
+  }
+
+  std::size_t Escalar() const {
+    std::vector<std::string> textos[3];
+    for (std::size_t campo = 0; campo < 3; ++campo) {
+      textos[campo].reserve(crudos[campo].size());
+      for (const std::string& crudo : crudos[campo]) {
+        double v = 0;
+        std::from_chars(crudo.data(), crudo.data() + crudo.size(), v);
+        textos[campo].push_back(fmt::format("{:.3f}", ((v - 819) * 14.5) / 64716 + -2 + 3));
+      }
+    }
+    return textos[0].size() + textos[2].back().size();
+  }
+
+  std::vector<std::string> crudos[3];
+};
+
+// Wave and noise as texts of three decimals, most of them distinct, with the marks that a list shows between them.
+TablaPtr TablaDeOrden(std::size_t filas) {
+  auto tabla = std::make_shared<Tabla>();
+  for (const char* campo : {"Fecha", "Hora", "Valor"}) tabla->Append(campo, TipoCampo::kVarChar, 20);
+  tabla->Open();
+  tabla->Reservar(filas);
+  for (std::size_t i = 0; i < filas; ++i) {
+    const FechaHora fecha = FechaDeSegundos(1104537600 + static_cast<std::int64_t>(i * 7919 % filas) * 60);
+    tabla->AddNew();
+    tabla->Set(0, TextoFecha(fecha));
+    tabla->Set(1, TextoHora(fecha));
+    tabla->Set(2, fmt::format("{}.{:03}", (i * 2654435761U >> 7) % 5000, i * 40503U % 1000));
+  }
+  tabla->UpdateBatch();
+  return tabla;
+}
+
+template <typename Clave, typename Leer>
+std::vector<std::pair<Clave, std::uint32_t>> Claves(const Tabla& tabla, std::size_t campo, Leer leer) {
+  std::vector<std::pair<Clave, std::uint32_t>> claves;
+  for (std::uint32_t fila = 0; fila < tabla.RecordCount(); ++fila)
+    claves.emplace_back(leer(tabla.TextoEn(fila, campo)), fila);
+  return claves;
+}
+
+template <typename Clave>
+void OrdenarEstandar(std::vector<std::pair<Clave, std::uint32_t>> claves) {
+  std::stable_sort(claves.begin(), claves.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+}
+
+bool MedirRegistros(const ContextoRegistros& contexto) {
+  const TablaPtr configuracion = Configuracion();
+  std::size_t suma = 0;
+  const auto construir = [&](const TablaPtr& origen) {
+    suma += ArmarRegistrosDatos(origen, configuracion.get(), contexto)->RecordCount();
+  };
+  const TablaPtr origen = Origen(kFilas);
+  const Plano plano(kFilas);
+  bool bien = medida::Comparar(
+      "registros_armar", 2.0, [&] { construir(origen); }, [&] { suma += plano.Escalar(); }, 9);
+
+  const TablaPtr muchas = Origen(kMuchas);
+  const TablaPtr pocas = Origen(kPocas);
+  bien &= medida::Comparar(
+      "registros_costo_fila_1000000_100000", 1.2, [&] { construir(muchas); },
+      [&] {
+        for (std::size_t i = 0; i < kMuchas / kPocas; ++i) construir(pocas);
+      },
+      7);
+  return bien && suma > 0;
+}
+
+// Against a sort of keys that lie ready: the list has to read its own from the texts first.
+bool MedirOrden() {
+  const TablaPtr tabla = TablaDeOrden(kMuchas);
+  ListaTabla lista({{"Fecha", "Fecha", Presentacion::kTalCual, ClaseOrden::kFecha},
+                    {"Hora", "Hora", Presentacion::kTalCual, ClaseOrden::kHora},
+                    {"Valor ", "Valor", Presentacion::kTalCual, ClaseOrden::kNumero}});
+  lista.Mostrar(tabla);
+  const auto fecha = [](const std::string& texto) { return Segundos(ConvertirAFecha(texto)); };
+  const auto medir = [&](const char* nombre, const OrdenLista& orden, const auto& claves) {
+    return medida::Comparar(
+        nombre, 2.0, [&] { lista.Ordenar(orden); }, [&] { OrdenarEstandar(claves); });
+  };
+  bool bien = medir("lista_ordenar_fechas", {0}, Claves<std::int64_t>(*tabla, 0, fecha));
+  bien &= medir("lista_ordenar_horas", {1}, Claves<std::int64_t>(*tabla, 1, fecha));
+  bien &=
+      medir("lista_ordenar_numeros", {2}, Claves<double>(*tabla, 2, [](const std::string& t) { return LeerDoble(t); }));
+  bien &= medir("lista_ordenar_textos", {2, false, true},
+                Claves<std::string>(*tabla, 2, [](const std::string& t) { return t; }));
+  return bien;
+}
+
+}  // namespace
+
+int main() {
+  const auto carpeta = std::filesystem::temp_directory_path() / fmt::format("adminutr-medida-{}", ::getpid());
+  std::filesystem::create_directories(carpeta);
+  bool bien = false;
+  {
+    RelojSistema reloj;
+    ComunicadorSimulado comunicador(carpeta, reloj, {});
+    Catalogo catalogo(carpeta);
+    RegistroErrores registro(carpeta / "medida.err", reloj);
+    bien = MedirRegistros({comunicador, reloj, catalogo, registro});
+  }
+  bien &= MedirOrden();
+  std::filesystem::remove_all(carpeta);
+  return bien ? 0 : 1;
+}
