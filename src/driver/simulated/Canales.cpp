@@ -1,0 +1,260 @@
+#include "driver/simulated/Canales.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "base/Numeros.h"
+#include "base/Texto.h"
+#include "driver/simulated/CanalesDeFabrica.h"
+
+namespace utr::simulada {
+
+namespace {
+
+constexpr int kPilaDelPluviometro = 8;
+constexpr int kTipoPluviometro = 5;
+constexpr int kTipoDireccion = 3;
+constexpr int kTipoVelocidad = 2;
+
+std::vector<ColumnaCanal> ArmarColumnas() {
+  std::vector<ColumnaCanal> columnas;
+  const auto agregar = [&columnas](std::initializer_list<const char*> nombres, std::uint32_t tamano) {
+    for (const char* nombre : nombres) columnas.push_back({nombre, TipoCampo::kVarChar, tamano});
+  };
+  agregar({"Tipo", "Pila", "Flags"}, 5);
+  agregar({"TMed", "TRead", "TEval", "TStorage", "TDiscret", "TCero", "TResetAlarma"}, 10);
+  agregar({"MaxValid", "MinValid", "MaxSubVal", "MaxBajVal", "MaxSubTx", "MaxBajTx", "AMax", "AMin", "AlSub", "AlBaj",
+           "AlMaxPico", "AlMinPico", "RangoMax", "RangoMin", "Rango", "Span", "Cero"},
+          20);
+  agregar({"Bits", "Pagina"}, 5);
+  agregar({"Canal"}, 30);
+  columnas.push_back({"CtePluvi", TipoCampo::kDoble, 8});
+  agregar({"NivRefLmn"}, 20);
+  agregar({"Resolucion", "Descripcion"}, 30);
+  columnas.push_back({"Modificado", TipoCampo::kLogico, 2});
+  agregar({"Parametro", "Unidad", "RangoNegativo"}, 4);
+  agregar({"Nombre"}, 30);
+  agregar({"TDirV", "TVelV"}, 2);
+  return columnas;
+}
+
+std::size_t LugarDe(std::string_view columna) {
+  const auto& columnas = Canales::Columnas();
+  for (std::size_t i = 0; i < columnas.size(); ++i) {
+    if (IgualSinCaso(columnas[i].nombre, columna)) return i;
+  }
+  return columnas.size();
+}
+
+// "Name=text" pairs joined by ";" into the row.
+void PonerPares(std::vector<std::string>& fila, std::string_view pares) {
+  for (const std::string_view par : Separar(pares, ';')) {
+    const std::size_t igual = par.find('=');
+    fila[LugarDe(par.substr(0, igual))] = par.substr(igual + 1);
+  }
+}
+
+std::vector<std::string> FilaDeFabrica(int canal) {
+  std::vector<std::string> fila(Canales::Columnas().size());
+  PonerPares(fila, kComunesDeFabrica);
+  PonerPares(fila, kCanalesDeFabrica[static_cast<std::size_t>(canal - 1)]);
+  fila[LugarDe("Canal")] = std::to_string(canal);
+  return fila;
+}
+
+// The channel that a row names, 0 for none of the 23.
+int CanalDeFila(const Tabla& tabla, std::size_t campo) {
+  const double numero = Val(tabla.Texto(campo));
+  return numero >= 1 && numero <= kCanales && numero == std::floor(numero) ? static_cast<int>(numero) : 0;
+}
+
+double Numero(const std::vector<std::string>& fila, const char* columna) {
+  return Val(Reemplazar(fila[LugarDe(columna)], ",", "."));
+}
+
+int NumeroEntero(const std::vector<std::string>& fila, const char* columna) {
+  return static_cast<int>(std::clamp(Numero(fila, columna), 0.0, 65535.0));
+}
+
+bool TipoConHistoria(int tipo) {
+  return tipo <= kTipoDireccion || tipo == kTipoPluviometro;
+}
+
+ParametrosCanal LeerParametros(const std::vector<std::string>& fila, int canal) {
+  ParametrosCanal p;
+  p.canal = canal;
+  p.tipo = NumeroEntero(fila, "Tipo");
+  p.pila = fila[LugarDe("Pila")].empty() ? kSinPila : NumeroEntero(fila, "Pila");
+  p.flags = static_cast<unsigned>(NumeroEntero(fila, "Flags"));
+  p.t_read = NumeroEntero(fila, "TRead");
+  p.t_eval = NumeroEntero(fila, "TEval");
+  p.t_storage = NumeroEntero(fila, "TStorage");
+  p.t_discret = NumeroEntero(fila, "TDiscret");
+  p.t_cero = NumeroEntero(fila, "TCero");
+  p.rango_min = Numero(fila, "RangoMin");
+  p.rango_max = Numero(fila, "RangoMax");
+  p.cero = Numero(fila, "Cero");
+  p.span = Numero(fila, "Span");
+  p.cte_pluvi = Numero(fila, "CtePluvi");
+  p.max_valid = Numero(fila, "MaxValid");
+  p.min_valid = Numero(fila, "MinValid");
+  p.max_sub_tx = Numero(fila, "MaxSubTx");
+  p.max_baj_tx = Numero(fila, "MaxBajTx");
+  p.a_max = Numero(fila, "AMax");
+  p.a_min = Numero(fila, "AMin");
+  p.al_sub = Numero(fila, "AlSub");
+  p.al_baj = Numero(fila, "AlBaj");
+  p.al_max_pico = Numero(fila, "AlMaxPico");
+  p.al_min_pico = Numero(fila, "AlMinPico");
+  p.referencia = Numero(fila, "NivRefLmn");
+  return p;
+}
+
+}  // namespace
+
+std::uint16_t ParametrosCanal::Cuentas(double valor) const {
+  const double rango = Rango();
+  const double cuentas = rango == 0 ? cero : cero + (valor - rango_min) * span / rango;
+  return static_cast<std::uint16_t>(std::lround(std::clamp(cuentas, 0.0, 65535.0)));
+}
+
+const std::vector<ColumnaCanal>& Canales::Columnas() {
+  static const std::vector<ColumnaCanal> kColumnas = ArmarColumnas();
+  return kColumnas;
+}
+
+Canales::Canales() {
+  for (int canal = 1; canal <= kCanales; ++canal) filas_.push_back(FilaDeFabrica(canal));
+  RehacerParametros();
+}
+
+void Canales::RehacerParametros() {
+  for (std::size_t i = 0; i < parametros_.size(); ++i) {
+    parametros_[i] = LeerParametros(filas_[i], static_cast<int>(i) + 1);
+  }
+}
+
+TablaPtr Canales::ComoTabla() const {
+  const auto& columnas = Columnas();
+  auto tabla = std::make_shared<Tabla>();
+  for (const ColumnaCanal& columna : columnas) tabla->Append(columna.nombre, columna.tipo, columna.tamano);
+  tabla->Open();
+  for (std::size_t i = 0; i < filas_.size(); ++i) {
+    tabla->AddNew();
+    for (std::size_t c = 0; c < columnas.size(); ++c) {
+      if (columnas[c].tipo == TipoCampo::kVarChar) tabla->Set(c, filas_[i][c]);
+    }
+    tabla->Set("CtePluvi", Valor{parametros_[i].cte_pluvi});
+    tabla->Set("Modificado", Valor{false});
+    tabla->Set("TDirV", parametros_[i].tipo == kTipoDireccion ? "Si" : "No");
+    tabla->Set("TVelV", parametros_[i].tipo == kTipoVelocidad ? "Si" : "No");
+  }
+  tabla->UpdateBatch();
+  tabla->MoveFirst();
+  return tabla;
+}
+
+bool Canales::Mezclar(Tabla& tabla) {
+  const TablaPtr clon = tabla.Clone();
+  const std::size_t campo_canal = clon->IndiceCampo("Canal");
+  auto filas = filas_;
+  for (; !clon->Eof(); clon->MoveNext()) {
+    const int canal = CanalDeFila(*clon, campo_canal);
+    if (canal == 0) return false;
+    auto& fila = filas[static_cast<std::size_t>(canal - 1)];
+    for (std::size_t c = 0; c < fila.size(); ++c) {
+      const int campo = clon->BuscarCampo(Columnas()[c].nombre);
+      if (campo >= 0) fila[c] = clon->Texto(static_cast<std::size_t>(campo));
+    }
+    fila[LugarDe("Canal")] = std::to_string(canal);
+  }
+  filas_ = std::move(filas);
+  RehacerParametros();
+  RepartirPilas();
+  return true;
+}
+
+bool Canales::Reemplazar(Tabla& tabla) {
+  auto antes = filas_;
+  for (auto& fila : filas_) fila[LugarDe("Flags")] = "0";
+  bool bien = false;
+  try {
+    bien = Mezclar(tabla);
+  } catch (...) {
+    filas_ = std::move(antes);
+    throw;
+  }
+  if (!bien) filas_ = std::move(antes);
+  return bien;
+}
+
+bool Canales::AsignarPilas(const std::vector<int>& canales) {
+  if (canales.size() > kPilas) return false;
+  std::array<int, kCanales + 1> pila_de{};
+  pila_de.fill(kSinPila);
+  for (std::size_t i = 0; i < canales.size(); ++i) {
+    const int canal = canales[i];
+    if (canal < 1 || canal > kCanales || pila_de[static_cast<std::size_t>(canal)] != kSinPila) return false;
+    pila_de[static_cast<std::size_t>(canal)] = static_cast<int>(i);
+  }
+  const std::size_t columna = LugarDe("Pila");
+  for (std::size_t i = 0; i < filas_.size(); ++i) filas_[i][columna] = std::to_string(pila_de[i + 1]);
+  RehacerParametros();
+  return true;
+}
+
+std::string Canales::Texto(int canal, std::string_view columna) const {
+  const std::size_t lugar = LugarDe(columna);
+  if (canal < 1 || canal > kCanales || lugar == Columnas().size()) return {};
+  return filas_[static_cast<std::size_t>(canal - 1)][lugar];
+}
+
+bool Canales::Poner(int canal, std::string_view columna, std::string_view texto) {
+  const std::size_t lugar = LugarDe(columna);
+  if (canal < 1 || canal > kCanales || lugar == Columnas().size() || lugar == LugarDe("Canal")) return false;
+  filas_[static_cast<std::size_t>(canal - 1)][lugar] = texto;
+  RehacerParametros();
+  RepartirPilas();
+  return true;
+}
+
+std::string Canales::TextoDeFabrica(int canal, std::string_view columna) {
+  const std::size_t lugar = LugarDe(columna);
+  return lugar == Columnas().size() ? std::string{} : FilaDeFabrica(canal)[lugar];
+}
+
+// Every channel with a history gets a stack of its own while there are any: those that hold one keep it, the others get
+// a free one, then one of a channel that isn't measured any more. Nobody else keeps a stack that somebody took.
+void Canales::RepartirPilas() {
+  std::array<int, kPilas> duenio{};
+  const auto libre = [&duenio](int pila) {
+    return pila >= 0 && pila < kPilas && duenio[static_cast<std::size_t>(pila)] == 0;
+  };
+  const auto tomar = [&duenio](int pila, int canal) { duenio[static_cast<std::size_t>(pila)] = canal; };
+  for (const auto& p : parametros_) {
+    if (p.TieneHistoria() && libre(p.pila)) tomar(p.pila, p.canal);
+  }
+  const auto con_pila = [&duenio](int canal) { return std::find(duenio.begin(), duenio.end(), canal) != duenio.end(); };
+  const auto en_reserva = [this](int pila) {
+    return std::any_of(parametros_.begin(), parametros_.end(),
+                       [pila](const ParametrosCanal& p) { return !p.TieneHistoria() && p.pila == pila; });
+  };
+  for (const auto& p : parametros_) {
+    if (!p.TieneHistoria() || con_pila(p.canal)) continue;
+    int elegida = p.tipo == kTipoPluviometro && libre(kPilaDelPluviometro) ? kPilaDelPluviometro : -1;
+    for (int pila = 0; pila < kPilas && elegida < 0; ++pila) elegida = libre(pila) && !en_reserva(pila) ? pila : -1;
+    for (int pila = 0; pila < kPilas && elegida < 0; ++pila) elegida = libre(pila) ? pila : -1;
+    if (elegida >= 0) tomar(elegida, p.canal);
+  }
+  for (const auto& p : parametros_) {
+    if (!p.TieneHistoria() && TipoConHistoria(p.tipo) && libre(p.pila)) tomar(p.pila, p.canal);
+  }
+  const std::size_t columna = LugarDe("Pila");
+  for (auto& fila : filas_) fila[columna] = std::to_string(kSinPila);
+  for (std::size_t pila = 0; pila < duenio.size(); ++pila) {
+    if (duenio[pila] != 0) filas_[static_cast<std::size_t>(duenio[pila] - 1)][columna] = std::to_string(pila);
+  }
+  RehacerParametros();
+}
+
+}  // namespace utr::simulada

@@ -1,0 +1,210 @@
+#include "driver/simulated/Estacion.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "base/Numeros.h"
+
+namespace utr::simulada {
+
+namespace {
+
+constexpr std::int64_t kMinuto = 60;
+constexpr std::int64_t kDia = 86400;
+constexpr std::int64_t kMayorAusencia = 60 * kDia;
+
+constexpr int kVelocidades[] = {300, 1200, 2400, 4800, 9600, 19200};
+
+// Places of page "0".
+constexpr std::size_t kLugarVelocidad = 0;
+constexpr std::size_t kLugarIdentificador = 3;
+constexpr std::size_t kLugarVentana = 6;
+
+// Where each flag is read: the bit as written and the mask as read.
+constexpr struct {
+  unsigned escrito;
+  std::int32_t leido;
+} kBanderas[] = {{bandera::kErrorFlash, 0x4000}, {bandera::kCondicional, 0x0200}, {bandera::kTxHora, 0x0040},
+                 {bandera::kTxSuceso, 0x0100},   {bandera::kTxVentana, 0x0080},   {bandera::kTxObligatoria, 0x0020}};
+
+constexpr std::size_t kLugarSD1 = 35;
+
+// Place of a channel in the frame of present values.
+std::size_t LugarEnTrama(int canal) {
+  if (canal <= 14) return static_cast<std::size_t>(canal - 1);
+  if (canal <= 21) return static_cast<std::size_t>(canal + 13);
+  return static_cast<std::size_t>(canal - 8);
+}
+
+std::size_t LargoDePagina(int numero) {
+  return numero == 34 || numero == 35 ? 3 : kBytesPagina;
+}
+
+unsigned Par(const std::vector<std::uint8_t>& pagina, std::size_t lugar) {
+  return pagina[lugar] | (static_cast<unsigned>(pagina[lugar + 1]) << 8);
+}
+
+// Page "0" as it leaves the factory: 9600 bits per second, identifier 120, a window of ten minutes.
+std::vector<std::uint8_t> PaginaDeFabrica() {
+  std::vector<std::uint8_t> pagina(kBytesPagina, 0);
+  pagina[kLugarVelocidad] = 4;
+  pagina[1] = 7;
+  pagina[2] = 3;
+  pagina[kLugarIdentificador] = 120;
+  pagina[5] = 1;
+  pagina[kLugarVentana] = 10;
+  return pagina;
+}
+
+std::uint32_t SegundoDelDia(std::int64_t momento) {
+  return static_cast<std::uint32_t>(momento - SegundosDeDia(DiaDe(momento)));
+}
+
+}  // namespace
+
+std::optional<int> NumeroDePagina(std::string_view texto) {
+  const double numero = EsNumerico(texto) ? LeerDoble(texto) : -1;
+  if (numero < 0 || numero > 255 || numero != std::floor(numero)) return std::nullopt;
+  return static_cast<int>(numero);
+}
+
+int VelocidadDeCodigo(int codigo) {
+  return codigo >= 0 && codigo < 6 ? kVelocidades[codigo] : 0;
+}
+
+int CodigoDeVelocidad(int velocidad) {
+  const auto* lugar = std::find(std::begin(kVelocidades), std::end(kVelocidades), velocidad);
+  return lugar == std::end(kVelocidades) ? -1 : static_cast<int>(lugar - kVelocidades);
+}
+
+Estacion::Estacion() : hidrologia_(vida_.hidrologia) {
+  paginas[0] = PaginaDeFabrica();
+}
+
+void Estacion::Vivir(const Vida& vida) {
+  if (vida.hidrologia != vida_.hidrologia) hidrologia_ = Hidrologia(vida.hidrologia);
+  vida_ = vida;
+}
+
+void Estacion::RehacerHistoria(std::int64_t ahora) {
+  memoria.Borrar();
+  cartucho.Borrar();
+  const std::int64_t reloj = Reloj(ahora);
+  transmitido = reloj - static_cast<std::int64_t>(vida_.pendiente_horas * 3600);
+  Registrar(reloj - vida_.dias * kDia, reloj, reloj - vida_.dias_cartucho * kDia);
+  registrado = reloj;
+}
+
+void Estacion::Avanzar(std::int64_t ahora) {
+  const std::int64_t reloj = Reloj(ahora);
+  if (reloj / kMinuto == registrado / kMinuto) return;
+  // A clock that was put back records its hours a second time, as the unit does.
+  if (reloj > registrado) Registrar(std::max(registrado, reloj - kMayorAusencia), reloj, registrado);
+  registrado = reloj;
+}
+
+void Estacion::PonerEnHora(std::int64_t ahora) {
+  desfase = 0;
+  registrado = ahora;
+  AnotarSuceso(ahora, suceso::kPuestaEnHora);
+}
+
+void Estacion::Reiniciar(std::int64_t ahora) {
+  const std::vector<std::uint8_t>& cero = paginas[0];
+  if (const int nueva = VelocidadDeCodigo(cero[kLugarVelocidad]); nueva != 0) velocidad = nueva;
+  identificador = static_cast<int>(Par(cero, kLugarIdentificador));
+  AnotarSuceso(ahora, suceso::kReinicio);
+}
+
+void Estacion::BorrarFlash(std::int64_t ahora) {
+  memoria.Borrar();
+  banderas &= ~bandera::kErrorFlash;
+  AnotarSuceso(ahora, suceso::kFlashBorrada);
+}
+
+void Estacion::BorrarCartucho(std::int64_t ahora) {
+  cartucho.Borrar();
+  AnotarSuceso(ahora, suceso::kCartuchoBorrado);
+}
+
+void Estacion::ConmutarSalida(int salida, bool encender, std::int64_t ahora) {
+  salidas[static_cast<std::size_t>(salida - 1)] = encender;
+  // Outputs 1 and 2 are channels 25 and 26; events count channels from 0.
+  AnotarSuceso(ahora, suceso::kSalidaConmutada, static_cast<std::uint16_t>(23 + salida), encender ? 1 : 0);
+}
+
+void Estacion::AnotarSuceso(std::int64_t ahora, std::uint8_t codigo) {
+  const std::int64_t reloj = Reloj(ahora);
+  const Suceso suceso{
+      .segundo = SegundoDelDia(reloj), .codigo = codigo, .marcas = marca::kSinValor | marca::kPendiente};
+  memoria.AnotarSuceso(DiaDe(reloj), suceso);
+  memoria.Sellar();
+}
+
+void Estacion::AnotarSuceso(std::int64_t ahora, std::uint8_t codigo, std::uint16_t valor1, std::int32_t valor2) {
+  const std::int64_t reloj = Reloj(ahora);
+  const Suceso suceso{.segundo = SegundoDelDia(reloj),
+                      .codigo = codigo,
+                      .marcas = marca::kPendiente,
+                      .valor1 = valor1,
+                      .valor2 = valor2};
+  memoria.AnotarSuceso(DiaDe(reloj), suceso);
+  memoria.Sellar();
+}
+
+std::vector<std::uint8_t> Estacion::LeerPagina(int numero) const {
+  const auto pagina = paginas.find(numero);
+  return pagina != paginas.end() ? pagina->second : std::vector<std::uint8_t>(LargoDePagina(numero), 0);
+}
+
+bool Estacion::EscribirPagina(int numero, const std::vector<std::uint8_t>& bytes) {
+  std::vector<std::uint8_t> pagina = LeerPagina(numero);
+  if (bytes.size() > pagina.size()) return false;
+  std::copy(bytes.begin(), bytes.end(), pagina.begin());
+  paginas[numero] = std::move(pagina);
+  return true;
+}
+
+std::int32_t Estacion::Estado() const {
+  std::int32_t estado = 0;
+  for (const auto& b : kBanderas) estado |= (banderas & b.escrito) != 0 ? b.leido : 0;
+  return estado;
+}
+
+void Estacion::EscribirEstado(unsigned bits) {
+  if ((bits & bandera::kActualizarCola) != 0) memoria.MarcarColaTransmitida();
+  if ((bits & bandera::kActualizarSucesos) != 0) memoria.MarcarSucesosTransmitidos();
+  constexpr unsigned kPropias = bandera::kActualizarCola | bandera::kActualizarSucesos | bandera::kCondicional;
+  banderas = (banderas & bandera::kCondicional) | (bits & 0xFF & ~kPropias);
+}
+
+std::array<std::int32_t, Estacion::kTrama> Estacion::Instantaneos(std::int64_t ahora) const {
+  const std::int64_t reloj = Reloj(ahora);
+  const std::int64_t medianoche = SegundosDeDia(DiaDe(reloj));
+  std::array<std::int32_t, kTrama> trama{};
+  for (int canal = 1; canal <= kCanales; ++canal) {
+    const ParametrosCanal& p = canales.Parametros(canal);
+    if (!p.Habilitado() || hidrologia_.Falla(canal, reloj)) continue;
+    std::int32_t& lugar = trama[LugarEnTrama(canal)];
+    if (p.tipo == 5) {
+      lugar = hidrologia_.VuelcosEntre(medianoche, reloj, p.cte_pluvi);  // counted since midnight
+    } else if (p.tipo == 7) {
+      lugar = hidrologia_.Valor(canal, reloj) != 0 ? 1 : 0;
+    } else {
+      lugar = p.Cuentas(hidrologia_.Valor(canal, reloj));
+    }
+  }
+  // Output 1 opens with the windows of the schedule and reads inverted.
+  const auto minuto = static_cast<int>((reloj - medianoche) / kMinuto);
+  const int ventana = static_cast<int>(Par(LeerPagina(0), kLugarVentana));
+  const auto& entradas = agenda.Entradas();
+  const bool abierta = std::any_of(entradas.begin(), entradas.end(), [minuto, ventana](const Entrada& e) {
+    return e.Cuenta() && e.ventana && minuto >= e.minuto && minuto < e.minuto + ventana;
+  });
+  trama[kLugarSD1] = vida_.sd1 >= 0 ? 1 - vida_.sd1 : (abierta ? 0 : 1);
+  trama[kLugarSD1 + 1] = salidas[0] ? 1 : 0;
+  trama[kLugarSD1 + 2] = salidas[1] ? 1 : 0;
+  return trama;
+}
+
+}  // namespace utr::simulada
