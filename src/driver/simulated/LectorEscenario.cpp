@@ -1,0 +1,365 @@
+#define TOML_EXCEPTIONS 1
+#include <toml++/toml.h>
+
+#include <algorithm>
+#include <cmath>
+#include <fstream>
+#include <sstream>
+
+#include "base/Error.h"
+#include "base/Numeros.h"
+#include "base/Texto.h"
+#include "driver/Textos.h"
+#include "driver/simulated/Escenario.h"
+
+// Reading of UTRSimulada.toml. Every key stands in a table with the way in which it is read; what no table names is a
+// mistake, so that a misspelled key doesn't pass in silence.
+namespace utr::simulada {
+
+namespace {
+
+[[noreturn]] void Rechazar(const toml::node& nodo, const std::string& motivo) {
+  throw Error(error::kArchivo, "UTRSimulada.toml", "línea " + std::to_string(nodo.source().begin.line) + ": " + motivo);
+}
+
+// A value together with the name of its key, for the words of a mistake.
+struct Dato {
+  const toml::node& nodo;
+  std::string clave;
+
+  [[noreturn]] void Mal(const std::string& motivo) const { Rechazar(nodo, "'" + clave + "' " + motivo); }
+
+  double Doble(double menor, double mayor) const {
+    const auto valor = nodo.value<double>();
+    if (!nodo.is_number() || !valor) Mal("debe ser un número");
+    if (!(*valor >= menor && *valor <= mayor)) {
+      Mal("debe estar entre" + TextoPlano(menor) + " y" + TextoPlano(mayor));
+    }
+    return *valor;
+  }
+  int Entero(int menor, int mayor) const {
+    if (!nodo.is_integer()) Mal("debe ser un número entero");
+    return static_cast<int>(Doble(menor, mayor));
+  }
+  bool Logico() const {
+    if (!nodo.is_boolean()) Mal("debe ser true o false");
+    return *nodo.value<bool>();
+  }
+  std::string Texto() const {
+    if (!nodo.is_string()) Mal("debe ser un texto entre comillas");
+    return *nodo.value<std::string>();
+  }
+  std::vector<Dato> Lista() const {
+    const toml::array* lista = nodo.as_array();
+    if (lista == nullptr) Mal("debe ser una lista entre corchetes");
+    std::vector<Dato> datos;
+    for (const toml::node& item : *lista) datos.push_back({item, clave});
+    return datos;
+  }
+  std::vector<int> Enteros(int menor, int mayor) const {
+    std::vector<int> numeros;
+    for (const Dato& dato : Lista()) numeros.push_back(dato.Entero(menor, mayor));
+    std::sort(numeros.begin(), numeros.end());
+    return numeros;
+  }
+  std::vector<std::string> Textos() const {
+    std::vector<std::string> textos;
+    for (const Dato& dato : Lista()) textos.push_back(dato.Texto());
+    return textos;
+  }
+  const toml::table& Tabla() const {
+    if (!nodo.is_table()) Mal("debe ser una tabla");
+    return *nodo.as_table();
+  }
+};
+
+template <class T>
+struct Clave {
+  const char* nombre;
+  void (*leer)(const Dato&, T&);
+};
+
+// Every key of the table by the list of keys; an unknown one is a mistake.
+template <class T, std::size_t N>
+void LeerClaves(const Dato& tabla, const Clave<T> (&claves)[N], T& destino) {
+  for (const auto& [nombre, nodo] : tabla.Tabla()) {
+    const auto* clave =
+        std::find_if(std::begin(claves), std::end(claves), [&](const Clave<T>& c) { return nombre.str() == c.nombre; });
+    const Dato dato{nodo,
+                    tabla.clave.empty() ? std::string{nombre.str()} : tabla.clave + "." + std::string{nombre.str()}};
+    if (clave == std::end(claves)) dato.Mal("no es una clave conocida");
+    clave->leer(dato, destino);
+  }
+}
+
+constexpr int kMayorPuerto = 10;  // above it a port number means IP
+
+std::string SiNo(bool valor) {
+  return valor ? "si" : "no";
+}
+
+const Clave<Escenario> kEquipo[] = {
+    {"velocidad",
+     [](const Dato& d, Escenario& e) {
+       const int velocidad = d.Entero(1, 1000000);
+       if (CodigoDeVelocidad(velocidad) < 0) d.Mal("debe ser 300, 1200, 2400, 4800, 9600 o 19200");
+       e.estado[d.clave] = std::to_string(velocidad);
+     }},
+    {"identificador", [](const Dato& d, Escenario& e) { e.estado[d.clave] = std::to_string(d.Entero(0, 65535)); }},
+    {"desfase_minutos",
+     [](const Dato& d, Escenario& e) { e.estado[d.clave] = TextoGeneral(d.Doble(-10000000, 10000000)); }},
+    {"estado",
+     [](const Dato& d, Escenario& e) {
+       constexpr std::string_view kConocidas[] = {"TxOblig", "TxWindows", "TxEvent", "TxHora", "EvCond", "ErrorFlash"};
+       const auto nombres = d.Textos();
+       for (const std::string& nombre : nombres) {
+         if (std::find(std::begin(kConocidas), std::end(kConocidas), nombre) == std::end(kConocidas)) {
+           d.Mal("no conoce el indicador \"" + nombre + "\"");
+         }
+       }
+       e.estado[d.clave] = Unir(nombres, ",");
+     }},
+    {"muda", [](const Dato& d, Escenario& e) { e.lineas.muda = d.Logico(); }},
+};
+
+const Clave<Escenario> kEnlace[] = {
+    {"puertos", [](const Dato& d, Escenario& e) { e.lineas.puertos = d.Enteros(1, kMayorPuerto); }},
+    {"tomados", [](const Dato& d, Escenario& e) { e.lineas.tomados = d.Enteros(1, kMayorPuerto); }},
+    {"puerto", [](const Dato& d, Escenario& e) { e.lineas.puerto_unidad = d.Entero(1, kMayorPuerto); }},
+    {"arriba", [](const Dato& d, Escenario& e) { e.lineas.arriba = d.Logico(); }},
+};
+
+const Clave<Escenario> kIP[] = {
+    {"direcciones",
+     [](const Dato& d, Escenario& e) {
+       e.lineas.direcciones = d.Textos();
+       for (const std::string& direccion : e.lineas.direcciones) {
+         if (!EsDireccionIP(direccion)) d.Mal("no admite la dirección \"" + direccion + "\"");
+       }
+     }},
+    {"puerto", [](const Dato& d, Escenario& e) { e.lineas.puerto_ip = d.Entero(1, 65535); }},
+};
+
+const Clave<Escenario> kModem[] = {
+    {"puertos", [](const Dato& d, Escenario& e) { e.lineas.puertos_modem = d.Enteros(1, kMayorPuerto); }},
+    {"telefonos", [](const Dato& d, Escenario& e) { e.lineas.telefonos = d.Textos(); }},
+    {"segundos", [](const Dato& d, Escenario& e) { e.tiempos.llamada = d.Doble(0, 3600); }},
+    {"exige_comandos", [](const Dato& d, Escenario& e) { e.lineas.exige_comandos = d.Logico(); }},
+};
+
+const Clave<Escenario> kTiempos[] = {
+    {"factor", [](const Dato& d, Escenario& e) { e.tiempos.factor = d.Doble(0, 100); }},
+    {"sin_respuesta", [](const Dato& d, Escenario& e) { e.tiempos.sin_respuesta = d.Doble(0, 3600); }},
+    {"ausencia_14", [](const Dato& d, Escenario& e) { e.tiempos.ausencia_14 = d.Doble(0, 3600); }},
+    {"ausencia_44", [](const Dato& d, Escenario& e) { e.tiempos.ausencia_44 = d.Doble(0, 3600); }},
+};
+
+const Clave<Escenario> kHistoria[] = {
+    {"semilla",
+     [](const Dato& d, Escenario& e) {
+       e.vida.hidrologia.semilla = static_cast<std::uint64_t>(d.Entero(0, 1000000000));
+       e.estado[d.clave] = std::to_string(e.vida.hidrologia.semilla);
+     }},
+    {"dias",
+     [](const Dato& d, Escenario& e) {
+       e.vida.dias = d.Entero(0, 400);
+       e.estado[d.clave] = std::to_string(e.vida.dias);
+     }},
+    {"dias_cartucho",
+     [](const Dato& d, Escenario& e) {
+       e.vida.dias_cartucho = d.Entero(0, 400);
+       e.estado[d.clave] = std::to_string(e.vida.dias_cartucho);
+     }},
+    {"pendiente_horas",
+     [](const Dato& d, Escenario& e) {
+       e.vida.pendiente_horas = d.Doble(0, 10000);
+       e.estado[d.clave] = TextoGeneral(e.vida.pendiente_horas);
+     }},
+    {"transmite", [](const Dato& d, Escenario& e) { e.vida.transmite = d.Logico(); }},
+    {"crecidas", [](const Dato& d, Escenario& e) { e.vida.hidrologia.crecidas = d.Doble(0, 3); }},
+    {"falla_de_sensor", [](const Dato& d, Escenario& e) { e.vida.hidrologia.falla_de_sensor = d.Logico(); }},
+    {"hueco", [](const Dato& d, Escenario& e) { e.vida.hidrologia.hueco = d.Logico(); }},
+};
+
+const Clave<Escenario> kCartucho[] = {
+    {"presente", [](const Dato& d, Escenario& e) { e.vida.cartucho = d.Logico(); }},
+};
+
+const Clave<Escenario> kSalidas[] = {
+    {"sd1", [](const Dato& d, Escenario& e) { e.vida.sd1 = d.Logico() ? 1 : 0; }},
+    {"salida1", [](const Dato& d, Escenario& e) { e.estado[d.clave] = SiNo(d.Logico()); }},
+    {"salida2", [](const Dato& d, Escenario& e) { e.estado[d.clave] = SiNo(d.Logico()); }},
+};
+
+const Clave<Escenario> kBitacora[] = {
+    {"tablas_enteras", [](const Dato& d, Escenario& e) { e.tablas_enteras = d.Logico(); }},
+};
+
+struct EntradaLeida {
+  std::string hora = "-";
+  std::string clases = "---";
+  std::string descripcion = "OK";
+};
+
+const Clave<EntradaLeida> kEntrada[] = {
+    {"hora", [](const Dato& d, EntradaLeida& e) { e.hora = d.Texto(); }},
+    {"obligatoria", [](const Dato& d, EntradaLeida& e) { e.clases[0] = d.Logico() ? 'O' : '-'; }},
+    {"ventana", [](const Dato& d, EntradaLeida& e) { e.clases[1] = d.Logico() ? 'V' : '-'; }},
+    {"condicional", [](const Dato& d, EntradaLeida& e) { e.clases[2] = d.Logico() ? 'C' : '-'; }},
+    {"descripcion", [](const Dato& d, EntradaLeida& e) { e.descripcion = d.Texto(); }},
+};
+
+void LeerEntradas(const Dato& dato, Escenario& escenario) {
+  std::vector<std::string> textos;
+  for (const Dato& item : dato.Lista()) {
+    EntradaLeida entrada;
+    LeerClaves(item, kEntrada, entrada);
+    const std::string texto = entrada.hora + " " + entrada.clases + " " + entrada.descripcion;
+    if (entrada.descripcion.find(';') != std::string::npos || !Agenda{}.LeerTexto(texto)) {
+      item.Mal("tiene una entrada que no se entiende: \"" + texto + "\"");
+    }
+    textos.push_back(texto);
+  }
+  if (textos.size() > Agenda::kLugares) dato.Mal("tiene demasiadas entradas");
+  escenario.estado[dato.clave] = Unir(textos, ";");
+}
+
+const Clave<Escenario> kAgenda[] = {
+    {"entradas", LeerEntradas},
+    {"ventana_minutos", [](const Dato& d, Escenario& e) { e.estado[d.clave] = std::to_string(d.Entero(0, 65535)); }},
+};
+
+// The number that a key is, within its limits.
+int NumeroDeClave(const Dato& dato, std::string_view clave, int menor, int mayor) {
+  const double numero = EsNumerico(clave) ? LeerDoble(clave) : -1;
+  if (numero < menor || numero > mayor || numero != std::floor(numero)) {
+    dato.Mal("debe ser un número de " + std::to_string(menor) + " a " + std::to_string(mayor));
+  }
+  return static_cast<int>(numero);
+}
+
+void LeerPaginas(const Dato& dato, Escenario& escenario) {
+  for (const auto& [clave, nodo] : dato.Tabla()) {
+    const Dato pagina{nodo, dato.clave + "." + std::string{clave.str()}};
+    const int numero = NumeroDeClave(pagina, clave.str(), 1, 255);
+    const auto bytes = LeerTextoPagina(pagina.Texto());
+    if (!bytes || bytes->size() > Estacion{}.LeerPagina(numero).size()) {
+      pagina.Mal("no es un texto de bytes que quepa en esa página");
+    }
+    escenario.estado[pagina.clave] = pagina.Texto();
+  }
+}
+
+void LeerCanales(const Dato& dato, Escenario& escenario) {
+  for (const auto& [clave, nodo] : dato.Tabla()) {
+    const Dato canal{nodo, dato.clave + "." + std::string{clave.str()}};
+    const int numero = NumeroDeClave(canal, clave.str(), 1, kCanales);
+    for (const auto& [columna, valor] : canal.Tabla()) {
+      const Dato campo{valor, "canal." + std::to_string(numero) + "." + std::string{columna.str()}};
+      if (!Canales{}.Poner(numero, columna.str(), {})) campo.Mal("no es una columna de la tabla de canales");
+      escenario.estado[campo.clave] = valor.is_number() ? TextoGeneral(campo.Doble(-1e9, 1e9)) : campo.Texto();
+    }
+  }
+}
+
+void LeerValores(const Dato& dato, Escenario& escenario) {
+  for (const auto& [clave, nodo] : dato.Tabla()) {
+    const Dato valor{nodo, dato.clave + "." + std::string{clave.str()}};
+    escenario.vida.hidrologia.fijos[NumeroDeClave(valor, clave.str(), 1, kCanales)] = valor.Doble(-1e6, 1e6);
+  }
+}
+
+void LeerCuando(const Dato& d, Falla& f) {
+  if (d.nodo.is_integer()) {
+    f.veces = d.Entero(1, 1000000);
+    return;
+  }
+  const std::string cuando = d.Texto();
+  if (cuando != "siempre" && cuando != "la_primera_vez") d.Mal("debe ser \"siempre\", \"la_primera_vez\" o un número");
+  f.veces = cuando == "siempre" ? -1 : 1;
+}
+
+const Clave<Falla> kFalla[] = {
+    {"operacion",
+     [](const Dato& d, Falla& f) {
+       const auto op = BuscarOperacion(d.Texto());
+       if (!op) d.Mal("no es una operación: \"" + d.Texto() + "\"");
+       f.operacion = *op;
+     }},
+    {"tipo",
+     [](const Dato& d, Falla& f) {
+       const auto tipo = BuscarTipoFalla(d.Texto());
+       if (!tipo) d.Mal("no es un tipo de falla: \"" + d.Texto() + "\"");
+       f.tipo = *tipo;
+     }},
+    {"cuando", LeerCuando},
+    {"pista", [](const Dato& d, Falla& f) { f.pista = d.Entero(0, kPistas - 1); }},
+    {"pagina", [](const Dato& d, Falla& f) { f.pagina = d.Entero(0, kPaginasPista - 1); }},
+    {"puerto", [](const Dato& d, Falla& f) { f.puerto = d.Entero(1, 65535); }},
+    {"velocidad", [](const Dato& d, Falla& f) { f.velocidad = d.Entero(1, 1000000); }},
+    {"canal", [](const Dato& d, Falla& f) { f.canal = d.Entero(1, kCanales); }},
+    {"numero", [](const Dato& d, Falla& f) { f.numero = d.Entero(-2147483647, 2147483647); }},
+    {"origen", [](const Dato& d, Falla& f) { f.origen = d.Texto(); }},
+    {"texto", [](const Dato& d, Falla& f) { f.texto = d.Texto(); }},
+    {"segundos", [](const Dato& d, Falla& f) { f.segundos = d.Doble(0, 3600); }},
+    {"campo", [](const Dato& d, Falla& f) { f.campo = d.Texto(); }},
+    {"valor", [](const Dato& d, Falla& f) { f.valor = d.Texto(); }},
+    {"cuantos", [](const Dato& d, Falla& f) { f.cuantos = d.Entero(0, 1000000); }},
+};
+
+void LeerFallas(const Dato& dato, Escenario& escenario) {
+  for (const Dato& item : dato.Lista()) {
+    const toml::table& tabla = item.Tabla();
+    if (!tabla.contains("operacion") || !tabla.contains("tipo")) item.Mal("necesita operacion y tipo");
+    Falla falla;
+    LeerClaves(item, kFalla, falla);
+    if (!Conviene(falla.tipo, falla.operacion)) {
+      item.Mal("no puede ser: la operación " + std::string{De(falla.operacion).nombre} + " no admite \"" +
+               *tabla["tipo"].value<std::string>() + "\"");
+    }
+    if (falla.tipo == TipoFalla::kFechaInvalida && !tabla.contains("valor")) falla.valor = "32/13/2001";
+    const bool pide_campo = falla.tipo == TipoFalla::kCampoAusente || falla.tipo == TipoFalla::kNumeroComoTexto ||
+                            falla.tipo == TipoFalla::kNoNumero;
+    if (pide_campo && falla.campo.empty()) item.Mal("necesita campo");
+    escenario.fallas.push_back(std::move(falla));
+  }
+}
+
+template <const auto& kClaves>
+void Seccion(const Dato& dato, Escenario& escenario) {
+  LeerClaves(dato, kClaves, escenario);
+}
+
+const Clave<Escenario> kSecciones[] = {
+    {"equipo", Seccion<kEquipo>},     {"enlace", Seccion<kEnlace>},   {"ip", Seccion<kIP>},
+    {"modem", Seccion<kModem>},       {"tiempos", Seccion<kTiempos>}, {"historia", Seccion<kHistoria>},
+    {"cartucho", Seccion<kCartucho>}, {"salidas", Seccion<kSalidas>}, {"agenda", Seccion<kAgenda>},
+    {"bitacora", Seccion<kBitacora>}, {"paginas", LeerPaginas},       {"canal", LeerCanales},
+    {"valores", LeerValores},         {"falla", LeerFallas},
+};
+
+}  // namespace
+
+Escenario LeerEscenarioDeTexto(const std::string& texto) {
+  toml::table raiz;
+  try {
+    raiz = toml::parse(texto);
+  } catch (const toml::parse_error& falla) {
+    throw Error(error::kArchivo, "UTRSimulada.toml",
+                "línea " + std::to_string(falla.source().begin.line) + ": no se entiende (" +
+                    std::string{falla.description()} + ")");
+  }
+  Escenario escenario;
+  LeerClaves(Dato{raiz, {}}, kSecciones, escenario);
+  return escenario;
+}
+
+Escenario LeerEscenario(const std::filesystem::path& ruta) {
+  std::ifstream archivo(ruta, std::ios::binary);
+  std::ostringstream texto;
+  if (archivo) texto << archivo.rdbuf();
+  if (!archivo) throw Error(error::kArchivo, "UTRSimulada.toml", "no se puede leer el archivo");
+  return LeerEscenarioDeTexto(texto.str());
+}
+
+}  // namespace utr::simulada
