@@ -1,0 +1,79 @@
+#include "driver/simulated/ArchivosDelControlador.h"
+
+#include "base/Error.h"
+#include "base/Texto.h"
+#include "driver/simulated/Canales.h"
+
+namespace utr::simulada {
+
+namespace {
+
+constexpr std::size_t kColumnasDelContrato = 38;  // those ahead of Nombre
+constexpr std::string_view kOpcional = "Modificado";
+
+struct CampoImp {
+  const char* nombre;
+  const char* origen;
+  std::uint32_t tamano;
+};
+constexpr CampoImp kDatos[] = {{"canal", "Canal", 10},
+                               {"Valor", "Valor", 50},
+                               {"Maximo", "Maximo", 50},
+                               {"Minimo", "Minimo", 50},
+                               {"Validacion", "Validacion", 3}};
+constexpr CampoImp kEventos[] = {{"Codigo", "Codigo", 50}, {"Valor1", "Valor1", 50}, {"Valor2", "Valor2", 50}};
+
+std::string TextoSiEsta(const Tabla& tabla, const char* campo) {
+  const int lugar = tabla.BuscarCampo(campo);
+  return lugar < 0 ? std::string{} : tabla.Texto(static_cast<std::size_t>(lugar));
+}
+
+// Date and time of a row, as far as it has them.
+std::string FechaDeFila(const Tabla& tabla) {
+  const std::string fecha = TextoSiEsta(tabla, "Fecha") + " " + TextoSiEsta(tabla, "Hora");
+  return std::string{Recortar(fecha)};
+}
+
+}  // namespace
+
+TablaPtr LeerIcf(const std::filesystem::path& ruta) {
+  auto tabla = std::make_shared<Tabla>();
+  tabla->Open(ruta);
+  const auto& columnas = Canales::Columnas();
+  for (std::size_t i = 0; i < kColumnasDelContrato; ++i) {
+    if (columnas[i].nombre == kOpcional || tabla->BuscarCampo(columnas[i].nombre) >= 0) continue;
+    throw Error(error::kArchivo, "Comunicador",
+                "El archivo de configuración no tiene la columna " + std::string{columnas[i].nombre});
+  }
+  return tabla;
+}
+
+void EscribirImp(Tabla& tabla, const std::filesystem::path& ruta, int tipo) {
+  if (tipo != 0 && tipo != 1) Lanzar(error::kLlamada, "Comunicador");
+  const std::span<const CampoImp> campos =
+      tipo == 1 ? std::span<const CampoImp>{kDatos} : std::span<const CampoImp>{kEventos};
+  Tabla imp;
+  imp.Append("Tipo", TipoCampo::kEntero, 4);
+  imp.Append("Fecha", TipoCampo::kVarChar, 36);
+  for (const CampoImp& campo : campos) imp.Append(campo.nombre, TipoCampo::kVarChar, campo.tamano);
+  imp.Open();
+  imp.Reservar(tabla.RecordCount());
+  for (const TablaPtr filas = tabla.Clone(); !filas->Eof(); filas->MoveNext()) {
+    imp.AddNew();
+    imp.Set("Tipo", Valor{std::int64_t{tipo}});
+    imp.Set("Fecha", FechaDeFila(*filas));
+    for (const CampoImp& campo : campos) imp.Set(campo.nombre, TextoSiEsta(*filas, campo.origen));
+  }
+  imp.UpdateBatch();
+  std::filesystem::path nuevo = ruta;
+  nuevo += ".nuevo";
+  std::filesystem::remove(nuevo);
+  imp.Save(nuevo);
+  std::error_code falla;
+  std::filesystem::rename(nuevo, ruta, falla);
+  if (!falla) return;
+  std::filesystem::remove(nuevo, falla);
+  Lanzar(error::kArchivo, "Comunicador");
+}
+
+}  // namespace utr::simulada

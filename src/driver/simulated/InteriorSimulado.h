@@ -1,0 +1,141 @@
+#pragma once
+
+#include <fmt/format.h>
+
+#include <concepts>
+#include <optional>
+#include <string>
+
+#include "base/Error.h"
+#include "driver/simulated/Bitacora.h"
+#include "driver/simulated/ComunicadorSimulado.h"
+#include "driver/simulated/EnlaceSimulado.h"
+#include "driver/simulated/EstadoPersistido.h"
+#include "driver/simulated/Fallas.h"
+#include "driver/simulated/TablasRegistros.h"
+
+namespace utr {
+
+using simulada::Contexto;
+using simulada::Op;
+
+// What every operation does around its own work: it looks whether the scenario has changed, lets time pass in the unit,
+// meets its faults, writes its line to the log, and saves the unit when it changed it.
+struct ComunicadorSimulado::Interior {
+  Interior(std::filesystem::path donde, Reloj& un_reloj, Atender atiende);
+  ~Interior();
+
+  // The result of an operation that has none.
+  struct Nada {};
+
+  // Runs `cuerpo` as operation `op`. A fault that takes the place of the answer keeps it from running; but a table
+  // without rows is the table that would have come.
+  template <class Cuerpo>
+  auto Operar(Op op, const std::string& argumentos, Contexto contexto, Cuerpo cuerpo) -> decltype(cuerpo());
+  template <class Cuerpo>
+  auto Operar(Op op, const std::string& argumentos, Cuerpo cuerpo) {
+    return Operar(op, argumentos, Contexto{}, std::move(cuerpo));
+  }
+
+  // For pages that come by the thousand: the scenario is looked at once in so many calls of a run.
+  void ComenzarPagina();
+
+  // The unit answers; when it doesn't, the time that its silence takes has passed.
+  bool Responde();
+
+  // Waits so many seconds, times the factor of the scenario.
+  void Esperar(double segundos);
+
+  // Orders of the unit come through these: false without an answer, and the unit is saved when `orden` gives true.
+  template <class Orden>
+  bool Ordenar(Op op, const std::string& argumentos, Orden orden);
+
+  // "tabla de 23 filas y 41 campos", with the name of its file where tables are kept whole; "sin tabla".
+  std::string Describir(Op op, const Tabla* tabla);
+
+  std::filesystem::path carpeta;
+  Reloj& reloj;
+  Atender atender;
+  simulada::Bitacora bitacora;
+  simulada::Escenario escenario;
+  simulada::Fallas fallas;
+  simulada::EnlaceSimulado enlace;
+  simulada::EstadoPersistido estado;
+  FechaHora fecha;         // the computer's time at the beginning of the call
+  std::int64_t ahora = 0;  // the same in seconds
+
+  simulada::Estacion& Unidad() { return estado.estacion; }
+
+ private:
+  void Comenzar();
+  void RevisarEscenario();
+  void Adoptar(simulada::Escenario nuevo);
+  void CargarUnidad();
+  void Guardar() noexcept;
+
+  std::string Describir(Op, Nada) { return "hecho"; }
+  std::string Describir(Op, bool valor) { return valor ? "si" : "no"; }
+  std::string Describir(Op, std::int32_t numero) { return std::to_string(numero); }
+  std::string Describir(Op, const std::string& texto) { return simulada::Citar(texto); }
+  std::string Describir(Op op, const TablaPtr& tabla) { return Describir(op, tabla.get()); }
+
+  static void Estropear(const std::vector<simulada::Falla>& fallas, TablaPtr& tabla);
+  static void Estropear(const std::vector<simulada::Falla>& fallas, std::string& texto);
+  template <class Otro>
+  static void Estropear(const std::vector<simulada::Falla>&, Otro&) {}
+
+  template <class Resultado>
+  static Resultado Fallido();
+
+  std::string firma_;  // time and size of the scenario file that was read last
+  int paginas_seguidas_ = 0;
+  bool cambiada_ = false;  // the unit was changed by an order and isn't saved yet
+};
+
+template <class Resultado>
+Resultado ComunicadorSimulado::Interior::Fallido() {
+  if constexpr (std::same_as<Resultado, std::int32_t>) return -1;
+  return Resultado{};
+}
+
+template <class Cuerpo>
+auto ComunicadorSimulado::Interior::Operar(Op op, const std::string& argumentos, Contexto contexto, Cuerpo cuerpo)
+    -> decltype(cuerpo()) {
+  using Resultado = decltype(cuerpo());
+  const std::string_view nombre = De(op).nombre;
+  try {
+    Comenzar();
+    if (contexto.puerto == 0) contexto.puerto = enlace.por_ip ? enlace.puerto_ip : enlace.puerto;
+    if (contexto.velocidad == 0) contexto.velocidad = enlace.velocidad;
+    const simulada::Fallas::Efecto efecto = fallas.Para(op, contexto);
+    if (efecto.demora > 0) Esperar(efecto.demora);
+    const auto falla = efecto.respuesta ? std::optional(efecto.respuesta->tipo) : std::nullopt;
+    if (falla == simulada::TipoFalla::kError) {
+      throw Error(efecto.respuesta->numero, efecto.respuesta->origen, efecto.respuesta->texto);
+    }
+    Resultado resultado = falla && falla != simulada::TipoFalla::kSinFilas ? Fallido<Resultado>() : cuerpo();
+    if constexpr (std::same_as<Resultado, TablaPtr>) {
+      if (resultado && falla == simulada::TipoFalla::kSinFilas) resultado = CopiarRecordset(*resultado, false);
+    }
+    Estropear(efecto.de_datos, resultado);
+    bitacora.Llamada(fecha, nombre, argumentos, Describir(op, resultado));
+    if (cambiada_) Guardar();
+    return resultado;
+  } catch (...) {
+    const Error falla = ErrorActual();
+    bitacora.Llamada(fecha, nombre, argumentos,
+                     fmt::format("error {} [{}] {}", falla.Numero(), falla.Origen(), falla.Descripcion()));
+    throw falla;
+  }
+}
+
+template <class Orden>
+bool ComunicadorSimulado::Interior::Ordenar(Op op, const std::string& argumentos, Orden orden) {
+  return Operar(op, argumentos, [&] {
+    if (!Responde() || !orden()) return false;
+    cambiada_ = true;
+    return true;
+  });
+}
+
+}  // namespace utr
