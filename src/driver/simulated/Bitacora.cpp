@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <fstream>
 
 namespace utr::simulada {
@@ -9,15 +10,14 @@ namespace utr::simulada {
 namespace {
 
 constexpr std::size_t kMayorEspera = 64 * 1024;  // bytes
-constexpr std::size_t kMayorTexto = 120;
 constexpr std::size_t kTextoCortado = 60;
 
 }  // namespace
 
-std::string Citar(std::string_view texto) {
+std::string Citar(std::string_view texto, std::size_t mayor) {
   std::string_view visible = texto;
-  if (texto.size() > kMayorTexto) {
-    std::size_t corte = kTextoCortado;
+  if (texto.size() > mayor) {
+    std::size_t corte = std::min(kTextoCortado, mayor);
     while (corte > 0 && (static_cast<unsigned char>(texto[corte]) & 0xC0) == 0x80) --corte;  // a whole character
     visible = texto.substr(0, corte);
   }

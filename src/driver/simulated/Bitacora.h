@@ -44,7 +44,8 @@ class Bitacora {
   int numero_ = 0;
 };
 
-// A text in quotes on one line: control characters escaped, long texts cut short with their length behind.
-std::string Citar(std::string_view texto);
+// A text in quotes on one line: control characters escaped, a text longer than `mayor` bytes cut short with its length
+// behind. The common limit takes in every page of the unit.
+std::string Citar(std::string_view texto, std::size_t mayor = 300);
 
 }  // namespace utr::simulada

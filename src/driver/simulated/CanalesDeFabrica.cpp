@@ -11,8 +11,8 @@ const char* const kComunesDeFabrica =
 // Times, limits and alarms keep the rules of each kind of sensor, so that every row is accepted again as it stands.
 const std::array<const char*, kCanales> kCanalesDeFabrica = {
     // 1: river level, with wave filter and level reference
-    "Pila=0;Flags=19;MaxValid=12.15;MinValid=2.15;MaxSubVal=1.5;MaxBajVal=1.5;MaxSubTx=0.2;MaxBajTx=0.2;AMax=6.5;"
-    "AMin=2.5;AlSub=0.15;AlBaj=0.2;AlMaxPico=6.5;AlMinPico=2.5;RangoMax=10;RangoMin=0;Rango=10;Span=3277;Cero=819;"
+    "Pila=0;Flags=19;MaxValid=12.15;MinValid=2.15;MaxSubVal=1.5;MaxBajVal=1.5;MaxSubTx=0.2;MaxBajTx=0.15;AMax=6.5;"
+    "AMin=2.5;AlSub=0.15;AlBaj=0.03;AlMaxPico=6.5;AlMinPico=2.5;RangoMax=10;RangoMin=0;Rango=10;Span=3277;Cero=819;"
     "Bits=10;NivRefLmn=2.15;Resolucion=3;Descripcion=Nivel del río;Parametro=2;Unidad=1;Nombre=Limnímetro",
     // 2 and 3: wind speed and direction, with the same reading and storage times
     "Tipo=2;Pila=1;Flags=3;MaxValid=60;MinValid=0;MaxSubTx=8;AMax=25;AMin=0;AlSub=10;AlBaj=10;AlMaxPico=35;"

@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::int64_t kDia = 86400;
 constexpr double kVuelta = 2 * std::numbers::pi;
-constexpr std::int64_t kMemoriaDelRio = 8;   // days after which a storm no longer shows
+constexpr std::int64_t kMemoriaDelRio = 20;  // days after which a storm no longer shows
 constexpr std::int64_t kEntreCrecidas = 11;  // days; each such block has one large storm
 constexpr std::int64_t kEntreFallas = 10;
 constexpr std::int64_t kEntreHuecos = 13;
@@ -194,7 +194,8 @@ double Hidrologia::Valor(int canal, std::int64_t momento) const {
     case Sensor::kAgua:
       return 15 + 5 * std::cos(kVuelta * (dias - 30) / 365.25) + 1.2 * std::sin(kVuelta * dias);
     case Sensor::kBateria:
-      return 12.4 + std::min(1.3, Radiacion(momento) / 500) + 0.05 * Ruido(canal, momento);
+      return 12.5 + std::min(1.2, Radiacion(momento) / 500) - 0.013 * Respuesta(momento, 6 * 3600, 14 * 3600) +
+             0.05 * Ruido(canal, momento);
     case Sensor::kLluvia:
       return Lluvia(momento);
     case Sensor::kPuerta: {

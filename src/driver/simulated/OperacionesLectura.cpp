@@ -19,6 +19,7 @@ using simulada::VistaPagina;
 
 namespace {
 
+constexpr std::size_t kTextoPaginaFlash = 60;     // bytes of a page of flash that its log line shows
 constexpr std::size_t kEncabezadoRespuesta = 13;  // bytes of a reply frame ahead of the page
 
 // Five numbers joined by "#"; what they say beyond their form the pages say themselves.
@@ -127,7 +128,7 @@ std::string ComunicadorSimulado::LeerPaginaFlash(std::int16_t pista, std::int16_
       i.enlace.Llega(i.escenario.lineas, i.Unidad(), i.reloj.Milisegundos())) {
     i.enlace.caido = false;
     std::string datos = i.Unidad().memoria.TextoDePagina(pista, pagina);
-    i.bitacora.Llamada(i.fecha, De(Op::kLeerPaginaFlash).nombre, argumentos, Citar(datos), true);
+    i.bitacora.Llamada(i.fecha, De(Op::kLeerPaginaFlash).nombre, argumentos, Citar(datos, kTextoPaginaFlash), true);
     return datos;
   }
   const Contexto contexto{.pista = pista, .pagina = pagina};
