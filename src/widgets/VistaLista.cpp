@@ -97,6 +97,12 @@ void VistaLista::ArmarAcciones() {
   });
 }
 
+void VistaLista::Definir(Columnas columnas) {
+  if (orden_ && orden_->columna >= columnas.size()) QuitarOrden(ascendente_);
+  modelo_->Cambiar([&columnas](ListaTabla& lista) { lista.Definir(std::move(columnas)); });
+  AjustarColumnas();
+}
+
 void VistaLista::Mostrar(TablaPtr tabla) {
   {
     const QSignalBlocker sin_filtrar(filtro_);

@@ -29,6 +29,9 @@ class VistaLista : public QWidget {
   // The list of these columns, without rows. The tree view inside has the object name "Lista", the field "txtFiltro".
   explicit VistaLista(Columnas columnas, QWidget* parent = nullptr);
 
+  // Other columns, as many as before or not, without rows. The order in force stays where it has the column.
+  void Definir(Columnas columnas);
+
   // Shows the rows on show in the table, in the order last asked for, with the filter field emptied and the columns
   // fitted. The table must not change or be closed while it is shown: empty the list first. A null table empties the
   // list. Raises kCampo for a table without a field that a column needs; the list is empty then.

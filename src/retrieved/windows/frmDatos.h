@@ -4,20 +4,48 @@
 
 class QCheckBox;
 class QComboBox;
-class QDateEdit;
 class QPushButton;
 class QRadioButton;
 class QTabWidget;
 
 namespace utr {
 
-// "Datos de la UTR": historic and instantaneous data of the unit.
+// "Datos de la UTR": historic records of one channel, and present values of all.
 class frmDatos : public VistaRegistros {
   Q_OBJECT
 
  public:
-  // `configuracion`: the table of channels, the window's own clone. Show it with exec().
+  // `configuracion`: the table of channels, the window's own clone, or null. Show it with exec().
   frmDatos(ModRTU& mod, TablaPtr configuracion, QWidget* parent = nullptr);
+
+ protected:
+  void Marco(int cual) override;
+  EncabezadoLista Encabezado(bool para_imprimir) const override;
+  const LectorRegistros& Lector() const override { return lector_; }
+
+ private:
+  QWidget* ArmarMarcos();
+  QWidget* ArmarHistoricos();
+  QWidget* ArmarInstantaneos();
+  void CargarCanales();
+  void TraerDatos();
+  void MostrarInstantaneos();
+  void MarcoElegido(int cual);
+
+  LectorDatos lector_;
+  PanelAviso* picSinDatos_;
+  PanelAviso* PicSinDatosInst_;
+  Fechas fechas_{};
+  QTabWidget* hojas_;
+  QComboBox* Canales_;
+  QCheckBox* CheckEscalados_;
+  QCheckBox* chkCartucho_;
+  QPushButton* traer_;
+  QRadioButton* OpEscalados_;
+  QRadioButton* OpSinEscalar_;
+  QCheckBox* chkNivelRef_;
+  QPushButton* DatosInst_;
+  bool instantaneos_ = false;  // what the list holds
 };
 
 }  // namespace utr

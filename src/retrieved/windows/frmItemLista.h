@@ -2,13 +2,12 @@
 
 #include <QDialog>
 #include <string>
-#include <vector>
+
+#include "lists/ListaTabla.h"
 
 class QFormLayout;
 
 namespace utr {
-
-class VistaLista;
 
 // One row of a list in full: a pair of labels for each column, "-" for a field without a value.
 class frmItemLista : public QDialog {
@@ -17,12 +16,12 @@ class frmItemLista : public QDialog {
  public:
   explicit frmItemLista(QWidget* parent = nullptr);
 
-  // Takes the titles of the list and the texts of the row at that position. The caption becomes "Detalles: " and the text of
-  // the column `columna_titulo`.
-  void ItemToShow(const VistaLista& lista, std::size_t posicion, std::size_t columna_titulo);
+  // Takes the titles of the list and the texts of the row at that position. The caption becomes "Detalles: " and the
+  // text of the column `columna_titulo`.
+  void ItemToShow(const ListaTabla& lista, std::size_t posicion, std::size_t columna_titulo);
 
  private:
-  void AgregarPar(int indice, const std::string& titulo, const std::string& dato);
+  void AgregarPar(std::size_t indice, const std::string& titulo, const std::string& dato);
 
   QFormLayout* pares_;
 };

@@ -1,0 +1,63 @@
+#include "retrieved/windows/frmItemLista.h"
+
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QVBoxLayout>
+
+#include "shell/windows/Campos.h"
+#include "widgets/Tamanos.h"
+#include "widgets/TextoQt.h"
+
+namespace utr {
+
+frmItemLista::frmItemLista(QWidget* parent) : QDialog(parent) {
+  setObjectName("frmItemLista");
+  auto* hoja = new QWidget;
+  pares_ = new QFormLayout(hoja);
+  pares_->setHorizontalSpacing(16);
+  pares_->setVerticalSpacing(8);
+  auto* marco = new QScrollArea;
+  marco->setWidget(hoja);
+  marco->setWidgetResizable(true);
+  marco->setFrameShape(QFrame::NoFrame);
+  marco->setFocusPolicy(Qt::NoFocus);
+  QPushButton* cmd = Boton("cmd", "&Cerrar");
+  cmd->setDefault(true);
+  connect(cmd, &QPushButton::clicked, this, &frmItemLista::accept);
+  auto* botones = new QHBoxLayout;
+  botones->addStretch(1);
+  botones->addWidget(cmd);
+  auto* todo = new QVBoxLayout(this);
+  todo->setContentsMargins(16, 16, 16, 16);
+  todo->addWidget(marco, 1);
+  todo->addLayout(botones);
+}
+
+void frmItemLista::ItemToShow(const ListaTabla& lista, std::size_t posicion, std::size_t columna_titulo) {
+  const Columnas& columnas = lista.LasColumnas();
+  for (std::size_t i = 0; i < columnas.size(); ++i) AgregarPar(i, columnas[i].titulo, lista.Texto(posicion, i));
+  setWindowTitle(QStringLiteral("Detalles: ") + Q(lista.Texto(posicion, columna_titulo)));
+  const QSize hoja = pares_->sizeHint();
+  resize(std::max(360, hoja.width() + 60), hoja.height() + 90);
+  RecordarTamano(this);
+}
+
+void frmItemLista::AgregarPar(std::size_t indice, const std::string& titulo, const std::string& dato) {
+  auto* lblDato = new QLabel(Q(dato.empty() ? "-" : dato));
+  lblDato->setObjectName(QString("lblDato(%1)").arg(indice));
+  lblDato->setTextFormat(Qt::PlainText);
+  lblDato->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  lblDato->setWordWrap(true);
+  lblDato->setAccessibleName(Q(titulo));
+  auto* lblColumna = new QLabel(Q(titulo + ": "));
+  lblColumna->setObjectName(QString("lblColumna(%1)").arg(indice));
+  QFont letra = lblColumna->font();
+  letra.setBold(true);
+  lblColumna->setFont(letra);
+  pares_->addRow(lblColumna, lblDato);
+}
+
+}  // namespace utr
