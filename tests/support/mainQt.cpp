@@ -7,6 +7,8 @@
 #include <clocale>
 
 int main(int argc, char** argv) {
+  // Also where the cases are only listed, while the tests are built.
+  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   QApplication aplicacion(argc, argv);
   // The same numbers as in the program itself, whatever the machine's settings.
   std::setlocale(LC_NUMERIC, "C");

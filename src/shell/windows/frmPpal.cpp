@@ -186,6 +186,7 @@ void frmPpal::ActualizarBotones() {
 }
 
 void frmPpal::EstadoConeccion(bool Conected) {
+  conectado_ = Conected;
   menu_->FijarConexion(Conected);
 }
 

@@ -1,0 +1,46 @@
+#include "shell/windows/Main.h"
+
+#include <QApplication>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTranslator>
+#include <clocale>
+
+#include "PuertosSimulados.h"
+#include "base/Reloj.h"
+#include "widgets/OperadorQt.h"
+#include "widgets/TextoQt.h"
+
+namespace {
+
+// Qt's own words in Spanish: the catalogue beside the executable, else the system's.
+void CargarCatalogo(QTranslator& catalogo) {
+  const QString propia = QCoreApplication::applicationDirPath() + "/translations";
+  if (catalogo.load("qtbase_es", propia) ||
+      catalogo.load("qtbase_es", QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+    QCoreApplication::installTranslator(&catalogo);
+  }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  QApplication aplicacion(argc, argv);
+  QCoreApplication::setApplicationName("AdminUTR");
+  QCoreApplication::setApplicationVersion(ADMINUTR_VERSION);
+  QGuiApplication::setDesktopFileName("adminutr");
+  // QApplication has taken over the machine's settings: numbers in files and in the driver's texts use "." whatever
+  // they are.
+  std::setlocale(LC_NUMERIC, "C");
+  QLocale::setDefault(QLocale::c());
+  QTranslator catalogo;
+  CargarCatalogo(catalogo);
+
+  const std::filesystem::path carpeta = utr::Ruta(QCoreApplication::applicationDirPath());
+  const utr::Atender atender = [] { QCoreApplication::processEvents(); };
+  utr::RelojSistema reloj;
+  utr::ComunicadorSimulado comunicador(carpeta, reloj, atender);
+  utr::PuertosSimulados puertos(comunicador);
+  utr::OperadorQt operador;
+  return utr::Ejecutar({comunicador, puertos, operador, reloj, atender, carpeta, "AdminUTR"});
+}

@@ -1,0 +1,240 @@
+#include <gmock/gmock.h>
+
+#include <QCoreApplication>
+#include <QKeyEvent>
+#include <QStatusBar>
+#include <QTreeView>
+
+#include "ConPpal.h"
+#include "shell/windows/ListaAcciones.h"
+
+namespace utr {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr const char* kReconectar = "El puerto COM se ha desconectado.\n¿Desea reconectar el mismo?";
+
+class Ppal : public ConPpal {};
+
+TEST_F(Ppal, LaCargaSigueSuOrden) {
+  mod.configuracion_leida = true;
+  Cargar();
+  EXPECT_THAT(comunicador.llamadas,
+              ElementsAre("ModoConexion(si)", "PorIP(no)", "Conectar(9600,n,8,1,1)", "IdEquipo(0)", "EstadoPuerto()",
+                          "ObtenerPuertos()", "ConfiguracionAlmacenada(si)", "LeerFechaHora()", "EstadoPuerto()",
+                          "ObtenerPuertos()"));
+  EXPECT_TRUE(mod.configuracion_leida);
+  EXPECT_EQ(ventana->Lectura().RecConfig()->RecordCount(), 2U);
+  EXPECT_TRUE(Conectado());
+  EXPECT_EQ(Panel("PUERTO"), " COM 1 ");
+  EXPECT_EQ(Panel("Velocidad"), " Vel: 9600 bps ");
+  EXPECT_EQ(Titulo(), "Administración y configuración - KV7340");
+  EXPECT_EQ(mod.archivo_ayuda, carpeta.Ruta() / "Ayuda" / "AdminUTR.hlp");
+  EXPECT_TRUE(Accion("View Details").isChecked());
+  EXPECT_TRUE(Accion("mnuViewDetails").isChecked());
+  EXPECT_TRUE(Accion("Sort Ascending").isChecked());
+  EXPECT_EQ(operador.ocupado, 0);
+}
+
+TEST_F(Ppal, LaListaMuestraLosMenusEnSuOrdenSinMnemonicos) {
+  Cargar(false);
+  auto& lista = Hallar<ListaAcciones>(*ventana, "Lista");
+  EXPECT_EQ(lista.Textos(), QStringList({"Agenda", "Eventos", "Datos", "Parametrizar", "Leer Configuracion",
+                                         "Contraseña", "Puesta en marcha UTR", "Puerto", "Salidas Digitales"}));
+  Ejecutar("Sort Descending");
+  EXPECT_EQ(lista.Textos().front(), "Salidas Digitales");
+  EXPECT_EQ(lista.Indice(0), 8) << "the tag goes with its row";
+  Ejecutar("mnuViewList");
+  EXPECT_TRUE(Accion("View List").isChecked());
+  EXPECT_FALSE(Accion("View Details").isChecked());
+  EXPECT_FALSE(Accion("mnuViewDetails").isChecked());
+}
+
+TEST_F(Ppal, LoQueNoEstaConstruidoQuedaDeshabilitado) {
+  Cargar(false);
+  QString activas;
+  for (QAction* accion : ventana->findChildren<QAction*>()) {
+    if (accion->objectName().startsWith("mnuAcc") && accion->isEnabled()) activas += accion->objectName() + ' ';
+  }
+  EXPECT_EQ(activas.toStdString(),
+            "mnuAcciones(1) mnuAcciones(2) mnuAcciones(4) mnuAcciones(5) mnuAcciones(7) mnuAccAvanzadas(5) "
+            "mnuAccAvanzadas(6) ");
+}
+
+TEST_F(Ppal, CancelarAlEntrarReabreElPuertoYSigue) {
+  Cargar(false);
+  EXPECT_THAT(comunicador.llamadas, ElementsAre("ModoConexion(si)", "Cancelar(no)", "Conectar(9600,n,8,1,1)",
+                                                "EstadoPuerto()", "ObtenerPuertos()"));
+  EXPECT_EQ(ventana->Lectura().RecConfig(), nullptr);
+  EXPECT_FALSE(mod.configuracion_leida);
+}
+
+TEST_F(Ppal, UnaFallaAlEntrarSeDiceYLaVentanaQueda) {
+  comunicador.Falla("Conectar", Error(8005, "MSComm", "El puerto ya está abierto"));
+  comunicador.Devuelve("EstadoPuerto", false);
+  operador.Espera(Mensaje{"La operación solicitada no puede ser completada\n[El puerto ya está abierto]",
+                          "Administración y configuración - KV7340", Icono::kCritico, Botones::kAceptar});
+  Cargar();
+  EXPECT_NE(Errores().find("\"frmPPal\",\"Cargando Configuracion\""), std::string::npos);
+  EXPECT_NE(Errores().find("\"frmPpal\",\"LeerConfiguracion\""), std::string::npos);
+  EXPECT_EQ(Panel("PUERTO"), " Desconectado ");
+  EXPECT_FALSE(Hallar<QLabel>(*ventana, "PUERTO").isEnabled());
+  EXPECT_TRUE(ventana->isVisible());
+}
+
+TEST_F(Ppal, UnManejadorRotoNoImpideEntrar) {
+  for (const char* operacion : {"ModoConexion", "EstadoPuerto", "Cancelar", "Conectar"}) {
+    comunicador.Falla(operacion, Error(1, "driver", "roto"));
+  }
+  operador.Espera("La operación solicitada no puede ser completada\n[roto]");
+  operador.Espera("La operación solicitada no puede ser completada\n[roto]");
+  Cargar(false);
+  EXPECT_TRUE(ventana->isVisible());
+  EXPECT_EQ(Hallar<ListaAcciones>(*ventana, "Lista").Textos().size(), 9);
+}
+
+TEST_F(Ppal, ElIdentificadorVaAlTitulo) {
+  propiedades.Escribir(clave::kIdentificador, Propiedad{std::int64_t{321}}, Propiedad{std::int64_t{0}});
+  Cargar();
+  EXPECT_EQ(Titulo(), "Administración y configuración - KV7340 : Identificador: 321");
+}
+
+TEST_F(Ppal, PorIPNoHayBotonesDeConexion) {
+  propiedades.Escribir(clave::kPuerto, Propiedad{std::int64_t{3000}}, Propiedad{std::int64_t{1}});
+  propiedades.Escribir(clave::kVelocidad, Propiedad{std::string("10.0.0.5")}, Propiedad{std::string()});
+  Cargar();
+  EXPECT_THAT(comunicador.De("PuertoIP"), ElementsAre("PuertoIP(3000)"));
+  EXPECT_THAT(comunicador.De("DireccionIP"), ElementsAre("DireccionIP(10.0.0.5)"));
+  EXPECT_THAT(comunicador.De("PorIP"), ElementsAre("PorIP(si)"));
+  EXPECT_EQ(comunicador.Cuantas("Conectar"), 0U);
+  for (const char* boton : {"Conected", "Disconected", "SeparadorConexion"}) EXPECT_FALSE(Accion(boton).isVisible());
+  EXPECT_EQ(Panel("PUERTO"), "Puerto: 3000 ");
+  EXPECT_EQ(Panel("Velocidad"), " IP: 10.0.0.5 ");
+}
+
+TEST_F(Ppal, LosBotonesDeConexion) {
+  CargarYOlvidar();
+  mod.en_llamada = true;
+  comunicador.Devuelve("EstadoPuerto", false);
+  Ejecutar("Disconected");
+  EXPECT_FALSE(Conectado());
+  EXPECT_FALSE(mod.en_llamada);
+  EXPECT_EQ(Panel("PUERTO"), " Desconectado ");
+  comunicador.Devuelve("EstadoPuerto", true);
+  Ejecutar("Conected");
+  EXPECT_TRUE(Conectado());
+  EXPECT_EQ(Panel("PUERTO"), " COM 1 ");
+  EXPECT_THAT(comunicador.llamadas, ElementsAre("Desconectar()", "EstadoPuerto()", "Conectar(9600,n,8,1,1)",
+                                                "EstadoPuerto()", "ObtenerPuertos()"));
+}
+
+TEST_F(Ppal, UnPuertoQueNoAbreDejaDesconectado) {
+  const struct {
+    std::int32_t numero;
+    Mensaje mensaje;
+  } casos[] = {{8005,
+                {"El puerto requerido se encuentra en uso", "Administración y configuración - KV7340",
+                 Icono::kInformacion, Botones::kAceptar}},
+               {8002,
+                {"Error en el puerto de comunicación", "Administración y configuración - KV7340", Icono::kCritico,
+                 Botones::kAceptar}}};
+  Cargar();
+  for (const auto& caso : casos) {
+    comunicador.Falla("Conectar", Error(caso.numero, "MSComm", "x"));
+    comunicador.llamadas.clear();
+    operador.Espera(caso.mensaje);
+    Ejecutar("Conected");
+    EXPECT_FALSE(Conectado());
+    EXPECT_EQ(comunicador.Cuantas("Desconectar"), 1U);
+  }
+}
+
+TEST_F(Ppal, TrasPerderElPuertoCadaAccionPregunta) {
+  Cargar();
+  Ejecutar("Disconected");
+  operador.Espera(Mensaje{kReconectar, "Administración y configuración - KV7340", Icono::kPregunta, Botones::kSiNo},
+                  Respuesta::kNo);
+  Elegir(5);
+  operador.Espera(kReconectar, Respuesta::kCerrado);
+  Elegir(5);
+  EXPECT_FALSE(Conectado());
+  comunicador.Falla("Conectar", Error(8005, "x", "y"));
+  operador.Espera(kReconectar, Respuesta::kSi);
+  ventanas.Espera("frmConfirmPass", [](QDialog& d) { Pulsar(d, "CmdCancel"); });
+  Elegir(5);
+  EXPECT_TRUE(Conectado()) << "errors of that connection are ignored";
+}
+
+TEST_F(Ppal, PuertoEIPNoPreguntanPorLaConexion) {
+  Cargar();
+  Ejecutar("Disconected");
+  ventanas.Espera("frmPuerto", [](QDialog& d) { Pulsar(d, "CmdCancel"); });
+  Elegir(7);
+  mod.por_ip = true;
+  ventanas.Espera("frmConfirmPass", [](QDialog& d) { Pulsar(d, "CmdCancel"); });
+  Elegir(5);
+}
+
+TEST_F(Ppal, EnterYDobleClicEjecutanLaFila) {
+  Cargar();
+  auto& lista = Hallar<ListaAcciones>(*ventana, "Lista");
+  auto* vista = lista.findChild<QTreeView*>();
+  ASSERT_NE(vista, nullptr);
+  Ejecutar("Sort Descending");
+  lista.Elegir(static_cast<int>(lista.Textos().indexOf("Contraseña")));
+  for (const int tecla : {Qt::Key_Return, Qt::Key_Enter}) {
+    ventanas.Espera("frmConfirmPass", [](QDialog& d) { Pulsar(d, "CmdCancel"); });
+    QKeyEvent evento(QEvent::KeyPress, tecla, Qt::NoModifier, "\r");
+    QCoreApplication::sendEvent(vista, &evento);
+  }
+  ventanas.Espera("frmConfirmPass", [](QDialog& d) { Pulsar(d, "CmdCancel"); });
+  emit vista->doubleClicked(vista->currentIndex());
+  const auto agenda = static_cast<int>(lista.Textos().indexOf("Agenda"));
+  emit vista->doubleClicked(vista->model()->index(agenda, 0));  // disabled: nothing comes
+}
+
+TEST_F(Ppal, DuranteUnaOperacionNoSeEntraNiSeCierra) {
+  CargarYOlvidar();
+  int intentos = 0;
+  comunicador.al_llamar = [&](const std::string& llamada) {
+    if (!llamada.starts_with("ConfiguracionAlmacenada")) return;
+    ++intentos;
+    Elegir(4);
+    Ejecutar("mnuAccAvanzadas(5)");
+    Ejecutar("Disconected");
+    EXPECT_TRUE(Conectado()) << "the button stays with what it tells";
+    EXPECT_FALSE(ventana->close());
+  };
+  ventanas.Espera("frmPresentacion", [](QDialog& d) { Pulsar(d, "AceptarLecturaCFG"); });
+  Elegir(4);
+  EXPECT_EQ(intentos, 1);
+  EXPECT_EQ(comunicador.Cuantas("Desconectar"), 0U);
+  EXPECT_EQ(comunicador.Cuantas("ConfiguracionAlmacenada"), 1U);
+  EXPECT_TRUE(ventana->isVisible());
+}
+
+TEST_F(Ppal, AlCerrarSeGuardaYSeDesconecta) {
+  CargarYOlvidar();
+  const TablaPtr tabla = ventana->Lectura().RecConfig();
+  propiedades.Escribir(clave::kPuerto, Propiedad{std::int64_t{2}}, Propiedad{std::int64_t{1}});
+  comunicador.Falla("Desconectar", Error(1, "x", "y"));
+  EXPECT_TRUE(ventana->close());
+  EXPECT_FALSE(tabla->Abierta());
+  EXPECT_THAT(comunicador.llamadas, ElementsAre("Desconectar()"));
+  Propiedades guardadas(propiedades.Archivo());
+  guardadas.CargarPropiedades();
+  EXPECT_EQ(guardadas.LeerEntero(clave::kPuerto, 1), 2);
+}
+
+TEST_F(Ppal, LaBarraDeEstadoSeMuestraYSeOculta) {
+  Cargar();
+  Ejecutar("mnuViewStatusBar");
+  EXPECT_TRUE(ventana->statusBar()->isHidden());
+  Ejecutar("mnuViewStatusBar");
+  EXPECT_FALSE(ventana->statusBar()->isHidden());
+}
+
+}  // namespace
+}  // namespace utr

@@ -1,0 +1,85 @@
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QCoreApplication>
+#include <QLineEdit>
+
+#include "shell/windows/InstanciaUnica.h"
+#include "shell/windows/Main.h"
+#include "support/GuionVentanas.h"
+#include "support/ModPrueba.h"
+
+namespace utr {
+namespace {
+
+class Inicio : public testing::Test {
+ protected:
+  Entorno Del() { return {comunicador, puertos, operador, reloj, {}, carpeta.Ruta(), "AdminUTR"}; }
+
+  void EsperarIntentos(std::vector<const char*> intentos) {
+    ventanas.Espera("frmLogin", [intentos](QDialog& d) {
+      for (const char* intento : intentos) {
+        Hallar<QLineEdit>(d, "txtPassword").setText(intento);
+        Hallar<QAbstractButton>(d, "CmdOK").click();
+      }
+    });
+  }
+
+  prueba::Carpeta carpeta;
+  RelojFalso reloj;
+  ComunicadorFalso comunicador;
+  OperadorGuion operador;
+  prueba::PuertosFalsos puertos;
+  GuionVentanas ventanas;
+};
+
+TEST_F(Inicio, EnCarpetaLimpiaRigeLaClaveDeFabrica) {
+  Main principal(Del());
+  EsperarIntentos({"Pampas"});
+  EXPECT_TRUE(principal.Entrar());
+  EXPECT_TRUE(std::filesystem::exists(carpeta / "AdminUTR.dll"));
+  EXPECT_EQ(principal.Mod().archivo_ayuda, carpeta.Ruta() / "Ayuda" / "AdminUTR.hlp");
+}
+
+TEST_F(Inicio, RigeLaClaveGuardada) {
+  prueba::EscribirTodo(carpeta / "AdminUTR.dll", "Clave = \"Delta\"\n");
+  Main principal(Del());
+  operador.Espera("Contraseña incorrecta, Intentelo nuevamente");
+  EsperarIntentos({"Pampas", "Delta"});
+  EXPECT_TRUE(principal.Entrar());
+}
+
+TEST_F(Inicio, BytesAlAzarEnLosAjustesValenPorNinguno) {
+  prueba::EscribirTodo(carpeta / "AdminUTR.dll", std::string("\xff\x00\x01Clave=\x80 = \"x\n[", 20));
+  Main principal(Del());
+  EsperarIntentos({"Pampas"});
+  EXPECT_TRUE(principal.Entrar());
+}
+
+TEST_F(Inicio, SinLaClaveNoSeEntra) {
+  Main principal(Del());
+  operador.Espera("Contraseña incorrecta, Intentelo nuevamente");
+  operador.Espera("Contraseña incorrecta, Intentelo nuevamente");
+  operador.Espera("Ha superado el número de intentos válido\nContacte con el administrador para buscar su clave");
+  EsperarIntentos({"a", "b", "pampas"});
+  EXPECT_FALSE(principal.Entrar());
+  EXPECT_TRUE(comunicador.llamadas.empty());
+}
+
+TEST_F(Inicio, UnaSolaInstanciaPorCarpeta) {
+  const prueba::Carpeta otra_carpeta;
+  const QString aqui = QString::fromStdString(carpeta.Ruta().string());
+  InstanciaUnica primera(aqui);
+  InstanciaUnica segunda(aqui + "/.");
+  InstanciaUnica ajena(QString::fromStdString(otra_carpeta.Ruta().string()));
+  int avisos = 0;
+  QObject::connect(&primera, &InstanciaUnica::OtraInstancia, [&] { ++avisos; });
+  EXPECT_TRUE(primera.Tomar());
+  EXPECT_FALSE(segunda.Tomar());
+  EXPECT_TRUE(ajena.Tomar());
+  QCoreApplication::processEvents();
+  EXPECT_EQ(avisos, 1);
+}
+
+}  // namespace
+}  // namespace utr
