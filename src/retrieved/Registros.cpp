@@ -80,13 +80,18 @@ class CanalEnCurso {
     return escala_ ? escala_->Escalar(valor, contexto_) : std::string(valor);
   }
 
-  // The text of raw text number `indice` of one of the scaled fields.
-  const std::string& Recordar(Lugar campo, std::uint32_t indice, std::string_view valor) {
+  // What was remembered for raw text number `indice` of one of the scaled fields; null while there is nothing.
+  const std::string* Recordado(Lugar campo, std::uint32_t indice) const {
+    const auto& textos = recordados_[campo - kValor];
+    return indice < textos.size() && !textos[indice].empty() ? &textos[indice] : nullptr;
+  }
+
+  std::string Recordar(Lugar campo, std::uint32_t indice, std::string_view valor) {
+    std::string texto = Presentar(valor);
+    if (escala_ && escala_->SinSpan()) return texto;
     auto& textos = recordados_[campo - kValor];
     if (indice >= textos.size()) textos.resize(indice + 1 + textos.size() / 2);
-    std::string& texto = textos[indice];
-    if (texto.empty() || (escala_ && escala_->SinSpan())) texto = Presentar(valor);
-    return texto;
+    return textos[indice] = std::move(texto);
   }
 
  private:
@@ -137,12 +142,10 @@ class ConstructorRegistros {
   }
 
   void Escalar(std::size_t fila, Lugar campo, CanalEnCurso& canal, Tabla& resultado) {
-    if (recordable_[campo]) {
-      const std::uint32_t indice = origen_.IndiceTexto(fila, campos_.lugar[campo]);
-      resultado.Set(campo, canal.Recordar(campo, indice, Leer(fila, campo)));
-    } else {
-      resultado.Set(campo, canal.Presentar(Leer(fila, campo)));
-    }
+    if (!recordable_[campo]) return resultado.Set(campo, canal.Presentar(Leer(fila, campo)));
+    const std::uint32_t indice = origen_.IndiceTexto(fila, campos_.lugar[campo]);
+    if (const std::string* recordado = canal.Recordado(campo, indice)) return resultado.Set(campo, *recordado);
+    resultado.Set(campo, canal.Recordar(campo, indice, Leer(fila, campo)));
   }
 
   bool EsMarcador(std::size_t fila) {
