@@ -42,6 +42,7 @@ constexpr CampoResultado kCampos[] = {{"Fecha", 20},       {"Hora", 15},   {"Can
 constexpr std::size_t kRecordables = 65536;
 
 constexpr Lugar kEscalados[] = {kValor, kMaximo, kMinimo};
+constexpr Lugar kCopiados[] = {kHora, kValidacion, kColaTX};
 
 std::string TextoUnidad(const Tabla& fila, Catalogo& catalogo) {
   return catalogo.DescripcionUnidad(TextoGeneral(Val(fila.Texto("Unidad"))));
@@ -59,8 +60,24 @@ struct CamposOrigen {
   std::size_t lugar[kColaTX + 1];
 };
 
-// Everything that the rows of one channel have in common. Scaled texts are kept by the number of the raw text, as long
-// as working one out anew would leave no line in the log.
+// Which text of a column of the result stands for each text of a column of the source, by their numbers, as far as
+// known.
+class Traduccion {
+ public:
+  // Writes what stands for text `indice` into the current row; `producir` works it out the first time.
+  template <typename Producir>
+  void Poner(Tabla& resultado, Lugar campo, std::uint32_t indice, Producir producir) {
+    if (indice < numeros_.size() && numeros_[indice] != 0) return resultado.SetIndice(campo, numeros_[indice]);
+    resultado.Set(campo, producir());
+    if (indice >= numeros_.size()) numeros_.resize(indice + 1 + numeros_.size() / 2);
+    numeros_[indice] = resultado.IndiceTexto(resultado.FilaActual(), campo);
+  }
+
+ private:
+  std::vector<std::uint32_t> numeros_;
+};
+
+// Everything that the rows of one channel have in common.
 class CanalEnCurso {
  public:
   CanalEnCurso(std::string_view canal, Tabla* configuracion, const ContextoRegistros& contexto)
@@ -71,28 +88,21 @@ class CanalEnCurso {
     if (SeleccionarCanal(canal, configuracion)) escala_.emplace(*configuracion);
   }
 
-  const std::string& Nombre() const { return nombre_; }
-  const std::string& Descripcion() const { return descripcion_; }
-  const std::string& Unidad() const { return unidad_; }
+  void PonerTextos(Tabla& resultado) {
+    fijos_.Poner(resultado, kCanal, kCanal, [&]() -> const std::string& { return nombre_; });
+    fijos_.Poner(resultado, kDescripcion, kDescripcion, [&]() -> const std::string& { return descripcion_; });
+    fijos_.Poner(resultado, kUnidad, kUnidad, [&]() -> const std::string& { return unidad_; });
+  }
 
-  std::string Presentar(std::string_view valor) const {
+  std::string Escalar(std::string_view valor) const {
     if (!EsNumerico(valor)) return kSinValor;
     return escala_ ? escala_->Escalar(valor, contexto_) : std::string(valor);
   }
 
-  // What was remembered for raw text number `indice` of one of the scaled fields; null while there is nothing.
-  const std::string* Recordado(Lugar campo, std::uint32_t indice) const {
-    const auto& textos = recordados_[campo - kValor];
-    return indice < textos.size() && !textos[indice].empty() ? &textos[indice] : nullptr;
-  }
+  // False where each scaling leaves its own line in the log.
+  bool SePuedeRecordar() const { return !escala_ || !escala_->SinSpan(); }
 
-  std::string Recordar(Lugar campo, std::uint32_t indice, std::string_view valor) {
-    std::string texto = Presentar(valor);
-    if (escala_ && escala_->SinSpan()) return texto;
-    auto& textos = recordados_[campo - kValor];
-    if (indice >= textos.size()) textos.resize(indice + 1 + textos.size() / 2);
-    return textos[indice] = std::move(texto);
-  }
+  Traduccion& De(Lugar escalado) { return escalados_[escalado - kValor]; }
 
  private:
   std::string nombre_;
@@ -100,61 +110,77 @@ class CanalEnCurso {
   std::string unidad_;
   std::optional<EscalaHistorica> escala_;
   const ContextoRegistros& contexto_;
-  std::vector<std::string> recordados_[std::size(kEscalados)];
+  Traduccion fijos_;
+  Traduccion escalados_[std::size(kEscalados)];
 };
 
 // Walks the source once. Fields are found by name once, the row of a channel once for each channel.
 class ConstructorRegistros {
  public:
-  ConstructorRegistros(const Tabla& origen, Tabla* configuracion, const ContextoRegistros& contexto, bool es_cola)
-      : origen_(origen), configuracion_(configuracion), contexto_(contexto), es_cola_(es_cola), campos_(origen) {
-    for (std::size_t i = kFecha; i <= kColaTX; ++i)
+  ConstructorRegistros(const Tabla& origen, Tabla* configuracion, const ContextoRegistros& contexto, bool es_cola,
+                       Tabla& resultado)
+      : origen_(origen),
+        configuracion_(configuracion),
+        contexto_(contexto),
+        es_cola_(es_cola),
+        resultado_(resultado),
+        campos_(origen) {
+    for (std::size_t i = kFecha; i <= kColaTX; ++i) {
       es_texto_[i] = ClaseDe(origen.Field(campos_.lugar[i]).tipo) == Clase::kTexto;
-    for (const Lugar i : kEscalados)
       recordable_[i] = es_texto_[i] && origen.Distintos(campos_.lugar[i]) <= kRecordables;
+    }
   }
 
-  void Construir(Tabla& resultado) {
+  void Construir() {
     const std::size_t filas = origen_.RecordCount();
-    resultado.Reservar(filas);
-    for (std::size_t posicion = 0; posicion < filas; ++posicion) Agregar(origen_.FilaVista(posicion), resultado);
-    if (configuracion_ != nullptr && resultado.RecordCount() > 0) configuracion_->Filter("");
+    resultado_.Reservar(filas);
+    for (std::size_t posicion = 0; posicion < filas; ++posicion) Agregar(origen_.FilaVista(posicion));
+    if (configuracion_ != nullptr && resultado_.RecordCount() > 0) configuracion_->Filter("");
   }
 
  private:
-  void Agregar(std::size_t fila, Tabla& resultado) {
+  void Agregar(std::size_t fila) {
     if (EsMarcador(fila)) {
       fecha_ = origen_.TextoEn(fila, campos_.lugar[kFecha]);
+      traduccion_fecha_ = {};
       if (!es_cola_) return;
     }
     if (Largo(Leer(fila, kHora)) <= 1) return;
     CanalEnCurso& canal = BuscarCanal(Leer(fila, kCanal));
-    resultado.AddNew();
-    resultado.Set(kFecha, fecha_);
-    resultado.Set(kHora, origen_.ValorEn(fila, campos_.lugar[kHora]));
-    resultado.Set(kCanal, canal.Nombre());
-    for (const Lugar campo : kEscalados) Escalar(fila, campo, canal, resultado);
-    resultado.Set(kValidacion, origen_.ValorEn(fila, campos_.lugar[kValidacion]));
-    resultado.Set(kColaTX, origen_.ValorEn(fila, campos_.lugar[kColaTX]));
-    resultado.Set(kDescripcion, canal.Descripcion());
-    resultado.Set(kUnidad, canal.Unidad());
-    resultado.UpdateBatch();
+    resultado_.AddNew();
+    traduccion_fecha_.Poner(resultado_, kFecha, 0, [&]() -> const std::string& { return fecha_; });
+    for (const Lugar campo : kEscalados) Escalar(fila, campo, canal);
+    for (const Lugar campo : kCopiados) Copiar(fila, campo);
+    canal.PonerTextos(resultado_);
+    resultado_.UpdateBatch();
   }
 
-  void Escalar(std::size_t fila, Lugar campo, CanalEnCurso& canal, Tabla& resultado) {
-    if (!recordable_[campo]) return resultado.Set(campo, canal.Presentar(Leer(fila, campo)));
-    const std::uint32_t indice = origen_.IndiceTexto(fila, campos_.lugar[campo]);
-    if (const std::string* recordado = canal.Recordado(campo, indice)) return resultado.Set(campo, *recordado);
-    resultado.Set(campo, canal.Recordar(campo, indice, Leer(fila, campo)));
+  void Escalar(std::size_t fila, Lugar campo, CanalEnCurso& canal) {
+    if (!recordable_[campo] || !canal.SePuedeRecordar()) {
+      resultado_.Set(campo, canal.Escalar(Leer(fila, campo)));
+    } else {
+      canal.De(campo).Poner(resultado_, campo, Indice(fila, campo), [&] { return canal.Escalar(Leer(fila, campo)); });
+    }
+  }
+
+  void Copiar(std::size_t fila, Lugar campo) {
+    const auto leer = [&] { return origen_.ValorEn(fila, campos_.lugar[campo]); };
+    if (recordable_[campo]) {
+      copiados_[campo].Poner(resultado_, campo, Indice(fila, campo), leer);
+    } else {
+      resultado_.Set(campo, leer());
+    }
   }
 
   bool EsMarcador(std::size_t fila) {
     if (!es_texto_[kFecha]) return EsFecha(Leer(fila, kFecha));
-    const std::uint32_t indice = origen_.IndiceTexto(fila, campos_.lugar[kFecha]);
+    const std::uint32_t indice = Indice(fila, kFecha);
     if (indice >= marcadores_.size()) marcadores_.resize(indice + 1);
     if (!marcadores_[indice]) marcadores_[indice] = EsFecha(Leer(fila, kFecha));
     return *marcadores_[indice];
   }
+
+  std::uint32_t Indice(std::size_t fila, Lugar campo) const { return origen_.IndiceTexto(fila, campos_.lugar[campo]); }
 
   // The text of a value of the source, valid until the next call.
   std::string_view Leer(std::size_t fila, Lugar campo) {
@@ -176,11 +202,14 @@ class ConstructorRegistros {
   Tabla* configuracion_;
   const ContextoRegistros& contexto_;
   bool es_cola_;
+  Tabla& resultado_;
   CamposOrigen campos_;
   bool es_texto_[kColaTX + 1] = {};
   bool recordable_[kColaTX + 1] = {};
   std::string fecha_;
   std::string auxiliar_;
+  Traduccion traduccion_fecha_;
+  Traduccion copiados_[kColaTX + 1];
   std::vector<std::optional<bool>> marcadores_;  // by the number of the text of Fecha
   std::map<std::string, CanalEnCurso, std::less<>> canales_;
   std::map<std::string, CanalEnCurso, std::less<>>::iterator ultimo_ = canales_.end();
@@ -190,7 +219,7 @@ TablaPtr Armar(const TablaPtr& origen, Tabla* configuracion, const ContextoRegis
   if (!origen) return nullptr;
   TablaPtr resultado = CrearRegistrosDatos();
   if (origen->RecordCount() == 0) return resultado;
-  ConstructorRegistros(*origen, configuracion, contexto, es_cola).Construir(*resultado);
+  ConstructorRegistros(*origen, configuracion, contexto, es_cola, *resultado).Construir();
   if (!resultado->Eof()) resultado->MoveNext();
   return resultado;
 }

@@ -478,6 +478,14 @@ std::uint32_t Tabla::IndiceTexto(std::size_t fila, std::size_t campo) const {
   return columna.Indice(fila);
 }
 
+void Tabla::SetIndice(std::size_t campo, std::uint32_t indice) {
+  const std::size_t fila = ExigirFila();
+  if (indice > Distintos(campo) || datos_->columnas[campo].DeClase() != Clase::kTexto) {
+    Lanzar(error::kLlamada, "Tabla");
+  }
+  datos_->columnas[campo].EscribirIndice(fila, indice);
+}
+
 std::size_t Tabla::Memoria() const noexcept {
   std::size_t bytes = vista_.capacity() * sizeof(std::uint32_t);
   for (const auto& columna : datos_->columnas) bytes += columna.Memoria();

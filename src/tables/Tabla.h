@@ -217,6 +217,10 @@ class Tabla {
   std::string_view Distinto(std::size_t campo, std::size_t indice) const;
   std::uint32_t IndiceTexto(std::size_t fila, std::size_t campo) const;
 
+  // Gives the current row text `indice` of a text column (0 is null) without looking the text up, for builders that write
+  // the same texts by the thousand. Raises kLlamada for a column of another kind and for a text that it never held.
+  void SetIndice(std::size_t campo, std::uint32_t indice);
+
   // Bytes held by rows, texts and indexes.
   std::size_t Memoria() const noexcept;
 

@@ -129,6 +129,23 @@ TEST(Tabla, OrdenarEsEstableYVuelveAlOrdenDeIngreso) {
   }
 }
 
+TEST(Tabla, SetIndiceEscribeUnTextoQueLaColumnaYaTuvo) {
+  const auto t = TablaDeTextos({"Canal"}, {{"1"}, {"2"}});
+  t->Filter("Canal='2'");
+  t->SetIndice(0, t->IndiceTexto(0, 0));
+  t->Filter("Canal='1'");
+  EXPECT_EQ(t->RecordCount(), 2U) << "the filter sees it";
+  t->SetIndice(0, 0);
+  EXPECT_TRUE(t->EsNulo(0));
+  EXPECT_EQ(NumeroDeError([&] { t->SetIndice(0, 3); }), error::kLlamada);
+  EXPECT_EQ(NumeroDeError([&] { t->SetIndice(1, 0); }), error::kCampo);
+  Tabla numeros;
+  numeros.Append("n", TipoCampo::kEntero);
+  numeros.Open();
+  numeros.AddNew();
+  EXPECT_EQ(NumeroDeError([&] { numeros.SetIndice(0, 0); }), error::kLlamada);
+}
+
 TEST(Tabla, CopiarRecordset) {
   const auto t = TablaDeTextos({"Canal", "Valor"}, {{"1", "a"}, {"2", "b"}, {"1", "c"}});
   t->Filter("Canal='1'");
