@@ -13,11 +13,11 @@
 
 namespace {
 
-// Qt's own words in Spanish: the catalogue beside the executable, else the system's.
-void CargarCatalogo(QTranslator& catalogo) {
+// Qt's own words in Spanish: the catalogues beside the executable, else the system's. The complement goes in later, so
+// that it is asked first.
+void CargarCatalogo(QTranslator& catalogo, const QString& nombre) {
   const QString propia = QCoreApplication::applicationDirPath() + "/translations";
-  if (catalogo.load("qtbase_es", propia) ||
-      catalogo.load("qtbase_es", QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+  if (catalogo.load(nombre, propia) || catalogo.load(nombre, QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
     QCoreApplication::installTranslator(&catalogo);
   }
 }
@@ -34,7 +34,9 @@ int main(int argc, char** argv) {
   std::setlocale(LC_NUMERIC, "C");
   QLocale::setDefault(QLocale::c());
   QTranslator catalogo;
-  CargarCatalogo(catalogo);
+  CargarCatalogo(catalogo, "qtbase_es");
+  QTranslator complemento;
+  CargarCatalogo(complemento, "complemento_es");
 
   const std::filesystem::path carpeta = utr::Ruta(QCoreApplication::applicationDirPath());
   const utr::Atender atender = [] { QCoreApplication::processEvents(); };
