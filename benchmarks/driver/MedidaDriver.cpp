@@ -134,7 +134,7 @@ bool MedirLectura(utr::Comunicador& comunicador) {
         }
         escritos += static_cast<std::size_t>(lugar - bufer.data());
       },
-      11);
+      31);
 }
 
 bool MedirDecodificacion(utr::Comunicador& comunicador) {

@@ -9,7 +9,7 @@ namespace utr::simulada {
 
 namespace {
 
-constexpr std::size_t kMayorEspera = 64 * 1024;  // bytes
+constexpr std::size_t kMayorEspera = 256 * 1024;  // bytes
 constexpr std::size_t kTextoCortado = 60;
 
 }  // namespace
@@ -73,6 +73,23 @@ void Bitacora::Llamada(const FechaHora& ahora, std::string_view operacion, std::
     pendiente_.append(operacion) += '(';
     pendiente_.append(argumentos).append(") = ").append(resultado) += '\n';
     if (!espera || pendiente_.size() > kMayorEspera) Vaciar();
+  } catch (...) {
+  }
+}
+
+// Put together by hand: it is written 32,768 times in a reading of the whole flash.
+void Bitacora::PaginaFlash(const FechaHora& ahora, int pista, int pagina, std::size_t largo) noexcept {
+  const auto poner = [this](const fmt::format_int& numero) { pendiente_.append(numero.data(), numero.size()); };
+  try {
+    PonerFecha(ahora);
+    pendiente_ += "LeerPaginaFlash(";
+    poner(fmt::format_int(pista));
+    pendiente_ += ", ";
+    poner(fmt::format_int(pagina));
+    pendiente_ += ") = ";
+    poner(fmt::format_int(largo));
+    pendiente_ += " caracteres\n";
+    if (pendiente_.size() > kMayorEspera) Vaciar();
   } catch (...) {
   }
 }

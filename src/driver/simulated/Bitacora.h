@@ -28,6 +28,9 @@ class Bitacora {
   void Llamada(const FechaHora& ahora, std::string_view operacion, std::string_view argumentos,
                std::string_view resultado, bool espera = false) noexcept;
 
+  // The line of one page of flash that was read, with the length of its text for a result. It waits in memory.
+  void PaginaFlash(const FechaHora& ahora, int pista, int pagina, std::size_t largo) noexcept;
+
   // Writes what waits.
   void Vaciar() noexcept;
 

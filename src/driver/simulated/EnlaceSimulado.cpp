@@ -60,8 +60,8 @@ void EnlaceSimulado::Desconectar() {
   llamada = false;
 }
 
-bool EnlaceSimulado::Llega(const Lineas& lineas, const Estacion& estacion, std::int64_t ahora) const {
-  if (lineas.muda || ahora < ausente_hasta) return false;
+bool EnlaceSimulado::Llega(const Lineas& lineas, const Estacion& estacion) const {
+  if (lineas.muda) return false;
   if (id_equipo != 0 && id_equipo != estacion.identificador) return false;
   if (por_ip) return Contiene(lineas.direcciones, direccion) && puerto_ip == lineas.puerto_ip;
   if (!abierto) return false;

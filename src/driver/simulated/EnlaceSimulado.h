@@ -24,11 +24,11 @@ class EnlaceSimulado {
   void Conectar(std::string_view enlace, std::string_view puerto, const Lineas& lineas);
   void Desconectar();
 
-  // The unit would answer now. `ahora` in milliseconds of the clock.
-  bool Llega(const Lineas& lineas, const Estacion& estacion, std::int64_t ahora) const;
+  // What is sent reaches a unit that listens. Whether it is away restarting the caller knows.
+  bool Llega(const Lineas& lineas, const Estacion& estacion) const;
 
-  // The link is up, which is another thing than the open port: a restart of the unit or a silent call takes it down, an
-  // answer or another Conectar brings it back.
+  // The link is up (`ahora` in milliseconds of the clock), which is another thing than the open port: a restart of the
+  // unit or a silent call takes it down, an answer or another Conectar brings it back.
   bool Arriba(const Lineas& lineas, std::int64_t ahora) const;
 
   // What a call over the modem needs: the open port has one.
@@ -46,7 +46,7 @@ class EnlaceSimulado {
   bool llamada = false;  // a telephone call stands
   bool llamar = true;    // no call has been abandoned
   bool caido = false;
-  std::int64_t ausente_hasta = 0;  // milliseconds of the clock
+  std::int64_t ausente_hasta = 0;  // milliseconds of the clock; 0: the unit is there
 };
 
 }  // namespace utr::simulada

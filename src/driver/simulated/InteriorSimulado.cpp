@@ -1,7 +1,6 @@
 #include "driver/simulated/InteriorSimulado.h"
 
-#include <chrono>
-#include <system_error>
+#include <sys/stat.h>
 
 namespace utr {
 
@@ -9,16 +8,7 @@ namespace {
 
 constexpr const char* kEscenario = "UTRSimulada.toml";
 constexpr const char* kEstado = "UTRSimulada.estado";
-constexpr int kPaginasEntreMiradas = 32;  // a look at a file costs as much as several pages
-
-// Time and size of a file as a text; empty for a file that isn't there.
-std::string Firma(const std::filesystem::path& ruta) {
-  std::error_code falla;
-  const auto tiempo = std::filesystem::last_write_time(ruta, falla);
-  if (falla) return {};
-  const auto largo = std::filesystem::file_size(ruta, falla);
-  return std::to_string(tiempo.time_since_epoch().count()) + "/" + std::to_string(falla ? 0 : largo);
-}
+constexpr int kPaginasEntreMiradas = 64;  // a look at a file costs as much as several pages
 
 }  // namespace
 
@@ -51,14 +41,24 @@ void ComunicadorSimulado::Interior::ComenzarPagina() {
   Unidad().Avanzar(ahora);
 }
 
+// One call of the system for time, size and identity of the file, since it is made at every call of the driver.
+ComunicadorSimulado::Interior::Firma ComunicadorSimulado::Interior::FirmaDe(const std::string& ruta) {
+  struct stat archivo {};
+  if (::stat(ruta.c_str(), &archivo) != 0) return {.leida = true};
+  return {.leida = true,
+          .hay = true,
+          .segundos = archivo.st_mtim.tv_sec,
+          .nanosegundos = archivo.st_mtim.tv_nsec,
+          .largo = archivo.st_size,
+          .nodo = static_cast<std::int64_t>(archivo.st_ino)};
+}
+
 void ComunicadorSimulado::Interior::RevisarEscenario() {
-  const std::filesystem::path ruta = carpeta / kEscenario;
-  std::string firma = Firma(ruta);
+  const Firma firma = FirmaDe(ruta_escenario_);
   if (firma == firma_) return;
-  const bool hay = !firma.empty();
-  firma_ = std::move(firma);
+  firma_ = firma;
   try {
-    Adoptar(hay ? simulada::LeerEscenario(ruta) : simulada::Escenario{});
+    Adoptar(firma.hay ? simulada::LeerEscenario(ruta_escenario_) : simulada::Escenario{});
   } catch (const Error& falla) {
     bitacora.Aviso(fecha, "UTRSimulada.toml, " + falla.Descripcion() + "; sigue el escenario anterior");
   }
@@ -95,8 +95,13 @@ void ComunicadorSimulado::Interior::Guardar() noexcept {
   }
 }
 
+bool ComunicadorSimulado::Interior::Llega() {
+  if (enlace.ausente_hasta != 0 && reloj.Milisegundos() >= enlace.ausente_hasta) enlace.ausente_hasta = 0;
+  return enlace.ausente_hasta == 0 && enlace.Llega(escenario.lineas, Unidad());
+}
+
 bool ComunicadorSimulado::Interior::Responde() {
-  const bool llega = enlace.Llega(escenario.lineas, Unidad(), reloj.Milisegundos());
+  const bool llega = Llega();
   enlace.caido = !llega;
   if (!llega) Esperar(escenario.tiempos.sin_respuesta);
   return llega;

@@ -37,8 +37,12 @@ struct ComunicadorSimulado::Interior {
     return Operar(op, argumentos, Contexto{}, std::move(cuerpo));
   }
 
-  // For pages that come by the thousand: the scenario is looked at once in so many calls of a run.
+  // The beginning of an operation on pages, which come by the thousand: the scenario is looked at once in so many calls
+  // of a run.
   void ComenzarPagina();
+
+  // The unit would answer now.
+  bool Llega();
 
   // The unit answers; when it doesn't, the time that its silence takes has passed.
   bool Responde();
@@ -87,7 +91,17 @@ struct ComunicadorSimulado::Interior {
   template <class Resultado>
   static Resultado Fallido();
 
-  std::string firma_;  // time and size of the scenario file that was read last
+  // The scenario file that was read last, by what tells it from another one.
+  struct Firma {
+    bool leida = false;
+    bool hay = false;
+    std::int64_t segundos = 0, nanosegundos = 0, largo = 0, nodo = 0;
+    bool operator==(const Firma&) const = default;
+  };
+  static Firma FirmaDe(const std::string& ruta);
+
+  std::string ruta_escenario_;
+  Firma firma_;
   int paginas_seguidas_ = 0;
   bool cambiada_ = false;  // the unit was changed by an order and isn't saved yet
 };
@@ -103,8 +117,13 @@ auto ComunicadorSimulado::Interior::Operar(Op op, const std::string& argumentos,
     -> decltype(cuerpo()) {
   using Resultado = decltype(cuerpo());
   const std::string_view nombre = De(op).nombre;
+  const bool seguida = op == Op::kLeerPaginaFlash || op == Op::kDecodificarPagina || op == Op::kDecodificarPaginaCola;
   try {
-    Comenzar();
+    if (seguida) {
+      ComenzarPagina();
+    } else {
+      Comenzar();
+    }
     if (contexto.puerto == 0) contexto.puerto = enlace.por_ip ? enlace.puerto_ip : enlace.puerto;
     if (contexto.velocidad == 0) contexto.velocidad = enlace.velocidad;
     const simulada::Fallas::Efecto efecto = fallas.Para(op, contexto);
@@ -118,7 +137,7 @@ auto ComunicadorSimulado::Interior::Operar(Op op, const std::string& argumentos,
       if (resultado && falla == simulada::TipoFalla::kSinFilas) resultado = CopiarRecordset(*resultado, false);
     }
     Estropear(efecto.de_datos, resultado);
-    bitacora.Llamada(fecha, nombre, argumentos, Describir(op, resultado));
+    bitacora.Llamada(fecha, nombre, argumentos, Describir(op, resultado), seguida);
     if (cambiada_) Guardar();
     return resultado;
   } catch (...) {

@@ -19,7 +19,6 @@ using simulada::VistaPagina;
 
 namespace {
 
-constexpr std::size_t kTextoPaginaFlash = 60;     // bytes of a page of flash that its log line shows
 constexpr std::size_t kEncabezadoRespuesta = 13;  // bytes of a reply frame ahead of the page
 
 // Five numbers joined by "#"; what they say beyond their form the pages say themselves.
@@ -120,19 +119,16 @@ TablaPtr ComunicadorSimulado::LeerAgenda() {
 std::string ComunicadorSimulado::LeerPaginaFlash(std::int16_t pista, std::int16_t pagina) {
   Interior& i = *interior_;
   const bool existe = pista >= 0 && pista < simulada::kPistas && pagina >= 0 && pagina < simulada::kPaginasPista;
-  char texto[16];
-  const std::string_view argumentos{texto, fmt::format_to_n(texto, sizeof texto, "{}, {}", pista, pagina).size};
+  // The way of the 32,768 pages of a whole reading; whatever is out of the ordinary takes the common one.
   i.ComenzarPagina();
-  // The way of the 32,768 pages of a whole reading; everything else takes the common one.
-  if (existe && i.fallas.Ninguna(Op::kLeerPaginaFlash) &&
-      i.enlace.Llega(i.escenario.lineas, i.Unidad(), i.reloj.Milisegundos())) {
+  if (existe && i.fallas.Ninguna(Op::kLeerPaginaFlash) && i.Llega()) {
     i.enlace.caido = false;
     std::string datos = i.Unidad().memoria.TextoDePagina(pista, pagina);
-    i.bitacora.Llamada(i.fecha, De(Op::kLeerPaginaFlash).nombre, argumentos, Citar(datos, kTextoPaginaFlash), true);
+    i.bitacora.PaginaFlash(i.fecha, pista, pagina, datos.size());
     return datos;
   }
   const Contexto contexto{.pista = pista, .pagina = pagina};
-  return i.Operar(Op::kLeerPaginaFlash, std::string{argumentos}, contexto, [&]() -> std::string {
+  return i.Operar(Op::kLeerPaginaFlash, fmt::format("{}, {}", pista, pagina), contexto, [&]() -> std::string {
     if (!existe || !i.Responde()) return {};
     return i.Unidad().memoria.TextoDePagina(pista, pagina);
   });
