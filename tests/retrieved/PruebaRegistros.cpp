@@ -81,11 +81,14 @@ TEST_F(PruebaRegistros, SinOrigenOSinFilas) {
   EXPECT_EQ(ArmarRegistrosCola(nullptr, nullptr, contexto_), nullptr);
   const auto estacion = Estacion();
   estacion->Filter("Canal='15'");
-  const TablaPtr vacio = ArmarRegistrosDatos(TablaDeTextos({"Fecha"}), estacion.get(), contexto_);
-  EXPECT_EQ(vacio->FieldCount(), 10U);
-  EXPECT_EQ(vacio->RecordCount(), 0U);
-  EXPECT_TRUE(vacio->Eof());
-  EXPECT_EQ(estacion->Filter(), "Canal='15'") << "nothing was built";
+  const auto marcador = TablaDeTextos(kOrigen, {{"01/02/2005", "10:00:00", "1", "1", "1", "1", "1", "1"}});
+  for (const TablaPtr& origen : {TablaDeTextos({"Fecha"}), marcador}) {
+    const TablaPtr vacio = ArmarRegistrosDatos(origen, estacion.get(), contexto_);
+    EXPECT_EQ(vacio->FieldCount(), 10U);
+    EXPECT_EQ(vacio->RecordCount(), 0U);
+    EXPECT_TRUE(vacio->Eof());
+    EXPECT_EQ(estacion->Filter(), "Canal='15'") << "nothing was built";
+  }
 }
 
 TEST_F(PruebaRegistros, CadaEscaladoSinSpanDejaSuLinea) {
