@@ -1,0 +1,85 @@
+#include "retrieved/windows/BancoVistas.h"
+#include "retrieved/windows/frmColaTransmicion.h"
+
+namespace utr {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+
+class ImpresoraAnotadora : public Impresora {
+ public:
+  std::vector<std::string> Nombres() override { return {"Oficina"}; }
+  void Imprimir(std::string_view, std::string_view texto) override { impreso = texto; }
+  std::string impreso;
+};
+
+class PruebaColaTransmicion : public BancoVistas, public testing::Test {
+ protected:
+  PruebaColaTransmicion() {
+    ventana.Servicios().UsarImpresora(impresora);
+    banco.mod.impresora = {"Oficina", 1};
+    driver.Devuelve("LeerColaTx", Datos({{"", "00:10:00", "1", "2048", "", "", "0", "0"}}));
+    ventana.show();
+  }
+
+  std::string Guardado() {
+    const auto ruta = banco.carpeta / "lista.txt";
+    operador.EsperaGuardar("Guardar como ...", ruta);
+    operador.Espera("La lista ha sido exportada con éxito");
+    Elegir(ventana, "mnuGuardarComo");
+    return prueba::LeerTodo(ruta);
+  }
+  std::string Impreso() {
+    Elegir(ventana, "mnuImprimir");
+    return impresora.impreso;
+  }
+
+  ImpresoraAnotadora impresora;
+  frmColaTransmicion ventana{banco.mod, Canales()};
+};
+
+TEST_F(PruebaColaTransmicion, TitlesFollowTheReadAndPaperDiffersFromTheFile) {
+  Pulsar(ventana, "TraerTxPorDia");
+  const std::string fechas = "\r\nDesde: 15/03/2026\r\nHasta: 15/03/2026\r\nFecha\tHora";
+  EXPECT_TRUE(Guardado().starts_with("Datos de la cola de tx de la UTR" + fechas));
+  EXPECT_TRUE(Impreso().starts_with("Datos de la cola de tx por dia de la UTR" + fechas));
+  Pulsar(ventana, "TraerTxPend");
+  const std::string pendiente = "Datos pendientes de la cola de tx de la UTR\r\nFecha: 15/03/2026\r\nFecha\tHora";
+  EXPECT_TRUE(Guardado().starts_with(pendiente));
+  EXPECT_TRUE(Impreso().starts_with(pendiente));
+  EXPECT_THAT(Impreso(), Not(HasSubstr("Desde: ")));
+}
+
+TEST_F(PruebaColaTransmicion, APendingReadTakesNeitherDatesNorCartridge) {
+  Hijo<QCheckBox>(ventana, "chkCartucho")->setChecked(true);
+  Fecha(ventana, "FechaInicio", Dia(20));
+  Elegir(ventana, "mnuColaTxPend");
+  EXPECT_THAT(driver.llamadas, ElementsAre("LeerColaTx(,)"));
+  EXPECT_EQ(Filas(ventana).size(), 1u);
+  driver.Devuelve("LeerColaTx", TablaPtr());
+  Pulsar(ventana, "TraerTxPend");
+  EXPECT_THAT(Paneles(ventana), ElementsAre("PicSinDatosColaTx"));
+  EXPECT_EQ(U(Hijo<PanelAviso>(ventana, "PicSinDatosColaTx")->Texto()), "Sin información en la cola de datos");
+}
+
+TEST_F(PruebaColaTransmicion, DatesTheWrongWayRoundLeaveTheListAsItWas) {
+  Pulsar(ventana, "TraerTxPend");
+  Fecha(ventana, "FechaInicio", Dia(20));
+  operador.Espera("La fecha de inicio debe ser menor que la de finalización");
+  Elegir(ventana, "mnuColaTxDia");
+  EXPECT_EQ(Filas(ventana).size(), 1u);
+  EXPECT_EQ(Texto(ventana, "lblCantRegistros"), "Cantidad de Registros Cargados: 1");
+  EXPECT_TRUE(Hijo<QAction>(ventana, "mnuImprimir")->isEnabled());
+}
+
+TEST_F(PruebaColaTransmicion, AFailureIsLoggedUnderItsOwnName) {
+  driver.Falla("LeerColaTx", Error(1000, "driver", "Sin respuesta"));
+  operador.Espera("La operación solicitada no puede completarse\n[ Sin respuesta ]");
+  Pulsar(ventana, "TraerTxPend");
+  EXPECT_THAT(banco.Errores(), HasSubstr("\"frmColaTransmicion\",\"TraerTxPend\""));
+}
+
+}  // namespace
+}  // namespace utr

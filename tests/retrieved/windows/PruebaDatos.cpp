@@ -1,0 +1,138 @@
+#include <QComboBox>
+#include <QRadioButton>
+#include <QTabWidget>
+
+#include "retrieved/windows/BancoVistas.h"
+#include "retrieved/windows/frmDatos.h"
+
+namespace utr {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+class PruebaDatos : public BancoVistas, public testing::Test {
+ protected:
+  PruebaDatos() { ventana.show(); }
+
+  // A frame of 38 raw values, the first one 2048 and that of the rain gauge 7.
+  static TablaPtr Instantaneos() {
+    std::vector<Celdas> filas(38, Celdas{"0"});
+    filas[0] = {"2048"};
+    filas[28] = {"7"};
+    return TablaDeTextos({"Valor"}, filas);
+  }
+
+  frmDatos ventana{banco.mod, Canales()};
+};
+
+TEST_F(PruebaDatos, OnlyEnabledChannelsWithAHistoryAreOffered) {
+  auto* canales = Hijo<QComboBox>(ventana, "Canales");
+  ASSERT_EQ(canales->count(), 2);
+  EXPECT_TRUE(canales->itemText(0).startsWith("EA01_"));
+  EXPECT_EQ(U(canales->itemText(1)), "PLV_Pluviómetro");
+  canales->setCurrentIndex(1);
+  Pulsar(ventana, "cmd(0)");
+  EXPECT_EQ(driver.llamadas.back(), "LeerDatos(15/03/2026,15/03/2026,14)");
+}
+
+TEST_F(PruebaDatos, ValuesComeInEngineeringUnitsUnlessCountsAreAskedFor) {
+  driver.Devuelve("LeerDatos", Datos({{"", "00:10:00", "1", "2048", "4096", "", "0", "1"}}));
+  Pulsar(ventana, "cmd(0)");
+  EXPECT_THAT(Filas(ventana)[0], HasSubstr("|5.000|"));
+  EXPECT_THAT(Filas(ventana)[0], HasSubstr("|10.000|N/D|No|Si"));
+  Hijo<QCheckBox>(ventana, "CheckEscalados")->setChecked(false);
+  Pulsar(ventana, "cmd(0)");
+  EXPECT_EQ(Filas(ventana)[0], "14/03/2026|00:10:00|EA01|-|2048|-|4096|N/D|No|Si");
+}
+
+TEST_F(PruebaDatos, PresentValuesTakeTwoCallsAndOneSoonAfter) {
+  driver.Devuelve("LeerInstantaneos", Instantaneos());
+  Pulsar(ventana, "DatosInst");
+  EXPECT_THAT(driver.llamadas, ElementsAre("LeerInstantaneos()", "Pausa(3)", "LeerInstantaneos()"));
+  ASSERT_EQ(Filas(ventana).size(), 3u) << "the disabled channel isn't listed";
+  EXPECT_TRUE(Filas(ventana)[0].starts_with("15/03/2026|10:00:00|EA01|")) << Filas(ventana)[0];
+  EXPECT_THAT(Filas(ventana)[0], HasSubstr("|5.000|"));
+  EXPECT_TRUE(Filas(ventana)[0].ends_with("|-|-|-|-"));
+  banco.reloj.Adelantar(8.9);
+  Hijo<QRadioButton>(ventana, "OpSinEscalar")->setChecked(true);
+  Pulsar(ventana, "DatosInst");
+  EXPECT_EQ(driver.llamadas.size(), 4u);
+  EXPECT_THAT(Filas(ventana)[0], HasSubstr("|2048|"));
+  banco.reloj.Adelantar(9);
+  Pulsar(ventana, "DatosInst");
+  EXPECT_EQ(driver.Cuantas("Pausa"), 2u);
+}
+
+TEST_F(PruebaDatos, AnEmptyPresentReadingHasItsOwnPanelAndAShortOneItsMessage) {
+  Pulsar(ventana, "DatosInst");
+  EXPECT_THAT(Paneles(ventana), ElementsAre("PicSinDatosInst"));
+  EXPECT_EQ(U(Hijo<PanelAviso>(ventana, "PicSinDatosInst")->Texto()),
+            "Sin datos en la lectura instantánea. Por favor intente de nuevo...");
+  driver.Devuelve("LeerInstantaneos", TablaDeTextos({"Valor"}, {{"1"}}));
+  operador.Espera(
+      Mensaje{"La operación solicitada no puede completarse\n[ La lectura instantánea no llega hasta el canal PLV ]",
+              "Datos de la UTR", Icono::kCritico, Botones::kAceptar});
+  Pulsar(ventana, "DatosInst");
+  EXPECT_THAT(Paneles(ventana), IsEmpty());
+  EXPECT_THAT(banco.Errores(), HasSubstr("\"modRTU\",\"PresentacionDatosInstantaneos\""));
+}
+
+TEST_F(PruebaDatos, TheTitleOfTheDocumentFollowsWhatIsListedNotTheFrameThatIsSeen) {
+  driver.Devuelve("LeerInstantaneos", Instantaneos());
+  Pulsar(ventana, "DatosInst");
+  Elegir(ventana, "mnuDatHistoricos");
+  const auto ruta = banco.carpeta / "lista.txt";
+  operador.EsperaGuardar("Guardar como ...", ruta);
+  operador.Espera("La lista ha sido exportada con éxito");
+  Pulsar(ventana, "Save");
+  EXPECT_TRUE(prueba::LeerTodo(ruta).starts_with("Datos instantáneos de la UTR\r\nFecha: 15/03/2026\r\nFecha\tHora"));
+}
+
+TEST_F(PruebaDatos, TheMenuSwitchesBetweenTheFramesAndNothingIsLost) {
+  driver.Devuelve("LeerDatos", Datos({{"", "00:10:00", "1", "1", "1", "1", "0", "0"}}));
+  Pulsar(ventana, "cmd(0)");
+  Elegir(ventana, "mnuDatosInst");
+  EXPECT_TRUE(Hijo<QWidget>(ventana, "DatosInst")->isVisible());
+  EXPECT_FALSE(Hijo<QWidget>(ventana, "cmd(0)")->isVisible());
+  EXPECT_TRUE(Hijo<QAction>(ventana, "mnuDatosInst")->isChecked());
+  Hijo<QTabWidget>(ventana, "fraDatos")->setCurrentIndex(0);
+  EXPECT_TRUE(Hijo<QAction>(ventana, "mnuDatHistoricos")->isChecked());
+  EXPECT_EQ(Filas(ventana).size(), 1u);
+}
+
+TEST_F(PruebaDatos, TheOpenCommandFollowsTheListAndShowsAMissingValueAsAHyphen) {
+  QAction* abrir = Hijo<QAction>(ventana, "mnuDatosAbrir");
+  EXPECT_FALSE(abrir->isEnabled());
+  driver.Devuelve("LeerDatos", Datos({{"", "00:10:00", "1", "1", "1", "1", "0", "0"}, {"", "00:20:00", "1", "2"}}));
+  Pulsar(ventana, "cmd(0)");
+  EXPECT_TRUE(abrir->isEnabled());
+  abrir->trigger();  // no row is current: nothing opens
+  std::string titulo;
+  QTimer::singleShot(0, qApp, [&titulo] {
+    auto* detalle = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    ASSERT_NE(detalle, nullptr);
+    titulo = U(detalle->windowTitle());
+    EXPECT_EQ(Texto(*detalle, "lblDato(0)"), "14/03/2026");
+    EXPECT_EQ(Texto(*detalle, "lblColumna(4)"), "Valor : ");
+    detalle->reject();
+  });
+  Lista(ventana).Elegir(0);
+  abrir->trigger();
+  EXPECT_EQ(titulo, "Detalles: EA01");
+}
+
+TEST_F(PruebaDatos, TheFilterSaysHowManyRowsAreSeen) {
+  driver.Devuelve("LeerDatos", Datos({{"", "00:10:00", "1", "1", "1", "1", "0", "0"},
+                                      {"", "00:20:00", "1", "2", "1", "1", "0", "0"}}));
+  Pulsar(ventana, "cmd(0)");
+  Lista(ventana).CampoFiltro()->setText("00:20");
+  EXPECT_EQ(Texto(ventana, "lblFiltradas"), "A la vista: 1");
+  EXPECT_EQ(Texto(ventana, "lblCantRegistros"), "Cantidad de Registros Cargados: 2");
+  Lista(ventana).CampoFiltro()->clear();
+  EXPECT_EQ(Texto(ventana, "lblFiltradas"), "");
+}
+
+}  // namespace
+}  // namespace utr

@@ -1,0 +1,351 @@
+// What the three views share, over all of them.
+#include <functional>
+#include <memory>
+
+#include "retrieved/windows/BancoVistas.h"
+#include "retrieved/windows/frmColaTransmicion.h"
+#include "retrieved/windows/frmDatos.h"
+#include "retrieved/windows/frmEventos.h"
+#include "support/DispositivoLleno.h"
+
+namespace utr {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+constexpr const char* kEspera = "Esta operación demorará unos instantes. Por favor espere...";
+
+struct CasoVista {
+  const char* nombre;
+  const char* titulo;
+  std::function<std::unique_ptr<VistaRegistros>(ModRTU&, TablaPtr)> crear;
+  const char* boton;      // reads by date
+  const char* operacion;  // that it calls
+  const char* llamada;
+  const char* contador;
+  const char* sin_datos;  // words of the panel
+  Mensaje al_reves;
+  const char* procedimiento;  // in the error log
+  const char* guardar;        // entries of the menu
+  const char* exportar;
+  const char* imprimir;
+  const char* dialogo_guardar;
+  const char* documento;  // first lines
+  int tipo_imp;
+  const char* exito_imp;
+};
+
+template <typename Ventana>
+auto Creador() {
+  return [](ModRTU& mod, TablaPtr canales) -> std::unique_ptr<VistaRegistros> {
+    return std::make_unique<Ventana>(mod, std::move(canales));
+  };
+}
+
+constexpr const char* kAlReves = "La fecha de inicio debe ser menor que la de finalización";
+
+const CasoVista kVistas[] = {
+    {"frmDatos",
+     "Datos de la UTR",
+     Creador<frmDatos>(),
+     "cmd(0)",
+     "LeerDatos",
+     "LeerDatos(13/03/2026,14/03/2026,0)",
+     "Cantidad de Registros Cargados: ",
+     "Sin datos para el canal durante las fechas seleccionada",
+     {kAlReves, "Datos de la UTR", Icono::kInformacion, Botones::kAceptar},
+     "cmd_Click",
+     "mnuDatosGuardarComo",
+     "mnuExportData",
+     "mnudatosPrint",
+     "Guardar como ...",
+     "Datos históricos de la UTR\r\nDesde: 13/03/2026\r\nHasta: 14/03/2026\r\nFecha\tHora\tCanal\tDescripción\t",
+     1,
+     "La lista de datos ha sido exportada con éxito"},
+    {"frmEventos",
+     "Eventos de la UTR",
+     Creador<frmEventos>(),
+     "cmd(0)",
+     "LeerEventos",
+     "LeerEventos(13/03/2026 00:00:00,14/03/2026 00:00:00)",
+     "Cantidad de Eventos Cargados: ",
+     "Sin eventos durante las fechas seleccionada",
+     {kAlReves, "Atención", Icono::kExclamacion, Botones::kAceptar},
+     "cmd_Click( 0 )",
+     "mnuEvGuardarComo",
+     "mnuExportarEv",
+     "mnuEvPrint",
+     "Exportar ...",
+     "Eventos de la UTR\r\nDesde: 13/03/2026 00:00:00\r\nHasta: 14/03/2026 00:00:00\r\nFecha\tHora\tCódigo\t",
+     0,
+     "La lista de eventos ha sido exportada con éxito"},
+    {"frmColaTransmicion",
+     "Cola de transmisión",
+     Creador<frmColaTransmicion>(),
+     "TraerTxPorDia",
+     "LeerColaTx",
+     "LeerColaTx(13/03/2026,14/03/2026)",
+     "Cantidad de Registros Cargados: ",
+     "Sin datos para el canal durante las fechas seleccionada",
+     {kAlReves, "Cola de transmisión", Icono::kInformacion, Botones::kAceptar},
+     "TraerTxPorDia",
+     "mnuGuardarComo",
+     "mnuExportar",
+     "mnuImprimir",
+     "Guardar como ...",
+     "Datos de la cola de tx de la UTR\r\nDesde: 13/03/2026\r\nHasta: 14/03/2026\r\nFecha\tHora\tCanal\t",
+     1,
+     "La lista de datos ha sido exportada con éxito"},
+};
+
+class PruebaVistas : public BancoVistas, public testing::TestWithParam<CasoVista> {
+ protected:
+  PruebaVistas() {
+    ventana = GetParam().crear(banco.mod, Canales());
+    ventana->show();
+    Fecha(*ventana, "FechaInicio", Dia(13));
+    Fecha(*ventana, "FechaFin", Dia(14));
+  }
+
+  static TablaPtr Lectura(const std::vector<const char*>& horas) {
+    std::vector<Celdas> filas;
+    const bool eventos = std::string(GetParam().operacion) == "LeerEventos";
+    for (const char* hora : horas) {
+      filas.push_back(eventos ? Celdas{"", hora, "1", "5", "7"} : Celdas{"", hora, "1", "2048", "", "x", "0", "1"});
+    }
+    return eventos ? Eventos(filas) : Datos(filas);
+  }
+
+  void Leer(const std::vector<const char*>& horas) {
+    driver.Devuelve(GetParam().operacion, Lectura(horas));
+    Pulsar(*ventana, GetParam().boton);
+  }
+
+  // Entries of the menu and buttons of the toolbar that follow the list, in agreement.
+  bool ServiciosHabilitados() const {
+    std::vector<bool> estados;
+    for (const char* entrada : {GetParam().guardar, GetParam().exportar, GetParam().imprimir}) {
+      estados.push_back(Hijo<QAction>(*ventana, entrada)->isEnabled());
+    }
+    for (const char* clave : {"Save", "Print", "Export"}) {
+      estados.push_back(Hijo<QWidget>(*ventana, clave)->isEnabled());
+    }
+    for (const bool estado : estados) EXPECT_EQ(estado, estados.front());
+    return estados.front();
+  }
+
+  std::unique_ptr<VistaRegistros> ventana;
+};
+
+TEST_P(PruebaVistas, AReadIsListedCountedAndOpensTheServices) {
+  EXPECT_EQ(U(ventana->windowTitle()), GetParam().titulo);
+  EXPECT_FALSE(ServiciosHabilitados());
+  Leer({"00:10:00", "00:20:00"});
+  EXPECT_EQ(driver.llamadas.back(), GetParam().llamada);
+  EXPECT_EQ(Filas(*ventana).size(), 2u);
+  EXPECT_THAT(Filas(*ventana)[1], HasSubstr("14/03/2026|00:20:00|"));
+  EXPECT_EQ(Texto(*ventana, "lblCantRegistros"), GetParam().contador + std::string("2"));
+  EXPECT_THAT(Texto(*ventana, "lblPeriodo"), HasSubstr("13/03/2026"));
+  EXPECT_THAT(Paneles(*ventana), IsEmpty());
+  EXPECT_TRUE(ServiciosHabilitados());
+  EXPECT_EQ(operador.ocupado, 0);
+  EXPECT_GT(operador.relojes_vistos, 0);
+}
+
+TEST_P(PruebaVistas, NoTableAndNoRowsShowThePanelAndCloseTheServices) {
+  for (const TablaPtr& nada : {TablaPtr(), Lectura({})}) {
+    Leer({"00:10:00"});
+    ASSERT_TRUE(ServiciosHabilitados());
+    driver.Devuelve(GetParam().operacion, nada);
+    Pulsar(*ventana, GetParam().boton);
+    EXPECT_THAT(Filas(*ventana), IsEmpty());
+    EXPECT_THAT(Paneles(*ventana), ElementsAre("picSinDatos"));
+    EXPECT_EQ(U(Hijo<PanelAviso>(*ventana, "picSinDatos")->Texto()), GetParam().sin_datos);
+    EXPECT_EQ(Texto(*ventana, "lblCantRegistros"), "");
+    EXPECT_FALSE(ServiciosHabilitados());
+  }
+}
+
+TEST_P(PruebaVistas, WhileAReadRunsThePanelIsSeenAndNothingCanBeDone) {
+  int veces = 0;
+  driver.al_llamar = [&](const std::string&) {
+    ++veces;
+    EXPECT_THAT(Paneles(*ventana), ElementsAre("picInfo"));
+    EXPECT_EQ(U(Hijo<PanelAviso>(*ventana, "picInfo")->Texto()), kEspera);
+    EXPECT_EQ(operador.ocupado, 1);
+    EXPECT_FALSE(Hijo<QWidget>(*ventana, GetParam().boton)->isEnabled());
+    EXPECT_FALSE(ServiciosHabilitados());
+    Pulsar(*ventana, GetParam().boton);
+    Elegir(*ventana, GetParam().guardar);
+    ventana->close();
+    QTest::keyClick(ventana.get(), Qt::Key_Escape);
+    EXPECT_TRUE(ventana->isVisible());
+  };
+  Leer({"00:10:00"});
+  EXPECT_EQ(veces, 1);
+  EXPECT_TRUE(Hijo<QWidget>(*ventana, GetParam().boton)->isEnabled());
+  ventana->close();
+  EXPECT_FALSE(ventana->isVisible());
+}
+
+TEST_P(PruebaVistas, AFailedReadIsSaidAndLoggedAndLeavesTheWindowUsable) {
+  Leer({"00:10:00"});
+  driver.Falla(GetParam().operacion, Error(1000, "driver", "Sin respuesta"), 1);
+  operador.al_preguntar = [this] { EXPECT_THAT(Paneles(*ventana), IsEmpty()); };
+  operador.Espera(Mensaje{"La operación solicitada no puede completarse\n[ Sin respuesta ]", GetParam().titulo,
+                          Icono::kCritico, Botones::kAceptar});
+  Pulsar(*ventana, GetParam().boton);
+  EXPECT_THAT(Filas(*ventana), IsEmpty());
+  EXPECT_FALSE(ServiciosHabilitados());
+  EXPECT_THAT(banco.Errores(), HasSubstr("\"" + std::string(GetParam().nombre) + "\",\"" + GetParam().procedimiento));
+  Leer({"00:10:00", "00:20:00"});
+  EXPECT_EQ(Filas(*ventana).size(), 2u);
+}
+
+TEST_P(PruebaVistas, AFieldThatIsMissingIsClearedInSilence) {
+  driver.Devuelve(GetParam().operacion, TablaDeTextos({"Fecha", "Hora"}, {{"", "00:10:00"}}));
+  Pulsar(*ventana, GetParam().boton);
+  EXPECT_THAT(Filas(*ventana), IsEmpty());
+  EXPECT_THAT(Paneles(*ventana), IsEmpty());
+  EXPECT_EQ(banco.Errores(), "");
+  EXPECT_TRUE(Hijo<QWidget>(*ventana, GetParam().boton)->isEnabled());
+}
+
+TEST_P(PruebaVistas, DatesTheWrongWayRoundCallNobodyAndEqualDatesPass) {
+  Fecha(*ventana, "FechaInicio", Dia(15));
+  operador.Espera(GetParam().al_reves);
+  Pulsar(*ventana, GetParam().boton);
+  EXPECT_THAT(driver.llamadas, IsEmpty());
+  EXPECT_THAT(Paneles(*ventana), IsEmpty());
+  Fecha(*ventana, "FechaFin", Dia(15));
+  Leer({"00:10:00"});
+  EXPECT_EQ(Filas(*ventana).size(), 1u);
+}
+
+TEST_P(PruebaVistas, TheCartridgeHasATwinOfTheReader) {
+  const std::string gemela = GetParam().operacion + std::string("Cartucho");
+  Hijo<QCheckBox>(*ventana, "chkCartucho")->setChecked(true);
+  driver.Devuelve(gemela, Lectura({"00:10:00"}));
+  Pulsar(*ventana, GetParam().boton);
+  EXPECT_EQ(driver.Cuantas(gemela), 1u);
+  EXPECT_EQ(driver.Cuantas(GetParam().operacion), 0u);
+  EXPECT_EQ(Filas(*ventana).size(), 1u);
+}
+
+TEST_P(PruebaVistas, TheListIsSavedInDisplayOrderUnderItsTitle) {
+  Leer({"00:10:00", "00:20:00"});
+  Pulsar(*ventana, "Sort Descending");
+  const auto ruta = banco.carpeta / "lista.txt";
+  operador.EsperaGuardar(GetParam().dialogo_guardar, ruta);
+  operador.Espera(
+      Mensaje{"La lista ha sido exportada con éxito", GetParam().titulo, Icono::kInformacion, Botones::kAceptar});
+  Elegir(*ventana, GetParam().guardar);
+  const std::string texto = prueba::LeerTodo(ruta);
+  EXPECT_TRUE(texto.starts_with(GetParam().documento)) << texto;
+  EXPECT_FALSE(texto.ends_with("\n"));
+}
+
+TEST_P(PruebaVistas, ADiskThatFillsUpLeavesTheOldFileAndIsSaid) {
+  std::vector<std::string> horas;
+  for (int i = 0; i < 800; ++i) horas.push_back("00:" + std::to_string(i));
+  std::vector<const char*> punteros;
+  for (const std::string& hora : horas) punteros.push_back(hora.c_str());
+  Leer(punteros);
+  const auto ruta = banco.carpeta / "lista.txt";
+  prueba::EscribirTodo(ruta, "viejo");
+  operador.EsperaGuardar(GetParam().dialogo_guardar, ruta);
+  operador.Espera("La operación solicitada no puede completarse\n[ No se puede escribir el archivo " + ruta.string() +
+                  " ]");
+  {
+    const DispositivoLleno lleno(4096);
+    Elegir(*ventana, GetParam().guardar);
+  }
+  EXPECT_EQ(prueba::LeerTodo(ruta), "viejo");
+  EXPECT_EQ(Filas(*ventana).size(), 800u);
+}
+
+TEST_P(PruebaVistas, TheTableOfTheViewGoesToTheImpExport) {
+  Leer({"00:10:00"});
+  const auto ruta = banco.carpeta / "lista.imp";
+  operador.EsperaGuardar("Exportar ...", ruta);
+  operador.Espera(GetParam().exito_imp);
+  Elegir(*ventana, GetParam().exportar);
+  EXPECT_EQ(driver.llamadas.back(),
+            "ExportarImp(tabla," + ruta.string() + "," + std::to_string(GetParam().tipo_imp) + ")");
+}
+
+TEST_P(PruebaVistas, TheMessagesAboutMissingDataStandBehindTheDisabledButtons) {
+  QAction* exportar = Hijo<QAction>(*ventana, GetParam().exportar);
+  exportar->setEnabled(true);
+  operador.Espera(Mensaje{"Debe leer datos para exportar", "Exportacion", Icono::kInformacion, Botones::kAceptar});
+  exportar->trigger();
+  driver.Devuelve(GetParam().operacion, Lectura({}));
+  Pulsar(*ventana, GetParam().boton);
+  exportar->setEnabled(true);
+  operador.Espera(Mensaje{"No hay datos para exportar", "Exportacion", Icono::kInformacion, Botones::kAceptar});
+  exportar->trigger();
+}
+
+TEST_P(PruebaVistas, TheSortButtonsOrderByTheFirstColumnAsText) {
+  Leer({"00:10:00"});
+  TablaPtr dias = Lectura({"00:10:00"});
+  dias->AddNew();
+  dias->Set("Fecha", "02/04/2026");
+  dias->AddNew();
+  dias->Set("Hora", "00:30:00");
+  dias->Set(std::size_t{2}, "1");
+  dias->UpdateBatch();
+  driver.Devuelve(GetParam().operacion, dias);
+  Pulsar(*ventana, GetParam().boton);
+  Pulsar(*ventana, "Sort Ascending");
+  EXPECT_TRUE(Filas(*ventana)[0].starts_with("02/04/2026"));
+  Pulsar(*ventana, "Sort Descending");
+  EXPECT_TRUE(Filas(*ventana)[0].starts_with("14/03/2026"));
+  EXPECT_EQ(driver.Cuantas(GetParam().operacion), 2u) << "nothing was read for it";
+}
+
+TEST_P(PruebaVistas, EnterShowsTheRowInFull) {
+  Leer({"00:10:00", "00:20:00"});
+  std::vector<std::string> vistos;
+  QTimer::singleShot(0, qApp, [&vistos] {
+    auto* detalle = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    ASSERT_NE(detalle, nullptr);
+    vistos.push_back(U(detalle->windowTitle()));
+    vistos.push_back(Texto(*detalle, "lblColumna(1)"));
+    vistos.push_back(Texto(*detalle, "lblDato(1)"));
+    Pulsar(*detalle, "cmd");
+  });
+  Lista(*ventana).Elegir(1);
+  QTest::keyClick(Lista(*ventana).findChild<QWidget*>("Lista"), Qt::Key_Return);
+  ASSERT_EQ(vistos.size(), 3u);
+  EXPECT_TRUE(vistos[0].starts_with("Detalles: ")) << vistos[0];
+  EXPECT_EQ(vistos[1], "Hora: ");
+  EXPECT_EQ(vistos[2], "00:20:00");
+}
+
+TEST_P(PruebaVistas, EveryFieldHasALabelThatLeadsToItAndItsNameForTheBlind) {
+  for (const char* campo : {"FechaInicio", "FechaFin"}) {
+    auto* control = Hijo<QDateTimeEdit>(*ventana, campo);
+    const auto* rotulo = Hijo<QLabel>(*ventana, (std::string("lbl") + campo).c_str());
+    EXPECT_EQ(rotulo->buddy(), control);
+    EXPECT_TRUE(rotulo->text().contains('&'));
+    EXPECT_FALSE(control->accessibleName().isEmpty());
+  }
+}
+
+TEST_P(PruebaVistas, TheViewWorksWithoutChannels) {
+  auto sola = GetParam().crear(banco.mod, nullptr);
+  sola->show();
+  driver.Devuelve(GetParam().operacion, Lectura({"00:10:00"}));
+  Pulsar(*sola, GetParam().boton);
+  const bool datos = std::string(GetParam().nombre) == "frmDatos";
+  EXPECT_EQ(Filas(*sola).size(), datos ? 0u : 1u) << "without channels there is nothing to choose in the data view";
+}
+
+INSTANTIATE_TEST_SUITE_P(Todas, PruebaVistas, testing::ValuesIn(kVistas),
+                         [](const auto& caso) { return std::string(caso.param.nombre); });
+
+}  // namespace
+}  // namespace utr
