@@ -5,7 +5,7 @@
 
 #include "base/Error.h"
 #include "shell/Propiedades.h"
-#include "support/CarpetaTemporal.h"
+#include "support/Carpeta.h"
 
 namespace utr {
 namespace {
@@ -19,7 +19,7 @@ Propiedad Texto(const char* texto) {
 
 class Propiedades_ : public testing::Test {
  protected:
-  CarpetaTemporal carpeta_;
+  prueba::Carpeta carpeta_;
   const std::filesystem::path archivo_ = carpeta_ / "AdminUTR.dll";
 };
 
@@ -90,17 +90,17 @@ TEST_F(Propiedades_, BytesAlAzarDanUnaBolsaVacia) {
   for (int vuelta = 0; vuelta < 200; ++vuelta) {
     std::string bytes;
     for (auto n = azar() % 300 + 8; n > 0; --n) bytes += static_cast<char>(azar());
-    EscribirBytes(archivo_, bytes);
+    prueba::EscribirTodo(archivo_, bytes);
     Propiedades bolsa(archivo_);
     bolsa.Escribir("Clave", Texto("de antes"), Texto("Pampas"));
     bolsa.CargarPropiedades();
     EXPECT_EQ(bolsa.LeerTexto("Clave", "Pampas"), "Pampas") << "round " << vuelta;
-    EXPECT_EQ(LeerBytes(archivo_), bytes) << "reading changes nothing";
+    EXPECT_EQ(prueba::LeerTodo(archivo_), bytes) << "reading changes nothing";
   }
 }
 
 TEST_F(Propiedades_, UnaClaveDeOtraFormaNoArrastraALasDemas) {
-  EscribirBytes(archivo_, "PUERTO = [1, 2]\nClave = 'otra'\n[Tabla]\nx = 1\n");
+  prueba::EscribirTodo(archivo_, "PUERTO = [1, 2]\nClave = 'otra'\n[Tabla]\nx = 1\n");
   Propiedades bolsa(archivo_);
   bolsa.CargarPropiedades();
   EXPECT_EQ(bolsa.LeerEntero("PUERTO", 1), 1);
@@ -108,7 +108,7 @@ TEST_F(Propiedades_, UnaClaveDeOtraFormaNoArrastraALasDemas) {
 }
 
 TEST_F(Propiedades_, GrabarReemplazaElArchivoEntero) {
-  EscribirBytes(archivo_, std::string(5000, '#'));
+  prueba::EscribirTodo(archivo_, std::string(5000, '#'));
   Propiedades bolsa(archivo_);
   bolsa.Escribir("PUERTO", Entero(3), Entero(1));
   bolsa.GrabarYRecargar();

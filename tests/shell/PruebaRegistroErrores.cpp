@@ -4,7 +4,7 @@
 #include <stdexcept>
 
 #include "shell/RegistroErrores.h"
-#include "support/CarpetaTemporal.h"
+#include "support/Carpeta.h"
 #include "support/OperadorGuion.h"
 #include "support/RelojFalso.h"
 
@@ -13,9 +13,9 @@ namespace {
 
 class Registro : public testing::Test {
  protected:
-  std::string Log() const { return LeerBytes(carpeta_ / "AdminUTR.err"); }
+  std::string Log() const { return prueba::LeerTodo(carpeta_ / "AdminUTR.err"); }
 
-  CarpetaTemporal carpeta_;
+  prueba::Carpeta carpeta_;
   RelojFalso reloj_{{2026, 2, 3, 4, 5, 6}};
   RegistroErrores registro_{carpeta_ / "AdminUTR.err", reloj_};
   OperadorGuion operador_;
