@@ -3,13 +3,12 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cmath>
 #include <filesystem>
 
 #include "base/Fechas.h"
 #include "base/Numeros.h"
 #include "benchmarks/Presupuesto.h"
-#include "configuration/ConfigColl.h"
+#include "benchmarks/retrieved/Muestras.h"
 #include "driver/simulated/ComunicadorSimulado.h"
 #include "lists/ListaTabla.h"
 #include "retrieved/ColumnasRegistros.h"
@@ -19,54 +18,13 @@
 namespace {
 
 using namespace utr;
+using medida::Configuracion;
+using medida::Crudo;
+using medida::Origen;
 
 constexpr std::size_t kFilas = 262144;
 constexpr std::size_t kMuchas = 1000000;
 constexpr std::size_t kPocas = 100000;
-constexpr std::size_t kPorDia = 1440;
-
-// Counts of a converter of 16 bits: a slow wave with noise on it, so that many of them are distinct.
-std::uint32_t Crudo(std::size_t fila, std::size_t campo) {
-  const double onda = 30000 + 20000 * std::sin(static_cast<double>(fila) / 5000);
-  return static_cast<std::uint32_t>(onda) +
-         static_cast<std::uint32_t>((fila * 2654435761U + campo * 40503U) >> 8) % 2000;
-}
-
-// The stream of the driver: a marker a day, a sample a minute.
-TablaPtr Origen(std::size_t muestras) {
-  auto tabla = std::make_shared<Tabla>();
-  for (const char* campo : {"Fecha", "Hora", "Canal", "Valor", "Maximo", "Minimo", "Validacion", "ColaTX"})
-    tabla->Append(campo, TipoCampo::kVarChar, 20);
-  tabla->Open();
-  for (std::size_t i = 0; i < muestras; ++i) {
-    const FechaHora fecha = FechaDeSegundos(1104537600 + static_cast<std::int64_t>(i) * 60);
-    if (i % kPorDia == 0) {
-      tabla->AddNew();
-      tabla->Set(0, TextoFecha(fecha));
-    }
-    tabla->AddNew();
-    tabla->Set(1, TextoHora(fecha));
-    tabla->Set(2, "1");
-    for (std::size_t campo = 3; campo < 6; ++campo) tabla->Set(campo, std::to_string(Crudo(i, campo)));
-    tabla->Set(6, "1");
-    tabla->Set(7, "0");
-  }
-  tabla->UpdateBatch();
-  return tabla;
-}
-
-TablaPtr Configuracion() {
-  auto tabla = std::make_shared<Tabla>();
-  AgregarColumnasDeCanales(*tabla);
-  tabla->Open();
-  tabla->AddNew();
-  const std::pair<const char*, const char*> celdas[] = {
-      {"Canal", "1"},     {"Tipo", "0"},        {"Flags", "1"},     {"Cero", "819"},    {"Span", "64716"},
-      {"RangoMin", "-2"}, {"RangoMax", "12.5"}, {"NivRefLmn", "3"}, {"Parametro", "2"}, {"Unidad", "1"}};
-  for (const auto& [columna, texto] : celdas) tabla->Set(columna, texto);
-  tabla->UpdateBatch();
-  return tabla;
-}
 
 // The texts of the same raw numbers, and the loop that does nothing but scale and format them.
 struct Plano {

@@ -205,14 +205,15 @@ void VistaLista::PonerIcono() {
 void VistaLista::Cambiar(const std::function<void(ListaTabla&)>& cambio) {
   const ListaTabla& lista = modelo_->Lista();
   const std::optional<std::size_t> actual = FilaActual();
-  const std::optional<std::size_t> fila_actual = actual ? std::optional(lista.Fila(*actual)) : std::nullopt;
+  constexpr auto kNinguna = static_cast<std::size_t>(-1);
+  const std::size_t fila_actual = actual ? lista.Fila(*actual) : kNinguna;
   std::unordered_set<std::size_t> elegidas;
   std::vector<std::size_t> posiciones = FilasElegidas();
   if (posiciones.size() <= kMaximoConservado) {
     for (const std::size_t posicion : posiciones) elegidas.insert(lista.Fila(posicion));
   }
   modelo_->Cambiar(cambio);
-  if (!fila_actual && elegidas.empty()) return;
+  if (fila_actual == kNinguna && elegidas.empty()) return;
   QItemSelection seleccion;
   QModelIndex nuevo_actual;
   const int ultima = modelo_->columnCount() - 1;
