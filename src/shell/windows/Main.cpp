@@ -6,6 +6,7 @@
 #include "shell/windows/InstanciaUnica.h"
 #include "shell/windows/frmLogin.h"
 #include "shell/windows/frmPpal.h"
+#include "widgets/Iconos.h"
 #include "widgets/TextoQt.h"
 
 namespace utr {
@@ -40,6 +41,7 @@ int Ejecutar(const Entorno& entorno) {
   QObject::connect(&instancia, &InstanciaUnica::OtraInstancia, [] { TraerAlFrente(); });
   // The end of the program is the end of the main window, not of the dialogs ahead of it.
   QApplication::setQuitOnLastWindowClosed(false);
+  QApplication::setWindowIcon(IconoDe("adminutr"));
   Main principal(entorno);
   return principal.Entrar() ? principal.Correr() : 0;
 }

@@ -53,7 +53,6 @@ frmPpal::frmPpal(ModRTU& mod, QWidget* parent)
       barra_estado_(new BarraEstado) {
   setObjectName("frmPpal");
   setWindowTitle(Q(kTitulo));
-  setWindowIcon(IconoDe("adminutr"));
   setCentralWidget(lista_);
   setStatusBar(barra_estado_);
   ConectarControles();
@@ -198,7 +197,7 @@ bool frmPpal::LeerConfiguracion(bool DesdeUTROnly, [[maybe_unused]] bool Mostrar
                                 [[maybe_unused]] bool SoloMostrarLaCFG, bool ShowUCG) {
   std::unique_ptr<frmPresentacion> dialogo;
   const auto leer = [&] {
-    dialogo = std::make_unique<frmPresentacion>(mod_, this);
+    dialogo = std::make_unique<frmPresentacion>(mod_, Encima());
     dialogo->FijarFuente(DesdeUTROnly);
     dialogo->bShowUCG = ShowUCG;
     dialogo->ActivarDesactivarControles();
@@ -235,7 +234,7 @@ void frmPpal::ReabrirEnlace() {
 bool frmPpal::LeerConfiguracionDirectaUTR() {
   std::unique_ptr<frmPresentacion> dialogo;
   const auto leer = [&] {
-    dialogo = std::make_unique<frmPresentacion>(mod_, this);
+    dialogo = std::make_unique<frmPresentacion>(mod_, Encima());
     dialogo->MostrarLectura();
     const PunteroDeEspera espera(mod_.operador);
     lectura_.Preparar(std::string(kFuenteUTR));
@@ -355,6 +354,11 @@ bool frmPpal::Preguntar(const std::string& texto) {
 
 void frmPpal::Informar(const std::string& texto) {
   mod_.operador.Mostrar({texto, Titulo(), Icono::kInformacion, Botones::kAceptar});
+}
+
+// The parent of a dialog: none while this window isn't seen yet, so that the dialog takes the middle of the screen.
+QWidget* frmPpal::Encima() {
+  return isVisible() ? this : nullptr;
 }
 
 std::string frmPpal::Titulo() const {

@@ -78,6 +78,7 @@ class frmPpal : public QMainWindow {
   void Informar(const std::string& texto);
   void GrabarClave(const std::string& nueva);
   void Descargar();
+  QWidget* Encima();
   std::string Titulo() const;
 
   ModRTU& mod_;

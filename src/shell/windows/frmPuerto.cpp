@@ -48,7 +48,7 @@ frmPuerto::frmPuerto(ModRTU& mod, QWidget* parent)
   connect(CmdCancel_, &QPushButton::clicked, this, &frmPuerto::reject);
   connect(cmdAyuda_, &QPushButton::clicked, this, [this] { AbrirAyuda(mod_); });
   ActivarDesactivarControles();
-  resize(sizeHint());
+  resize(sizeHint().expandedTo(QSize(460, 0)));
   RecordarTamano(this);
 }
 
