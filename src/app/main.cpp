@@ -8,6 +8,7 @@
 
 #include "PuertosSimulados.h"
 #include "base/Reloj.h"
+#include "shell/windows/InstanciaUnica.h"
 #include "widgets/OperadorQt.h"
 #include "widgets/TextoQt.h"
 
@@ -38,11 +39,15 @@ int main(int argc, char** argv) {
   QTranslator complemento;
   CargarCatalogo(complemento, "complemento_es");
 
-  const std::filesystem::path carpeta = utr::Ruta(QCoreApplication::applicationDirPath());
+  const QString carpeta = QCoreApplication::applicationDirPath();
+  // Ahead of the driver, which must not touch the station of the instance that runs.
+  utr::InstanciaUnica instancia(carpeta);
+  if (!instancia.Tomar()) return 0;
+
   const utr::Atender atender = [] { QCoreApplication::processEvents(); };
   utr::RelojSistema reloj;
-  utr::ComunicadorSimulado comunicador(carpeta, reloj, atender);
+  utr::ComunicadorSimulado comunicador(utr::Ruta(carpeta), reloj, atender);
   utr::PuertosSimulados puertos(comunicador);
   utr::OperadorQt operador;
-  return utr::Ejecutar({comunicador, puertos, operador, reloj, atender, carpeta, "AdminUTR"});
+  return utr::Ejecutar({comunicador, puertos, operador, reloj, atender, utr::Ruta(carpeta), "AdminUTR"});
 }

@@ -18,6 +18,21 @@ QString NombreDelSocket(const QString& carpeta) {
   return "AdminUTR-" + QString::fromLatin1(huella);
 }
 
+// Brings the window that the operator is at to the front.
+void TraerAlFrente() {
+  QWidget* ventana = QApplication::activeModalWidget();
+  if (ventana == nullptr) ventana = QApplication::activeWindow();
+  if (ventana == nullptr) {
+    for (QWidget* candidata : QApplication::topLevelWidgets()) {
+      if (candidata->isVisible()) ventana = candidata;
+    }
+  }
+  if (ventana == nullptr) return;
+  if (ventana->isMinimized()) ventana->showNormal();
+  ventana->raise();
+  ventana->activateWindow();
+}
+
 }  // namespace
 
 InstanciaUnica::InstanciaUnica(const QString& carpeta, QObject* parent)
@@ -25,6 +40,7 @@ InstanciaUnica::InstanciaUnica(const QString& carpeta, QObject* parent)
   servidor_.setSocketOptions(QLocalServer::UserAccessOption);
   connect(&servidor_, &QLocalServer::newConnection, this, [this] {
     while (QLocalSocket* otra = servidor_.nextPendingConnection()) otra->deleteLater();
+    TraerAlFrente();
     emit OtraInstancia();
   });
 }
@@ -42,20 +58,6 @@ bool InstanciaUnica::Avisar() const {
   QLocalSocket otra;
   otra.connectToServer(nombre_);
   return otra.waitForConnected(kEsperaMilisegundos);
-}
-
-void TraerAlFrente() {
-  QWidget* ventana = QApplication::activeModalWidget();
-  if (ventana == nullptr) ventana = QApplication::activeWindow();
-  if (ventana == nullptr) {
-    for (QWidget* candidata : QApplication::topLevelWidgets()) {
-      if (candidata->isVisible()) ventana = candidata;
-    }
-  }
-  if (ventana == nullptr) return;
-  if (ventana->isMinimized()) ventana->showNormal();
-  ventana->raise();
-  ventana->activateWindow();
 }
 
 }  // namespace utr

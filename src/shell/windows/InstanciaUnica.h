@@ -18,7 +18,7 @@ class InstanciaUnica : public QObject {
   bool Tomar();
 
  signals:
-  // Another instance was started and has ended.
+  // Another instance was started and has ended; the window that the operator is at has been brought to the front.
   void OtraInstancia();
 
  private:
@@ -27,8 +27,5 @@ class InstanciaUnica : public QObject {
   QString nombre_;
   QLocalServer servidor_;
 };
-
-// Brings the window that the operator is at to the front.
-void TraerAlFrente();
 
 }  // namespace utr

@@ -3,7 +3,6 @@
 #include <QApplication>
 
 #include "shell/ArchivoAyuda.h"
-#include "shell/windows/InstanciaUnica.h"
 #include "shell/windows/frmLogin.h"
 #include "shell/windows/frmPpal.h"
 #include "widgets/Iconos.h"
@@ -36,9 +35,6 @@ int Main::Correr() {
 }
 
 int Ejecutar(const Entorno& entorno) {
-  InstanciaUnica instancia(Q(entorno.carpeta.string()));
-  if (!instancia.Tomar()) return 0;
-  QObject::connect(&instancia, &InstanciaUnica::OtraInstancia, [] { TraerAlFrente(); });
   // The end of the program is the end of the main window, not of the dialogs ahead of it.
   QApplication::setQuitOnLastWindowClosed(false);
   QApplication::setWindowIcon(IconoDe("adminutr"));

@@ -41,7 +41,7 @@ class Main {
   ModRTU mod_;
 };
 
-// The whole program over a QApplication: ends at once where it runs already.
+// The whole program over a QApplication. Gives the exit code.
 int Ejecutar(const Entorno& entorno);
 
 }  // namespace utr

@@ -140,7 +140,6 @@ QGroupBox* frmPresentacion::ArmarEnlace() {
   txtComandos_->setObjectName("txtComandos");
   DireccionIP_->setObjectName("DireccionIP");
   DireccionIP_->setAccessibleName("Dirección IP");
-  DireccionIP_->setPlaceholderText(Q(kDireccionDefecto));
   CVerifVelocidad_->setToolTip("Verificar velocidad de conexión");
   // Both stand in the dialog without an action.
   CParar_->setEnabled(false);

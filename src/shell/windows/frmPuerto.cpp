@@ -59,7 +59,6 @@ void frmPuerto::Armar() {
   optIP_->setObjectName("optIP");
   DireccionIP_->setObjectName("DireccionIP");
   DireccionIP_->setAccessibleName("Dirección IP");
-  DireccionIP_->setPlaceholderText(Q(kDireccionDefecto));
 
   auto* reja = new QGridLayout;
   reja->setColumnMinimumWidth(0, 20);
