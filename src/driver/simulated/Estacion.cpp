@@ -129,8 +129,7 @@ void Estacion::BorrarCartucho(std::int64_t ahora) {
 
 void Estacion::ConmutarSalida(int salida, bool encender, std::int64_t ahora) {
   salidas[static_cast<std::size_t>(salida - 1)] = encender;
-  // Outputs 1 and 2 are channels 25 and 26; events count channels from 0.
-  AnotarSuceso(ahora, suceso::kSalidaConmutada, static_cast<std::uint16_t>(23 + salida), encender ? 1 : 0);
+  AnotarSuceso(ahora, suceso::kSalidaConmutada, static_cast<std::uint16_t>(salida), encender ? 1 : 0);
 }
 
 void Estacion::AnotarSuceso(std::int64_t ahora, std::uint8_t codigo) {

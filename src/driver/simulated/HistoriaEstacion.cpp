@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cmath>
 #include <numeric>
 
 #include "driver/simulated/Estacion.h"
@@ -166,7 +167,7 @@ class Registro {
     if (!p.Habilitado() || !p.Alarmas()) return;
     const double tension = h_.Valor(kCanalBateria, t_);
     if (tension >= p.a_min || h_.Valor(kCanalBateria, t_ - paso_) < p.a_min) return;
-    Suceder(suceso::kBateriaBaja, p.Cuentas(tension), 0);
+    Suceder(suceso::kBateriaBaja, static_cast<int>(std::lround(tension * 10)), 0);  // tenths of a volt
   }
 
   void Transmitir() {

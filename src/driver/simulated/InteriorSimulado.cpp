@@ -13,7 +13,11 @@ constexpr int kPaginasEntreMiradas = 64;  // a look at a file costs as much as s
 }  // namespace
 
 ComunicadorSimulado::Interior::Interior(std::filesystem::path donde, Reloj& un_reloj, Atender atiende)
-    : carpeta(std::move(donde)), reloj(un_reloj), atender(std::move(atiende)), bitacora(carpeta), firma_("sin leer") {
+    : carpeta(std::move(donde)),
+      reloj(un_reloj),
+      atender(std::move(atiende)),
+      bitacora(carpeta),
+      ruta_escenario_((carpeta / kEscenario).string()) {
   fecha = reloj.Ahora();
   ahora = Segundos(fecha);
   CargarUnidad();
