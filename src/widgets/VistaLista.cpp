@@ -7,6 +7,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QShortcut>
+#include <QStyledItemDelegate>
 #include <QTreeView>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -21,8 +22,26 @@ namespace {
 
 // Above this many selected rows only the current one is found again after a new order: the rest isn't worth the walk.
 constexpr std::size_t kMaximoConservado = 10000;
-constexpr int kMargenCelda = 16;
-constexpr int kMargenIcono = 20;
+constexpr int kMargenCelda = 20;
+constexpr int kMargenRenglon = 6;
+constexpr int kMargenIcono = 28;
+
+// Cells with air around them.
+class Renglon : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+  QSize sizeHint(const QStyleOptionViewItem& opcion, const QModelIndex& indice) const override {
+    return QStyledItemDelegate::sizeHint(opcion, indice) + QSize(0, kMargenRenglon);
+  }
+
+ protected:
+  void initStyleOption(QStyleOptionViewItem* opcion, const QModelIndex& indice) const override {
+    QStyledItemDelegate::initStyleOption(opcion, indice);
+    // Numbers stand clear of the column on their right.
+    if (opcion->displayAlignment & Qt::AlignRight) opcion->text += QStringLiteral("  ");
+  }
+};
 
 }  // namespace
 
@@ -64,6 +83,7 @@ void VistaLista::ArmarArbol() {
   arbol_->setAlternatingRowColors(true);
   arbol_->setSelectionMode(QAbstractItemView::ExtendedSelection);
   arbol_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  arbol_->setItemDelegate(new Renglon(arbol_));
   arbol_->setModel(modelo_);
   arbol_->installEventFilter(this);
   QHeaderView* titulos = arbol_->header();
@@ -104,10 +124,7 @@ void VistaLista::Definir(Columnas columnas) {
 }
 
 void VistaLista::Mostrar(TablaPtr tabla) {
-  {
-    const QSignalBlocker sin_filtrar(filtro_);
-    filtro_->clear();
-  }
+  filtro_->clear();
   struct Ajuste {
     VistaLista& vista;
     ~Ajuste() { vista.AjustarColumnas(); }
@@ -237,8 +254,9 @@ void VistaLista::AjustarColumnas() {
   const AnchoTexto titulo(arbol_->header()->fontMetrics());
   for (std::size_t columna = 0; columna < lista.LasColumnas().size(); ++columna) {
     int ancho = titulo(lista.LasColumnas()[columna].titulo) + kMargenIcono;
-    for (const std::string_view texto : lista.TextosDistintos(columna)) ancho = std::max(ancho, celda(texto));
-    arbol_->setColumnWidth(static_cast<int>(columna), ancho + kMargenCelda);
+    for (const std::string_view texto : lista.TextosDistintos(columna))
+      ancho = std::max(ancho, celda(texto) + kMargenCelda);
+    arbol_->setColumnWidth(static_cast<int>(columna), ancho);
   }
 }
 

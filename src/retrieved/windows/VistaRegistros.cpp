@@ -54,10 +54,14 @@ constexpr std::array kCaras{
                 false},
 };
 
-// A rule stands ahead of these on the toolbar and in the menu.
-bool AbreGrupo(Comando comando) {
-  return comando == Comando::kAscendente || comando == Comando::kAyuda || comando == Comando::kGuardar ||
-         comando == Comando::kConfigurarImpresora || comando == Comando::kSalir;
+// A rule stands ahead of these in the menu.
+bool AbreGrupoDelMenu(Comando comando) {
+  return comando == Comando::kGuardar || comando == Comando::kConfigurarImpresora || comando == Comando::kSalir;
+}
+
+// And ahead of these on the toolbar.
+bool AbreGrupoDeLaBarra(Comando comando) {
+  return comando == Comando::kAscendente || comando == Comando::kAyuda;
 }
 
 QAction* NuevaAccion(const CaraComando& cara, QObject* dueno) {
@@ -119,7 +123,7 @@ void VistaRegistros::ArmarMenu(const DescripcionVista& descripcion) {
     accion->setObjectName(QString::fromLatin1(entrada.nombre));
     accion->setText(QString::fromUtf8(entrada.texto));
     const bool es_marco = entrada.comando == Comando::kMarco0 || entrada.comando == Comando::kMarco1;
-    if (AbreGrupo(entrada.comando)) menu->addSeparator();
+    if (AbreGrupoDelMenu(entrada.comando)) menu->addSeparator();
     (es_marco ? de_marcos : menu)->addAction(accion);
   }
 }
@@ -128,7 +132,7 @@ void VistaRegistros::ArmarBarra(const DescripcionVista& descripcion) {
   barra_->setObjectName("BarraHerramientas");
   barra_->setIconSize(QSize(22, 22));
   for (const Comando comando : descripcion.barra) {
-    if (AbreGrupo(comando) && !barra_->actions().isEmpty()) barra_->addSeparator();
+    if (AbreGrupoDeLaBarra(comando)) barra_->addSeparator();
     QAction* accion = AccionDe(comando);
     barra_->addAction(accion);
     QWidget* boton = barra_->widgetForAction(accion);
@@ -152,6 +156,7 @@ void VistaRegistros::Armar(QWidget* marcos, QPushButton* cerrar) {
   pie->addWidget(cerrar_);
   auto* cuerpo = new QVBoxLayout;
   cuerpo->setContentsMargins(12, 8, 12, 12);
+  cuerpo->setSpacing(10);
   cuerpo->addWidget(marcos_);
   cuerpo->addWidget(zona_, 1);
   cuerpo->addLayout(pie);
@@ -171,6 +176,7 @@ PanelAviso* VistaRegistros::Panel(const char* nombre, const char* texto) {
 
 VistaRegistros::Fechas VistaRegistros::AgregarFechas(QFormLayout& caja, const char* formato) {
   const FechaHora hoy = mod_.reloj.Ahora();
+  caja.setSpacing(kEntreControles);
   const auto nuevo = [&](const char* nombre, const char* rotulo, const char* texto) {
     auto* campo = new QDateTimeEdit;
     campo->setTimeSpec(Qt::UTC);  // no hour of the day is missing or doubled there

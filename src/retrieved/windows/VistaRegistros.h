@@ -28,6 +28,10 @@ class PanelAviso;
 class VistaLista;
 class ZonaLista;
 
+// Pixels between controls that stand one over the other, and between columns of them.
+inline constexpr int kEntreControles = 6;
+inline constexpr int kEntreColumnas = 24;
+
 // What the views of data, events and transmission queue share: menu, toolbar, the list with its panels, counters, list
 // services, detail, and the way a read runs. While a read runs the window can neither be used nor closed.
 class VistaRegistros : public QDialog {

@@ -1,13 +1,11 @@
 #pragma once
 
-#include "retrieved/windows/VistaRegistros.h"
-
-class QCheckBox;
+#include "retrieved/windows/VistaPorFechas.h"
 
 namespace utr {
 
 // "Cola de transmisión": what the unit holds for sending, by day or pending.
-class frmColaTransmicion : public VistaRegistros {
+class frmColaTransmicion : public VistaPorFechas {
   Q_OBJECT
 
  public:
@@ -15,20 +13,13 @@ class frmColaTransmicion : public VistaRegistros {
   frmColaTransmicion(ModRTU& mod, TablaPtr configuracion, QWidget* parent = nullptr);
 
  protected:
-  void Marco(int cual) override;
+  FinLectura LeerPorFecha(const FechaHora& desde, const FechaHora& hasta, bool cartucho) override;
+  FinLectura LeerPendientes() override;
   EncabezadoLista Encabezado(bool para_imprimir) const override;
   const LectorRegistros& Lector() const override { return lector_; }
 
  private:
-  QWidget* ArmarMarcos();
-  void TraerPorDia();
-  void TraerPendientes();
-
   LectorCola lector_;
-  PanelAviso* picSinDatos_;
-  PanelAviso* PicSinDatosColaTx_;
-  Fechas fechas_{};
-  QCheckBox* chkCartucho_;
 };
 
 }  // namespace utr

@@ -54,6 +54,7 @@ Control* Nuevo(const char* nombre, const char* texto, bool marcado = false) {
 
 QVBoxLayout* Apilar(std::initializer_list<QWidget*> controles) {
   auto* pila = new QVBoxLayout;
+  pila->setSpacing(kEntreControles);
   for (QWidget* control : controles) pila->addWidget(control, 0, Qt::AlignLeft);
   pila->addStretch(1);
   return pila;
@@ -100,15 +101,19 @@ QWidget* frmDatos::ArmarHistoricos() {
   Canales_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
   Canales_->setMinimumContentsLength(24);
   auto* canal = new QFormLayout;
-  canal->addRow(Rotulo("lblCanal", QStringLiteral("&Canal:"), Canales_), Canales_);
+  canal->addRow(Rotulo("lblCanal", QStringLiteral("Can&al:"), Canales_), Canales_);
   auto* fechas = new QFormLayout;
   fechas_ = AgregarFechas(*fechas, "dd/MM/yyyy");
   connect(traer_, &QPushButton::clicked, this, &frmDatos::TraerDatos);
   auto* hoja = new QWidget;
   auto* fila = new QHBoxLayout(hoja);
-  fila->setSpacing(24);
-  fila->addLayout(canal);
-  fila->addLayout(fechas);
+  fila->setSpacing(kEntreColumnas);
+  for (QLayout* columna : {canal, fechas}) {
+    auto* pila = new QVBoxLayout;
+    pila->addLayout(columna);
+    pila->addStretch(1);
+    fila->addLayout(pila);
+  }
   fila->addLayout(Apilar({CheckEscalados_, chkCartucho_}));
   fila->addLayout(Apilar({traer_}));
   fila->addStretch(1);
@@ -119,7 +124,7 @@ QWidget* frmDatos::ArmarInstantaneos() {
   connect(DatosInst_, &QPushButton::clicked, this, &frmDatos::MostrarInstantaneos);
   auto* hoja = new QWidget;
   auto* fila = new QHBoxLayout(hoja);
-  fila->setSpacing(24);
+  fila->setSpacing(kEntreColumnas);
   fila->addLayout(Apilar({OpEscalados_, OpSinEscalar_}));
   fila->addLayout(Apilar({chkNivelRef_}));
   fila->addLayout(Apilar({DatosInst_}));

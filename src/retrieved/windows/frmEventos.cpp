@@ -1,15 +1,7 @@
 #include "retrieved/windows/frmEventos.h"
 
-#include <QCheckBox>
-#include <QDateTimeEdit>
-#include <QFormLayout>
-#include <QGroupBox>
-#include <QHBoxLayout>
-#include <QPushButton>
-
 #include "retrieved/ColumnasRegistros.h"
 #include "shell/windows/Campos.h"
-#include "widgets/TextoQt.h"
 
 namespace utr {
 namespace {
@@ -37,87 +29,46 @@ const DescripcionVista& Descripcion() {
   return descripcion;
 }
 
+constexpr PalabrasPorFechas kPalabras{
+    "frEvFecha",
+    "Eventos por Fecha",
+    "frTxEvPend",
+    "Eventos Pendientes",
+    "cmd(0)",
+    "&Traer...",
+    "TraerTxEvPend",
+    "Trae&r... ",
+    "dd/MM/yyyy HH:mm:ss",
+    true,
+    "Eventos del Cartucho",
+    "Sin eventos durante las fechas seleccionada",
+    "Sin información en la cola de eventos",
+    "Cantidad de Eventos Cargados: ",
+    "Cantidad de Registros Cargados: ",
+    "cmd_Click( 0 )",
+    "Eventos de transmicion pendiente",
+    "Atención",
+    Icono::kExclamacion,
+    false,
+};
+
 }  // namespace
 
 frmEventos::frmEventos(ModRTU& mod, TablaPtr configuracion, QWidget* parent)
-    : VistaRegistros(mod, Descripcion(), ColumnasEventos(), parent),
-      lector_(Contexto(), std::move(configuracion), mod.atender, mod.carpeta),
-      picSinDatos_(Panel("picSinDatos", "Sin eventos durante las fechas seleccionada")),
-      PicSinDatosColaTx_(Panel("PicSinDatosColaTx", "Sin información en la cola de eventos")),
-      chkCartucho_(new QCheckBox(QStringLiteral("Eventos del Cartucho"))) {
-  QPushButton* cerrar = Boton("cmd(1)", "Cerrar");
-  Armar(ArmarMarcos(), cerrar);
+    : VistaPorFechas(mod, Descripcion(), kPalabras, ColumnasEventos(), Boton("cmd(1)", "Cerrar"), parent),
+      lector_(Contexto(), std::move(configuracion), mod.atender, mod.carpeta) {}
+
+FinLectura frmEventos::LeerPorFecha(const FechaHora& desde, const FechaHora& hasta, bool cartucho) {
+  return lector_.TraerPorFecha(desde, hasta, cartucho);
 }
 
-QWidget* frmEventos::ArmarMarcos() {
-  auto* por_fecha = new QGroupBox(QStringLiteral("Eventos por Fecha"));
-  auto* izquierda = new QFormLayout;
-  fechas_ = AgregarFechas(*izquierda, "dd/MM/yyyy HH:mm:ss");
-  fechas_.fin->setTime(QTime(23, 59));
-  chkCartucho_->setObjectName("chkCartucho");
-  QPushButton* traer = Boton("cmd(0)", "&Traer...");
-  traer->setDefault(true);
-  connect(traer, &QPushButton::clicked, this, &frmEventos::TraerPorFecha);
-  auto* derecha = new QVBoxLayout;
-  derecha->addWidget(chkCartucho_);
-  derecha->addWidget(traer, 0, Qt::AlignLeft);
-  auto* fila = new QHBoxLayout(por_fecha);
-  fila->setSpacing(24);
-  fila->addLayout(izquierda);
-  fila->addLayout(derecha);
-  fila->addStretch(1);
-
-  auto* pendientes = new QGroupBox(QStringLiteral("Eventos Pendientes"));
-  pendientes->setObjectName("frTxEvPend");
-  QPushButton* traer_pendientes = Boton("TraerTxEvPend", "Trae&r... ");
-  connect(traer_pendientes, &QPushButton::clicked, this, &frmEventos::TraerPendientes);
-  auto* caja = new QVBoxLayout(pendientes);
-  caja->addStretch(1);
-  caja->addWidget(traer_pendientes, 0, Qt::AlignLeft);
-
-  auto* marcos = new QWidget;
-  auto* todo = new QHBoxLayout(marcos);
-  todo->setContentsMargins(0, 0, 0, 0);
-  todo->addWidget(por_fecha, 3);
-  todo->addWidget(pendientes, 1);
-  return marcos;
+FinLectura frmEventos::LeerPendientes() {
+  return lector_.TraerPendientes();
 }
 
-void frmEventos::Marco(int cual) {
-  if (cual == 0) {
-    TraerPorFecha();
-  } else {
-    TraerPendientes();
-  }
-}
-
-void frmEventos::TraerPorFecha() {
-  PedidoLectura pedido;
-  pedido.procedimiento = "cmd_Click( 0 )";
-  pedido.leer = [this] {
-    return lector_.TraerPorFecha(FechaDe(*fechas_.inicio), FechaDe(*fechas_.fin), chkCartucho_->isChecked());
-  };
-  pedido.sin_datos = picSinDatos_;
-  pedido.contador = "Cantidad de Eventos Cargados: ";
-  pedido.periodo = [this] { return TextoPeriodo(fechas_); };
-  pedido.al_reves = FechasAlReves();
-  pedido.al_reves.titulo = "Atención";
-  pedido.al_reves.icono = Icono::kExclamacion;
-  Leer(pedido);
-}
-
-void frmEventos::TraerPendientes() {
-  PedidoLectura pedido;
-  pedido.procedimiento = "Eventos de transmicion pendiente";
-  pedido.leer = [this] { return lector_.TraerPendientes(); };
-  pedido.sin_datos = PicSinDatosColaTx_;
-  pedido.contador = "Cantidad de Registros Cargados: ";
-  pedido.periodo = [this] { return TextoMomento(); };
-  Leer(pedido);
-}
-
+// The dates of the pickers, even over a list of pending events.
 EncabezadoLista frmEventos::Encabezado(bool) const {
-  return {"Eventos de la UTR", LineasDesdeHasta(fechas_)};
+  return {"Eventos de la UTR", LineasDesdeHasta(LasFechas())};
 }
 
 }  // namespace utr

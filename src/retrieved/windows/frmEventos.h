@@ -1,13 +1,11 @@
 #pragma once
 
-#include "retrieved/windows/VistaRegistros.h"
-
-class QCheckBox;
+#include "retrieved/windows/VistaPorFechas.h"
 
 namespace utr {
 
 // "Eventos de la UTR": events by date, from the unit or its cartridge, and the pending ones.
-class frmEventos : public VistaRegistros {
+class frmEventos : public VistaPorFechas {
   Q_OBJECT
 
  public:
@@ -15,20 +13,13 @@ class frmEventos : public VistaRegistros {
   frmEventos(ModRTU& mod, TablaPtr configuracion, QWidget* parent = nullptr);
 
  protected:
-  void Marco(int cual) override;
+  FinLectura LeerPorFecha(const FechaHora& desde, const FechaHora& hasta, bool cartucho) override;
+  FinLectura LeerPendientes() override;
   EncabezadoLista Encabezado(bool para_imprimir) const override;
   const LectorRegistros& Lector() const override { return lector_; }
 
  private:
-  QWidget* ArmarMarcos();
-  void TraerPorFecha();
-  void TraerPendientes();
-
   LectorEventos lector_;
-  PanelAviso* picSinDatos_;
-  PanelAviso* PicSinDatosColaTx_;
-  Fechas fechas_{};
-  QCheckBox* chkCartucho_;
 };
 
 }  // namespace utr

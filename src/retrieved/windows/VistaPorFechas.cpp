@@ -1,0 +1,108 @@
+#include "retrieved/windows/VistaPorFechas.h"
+
+#include <QCheckBox>
+#include <QDateTimeEdit>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QPushButton>
+
+#include "shell/windows/Campos.h"
+#include "widgets/TextoQt.h"
+
+namespace utr {
+namespace {
+
+QGroupBox* Grupo(const char* nombre, const char* titulo) {
+  auto* grupo = new QGroupBox(QString::fromUtf8(titulo));
+  grupo->setObjectName(QString::fromLatin1(nombre));
+  return grupo;
+}
+
+}  // namespace
+
+VistaPorFechas::VistaPorFechas(ModRTU& mod, const DescripcionVista& descripcion, const PalabrasPorFechas& palabras,
+                               Columnas columnas, QPushButton* cerrar, QWidget* parent)
+    : VistaRegistros(mod, descripcion, std::move(columnas), parent),
+      palabras_(palabras),
+      picSinDatos_(Panel("picSinDatos", palabras.sin_datos)),
+      PicSinDatosColaTx_(Panel("PicSinDatosColaTx", palabras.sin_cola)),
+      chkCartucho_(new QCheckBox(QString::fromUtf8(palabras.cartucho))) {
+  chkCartucho_->setObjectName("chkCartucho");
+  Armar(ArmarMarcos(), cerrar);
+}
+
+QWidget* VistaPorFechas::ArmarMarcos() {
+  auto* marcos = new QWidget;
+  auto* fila = new QHBoxLayout(marcos);
+  fila->setContentsMargins(0, 0, 0, 0);
+  fila->addWidget(ArmarPorFecha(), 3);
+  fila->addWidget(ArmarPendientes(), 1);
+  return marcos;
+}
+
+QWidget* VistaPorFechas::ArmarPorFecha() {
+  QGroupBox* grupo = Grupo(palabras_.marco_fechas, palabras_.titulo_fechas);
+  auto* caja = new QFormLayout;
+  fechas_ = AgregarFechas(*caja, palabras_.formato);
+  if (palabras_.dia_entero) fechas_.fin->setTime(QTime(23, 59));
+  QPushButton* traer = Boton(palabras_.boton_fechas, palabras_.texto_fechas);
+  traer->setDefault(true);
+  connect(traer, &QPushButton::clicked, this, &VistaPorFechas::TraerPorFecha);
+  auto* columna = new QVBoxLayout;
+  columna->setSpacing(kEntreControles);
+  columna->addWidget(chkCartucho_);
+  columna->addWidget(traer, 0, Qt::AlignLeft);
+  auto* fila = new QHBoxLayout(grupo);
+  fila->setSpacing(kEntreColumnas);
+  fila->addLayout(caja);
+  fila->addLayout(columna);
+  fila->addStretch(1);
+  return grupo;
+}
+
+QWidget* VistaPorFechas::ArmarPendientes() {
+  QGroupBox* grupo = Grupo(palabras_.marco_pendientes, palabras_.titulo_pendientes);
+  QPushButton* traer = Boton(palabras_.boton_pendientes, palabras_.texto_pendientes);
+  connect(traer, &QPushButton::clicked, this, &VistaPorFechas::TraerPendientes);
+  auto* columna = new QVBoxLayout(grupo);
+  columna->addStretch(1);
+  columna->addWidget(traer, 0, Qt::AlignLeft);
+  return grupo;
+}
+
+void VistaPorFechas::Marco(int cual) {
+  if (cual == 0) {
+    TraerPorFecha();
+  } else {
+    TraerPendientes();
+  }
+}
+
+void VistaPorFechas::TraerPorFecha() {
+  PedidoLectura pedido;
+  pedido.procedimiento = palabras_.procedimiento_fechas;
+  pedido.leer = [this] {
+    return LeerPorFecha(FechaDe(*fechas_.inicio), FechaDe(*fechas_.fin), chkCartucho_->isChecked());
+  };
+  pedido.sin_datos = picSinDatos_;
+  pedido.contador = palabras_.contador_fechas;
+  pedido.periodo = [this] { return TextoPeriodo(fechas_); };
+  pedido.al_reves = FechasAlReves();
+  pedido.al_reves.icono = palabras_.icono_al_reves;
+  if (palabras_.titulo_al_reves != nullptr) pedido.al_reves.titulo = palabras_.titulo_al_reves;
+  pedido.conservar = palabras_.conservar_al_reves;
+  Leer(pedido);
+}
+
+void VistaPorFechas::TraerPendientes() {
+  PedidoLectura pedido;
+  pedido.procedimiento = palabras_.procedimiento_pendientes;
+  pedido.leer = [this] { return LeerPendientes(); };
+  pedido.sin_datos = PicSinDatosColaTx_;
+  pedido.contador = palabras_.contador_pendientes;
+  pedido.periodo = [this] { return TextoMomento(); };
+  Leer(pedido);
+}
+
+}  // namespace utr
