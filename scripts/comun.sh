@@ -18,7 +18,8 @@ probar() {
   local informe="$RAIZ/build/pruebas-$1.xml" estado=0 total sin_correr
   pasadas=0 fallidas=0
   rm -f "$informe"
-  QT_QPA_PLATFORM=offscreen ctest --preset "$1" --no-tests=error --output-junit "$informe" || estado=$?
+  QT_QPA_PLATFORM=offscreen ctest --preset "$1" --no-tests=error --output-junit "$informe" |
+    sed -E '/^ +Start +[0-9]+: /d; s/ \.{4,} */ ... /' || estado=$?
   [[ -s $informe ]] || { echo "No test ran." >&2; return 1; }
   total=$(cuenta "$informe" tests)
   fallidas=$(cuenta "$informe" failures)
