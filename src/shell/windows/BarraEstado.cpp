@@ -17,15 +17,13 @@ QLabel* Panel(const char* nombre) {
 }  // namespace
 
 BarraEstado::BarraEstado(QWidget* parent)
-    : QStatusBar(parent), progreso_(Panel("Panel1")), puerto_(Panel("PUERTO")), velocidad_(Panel("Velocidad")) {
+    : QStatusBar(parent), puerto_(Panel("PUERTO")), velocidad_(Panel("Velocidad")) {
   setObjectName("BarraEstado");
-  addWidget(progreso_, 1);
+  addWidget(Panel("Panel1"), 1);
   addPermanentWidget(puerto_);
   addPermanentWidget(velocidad_);
-}
-
-void BarraEstado::Progreso(const QString& texto) {
-  progreso_->setText(texto);
+  puerto_->setWhatsThis("El puerto por el que se habla con la UTR, o que no hay ninguno abierto.");
+  velocidad_->setWhatsThis("La velocidad del puerto serie, o la dirección IP de la UTR.");
 }
 
 void BarraEstado::Mostrar(const TextosPanel& textos) {

@@ -15,11 +15,9 @@ class BarraEstado : public QStatusBar {
  public:
   explicit BarraEstado(QWidget* parent = nullptr);
 
-  void Progreso(const QString& texto);
   void Mostrar(const TextosPanel& textos);
 
  private:
-  QLabel* progreso_;
   QLabel* puerto_;
   QLabel* velocidad_;
 };

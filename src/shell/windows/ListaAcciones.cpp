@@ -6,30 +6,31 @@
 #include <QStackedLayout>
 #include <QStandardItemModel>
 #include <QTreeView>
+#include <algorithm>
 
 namespace utr {
 namespace {
 
 constexpr int kIndice = Qt::UserRole + 1;
 
-// How the icon view looks in each of its three forms.
+constexpr QSize kIconoGrande(48, 48);
+constexpr QSize kIconoPequeno(20, 20);
+
+// How the icon view looks in each of its three forms. `texto`: the room that the widest caption takes.
 struct Aspecto {
   QListView::ViewMode modo;
   QListView::Flow flujo;
   QSize icono;
   QSize celda;
 };
-Aspecto AspectoDe(Vista vista) {
-  switch (vista) {
-    case Vista::kIconosGrandes:
-      return {QListView::IconMode, QListView::LeftToRight, QSize(48, 48), QSize(150, 100)};
-    case Vista::kIconosPequenos:
-      return {QListView::ListMode, QListView::LeftToRight, QSize(20, 20), QSize(230, 34)};
-    case Vista::kLista:
-    case Vista::kDetalles:
-      break;
+Aspecto AspectoDe(Vista vista, const QSize& texto) {
+  if (vista == Vista::kIconosGrandes) {
+    const QSize celda(texto.width() + 24, kIconoGrande.height() + 2 * texto.height() + 16);
+    return {QListView::IconMode, QListView::LeftToRight, kIconoGrande, celda};
   }
-  return {QListView::ListMode, QListView::TopToBottom, QSize(20, 20), QSize(230, 34)};
+  const QSize celda(texto.width() + kIconoPequeno.width() + 40, texto.height() + 16);
+  return {QListView::ListMode, vista == Vista::kIconosPequenos ? QListView::LeftToRight : QListView::TopToBottom,
+          kIconoPequeno, celda};
 }
 
 }  // namespace
@@ -56,6 +57,7 @@ ListaAcciones::ListaAcciones(QWidget* parent)
     vista->setEditTriggers(QAbstractItemView::NoEditTriggers);
     vista->setSelectionMode(QAbstractItemView::SingleSelection);
     vista->setAccessibleName("Acciones");
+    vista->setWhatsThis("Las acciones del programa. Un doble clic o Enter ejecuta la elegida.");
     vista->installEventFilter(this);
     connect(vista, &QAbstractItemView::doubleClicked, this, &ListaAcciones::EjecutarFila);
     pila_->addWidget(vista);
@@ -76,7 +78,7 @@ void ListaAcciones::FijarVista(Vista vista) {
   if (vista == Vista::kDetalles) {
     pila_->setCurrentWidget(detalles_);
   } else {
-    const Aspecto aspecto = AspectoDe(vista);
+    const Aspecto aspecto = AspectoDe(vista, SitioDelTexto());
     iconos_->setViewMode(aspecto.modo);
     iconos_->setFlow(aspecto.flujo);
     iconos_->setWrapping(true);
@@ -87,6 +89,12 @@ void ListaAcciones::FijarVista(Vista vista) {
   }
   setFocusProxy(pila_->currentWidget());
   if (con_foco) setFocus();
+}
+
+QSize ListaAcciones::SitioDelTexto() const {
+  int ancho = 0;
+  for (const QString& texto : Textos()) ancho = std::max(ancho, iconos_->fontMetrics().horizontalAdvance(texto));
+  return {ancho, iconos_->fontMetrics().height()};
 }
 
 void ListaAcciones::Ordenar(bool ascendente) {

@@ -38,6 +38,7 @@ class ListaAcciones : public QWidget {
   bool eventFilter(QObject* vigilado, QEvent* evento) override;
 
  private:
+  QSize SitioDelTexto() const;
   void EjecutarFila(const QModelIndex& fila);
 
   QStandardItemModel* modelo_;

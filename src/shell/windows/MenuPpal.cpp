@@ -129,6 +129,9 @@ void MenuPpal::ArmarBarra(QMainWindow* ventana) {
           &MenuPpal::Conectar);
   connect(Agregar(barra, "Disconected", "Desconectar el puerto", "desconectar", conexion), &QAction::triggered, this,
           &MenuPpal::Desconectar);
+  Boton("Conected")
+      ->setWhatsThis("Abre el puerto serie con los ajustes vigentes. Queda apretado mientras está abierto.");
+  Boton("Disconected")->setWhatsThis("Cierra el puerto serie y corta la llamada telefónica, si la hay.");
   separador_ = barra->addSeparator();
   separador_->setObjectName("SeparadorConexion");
   Agregar(barra, "Open", "Abrir", "abrir", nullptr)->setEnabled(false);

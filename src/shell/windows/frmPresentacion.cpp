@@ -343,9 +343,12 @@ void frmPresentacion::VerificarVelocidad() {
 }
 
 void frmPresentacion::Habilitar(bool activo) {
+  // A control that is disabled loses the focus, and gets it back with its use.
+  if (!activo) foco_ = focusWidget();
   cuerpo_->setEnabled(activo);
   AceptarLecturaCFG_->setEnabled(activo);
   cmdAyuda_->setEnabled(activo);
+  if (activo && foco_ != nullptr) foco_->setFocus();
 }
 
 void frmPresentacion::MostrarLectura() {

@@ -66,6 +66,7 @@ class frmPresentacion : public QDialog {
   ModRTU& mod_;
   std::string fuente_;
   bool cancelado_ = false;
+  QWidget* foco_ = nullptr;
 
   QRadioButton* OptionRTU_;
   QRadioButton* OptionXML_;
