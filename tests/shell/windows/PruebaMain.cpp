@@ -12,6 +12,8 @@
 namespace utr {
 namespace {
 
+using namespace std::string_literals;
+
 class Inicio : public testing::Test {
  protected:
   Entorno Del() { return {comunicador, puertos, operador, reloj, {}, carpeta.Ruta(), "AdminUTR"}; }
@@ -50,7 +52,7 @@ TEST_F(Inicio, RigeLaClaveGuardada) {
 }
 
 TEST_F(Inicio, BytesAlAzarEnLosAjustesValenPorNinguno) {
-  prueba::EscribirTodo(carpeta / "AdminUTR.dll", std::string("\xff\x00\x01Clave=\x80 = \"x\n[", 20));
+  prueba::EscribirTodo(carpeta / "AdminUTR.dll", "\xff\x00\x01Clave=\x80 = \"x\n["s);
   Main principal(Del());
   EsperarIntentos({"Pampas"});
   EXPECT_TRUE(principal.Entrar());
