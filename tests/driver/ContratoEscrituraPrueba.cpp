@@ -1,5 +1,5 @@
-#include "driver/BancoSimulado.h"
 #include "driver/Contrato.h"
+#include "support/Carpeta.h"
 
 // Writing: pages, flags, channels, schedule, outputs, erasing, restarts and files.
 namespace utr::prueba {
@@ -306,9 +306,5 @@ TEST_P(Contrato, ElArchivoDeInsercionManual) {
   EXPECT_FALSE(Driver().ExportarImp(datos, banco->Archivo("no/hay/carpeta.imp"), 1));
   EXPECT_EQ(LeerTodo(ruta), antes);
 }
-
-INSTANTIATE_TEST_SUITE_P(Simulado, Contrato, testing::Values(+[]() -> std::unique_ptr<Banco> {
-                           return std::make_unique<BancoSimulado>();
-                         }));
 
 }  // namespace utr::prueba

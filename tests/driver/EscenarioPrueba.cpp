@@ -1,0 +1,190 @@
+#include <gtest/gtest.h>
+
+#include "base/Error.h"
+#include "driver/BancoSimulado.h"
+#include "driver/Contrato.h"
+#include "driver/simulated/Escenario.h"
+
+namespace utr::simulada {
+namespace {
+
+using prueba::BancoSimulado;
+using prueba::LeerTodo;
+
+// The description of the mistake in a scenario, "" when there is none.
+std::string Reparo(const std::string& texto) {
+  try {
+    LeerEscenarioDeTexto(texto);
+    return {};
+  } catch (const Error& error) {
+    EXPECT_EQ(error.Numero(), error::kArchivo);
+    return error.Descripcion();
+  }
+}
+
+TEST(Escenario, VacioEsElDeFabrica) {
+  const Escenario e = LeerEscenarioDeTexto("");
+  EXPECT_EQ(e.estado, Escenario{}.estado);
+  EXPECT_TRUE(e.fallas.empty());
+}
+
+TEST(Escenario, ElQueSeEntregaSeEntiendeYEsElDeFabrica) {
+  const Escenario e = LeerEscenario(std::filesystem::path(ADMINUTR_DATOS) / "UTRSimulada.toml");
+  EXPECT_EQ(e.estado, Escenario{}.estado) << "the file shows what holds without it";
+  EXPECT_TRUE(e.fallas.empty());
+  EXPECT_EQ(e.tiempos.factor, 1);
+}
+
+// The examples that a trainer finds commented out must be right too.
+TEST(Escenario, LosEjemplosDelQueSeEntregaSeEntienden) {
+  std::istringstream entrada(LeerTodo(std::filesystem::path(ADMINUTR_DATOS) / "UTRSimulada.toml"));
+  std::string texto;
+  for (std::string linea; std::getline(entrada, linea);) {
+    if (linea.starts_with("#~ ")) linea.erase(0, 3);
+    texto += linea + "\n";
+  }
+  const Escenario e = LeerEscenarioDeTexto(texto);
+  EXPECT_GT(e.fallas.size(), 8U);
+  EXPECT_FALSE(e.vida.hidrologia.fijos.empty());
+  EXPECT_EQ(e.estado.count("paginas.34"), 1U);
+}
+
+TEST(Escenario, CadaErrorTieneSuLineaYSuMotivo) {
+  const struct {
+    const char* texto;
+    const char* reparo;
+  } casos[] = {
+      {"[equipo]\nvelocida = 9600", "línea 2: 'equipo.velocida' no es una clave conocida"},
+      {"[equipos]", "línea 1: 'equipos' no es una clave conocida"},
+      {"equipo = 3", "línea 1: 'equipo' debe ser una tabla"},
+      {"[equipo]\n\nvelocidad = 9601", "línea 3: 'equipo.velocidad' debe ser 300, 1200, 2400, 4800, 9600 o 19200"},
+      {"[equipo]\nvelocidad = \"9600\"", "línea 2: 'equipo.velocidad' debe ser un número entero"},
+      {"[equipo]\nidentificador = 65536", "línea 2: 'equipo.identificador' debe estar entre 0 y 65535"},
+      {"[equipo]\nmuda = 1", "línea 2: 'equipo.muda' debe ser true o false"},
+      {"[equipo]\nestado = [\"TxNada\"]", "línea 2: 'equipo.estado' no conoce el indicador \"TxNada\""},
+      {"[tiempos]\nfactor = -1", "línea 2: 'tiempos.factor' debe estar entre 0 y 100"},
+      {"[enlace]\npuertos = 1", "línea 2: 'enlace.puertos' debe ser una lista entre corchetes"},
+      {"[ip]\ndirecciones = [\"1.2.3\"]", "línea 2: 'ip.direcciones' no admite la dirección \"1.2.3\""},
+      {"[paginas]\n300 = \"1\"", "línea 2: 'paginas.300' debe ser un número de 1 a 255"},
+      {"[paginas]\n35 = \"1,2,3,4\"", "línea 2: 'paginas.35' no es un texto de bytes que quepa en esa página"},
+      {"[canal.24]\nFlags = \"1\"", "'canal.24' debe ser un número de 1 a 23"},
+      {"[canal.4]\nFlag = \"1\"", "línea 2: 'canal.4.Flag' no es una columna de la tabla de canales"},
+      {"[agenda]\nentradas = [{ hora = \"25:00\" }]", "'agenda.entradas' tiene una entrada que no se entiende"},
+      {"[[falla]]\noperacion = \"LeerPagina\"", "'falla' necesita operacion y tipo"},
+      {"[[falla]]\noperacion = \"Leer\"\ntipo = \"vacio\"", "línea 2: 'falla.operacion' no es una operación: \"Leer\""},
+      {"[[falla]]\noperacion = \"LeerPagina\"\ntipo = \"x\"", "línea 3: 'falla.tipo' no es un tipo de falla: \"x\""},
+      {"[[falla]]\noperacion = \"Conectar\"\ntipo = \"falso\"", "la operación Conectar no admite \"falso\""},
+      {"[[falla]]\noperacion = \"EscribirLog\"\ntipo = \"error\"", "la operación EscribirLog no admite \"error\""},
+      {"[[falla]]\noperacion = \"LeerAgenda\"\ntipo = \"campo_ausente\"", "'falla' necesita campo"},
+      {"[[falla]]\noperacion = \"LeerAgenda\"\ntipo = \"ninguna\"\ncuando = 0", "'falla.cuando' debe estar entre 1"},
+      {"[[falla]]\noperacion = \"LeerAgenda\"\ntipo = \"ninguna\"\ncuando = \"a veces\"",
+       "'falla.cuando' debe ser \"siempre\""},
+      {"[equipo\n", "línea 1: no se entiende"},
+  };
+  for (const auto& caso : casos) {
+    const std::string reparo = Reparo(caso.texto);
+    EXPECT_NE(reparo.find(caso.reparo), std::string::npos) << caso.texto << "\n" << reparo;
+  }
+}
+
+TEST(Escenario, SeLeeOtraVezCuandoCambia) {
+  BancoSimulado banco;
+  banco.Conectar();
+  EXPECT_NE(banco.Driver().LeerFechaHora(), "");
+  banco.Escenario("[equipo]\nvelocidad = 4800\nidentificador = 7");
+  EXPECT_EQ(banco.Driver().LeerFechaHora(), "");
+  banco.Driver().Conectar("4800,n,8,1", "1");
+  banco.Driver().IdEquipo(7);
+  EXPECT_TRUE(banco.Driver().LeerPagina("0", false).starts_with("3,7,3,7,0,"));
+  std::filesystem::remove(banco.carpeta / "UTRSimulada.toml");
+  banco.Conectar();
+  EXPECT_NE(banco.Driver().LeerFechaHora(), "") << "without a file the factory's values hold again";
+}
+
+TEST(Escenario, UnErrorSeDiceUnaVezYSigueElAnterior) {
+  BancoSimulado banco;
+  banco.Escenario("[equipo]\nmuda = true");
+  banco.Conectar();
+  EXPECT_EQ(banco.Driver().LeerFechaHora(), "");
+  banco.Escenario("[equipo]\nmuda = si");
+  EXPECT_EQ(banco.Driver().LeerFechaHora(), "");
+  EXPECT_EQ(banco.Driver().LeerFechaHora(), "");
+  const std::string log = banco.Log();
+  const std::string aviso = "sigue el escenario anterior";
+  EXPECT_NE(log.find("UTRSimulada.toml, línea 2: "), std::string::npos) << log;
+  EXPECT_EQ(log.find(aviso), log.rfind(aviso));
+  banco.Enmudecer(false);
+  EXPECT_NE(banco.Driver().LeerFechaHora(), "");
+}
+
+TEST(Escenario, NoDeshaceLoHechoEnLaUnidad) {
+  BancoSimulado banco;
+  banco.Desfasar(90);
+  banco.Conectar();
+  ASSERT_TRUE(banco.Driver().GrabarFechaHora());
+  const std::string en_hora = TextoFechaHora(banco.Ahora());
+  EXPECT_EQ(banco.Driver().LeerFechaHora(), en_hora);
+  banco.Reiniciar();
+  banco.Conectar();
+  EXPECT_EQ(banco.Driver().LeerFechaHora(), en_hora) << "the same scenario isn't applied again";
+  banco.Desfasar(91);
+  EXPECT_NE(banco.Driver().LeerFechaHora(), en_hora);
+}
+
+TEST(Escenario, LoQuitadoVuelveALoDeFabrica) {
+  BancoSimulado banco;
+  banco.Conectar();
+  const auto historia = banco.Driver().LeerDatos("", "", 3)->RecordCount();
+  banco.Escenario("[canal.4]\nTStorage = \"60\"\nAMax = 22.5\n[paginas]\n34 = \"1,2,3\"\n[salidas]\nsalida1 = true");
+  const auto texto = [&](const char* campo) {
+    const TablaPtr t = banco.Driver().ConfiguracionAlmacenada(true);
+    t->Filter("Canal='4'");
+    return t->Texto(campo);
+  };
+  EXPECT_EQ(texto("TStorage"), "60");
+  EXPECT_EQ(texto("AMax"), "22.5");
+  EXPECT_EQ(banco.Driver().LeerPagina("34", false), "1,2,3");
+  EXPECT_EQ(banco.Driver().LeerInstantaneos()->TextoEn(36, 0), "1");
+  banco.Escenario("");
+  EXPECT_EQ(texto("TStorage"), "10");
+  EXPECT_EQ(banco.Driver().LeerPagina("34", false), "0,0,0");
+  EXPECT_EQ(banco.Driver().LeerInstantaneos()->TextoEn(36, 0), "0");
+  EXPECT_EQ(banco.Driver().LeerDatos("", "", 3)->RecordCount(), historia) << "the records stay";
+  banco.Escenario("[historia]\ndias = 2");
+  EXPECT_LT(banco.Driver().LeerDatos("", "", 3)->RecordCount(), 400U) << "another history is made anew";
+}
+
+TEST(Escenario, ElFactorAbreviaLasEsperas) {
+  BancoSimulado banco;
+  banco.Escenario("[tiempos]\nfactor = 0.5\nsin_respuesta = 8\n[equipo]\nmuda = true");
+  banco.Conectar();
+  banco.Driver().Pausa(20);
+  EXPECT_EQ(banco.Driver().LeerFechaHora(), "");
+  EXPECT_EQ(banco.reloj.esperas, (std::vector<double>{10, 4}));
+}
+
+TEST(Escenario, ElLogDiceCadaLlamada) {
+  BancoSimulado banco;
+  banco.Escenario("[bitacora]\ntablas_enteras = true");
+  banco.Conectar();
+  EXPECT_THROW(banco.Driver().Conectar("9600,n,8,1", "2"), Error);
+  banco.Conectar();
+  const TablaPtr t = banco.Driver().LeerAgenda();
+  EXPECT_FALSE(banco.Driver().GrabarAgenda(*t)) << "a row without a minute isn't an entry";
+  banco.Driver().LeerPaginaFlash(3, 17);
+  banco.Driver().EscribirLog("línea propia");
+  const std::string log = banco.Log();
+  for (const char* linea : {"15/03/2026 10:00:00 Conectar(\"9600,n,8,1\", \"2\") = error 8005 [Comunicador] ",
+                            "15/03/2026 10:00:00 IdEquipo(120) = hecho\n",
+                            "15/03/2026 10:00:00 LeerAgenda() = tabla de 8 filas y 5 campos, 00001_LeerAgenda.xml\n",
+                            "GrabarAgenda(tabla de 8 filas y 5 campos, 00002_GrabarAgenda.xml) = ",
+                            "15/03/2026 10:00:00 LeerPaginaFlash(3, 17) = ", "\nlínea propia\n"}) {
+    EXPECT_NE(log.find(linea), std::string::npos) << linea << "\n" << log;
+  }
+  Tabla guardada;
+  guardada.Open(banco.carpeta.Ruta() / "Comunicador.tablas" / "00001_LeerAgenda.xml");
+  EXPECT_EQ(guardada.RecordCount(), 8U);
+}
+
+}  // namespace
+}  // namespace utr::simulada

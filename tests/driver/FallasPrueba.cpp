@@ -1,0 +1,184 @@
+#include <gtest/gtest.h>
+
+#include "base/Error.h"
+#include "base/Numeros.h"
+#include "driver/BancoSimulado.h"
+#include "driver/Contrato.h"
+#include "driver/simulated/Fallas.h"
+#include "driver/simulated/Pagina.h"
+
+namespace utr::simulada {
+namespace {
+
+using prueba::BancoSimulado;
+using prueba::NumeroDeError;
+
+std::string TextoFalla(const std::string& operacion, const std::string& tipo, const std::string& resto = {}) {
+  return "[[falla]]\noperacion = \"" + operacion + "\"\ntipo = \"" + tipo + "\"\n" + resto + "\n";
+}
+
+class FallaDeEscenario : public testing::Test {
+ protected:
+  void Fallar(const std::string& operacion, const std::string& tipo, const std::string& resto = {}) {
+    banco.Escenario(TextoFalla(operacion, tipo, resto));
+  }
+  Comunicador& Driver() { return banco.Driver(); }
+  void SetUp() override { banco.Conectar(); }
+  BancoSimulado banco;
+};
+
+TEST_F(FallaDeEscenario, CadaClaseDeRespuesta) {
+  Fallar("GrabarFechaHora", "falso");
+  banco.Pasar(7);
+  EXPECT_FALSE(Driver().GrabarFechaHora());
+  Fallar("LeerEstado", "falso");
+  EXPECT_LT(Driver().LeerEstado(), 0);
+  Fallar("LeerFechaHora", "vacio");
+  EXPECT_EQ(Driver().LeerFechaHora(), "");
+  Fallar("LeerEventos", "ninguna");
+  EXPECT_EQ(Driver().LeerEventos("", ""), nullptr);
+  Fallar("LeerDatos", "sin_filas");
+  const TablaPtr vacia = Driver().LeerDatos("", "", 0);
+  EXPECT_EQ(vacia->RecordCount(), 0U);
+  EXPECT_EQ(vacia->FieldCount(), 8U);
+  Fallar("ConfiguracionAlmacenada", "error", "numero = 31036\norigen = \"Lectura\"\ntexto = \"se perdió\"");
+  try {
+    Driver().ConfiguracionAlmacenada(true);
+    FAIL();
+  } catch (const Error& error) {
+    EXPECT_EQ(error.Numero(), 31036);
+    EXPECT_EQ(error.Origen(), "Lectura");
+    EXPECT_EQ(error.Descripcion(), "se perdió");
+  }
+}
+
+TEST_F(FallaDeEscenario, UnaOrdenQueFallaNoSeCumple) {
+  Fallar("EscribirPagina", "falso");
+  EXPECT_FALSE(Driver().EscribirPagina("34", "5,5,5"));
+  EXPECT_EQ(Driver().LeerPagina("34", false), "0,0,0");
+}
+
+TEST_F(FallaDeEscenario, CuantasVeces) {
+  const struct {
+    const char* cuando;
+    const char* respuestas;  // of five calls: "-" failed, "+" answered
+  } casos[] = {{"cuando = \"siempre\"", "-----"},
+               {"", "-----"},
+               {"cuando = \"la_primera_vez\"", "-++++"},
+               {"cuando = 3", "---++"}};
+  for (const auto& caso : casos) {
+    Fallar("LeerPaginaFlash", "vacio", caso.cuando);
+    std::string respuestas;
+    for (int i = 0; i < 5; ++i) {
+      Driver().EstadoPuerto();  // pages of a run look at the file now and then; any other call at once
+      respuestas += Driver().LeerPaginaFlash(0, 0).empty() ? '-' : '+';
+    }
+    EXPECT_EQ(respuestas, caso.respuestas) << caso.cuando;
+  }
+}
+
+TEST_F(FallaDeEscenario, SoloDondeSeCumpleLaCondicion) {
+  banco.Escenario(TextoFalla("LeerPaginaFlash", "vacio", "pista = 3\npagina = 17") +
+                  TextoFalla("LeerPagina", "vacio", "pagina = 35\nvelocidad = 9600") +
+                  TextoFalla("LeerDatos", "ninguna", "canal = 4") +
+                  TextoFalla("Conectar", "error", "puerto = 3\nnumero = 8005"));
+  Driver().EstadoPuerto();
+  EXPECT_EQ(Driver().LeerPaginaFlash(3, 17), "");
+  EXPECT_NE(Driver().LeerPaginaFlash(3, 18), "");
+  EXPECT_NE(Driver().LeerPaginaFlash(4, 17), "");
+  EXPECT_EQ(Driver().LeerPagina("35", true), "");
+  EXPECT_NE(Driver().LeerPagina("34", true), "");
+  EXPECT_EQ(Driver().LeerDatos("", "", 3), nullptr) << "channels count from 1 in a scenario";
+  EXPECT_NE(Driver().LeerDatos("", "", 4), nullptr);
+  EXPECT_EQ(NumeroDeError([&] { Driver().Conectar("9600,n,8,1", "3"); }), 8005);
+  EXPECT_EQ(NumeroDeError([&] { Driver().Conectar("9600,n,8,1", "1"); }), 0);
+}
+
+TEST_F(FallaDeEscenario, LaDemoraNoImpideLaRespuesta) {
+  Fallar("LeerFechaHora", "demora", "segundos = 2.5\ncuando = \"la_primera_vez\"");
+  EXPECT_NE(Driver().LeerFechaHora(), "");
+  EXPECT_NE(Driver().LeerFechaHora(), "");
+  EXPECT_EQ(banco.reloj.esperas, std::vector<double>{2.5});
+}
+
+TEST_F(FallaDeEscenario, CampoAusente) {
+  Fallar("LeerDatos", "campo_ausente", "campo = \"hora\"");
+  const TablaPtr t = Driver().LeerDatos("", "", 0);
+  EXPECT_EQ(NumeroDeError([&] { t->Texto("Hora"); }), error::kCampo);
+  EXPECT_EQ(t->FieldCount(), 7U);
+  EXPECT_GT(t->RecordCount(), 0U);
+}
+
+TEST_F(FallaDeEscenario, UnCampoNumericoComoTexto) {
+  Fallar("ConfiguracionAlmacenada", "numero_como_texto", "campo = \"CtePluvi\"");
+  const TablaPtr t = Driver().ConfiguracionAlmacenada(true);
+  EXPECT_EQ(t->Field("CtePluvi").tipo, TipoCampo::kVarChar);
+  t->Filter("Canal='15'");
+  EXPECT_EQ(t->Texto("CtePluvi"), "0.2");
+}
+
+TEST_F(FallaDeEscenario, UnValorQueNoEsNumero) {
+  banco.Escenario(TextoFalla("LeerDatos", "no_numero", "campo = \"Valor\"") +
+                  TextoFalla("LeerAgenda", "no_numero", "campo = \"HorarioInteger\"\nvalor = \"ocho\""));
+  int cambiados = 0;
+  for (const TablaPtr t = Driver().LeerDatos("", "", 0); !t->Eof(); t->MoveNext()) {
+    if (t->Texto("Hora").empty()) continue;
+    EXPECT_FALSE(EsNumerico(t->Texto("Valor")));
+    ++cambiados;
+  }
+  EXPECT_GT(cambiados, 100);
+  EXPECT_EQ(Driver().LeerAgenda()->Texto("HorarioInteger"), "ocho");
+}
+
+TEST_F(FallaDeEscenario, TramaCortaYFechaQueNoEs) {
+  banco.Escenario(TextoFalla("LeerInstantaneos", "trama_corta", "cuantos = 20") +
+                  TextoFalla("LeerFechaHora", "fecha_invalida") + TextoFalla("LeerDatos", "fecha_invalida"));
+  EXPECT_EQ(Driver().LeerInstantaneos()->RecordCount(), 20U);
+  EXPECT_FALSE(EsFecha(Driver().LeerFechaHora()));
+  const TablaPtr t = Driver().LeerDatos("", "", 0);
+  EXPECT_FALSE(t->Texto("Fecha").empty());
+  for (; !t->Eof(); t->MoveNext()) EXPECT_FALSE(EsFecha(t->Texto("Fecha")));
+}
+
+// Bytes of a page text as a reply frame.
+std::vector<std::uint8_t> Respuesta(const std::string& texto) {
+  const auto bytes = LeerTextoPagina(texto).value();
+  std::vector<std::uint8_t> respuesta(13);
+  respuesta.insert(respuesta.end(), bytes.begin(), bytes.begin() + 64);
+  return respuesta;
+}
+
+TEST_F(FallaDeEscenario, PaginaConBitsCambiados) {
+  banco.Escenario(TextoFalla("LeerPaginaFlash", "pagina_dañada", "pista = 0\npagina = 0\ncuantos = 3"));
+  Driver().EstadoPuerto();
+  const std::string texto = Driver().LeerPaginaFlash(0, 0);
+  EXPECT_EQ(LeerTextoPagina(texto)->size(), 66U);
+  EXPECT_EQ(Driver().LeerPaginaFlash(0, 0), texto);
+  const TablaPtr t = Driver().DecodificarPagina(Respuesta(texto), "0#0#1024#0#64", "01/01/2001");
+  EXPECT_TRUE(!t || t->RecordCount() == 0);
+  EXPECT_NE(Driver().DecodificarPagina(Respuesta(Driver().LeerPaginaFlash(0, 1)), "0#0#1024#0#64", "01/01/2001"),
+            nullptr);
+}
+
+TEST_F(FallaDeEscenario, UnaPaginaSinFechaPropiaTomaLaDada) {
+  banco.Escenario(TextoFalla("LeerPaginaFlash", "pagina_sin_fecha"));
+  Driver().EstadoPuerto();
+  const struct {
+    std::int16_t pista;
+    bool cola;
+  } casos[] = {{0, false}, {27, true}, {30, false}};
+  for (const auto& caso : casos) {
+    const auto respuesta = Respuesta(Driver().LeerPaginaFlash(caso.pista, 0));
+    const TablaPtr t = caso.cola ? Driver().DecodificarPaginaCola(respuesta, "1#0#1024#0#64", "01/01/2001")
+                                 : Driver().DecodificarPagina(respuesta, "1#0#1024#0#64", "01/01/2001");
+    ASSERT_TRUE(t) << caso.pista;
+    int marcas = 0;
+    EXPECT_EQ(t->Texto("Fecha"), "01/01/2001") << caso.pista;
+    EXPECT_EQ(t->Texto("Hora"), "") << "a row of its own, ahead of the samples";
+    for (; !t->Eof(); t->MoveNext()) marcas += t->Texto("Fecha").empty() ? 0 : 1;
+    EXPECT_EQ(marcas, 1) << caso.pista;
+  }
+}
+
+}  // namespace
+}  // namespace utr::simulada
