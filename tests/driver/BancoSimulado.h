@@ -29,6 +29,8 @@ class BancoSimulado : public Banco {
   }
   std::string Archivo(const std::string& nombre) override { return (carpeta / nombre).string(); }
 
+  ComunicadorSimulado& Simulado() { return *driver_; }
+
   // Writes the scenario file. Each text has another length or time than the one before: a counter in a comment sees to
   // it, since a test is quicker than the grain of file times.
   void Escenario(const std::string& texto) {

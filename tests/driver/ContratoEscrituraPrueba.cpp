@@ -227,6 +227,10 @@ TEST_P(Contrato, LaRelacionDePilasYLosCanalesAModificar) {
   EXPECT_EQ(pila(4), "0");
   EXPECT_EQ(pila(1), "1");
   EXPECT_EQ(pila(15), "2");
+  const std::string hoy = TextoFecha(banco->Ahora());
+  EXPECT_EQ(Driver().LeerDatos("", hoy, 3)->RecordCount(), 0U) << "the stack still holds its former channel";
+  banco->Pasar(7200);
+  EXPECT_GT(Driver().LeerDatos("", hoy, 3)->RecordCount(), 0U);
   for (const char* mala : {"0", "24", "1$1", "1$x", "1$2$3$4$5$6$7$8$9$10"})
     EXPECT_FALSE(Driver().GrabarPilaCanal("7", mala)) << mala;
   EXPECT_FALSE(Driver().GrabarPilaCanal("8", ""));

@@ -119,6 +119,22 @@ TEST_P(Contrato, LasFechasLimitanLoLeido) {
   EXPECT_EQ(NumeroDeError([&] { Driver().LeerDatos("ayer", "hoy", 0); }), error::kTipos);
 }
 
+TEST_P(Contrato, LosDosExtremosEntran) {
+  banco->Conectar();
+  const std::string ayer = TextoFecha(FechaDeDias(DiasDesde1970(banco->Ahora()) - 1));
+  const auto horas = [&](const std::string& desde, const std::string& hasta) {
+    std::vector<std::string> textos;
+    for (const TablaPtr t = Driver().LeerDatos(desde, hasta, 0); !t->Eof(); t->MoveNext()) {
+      if (!t->Texto("Hora").empty()) textos.push_back(t->Texto("Hora"));
+    }
+    return textos;
+  };
+  const auto todas = horas(ayer, ayer);
+  ASSERT_GT(todas.size(), 10U);
+  const std::vector<std::string> esperadas(todas.begin() + 3, todas.begin() + 8);
+  EXPECT_EQ(horas(ayer + " " + todas[3], ayer + " " + todas[7]), esperadas);
+}
+
 TEST_P(Contrato, LosPendientesSonParteDeLosDeSiempre) {
   banco->Conectar();
   const auto filas = [](const TablaPtr& t, const char* campo) {

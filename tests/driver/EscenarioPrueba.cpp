@@ -154,6 +154,17 @@ TEST(Escenario, LoQuitadoVuelveALoDeFabrica) {
   EXPECT_LT(banco.Driver().LeerDatos("", "", 3)->RecordCount(), 400U) << "another history is made anew";
 }
 
+TEST(Escenario, LosPuertosSonLosDelEscenario) {
+  BancoSimulado banco;
+  banco.Escenario("[enlace]\npuertos = [7, 4]\ntomados = []\npuerto = 7");
+  banco.Driver().Conectar("9600,n,8,1", "7");
+  EXPECT_NE(banco.Driver().LeerFechaHora(), "");
+  const auto puertos = banco.Simulado().Puertos();
+  ASSERT_EQ(puertos.size(), 2U);
+  EXPECT_EQ(puertos[0].first, 4);
+  EXPECT_FALSE(puertos[0].second.empty());
+}
+
 TEST(Escenario, ElFactorAbreviaLasEsperas) {
   BancoSimulado banco;
   banco.Escenario("[tiempos]\nfactor = 0.5\nsin_respuesta = 8\n[equipo]\nmuda = true");

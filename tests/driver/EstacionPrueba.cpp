@@ -52,6 +52,27 @@ TEST(Estacion, LaHistoriaEnsenia) {
   EXPECT_GT(sin_valor, 40) << "the hygrometer fails for hours";
 }
 
+TEST(Estacion, LoPendienteComienzaDondeLaCentralDejoDeContestar) {
+  Estacion e;
+  e.RehacerHistoria(kAhora);
+  int pendientes = 0;
+  e.memoria.RecorrerSucesos([&](VistaPagina pagina, const Cabecera& cabecera) {
+    for (unsigned i = 0; i < cabecera.cuenta; ++i) {
+      const Suceso s = LeerSuceso(pagina, i);
+      const bool despues = SegundosDeDia(cabecera.dia) + s.segundo > kAhora - 30 * 3600;
+      EXPECT_EQ((s.marcas & marca::kPendiente) != 0, despues);
+      pendientes += despues ? 1 : 0;
+    }
+  });
+  e.memoria.RecorrerCola([&](VistaPagina pagina, const Cabecera& cabecera) {
+    for (unsigned i = 0; i < cabecera.cuenta; ++i) {
+      const Muestra m = LeerMuestra(pagina, cabecera, i);
+      EXPECT_EQ((m.marcas & marca::kPendiente) != 0, SegundosDeDia(cabecera.dia) + m.minuto * 60 > kAhora - 30 * 3600);
+    }
+  });
+  EXPECT_GT(pendientes, 0);
+}
+
 TEST(Estacion, QuienTransmiteNoTienePendientes) {
   Estacion e;
   Vida vida;
