@@ -2,17 +2,13 @@
 
 #include <QAbstractButton>
 #include <QApplication>
-#include <QComboBox>
-#include <QDialogButtonBox>
 #include <QFileDialog>
-#include <QFormLayout>
 #include <QMessageBox>
-#include <QPrinterInfo>
 #include <QPushButton>
-#include <QSpinBox>
 #include <QStandardPaths>
 
 #include "base/Texto.h"
+#include "widgets/DialogoImpresora.h"
 #include "widgets/TextoQt.h"
 
 namespace utr {
@@ -71,12 +67,6 @@ constexpr BotonDeCaja kBotones[] = {
     {Botones::kSiNo, Respuesta::kSi, "&Sí", QMessageBox::YesRole},
     {Botones::kSiNo, Respuesta::kNo, "&No", QMessageBox::NoRole},
 };
-
-QFormLayout* CajaDeFormulario(QDialog& dialogo) {
-  auto* caja = new QFormLayout(&dialogo);
-  caja->setRowWrapPolicy(QFormLayout::DontWrapRows);
-  return caja;
-}
 
 }  // namespace
 
@@ -139,37 +129,9 @@ std::optional<std::filesystem::path> OperadorQt::Elegir(const PedidoArchivo& ped
 std::optional<EleccionImpresora> OperadorQt::ElegirImpresora(std::string_view titulo,
                                                              const EleccionImpresora& anterior) {
   const PunteroNormal puntero;
-  QDialog dialogo(Encima());
-  dialogo.setWindowTitle(Q(titulo));
-  auto* impresoras = new QComboBox(&dialogo);
-  impresoras->addItems(QPrinterInfo::availablePrinterNames());
-  const QString deseada = anterior.nombre.empty() ? QPrinterInfo::defaultPrinterName() : Q(anterior.nombre);
-  if (const int lugar = impresoras->findText(deseada); lugar >= 0) impresoras->setCurrentIndex(lugar);
-  impresoras->setMinimumContentsLength(24);
-  impresoras->setAccessibleName(QStringLiteral("Impresora"));
-  auto* copias = new QSpinBox(&dialogo);
-  copias->setRange(1, 99);
-  copias->setValue(anterior.copias);
-  copias->setAccessibleName(QStringLiteral("Copias"));
-  auto* botones = new QDialogButtonBox(&dialogo);
-  QPushButton* aceptar = botones->addButton(QStringLiteral("Aceptar"), QDialogButtonBox::AcceptRole);
-  botones->addButton(QStringLiteral("Cancelar"), QDialogButtonBox::RejectRole);
-  QFormLayout* caja = CajaDeFormulario(dialogo);
-  caja->addRow(QStringLiteral("&Impresora:"), impresoras);
-  caja->addRow(QStringLiteral("&Copias:"), copias);
-  caja->addRow(botones);
-  if (impresoras->count() == 0) {
-    impresoras->addItem(QStringLiteral("No hay impresoras instaladas"));
-    impresoras->setEnabled(false);
-    copias->setEnabled(false);
-    aceptar->setEnabled(false);
-  } else {
-    aceptar->setDefault(true);
-  }
-  QObject::connect(botones, &QDialogButtonBox::accepted, &dialogo, &QDialog::accept);
-  QObject::connect(botones, &QDialogButtonBox::rejected, &dialogo, &QDialog::reject);
+  DialogoImpresora dialogo(Q(titulo), anterior, Encima());
   if (dialogo.exec() != QDialog::Accepted) return std::nullopt;
-  return EleccionImpresora{U(impresoras->currentText()), copias->value()};
+  return dialogo.Eleccion();
 }
 
 void OperadorQt::PunteroOcupado(bool ocupado) {

@@ -66,6 +66,7 @@ void VistaLista::ArmarFiltro() {
   filtro_->setPlaceholderText(QStringLiteral("Filtrar (Ctrl+F)"));
   filtro_->setAccessibleName(QStringLiteral("Filtrar"));
   filtro_->setClearButtonEnabled(true);
+  filtro_->setWhatsThis(QStringLiteral("Deja a la vista los renglones que contienen el texto en alguna columna."));
   filtro_->installEventFilter(this);
   connect(filtro_, &QLineEdit::textChanged, this, [this](const QString& texto) {
     Cambiar([&texto](ListaTabla& lista) { lista.Filtrar(U(texto)); });
@@ -76,6 +77,9 @@ void VistaLista::ArmarFiltro() {
 void VistaLista::ArmarArbol() {
   arbol_->setObjectName(QStringLiteral("Lista"));
   arbol_->setAccessibleName(QStringLiteral("Lista"));
+  arbol_->setWhatsThis(
+      QStringLiteral("Un clic en el título de una columna ordena la lista por ella; otro clic invierte el orden. "
+                     "Ctrl+C copia los renglones elegidos."));
   arbol_->setUniformRowHeights(true);
   arbol_->setRootIsDecorated(false);
   arbol_->setItemsExpandable(false);
@@ -90,7 +94,6 @@ void VistaLista::ArmarArbol() {
   titulos->setSectionsClickable(true);
   titulos->setSectionsMovable(false);
   titulos->setHighlightSections(false);
-  titulos->setStretchLastSection(true);
   connect(titulos, &QHeaderView::sectionClicked, this,
           [this](int columna) { ClicColumna(static_cast<std::size_t>(columna)); });
   connect(arbol_, &QTreeView::doubleClicked, this,
@@ -250,10 +253,13 @@ void VistaLista::Cambiar(const std::function<void(ListaTabla&)>& cambio) {
 
 void VistaLista::AjustarColumnas() {
   const ListaTabla& lista = modelo_->Lista();
+  // A last column of numbers would end far from its neighbour.
+  const Columnas& columnas = lista.LasColumnas();
+  arbol_->header()->setStretchLastSection(columnas.empty() || columnas.back().orden != ClaseOrden::kNumero);
   const AnchoTexto celda(arbol_->fontMetrics());
   const AnchoTexto titulo(arbol_->header()->fontMetrics());
-  for (std::size_t columna = 0; columna < lista.LasColumnas().size(); ++columna) {
-    int ancho = titulo(lista.LasColumnas()[columna].titulo) + kMargenIcono;
+  for (std::size_t columna = 0; columna < columnas.size(); ++columna) {
+    int ancho = titulo(columnas[columna].titulo) + kMargenIcono;
     for (const std::string_view texto : lista.TextosDistintos(columna))
       ancho = std::max(ancho, celda(texto) + kMargenCelda);
     arbol_->setColumnWidth(static_cast<int>(columna), ancho);

@@ -29,6 +29,7 @@ VistaPorFechas::VistaPorFechas(ModRTU& mod, const DescripcionVista& descripcion,
       PicSinDatosColaTx_(Panel("PicSinDatosColaTx", palabras.sin_cola)),
       chkCartucho_(new QCheckBox(QString::fromUtf8(palabras.cartucho))) {
   chkCartucho_->setObjectName("chkCartucho");
+  chkCartucho_->setWhatsThis(QStringLiteral("Lee el período del cartucho de la UTR en lugar de su memoria."));
   Armar(ArmarMarcos(), cerrar);
 }
 

@@ -76,6 +76,12 @@ QAction* NuevaAccion(const CaraComando& cara, QObject* dueno) {
   return accion;
 }
 
+// An empty label takes no room.
+void Decir(QLabel* etiqueta, const QString& texto) {
+  etiqueta->setText(texto);
+  etiqueta->setVisible(!texto.isEmpty());
+}
+
 }  // namespace
 
 VistaRegistros::VistaRegistros(ModRTU& mod, const DescripcionVista& descripcion, Columnas columnas, QWidget* parent)
@@ -99,6 +105,7 @@ VistaRegistros::VistaRegistros(ModRTU& mod, const DescripcionVista& descripcion,
   lblCantRegistros_->setObjectName("lblCantRegistros");
   lblFiltradas_->setObjectName("lblFiltradas");
   lblPeriodo_->setObjectName("lblPeriodo");
+  for (QLabel* etiqueta : {lblCantRegistros_, lblFiltradas_, lblPeriodo_}) Decir(etiqueta, {});
   for (const CaraComando& cara : kCaras) {
     QAction* accion = NuevaAccion(cara, this);
     acciones_.emplace(cara.comando, accion);
@@ -184,6 +191,7 @@ VistaRegistros::Fechas VistaRegistros::AgregarFechas(QFormLayout& caja, const ch
     campo->setObjectName(QString::fromLatin1(nombre));
     campo->setDisplayFormat(QString::fromLatin1(formato));
     campo->setCalendarPopup(true);
+    campo->setWhatsThis(QStringLiteral("Límite del período que se lee; los dos extremos están incluidos."));
     campo->setLocale(QLocale(QLocale::Spanish));
     caja.addRow(Rotulo(rotulo, QString::fromUtf8(texto), campo), campo);
     return campo;
@@ -259,19 +267,19 @@ FinLectura VistaRegistros::LeerOcupada(const std::function<FinLectura()>& leer) 
 void VistaRegistros::Listar(FinLectura fin, const PedidoLectura& pedido) {
   if (fin == FinLectura::kFechasAlReves) return;
   Limpiar();
-  lblPeriodo_->setText(pedido.periodo());
+  Decir(lblPeriodo_, pedido.periodo());
   if (fin == FinLectura::kSinDatos) {
     zona_->Mostrar({pedido.sin_datos});
     return;
   }
   lista_->Mostrar(Lector().Resultado());
-  lblCantRegistros_->setText(QString::fromUtf8(pedido.contador) + QString::number(lista_->Lista().Total()));
+  Decir(lblCantRegistros_, QString::fromUtf8(pedido.contador) + QString::number(lista_->Lista().Total()));
 }
 
 void VistaRegistros::Limpiar() {
   zona_->Mostrar({});
   lista_->Vaciar();
-  for (QLabel* texto : {lblCantRegistros_, lblFiltradas_, lblPeriodo_}) texto->clear();
+  for (QLabel* etiqueta : {lblCantRegistros_, lblFiltradas_, lblPeriodo_}) Decir(etiqueta, {});
 }
 
 void VistaRegistros::Ocupar(bool ocupada) {
@@ -296,8 +304,8 @@ void VistaRegistros::Habilitar() {
 
 void VistaRegistros::ContarFiltradas() {
   const ListaTabla& lista = lista_->Lista();
-  lblFiltradas_->setText(lista.Cantidad() == lista.Total() ? QString()
-                                                           : QStringLiteral("A la vista: %1").arg(lista.Cantidad()));
+  Decir(lblFiltradas_,
+        lista.Cantidad() == lista.Total() ? QString() : QStringLiteral("A la vista: %1").arg(lista.Cantidad()));
 }
 
 void VistaRegistros::closeEvent(QCloseEvent* evento) {

@@ -77,9 +77,24 @@ frmDatos::frmDatos(ModRTU& mod, TablaPtr configuracion, QWidget* parent)
       chkNivelRef_(Nuevo<QCheckBox>("chkNivelRef", "Con Nivel Ref / Constante.")),
       DatosInst_(Boton("DatosInst", "&Mostrar...")) {
   QPushButton* cerrar = Boton("cmd(1)", "&Cerrar");
+  Explicar();
   Armar(ArmarMarcos(), cerrar);
   CargarCanales();
   MarcoElegido(0);
+}
+
+void frmDatos::Explicar() {
+  const std::pair<QWidget*, const char*> textos[] = {
+      {Canales_, "Canales habilitados de la UTR que guardan historia."},
+      {CheckEscalados_, "Muestra los valores en unidades de ingeniería; sin marcar, en cuentas."},
+      {chkCartucho_, "Lee el período del cartucho de la UTR en lugar de su memoria."},
+      {traer_, "Lee de la UTR los registros del canal en el período elegido."},
+      {OpEscalados_, "Muestra los valores presentes en unidades de ingeniería."},
+      {OpSinEscalar_, "Muestra los valores presentes en cuentas."},
+      {chkNivelRef_, "Suma a los valores escalados el nivel de referencia o la constante del canal."},
+      {DatosInst_, "Lee de la UTR el valor presente de todos los canales habilitados."},
+  };
+  for (const auto& [control, texto] : textos) control->setWhatsThis(QString::fromUtf8(texto));
 }
 
 QWidget* frmDatos::ArmarMarcos() {

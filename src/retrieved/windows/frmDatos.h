@@ -24,6 +24,7 @@ class frmDatos : public VistaRegistros {
   const LectorRegistros& Lector() const override { return lector_; }
 
  private:
+  void Explicar();
   QWidget* ArmarMarcos();
   QWidget* ArmarHistoricos();
   QWidget* ArmarInstantaneos();

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QDialog>
+
+#include "shell/Operador.h"
+
+class QComboBox;
+class QSpinBox;
+
+namespace utr {
+
+// Asks for one of the system's printers and a number of copies. Without printers it says so and can only be cancelled.
+class DialogoImpresora : public QDialog {
+  Q_OBJECT
+
+ public:
+  // Starts with what was chosen last, else with the system's own choice.
+  DialogoImpresora(const QString& titulo, const EleccionImpresora& anterior, QWidget* parent = nullptr);
+
+  EleccionImpresora Eleccion() const;
+
+ private:
+  void ArmarBotones(bool hay_impresoras);
+
+  QComboBox* impresoras_;
+  QSpinBox* copias_;
+};
+
+}  // namespace utr
