@@ -35,6 +35,14 @@ TEST(Escenario, ElQueSeEntregaSeEntiendeYEsElDeFabrica) {
   EXPECT_EQ(e.tiempos.factor, 1);
 }
 
+TEST(Escenario, ElArchivoDeConfiguracionDeEjemploSeAbre) {
+  BancoSimulado banco;
+  const TablaPtr t =
+      banco.Driver().LeerArchivoConfiguracion((std::filesystem::path(ADMINUTR_DATOS) / "EstacionEjemplo.icf").string());
+  EXPECT_EQ(t->RecordCount(), 23U);
+  EXPECT_EQ(t->Texto("Descripcion"), "Nivel de la laguna");
+}
+
 // The examples that a trainer finds commented out must be right too.
 TEST(Escenario, LosEjemplosDelQueSeEntregaSeEntienden) {
   std::istringstream entrada(LeerTodo(std::filesystem::path(ADMINUTR_DATOS) / "UTRSimulada.toml"));
