@@ -6,11 +6,13 @@
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
 #include <QToolBar>
 #include <QToolButton>
+#include <QTreeView>
 #include <QVBoxLayout>
 #include <QWhatsThis>
 #include <array>
@@ -173,8 +175,21 @@ void VistaRegistros::Armar(QWidget* marcos, QPushButton* cerrar) {
   todo->setMenuBar(menu_);
   todo->addWidget(barra_);
   todo->addLayout(cuerpo, 1);
+  OrdenarTab();
   resize(std::max(sizeHint().width(), 960), 620);
   RecordarTamano(this);
+}
+
+// Frames from left to right, the list, the button that closes.
+void VistaRegistros::OrdenarTab() {
+  QList<QWidget*> orden;
+  for (QWidget* control : marcos_->findChildren<QWidget*>()) {
+    const bool alcanzable = (control->focusPolicy() & Qt::TabFocus) != 0 && control->focusProxy() == nullptr;
+    if (alcanzable && control->window() == this) orden.append(control);  // not what pops up
+  }
+  orden.append({lista_->CampoFiltro(), lista_->Arbol(), cerrar_});
+  for (qsizetype i = 1; i < orden.size(); ++i) setTabOrder(orden[i - 1], orden[i]);
+  orden.front()->setFocus();
 }
 
 PanelAviso* VistaRegistros::Panel(const char* nombre, const char* texto) {

@@ -97,6 +97,7 @@ class VistaRegistros : public QDialog {
  private:
   void ArmarMenu(const DescripcionVista& descripcion);
   void ArmarBarra(const DescripcionVista& descripcion);
+  void OrdenarTab();
   void Ejecutar(Comando comando);
   void VerDetalle();
   FinLectura LeerOcupada(const std::function<FinLectura()>& leer);

@@ -35,7 +35,12 @@ struct CasoVista {
   const char* documento;  // first lines
   int tipo_imp;
   const char* exito_imp;
+  const char* cerrar;
 };
+
+void PrintTo(const CasoVista& caso, std::ostream* salida) {
+  *salida << caso.nombre;
+}
 
 template <typename Ventana>
 auto Creador() {
@@ -63,7 +68,8 @@ const CasoVista kVistas[] = {
      "Guardar como ...",
      "Datos históricos de la UTR\r\nDesde: 13/03/2026\r\nHasta: 14/03/2026\r\nFecha\tHora\tCanal\tDescripción\t",
      1,
-     "La lista de datos ha sido exportada con éxito"},
+     "La lista de datos ha sido exportada con éxito",
+     "cmd(1)"},
     {"frmEventos",
      "Eventos de la UTR",
      Creador<frmEventos>(),
@@ -80,7 +86,8 @@ const CasoVista kVistas[] = {
      "Exportar ...",
      "Eventos de la UTR\r\nDesde: 13/03/2026 00:00:00\r\nHasta: 14/03/2026 00:00:00\r\nFecha\tHora\tCódigo\t",
      0,
-     "La lista de eventos ha sido exportada con éxito"},
+     "La lista de eventos ha sido exportada con éxito",
+     "cmd(1)"},
     {"frmColaTransmicion",
      "Cola de transmisión",
      Creador<frmColaTransmicion>(),
@@ -97,7 +104,8 @@ const CasoVista kVistas[] = {
      "Guardar como ...",
      "Datos de la cola de tx de la UTR\r\nDesde: 13/03/2026\r\nHasta: 14/03/2026\r\nFecha\tHora\tCanal\t",
      1,
-     "La lista de datos ha sido exportada con éxito"},
+     "La lista de datos ha sido exportada con éxito",
+     "cmd"},
 };
 
 class PruebaVistas : public BancoVistas, public testing::TestWithParam<CasoVista> {
@@ -333,6 +341,21 @@ TEST_P(PruebaVistas, EveryFieldHasALabelThatLeadsToItAndItsNameForTheBlind) {
     EXPECT_TRUE(rotulo->text().contains('&'));
     EXPECT_FALSE(control->accessibleName().isEmpty());
   }
+}
+
+TEST_P(PruebaVistas, TabWalksTheFramesThenTheListThenTheWayOut) {
+  std::vector<std::string> recorrido;
+  const QWidget* primero = Hijo<QWidget>(*ventana, "FechaInicio");
+  for (const QWidget* w = primero->nextInFocusChain(); w != primero; w = w->nextInFocusChain()) {
+    recorrido.push_back(U(w->objectName()));
+  }
+  const auto lugar = [&recorrido](const char* nombre) {
+    return std::find(recorrido.begin(), recorrido.end(), nombre) - recorrido.begin();
+  };
+  const std::ptrdiff_t orden[] = {lugar("FechaFin"),  lugar("chkCartucho"), lugar(GetParam().boton),
+                                  lugar("txtFiltro"), lugar("Lista"),       lugar(GetParam().cerrar)};
+  EXPECT_TRUE(std::is_sorted(std::begin(orden), std::end(orden))) << testing::PrintToString(recorrido);
+  EXPECT_LT(orden[5], static_cast<std::ptrdiff_t>(recorrido.size()));
 }
 
 TEST_P(PruebaVistas, TheViewWorksWithoutChannels) {
