@@ -43,6 +43,23 @@ std::size_t LargoNumero(std::string_view t) {
   return i;
 }
 
+// Whether a number that lies beyond a double is too small rather than too big: its first digit other than 0 stands
+// behind the decimal point once the exponent has moved it.
+bool EsDiminuto(std::string_view t) {
+  const auto e = std::min(t.find_first_of("eE"), t.size());
+  const auto punto = std::min(t.find('.'), e);
+  const auto cifra = t.find_first_of("123456789");
+  const auto lugar = static_cast<std::int64_t>(punto) - static_cast<std::int64_t>(cifra);
+  std::int64_t exponente = 0;
+  if (e < t.size()) {
+    std::string_view cifras = t.substr(e + 1);
+    if (cifras.starts_with('+')) cifras.remove_prefix(1);
+    const auto leido = std::from_chars(cifras.data(), cifras.data() + cifras.size(), exponente);
+    if (leido.ec != std::errc()) return cifras.starts_with('-');
+  }
+  return lugar + exponente < 0;
+}
+
 // The value of a text that LargoNumero took whole. Beyond a double: infinite, or 0 for what is too small.
 double Convertir(std::string_view t) {
   std::string copia;
@@ -56,9 +73,7 @@ double Convertir(std::string_view t) {
   double valor = 0;
   const auto [fin, problema] = std::from_chars(t.data(), t.data() + t.size(), valor);
   if (problema != std::errc::result_out_of_range) return valor;
-  const auto e = t.find_first_of("eE");
-  const bool chico = e != std::string_view::npos && e + 1 < t.size() && t[e + 1] == '-';
-  if (chico) return 0;
+  if (EsDiminuto(t)) return 0;
   return t.front() == '-' ? -std::numeric_limits<double>::infinity() : std::numeric_limits<double>::infinity();
 }
 

@@ -30,6 +30,18 @@ TEST(Numeros, ValTomaElPrefijoNumericoMasLargo) {
   for (const auto& c : casos) EXPECT_DOUBLE_EQ(Val(c.texto), c.valor) << '"' << c.texto << '"';
 }
 
+TEST(Numeros, LoQueNoCabeEnUnDobleEsCeroODesborda) {
+  const std::string ceros(330, '0');
+  for (const std::string& chico : {std::string("1e-400"), std::string("-1E-99999999999999999999"), "0." + ceros + "1",
+                                   "0." + ceros + "1e5", "-." + ceros + "9E+1"}) {
+    EXPECT_EQ(LeerDoble(chico), 0) << chico;
+  }
+  for (const std::string& grande :
+       {std::string("1e400"), "1" + ceros, "12" + ceros + ".5e-3", std::string("1e99999999999999999999")}) {
+    EXPECT_FALSE(EsNumerico(grande)) << grande;
+  }
+}
+
 TEST(Numeros, PruebaYLecturaEstrictaCoinciden) {
   const struct {
     const char* texto;
