@@ -188,6 +188,7 @@ void Tabla::MoveFirst() {
 void Tabla::MoveNext() {
   const std::size_t actual = ExigirFila();
   if (!TieneVista()) return Ubicar(actual + 1);
+  if (filtrada_) Actualizar(igualdad_);
   std::size_t siguiente = actual_fuera_ ? posicion_ : posicion_ + 1;
   // Rows that a change took out of the filter since the view was made are walked over.
   while (siguiente < vista_.size() && filtrada_ && !Coincide(igualdad_, vista_[siguiente])) ++siguiente;
@@ -395,6 +396,7 @@ void Tabla::Sincronizar() const {
   if (!TieneVista()) return;
   const bool cambiada = filtrada_ && version_vista_ != datos_->columnas[igualdad_.campo].Version();
   if (!cambiada && filas_vista_ == datos_->filas) return;
+  if (filtrada_) Actualizar(igualdad_);
   std::size_t anterior = std::min(posicion_, vista_.size());
   while (anterior > 0 && filtrada_ && !Coincide(igualdad_, vista_[anterior - 1])) --anterior;
   const std::size_t vecina = anterior > 0 ? vista_[anterior - 1] : kNinguna;

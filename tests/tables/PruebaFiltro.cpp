@@ -100,6 +100,19 @@ TEST(Filtro, SigueLosCambiosQueVienenDeUnClon) {
   EXPECT_EQ(Recorrido(*t, "C"), "1 1 1");
 }
 
+TEST(Filtro, UnTextoQueSoloCambiaDeCasoSigueEnElFiltro) {
+  const auto t = TablaDeTextos({"C"}, {{"Si"}, {"Si"}, {"Si"}});
+  t->Filter("C='Si'");
+  const auto clon = t->Clone();
+  for (const char* texto : {"SI", "sI"}) {
+    clon->MoveNext();
+    clon->Set("C", texto);
+  }
+  std::string visto;
+  for (; !t->Eof(); t->MoveNext()) visto += t->Texto("C");
+  EXPECT_EQ(visto, "SiSIsI");
+}
+
 TEST(Filtro, FindBuscaHaciaAdelanteDesdeLaFilaActual) {
   Tabla t;
   t.Append("Id", TipoCampo::kEntero);
