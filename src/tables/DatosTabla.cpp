@@ -1,6 +1,7 @@
 #include "tables/DatosTabla.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <limits>
 
@@ -24,7 +25,6 @@ constexpr std::array kLimites = {
     Limites{TipoCampo::kEntero16SinSigno, 0, 65535},
     Limites{TipoCampo::kEntero, -2147483648LL, 2147483647LL},
     Limites{TipoCampo::kEnteroSinSigno, 0, 4294967295LL},
-    Limites{TipoCampo::kEntero64SinSigno, 0, std::numeric_limits<std::int64_t>::max()},
 };
 
 void ExigirRango(TipoCampo tipo, std::int64_t numero) {
@@ -40,12 +40,11 @@ std::int64_t EnteroDe(double numero) {
 }
 
 std::int64_t EnteroDe(std::string_view texto) {
-  const bool cifras = !texto.empty() && texto.size() <= 18 &&
-                      std::all_of(texto.begin(), texto.end(), [](char c) { return c >= '0' && c <= '9'; });
-  if (!cifras) return EnteroDe(LeerDoble(texto));
+  const auto cifras = Recortar(texto);
   std::int64_t numero = 0;
-  for (const char c : texto) numero = numero * 10 + (c - '0');
-  return numero;
+  const auto [fin, problema] = std::from_chars(cifras.data(), cifras.data() + cifras.size(), numero);
+  if (problema == std::errc() && fin == cifras.data() + cifras.size()) return numero;
+  return EnteroDe(LeerDoble(texto));
 }
 
 bool LogicoDe(std::string_view texto) {
@@ -82,6 +81,14 @@ bool ALogico(const Valor& valor) {
       Casos{[](std::monostate) { return false; }, [](std::string_view t) { return LogicoDe(t); },
             [](double n) { return n != 0; }, [](std::int64_t n) { return n != 0; }, [](bool b) { return b; }},
       valor);
+}
+
+// The number as its column holds it. What isn't finite there has no text in a file.
+double Ajustado(TipoCampo tipo, double numero) {
+  if (!(std::fabs(numero) <= std::numeric_limits<double>::max())) Lanzar(error::kDesborde, "Tabla");
+  if (tipo != TipoCampo::kSimple) return numero;
+  if (std::fabs(numero) > static_cast<double>(std::numeric_limits<float>::max())) Lanzar(error::kDesborde, "Tabla");
+  return static_cast<double>(static_cast<float>(numero));
 }
 
 constexpr std::uint64_t kSinCaso = 0x2020202020202020ULL;
@@ -125,13 +132,17 @@ Clase ClaseDe(TipoCampo tipo) {
     case TipoCampo::kEntero:
     case TipoCampo::kEnteroSinSigno:
     case TipoCampo::kEntero64:
-    case TipoCampo::kEntero64SinSigno:
       return Clase::kEntero;
     case TipoCampo::kLogico:
       return Clase::kLogico;
     default:
       return Clase::kTexto;
   }
+}
+
+bool EsDecimal(TipoCampo tipo) {
+  return tipo == TipoCampo::kMoneda || tipo == TipoCampo::kDecimal || tipo == TipoCampo::kNumerico ||
+         tipo == TipoCampo::kNumericoVariable || tipo == TipoCampo::kEntero64SinSigno;
 }
 
 std::string TextoDe(const Valor& valor) {
@@ -303,12 +314,12 @@ void Columna::EscribirNulo(std::size_t fila) {
 void Columna::Escribir(std::size_t fila, const Valor& valor) {
   if (std::holds_alternative<std::monostate>(valor)) return EscribirNulo(fila);
   if (clase_ == Clase::kTexto) {
+    if (EsDecimal(tipo_)) ADoble(valor);
     if (const auto* texto = std::get_if<std::string_view>(&valor)) return EscribirTexto(fila, *texto);
     return EscribirTexto(fila, TextoDe(valor));
   }
   if (clase_ == Clase::kDoble) {
-    const double numero = ADoble(valor);
-    dobles_[fila] = tipo_ == TipoCampo::kSimple ? static_cast<double>(static_cast<float>(numero)) : numero;
+    dobles_[fila] = Ajustado(tipo_, ADoble(valor));
   } else if (clase_ == Clase::kEntero) {
     const std::int64_t numero = AEntero(valor);
     ExigirRango(tipo_, numero);

@@ -70,12 +70,16 @@ class Diccionario {
   std::vector<Ranura> ranuras_;  // a power of two
 };
 
+// Numbers whose exact text is kept, since a double wouldn't hold all their digits. They compare as numbers.
+bool EsDecimal(TipoCampo tipo);
+
 // One column. Only the vectors of its class are used.
 class Columna {
  public:
   explicit Columna(TipoCampo tipo) : tipo_(tipo), clase_(ClaseDe(tipo)) {}
 
   Clase DeClase() const noexcept { return clase_; }
+  TipoCampo Tipo() const noexcept { return tipo_; }
   void AgregarNulo();
   void Reservar(std::size_t filas);
   void Ajustar();  // gives back the room that isn't used

@@ -179,6 +179,7 @@ std::string Canonico(TipoCampo tipo, std::string_view texto) {
     case TipoCampo::kDecimal:
     case TipoCampo::kNumerico:
     case TipoCampo::kNumericoVariable:
+    case TipoCampo::kEntero64SinSigno:
       if (!EsNumerico(texto)) Lanzar(error::kTipos, "Tabla");
       return Reemplazar(Recortar(texto), ",", "");
     case TipoCampo::kBinario:

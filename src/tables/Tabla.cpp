@@ -45,22 +45,37 @@ Criterio LeerCriterio(std::string_view criterio) {
   return {campo, std::move(*valor)};
 }
 
-// The place of each distinct text in ascending order, by number; null (0) comes first. Texts that are equal but for
-// case share a place.
-std::vector<std::uint32_t> LugaresDeTextos(const Diccionario& textos) {
+// The place of each distinct text of a column in the ascending order of what `clave` makes of it, by number; null (0)
+// comes first. Texts with equal keys share a place.
+template <typename Clave>
+std::vector<std::uint32_t> LugaresPor(const Diccionario& textos, Clave clave) {
   const auto n = static_cast<std::uint32_t>(textos.Cantidad());
-  std::vector<std::string> plegados(n + 1);
-  for (std::uint32_t i = 1; i <= n; ++i) plegados[i] = Minusculas(textos.Texto(i));
+  std::vector<decltype(clave(std::string_view{}))> claves(n + 1);
+  for (std::uint32_t i = 1; i <= n; ++i) claves[i] = clave(textos.Texto(i));
   std::vector<std::uint32_t> orden(n);
   std::iota(orden.begin(), orden.end(), 1U);
-  std::sort(orden.begin(), orden.end(), [&](std::uint32_t a, std::uint32_t b) { return plegados[a] < plegados[b]; });
+  std::sort(orden.begin(), orden.end(), [&](std::uint32_t a, std::uint32_t b) { return claves[a] < claves[b]; });
   std::vector<std::uint32_t> lugares(n + 1, 0);
   std::uint32_t lugar = 0;
   for (std::size_t i = 0; i < orden.size(); ++i) {
-    if (i == 0 || plegados[orden[i]] != plegados[orden[i - 1]]) ++lugar;
+    if (i == 0 || claves[orden[i - 1]] < claves[orden[i]]) ++lugar;
     lugares[orden[i]] = lugar;
   }
   return lugares;
+}
+
+std::vector<std::uint32_t> LugaresDeTextos(const Columna& columna) {
+  if (EsDecimal(columna.Tipo())) return LugaresPor(columna.Textos(), LeerDoble);
+  return LugaresPor(columna.Textos(), Minusculas);
+}
+
+// The numbers of all texts that hold this number.
+std::vector<std::uint32_t> IgualesEnValor(const Diccionario& textos, double numero) {
+  std::vector<std::uint32_t> numeros;
+  for (std::uint32_t n = 1; n <= textos.Cantidad(); ++n) {
+    if (LeerDoble(textos.Texto(n)) == numero) numeros.push_back(n);
+  }
+  return numeros;
 }
 
 }  // namespace
@@ -316,7 +331,7 @@ Tabla::Igualdad Tabla::Preparar(std::string_view criterio) const {
   igualdad.campo = IndiceCampo(campo);
   igualdad.valor = std::move(valor);
   const Columna& columna = datos_->columnas[igualdad.campo];
-  if (columna.DeClase() == Clase::kTexto) {
+  if (columna.DeClase() == Clase::kTexto && !EsDecimal(columna.Tipo())) {
     Actualizar(igualdad);
   } else if (columna.DeClase() == Clase::kLogico && IgualSinCaso(igualdad.valor, "True")) {
     igualdad.numero = -1;
@@ -325,6 +340,7 @@ Tabla::Igualdad Tabla::Preparar(std::string_view criterio) const {
   } else if (EsNumerico(igualdad.valor)) {
     igualdad.numero = LeerDoble(igualdad.valor);
     if (columna.DeClase() == Clase::kLogico && igualdad.numero != 0) igualdad.numero = -1;
+    Actualizar(igualdad);
   } else {
     igualdad.vacia = true;
   }
@@ -333,10 +349,11 @@ Tabla::Igualdad Tabla::Preparar(std::string_view criterio) const {
 
 void Tabla::Actualizar(Igualdad& igualdad) const {
   const Columna& columna = datos_->columnas[igualdad.campo];
-  if (columna.DeClase() != Clase::kTexto) return;
+  if (columna.DeClase() != Clase::kTexto || igualdad.vacia) return;
   const Diccionario& textos = columna.Textos();
   if (igualdad.distintos == textos.Cantidad() && igualdad.distintos > 0) return;
-  igualdad.textos = textos.IgualesSinCaso(igualdad.valor);
+  igualdad.textos =
+      EsDecimal(columna.Tipo()) ? IgualesEnValor(textos, igualdad.numero) : textos.IgualesSinCaso(igualdad.valor);
   igualdad.distintos = textos.Cantidad();
 }
 
@@ -378,7 +395,7 @@ void Tabla::OrdenarVista() const {
     }
   };
   if (columna.DeClase() == Clase::kTexto) {
-    const auto lugares = LugaresDeTextos(columna.Textos());
+    const auto lugares = LugaresDeTextos(columna);
     ordenar([&](std::uint32_t a, std::uint32_t b) { return lugares[columna.Indice(a)] < lugares[columna.Indice(b)]; });
   } else {
     // A true is -1 to an operator of numbers, but false comes ahead of true in a list.

@@ -47,8 +47,8 @@ enum class TipoCampo : std::uint8_t {
   kLongVarBinario = 205,
 };
 
-// How a column is held. Texts, and every type whose exact text matters (currency, decimals, dates, uuid, binary), are
-// held as texts, each distinct one once.
+// How a column is held. Texts, and every type whose exact text matters (currency, decimals, 64 bits without sign,
+// dates, uuid, binary), are held as texts, each distinct one once.
 enum class Clase : std::uint8_t { kTexto, kDoble, kEntero, kLogico };
 Clase ClaseDe(TipoCampo tipo);
 
@@ -217,8 +217,9 @@ class Tabla {
   std::string_view Distinto(std::size_t campo, std::size_t indice) const;
   std::uint32_t IndiceTexto(std::size_t fila, std::size_t campo) const;
 
-  // Gives the current row text `indice` of a text column (0 is null) without looking the text up, for builders that write
-  // the same texts by the thousand. Raises kLlamada for a column of another kind and for a text that it never held.
+  // Gives the current row text `indice` of a text column (0 is null) without looking the text up, for builders that
+  // write the same texts by the thousand. Raises kLlamada for a column of another kind and for a text that it never
+  // held.
   void SetIndice(std::size_t campo, std::uint32_t indice);
 
   // Bytes held by rows, texts and indexes.
@@ -232,7 +233,7 @@ class Tabla {
   // What a filter or a search compares with: a column and a value made ready for that column's class.
   struct Igualdad {
     std::size_t campo = 0;
-    std::vector<std::uint32_t> textos;  // of a text column: the texts that are equal but for case
+    std::vector<std::uint32_t> textos;  // of a text column: the texts that are equal to it
     std::size_t distintos = 0;          // how many texts the column had when they were looked up
     std::string valor;
     double numero = 0;

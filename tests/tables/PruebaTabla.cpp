@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <memory>
 
 #include "tables/Comun.h"
@@ -69,6 +70,57 @@ TEST(Tabla, LosValoresSeConviertenAlTipoDelCampo) {
   EXPECT_TRUE(t.EsNulo("texto"));
   t.Set("texto", "");
   EXPECT_FALSE(t.EsNulo("texto")) << "an empty text is no null";
+}
+
+TEST(Tabla, LosNumerosNoPierdenCifrasNiFinitud) {
+  Tabla t;
+  t.Append("i8", TipoCampo::kEntero64);
+  t.Append("ui8", TipoCampo::kEntero64SinSigno);
+  t.Append("moneda", TipoCampo::kMoneda);
+  t.Append("r4", TipoCampo::kSimple);
+  t.Append("r8", TipoCampo::kDoble);
+  t.Open();
+  t.AddNew();
+  const std::pair<const char*, const char*> casos[] = {{"i8", "-9007199254740993"},
+                                                       {"i8", "9223372036854775807"},
+                                                       {"i8", "-9223372036854775808"},
+                                                       {"ui8", "18446744073709551615"},
+                                                       {"moneda", "922337203685477.5807"}};
+  for (const auto& [campo, texto] : casos) {
+    t.Set(campo, texto);
+    EXPECT_EQ(t.Texto(campo), texto);
+  }
+  EXPECT_EQ(NumeroDeError([&] { t.Set("i8", "9223372036854775808"); }), error::kDesborde);
+  EXPECT_EQ(NumeroDeError([&] { t.Set("moneda", "mucho"); }), error::kTipos);
+  EXPECT_EQ(NumeroDeError([&] { t.Set("r4", "1e39"); }), error::kDesborde);
+  const double infinito = std::numeric_limits<double>::infinity();
+  for (const double numero : {infinito, -infinito, std::numeric_limits<double>::quiet_NaN()}) {
+    EXPECT_EQ(NumeroDeError([&] { t.Set("r8", Valor{numero}); }), error::kDesborde);
+    EXPECT_EQ(NumeroDeError([&] { t.Set("r4", Valor{numero}); }), error::kDesborde);
+  }
+  EXPECT_TRUE(t.EsNulo("r8"));
+}
+
+TEST(Tabla, LosDecimalesSeComparanComoNumeros) {
+  Tabla t;
+  t.Append("n", TipoCampo::kDecimal);
+  t.Open();
+  for (const char* n : {"10", "2", "-.5", "2.00", "9.5"}) {
+    t.AddNew();
+    t.Set("n", n);
+  }
+  t.AddNew();
+  t.Sort("n DESC");
+  EXPECT_EQ(Recorrido(t, "n"), "10 9.5 2 2.00 -.5 ");
+  for (const auto& [filtro, filas] : std::initializer_list<std::pair<const char*, std::size_t>>{
+           {"n=2", 2}, {"n='-0.50'", 1}, {"n=", 0}, {"n=x", 0}}) {
+    t.Filter(filtro);
+    EXPECT_EQ(t.RecordCount(), filas) << filtro;
+  }
+  t.Filter("");
+  t.Sort("");
+  t.Find("n=09.50");
+  EXPECT_EQ(t.Texto("n"), "9.5");
 }
 
 TEST(Tabla, UnClonCompartaFilasYTieneCursorPropio) {
