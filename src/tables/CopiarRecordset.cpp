@@ -5,7 +5,7 @@ namespace utr {
 
 TablaPtr CopiarRecordset(Tabla& origen, bool con_datos) {
   auto copia = std::make_shared<Tabla>();
-  for (std::size_t i = 0; i < origen.FieldCount(); ++i) copia->Append(origen.Field(i));
+  for (std::size_t i = 0; i < origen.FieldCount(); ++i) copia->datos_->AgregarCampo(origen.Field(i));
   copia->Open();
   if (!con_datos) return copia;
   const std::size_t cuantas = origen.RecordCount();

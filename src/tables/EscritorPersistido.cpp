@@ -125,6 +125,13 @@ void PrepararTextos(ColumnaSalida& c) {
   }
 }
 
+// The XML name of a column whose own can't be one, where no other column bears it.
+std::string NombreSupletorio(const DatosTabla& datos, std::size_t i) {
+  std::string nombre = "c" + std::to_string(i);
+  while (datos.Buscar(nombre) >= 0) nombre += '_';
+  return nombre;
+}
+
 std::vector<ColumnaSalida> PrepararColumnas(const DatosTabla& datos) {
   std::vector<ColumnaSalida> columnas(datos.campos.size());
   for (std::size_t i = 0; i < columnas.size(); ++i) {
@@ -133,7 +140,7 @@ std::vector<ColumnaSalida> PrepararColumnas(const DatosTabla& datos) {
     const bool repetido = datos.Buscar(campo.nombre) != static_cast<int>(i);
     c.columna = &datos.columnas[i];
     c.tipo = campo.tipo;
-    c.nombre_xml = EsNombreSimple(campo.nombre) && !repetido ? campo.nombre : "c" + std::to_string(i);
+    c.nombre_xml = EsNombreSimple(campo.nombre) && !repetido ? campo.nombre : NombreSupletorio(datos, i);
     c.atributo = c.nombre_xml + "=";
     if (c.columna->DeClase() == Clase::kTexto) PrepararTextos(c);
   }

@@ -116,8 +116,9 @@ ColumnaEntrada LeerColumna(pugi::xml_node tipo) {
   return c;
 }
 
+// A key column that only the cursor needed, or one without a name, which no value can belong to.
 bool EsOculta(pugi::xml_node tipo) {
-  return Marca(Atributo(tipo, uri::kRowset, "hidden"), false);
+  return Marca(Atributo(tipo, uri::kRowset, "hidden"), false) || Atributo(tipo, "", "name").empty();
 }
 
 // Columns in their order: rs:number where every one has it, else as they stand. References inside the ElementType,
@@ -165,7 +166,8 @@ std::string FechaCanonica(std::string_view texto) {
   }
   if (hora.empty()) hora = "00:00:00";
   const auto punto = hora.find('.');
-  if (!EsFecha(dia + " " + hora.substr(0, punto))) Lanzar(error::kTipos, "Tabla");
+  const bool con_fraccion = punto == std::string::npos || hora.find_first_not_of("0123456789", punto + 1) == hora.npos;
+  if (dia.empty() || !con_fraccion || !EsFecha(dia + " " + hora.substr(0, punto))) Lanzar(error::kTipos, "Tabla");
   return dia + "T" + hora;
 }
 
@@ -208,6 +210,8 @@ std::string_view CortarTramo(std::string_view filas) {
   return filas.substr(0, corte);
 }
 
+constexpr int kEnvolturas = 50;  // how deep wrappers are looked into
+
 class LectorFilas {
  public:
   LectorFilas(DatosTabla& datos, std::vector<ColumnaEntrada> columnas, std::string elemento)
@@ -233,7 +237,7 @@ class LectorFilas {
   }
 
   // All rows below rs:data. New rows of pending inserts go to the end, since they stay pending.
-  void LeerDatos(pugi::xml_node nodo) {
+  void LeerDatos(pugi::xml_node nodo, int envolturas = 0) {
     for (const auto hijo : nodo.children()) {
       if (EsFila(hijo)) {
         LeerFila(hijo, nullptr);
@@ -241,8 +245,8 @@ class LectorFilas {
         pendientes_.push_back(hijo);
       } else if (Es(hijo, uri::kRowset, "update")) {
         LeerCambio(hijo);
-      } else if (!Es(hijo, uri::kRowset, "delete")) {
-        LeerDatos(hijo);  // a wrapper that isn't ours: its rows are plain
+      } else if (!Es(hijo, uri::kRowset, "delete") && envolturas < kEnvolturas) {
+        LeerDatos(hijo, envolturas + 1);  // a wrapper that isn't ours: its rows are plain
       }
     }
   }
@@ -424,7 +428,8 @@ Partes Partir(char* datos, std::size_t largo) {
   const std::string_view v(datos, largo);
   Partes partes;
   const auto inicio = v.find(kDatosPropios);
-  const bool solo_uno = inicio != v.npos && v.find("xmlns:z='#RowsetSchema'") < inicio &&
+  const bool solo_uno = inicio != v.npos && v.find("<rs:data") == inicio &&
+                        v.find("xmlns:z='#RowsetSchema'") < inicio &&
                         v.find("xmlns:rs='urn:schemas-microsoft-com:rowset'") < inicio;
   if (!solo_uno) return partes;
   const auto desde = inicio + std::string_view("<rs:data>").size();

@@ -81,6 +81,8 @@ using Valor = std::variant<std::monostate, std::string_view, double, std::int64_
 std::string TextoDe(const Valor& valor);
 
 class DatosTabla;
+class Tabla;
+using TablaPtr = std::shared_ptr<Tabla>;
 
 // A client-side table: named typed fields, rows, and one cursor with a filter and a sort order.
 //
@@ -226,6 +228,8 @@ class Tabla {
   std::size_t Memoria() const noexcept;
 
  private:
+  friend TablaPtr CopiarRecordset(Tabla& origen, bool con_datos);  // a file may repeat a field's name, Append doesn't
+
   explicit Tabla(std::shared_ptr<DatosTabla> datos);
 
   static constexpr std::size_t kNinguna = static_cast<std::size_t>(-1);
@@ -271,8 +275,6 @@ class Tabla {
   mutable bool actual_fuera_ = false;  // the current row isn't in the view
   std::size_t fila_ = kNinguna;        // the current row; none: past the end
 };
-
-using TablaPtr = std::shared_ptr<Tabla>;
 
 // A new table with the same fields; with `con_datos` all rows of the source from its first on (its filter and sort
 // hold), posted, read without moving any other cursor than the source's, which ends past the last row; a source without

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <limits>
 
 #include "support/Carpeta.h"
@@ -200,6 +201,12 @@ const std::string kEsquemaSimple =
     "<s:AttributeType name='Town' rs:number='2'><s:datatype dt:type='string' dt:maxLength='20'/></s:AttributeType>"
     "<s:extends type='rs:rowbase'/></s:ElementType></s:Schema>";
 
+std::string Veces(std::string_view texto, int veces) {
+  std::string s;
+  while (veces-- > 0) s += texto;
+  return s;
+}
+
 std::vector<Entrada> Entradas() {
   const std::string cambios =
       kCabeza + kEsquemaSimple +
@@ -254,6 +261,22 @@ std::vector<Entrada> Entradas() {
                  "<s:AttributeType name='k' rs:number='3' rs:hidden='true'/></s:ElementType></s:Schema>"
                  "<rs:data><z:row z='1' c0='2' k='3'/></rs:data></xml>",
        "Open since|z/2|1"},
+      {"nombres repetidos y columna sin nombre",
+       kCabeza + "<s:Schema id='RowsetSchema'><s:ElementType name='row'><s:AttributeType name='c1'/><s:AttributeType "
+                 "name='x' rs:name='C1'/><s:AttributeType rs:number='3'/><s:AttributeType name='y' rs:name='a b'/>"
+                 "</s:ElementType></s:Schema><rs:data><z:row x='2' y='3'/></rs:data></xml>",
+       "c1|C1|a b/-|2|3"},
+      {"un bloque propio detrás de otro",
+       kCabeza + kEsquemaSimple +
+           "<rs:data><z:row Id='1'/></rs:data>\r\n<rs:data>\r\n\t<z:row Id='2'/>\r\n</rs:data>\r\n</xml>",
+       "Id|Town/1|-/2|-"},
+      {"envolturas ajenas",
+       kCabeza + kEsquemaSimple + "<rs:data><f:insert xmlns:f='u'><g><z:row Id='1'/></g></f:insert></rs:data></xml>",
+       "Id|Town/1|-"},
+      {"envolturas sin fin",
+       kCabeza + kEsquemaSimple + "<rs:data>" + Veces("<q>", 100000) + Veces("</q>", 100000) +
+           "<z:row Id='1'/></rs:data></xml>",
+       "Id|Town/1|-"},
       {"otros prefijos",
        "<xml xmlns:x='uuid:BDC6E3F0-6DA3-11d1-A2A3-00AA00C14882' xmlns:r='urn:schemas-microsoft-com:rowset' "
        "xmlns:t='#RowsetSchema'><x:Schema id='RowsetSchema'><x:ElementType name='row' content='eltOnly'>"
@@ -285,6 +308,18 @@ TEST(Persistido, LeeLasFormasDeOtrosEscritores) {
     Tabla t;
     ASSERT_NO_THROW(t.Open(carpeta / "e.xml")) << e.nombre;
     EXPECT_EQ(Vista(t), e.vista) << e.nombre;
+    // What was read goes whole through a file of our own, and a copy of it has the same fields.
+    Tabla propia;
+    t.Save(carpeta / "propia.xml");
+    propia.Open(carpeta / "propia.xml");
+    EXPECT_EQ(Vista(propia), e.vista) << e.nombre;
+    if (t.RecordCount() > 0) {
+      EXPECT_EQ(Vista(*CopiarRecordset(t, true)), e.vista) << e.nombre;
+    }
+    propia.Save(carpeta / "otra.xml");
+    EXPECT_EQ(prueba::LeerTodo(carpeta / "propia.xml"), prueba::LeerTodo(carpeta / "otra.xml")) << e.nombre;
+    std::filesystem::remove(carpeta / "propia.xml");
+    std::filesystem::remove(carpeta / "otra.xml");
   }
 }
 

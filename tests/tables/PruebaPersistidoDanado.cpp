@@ -2,6 +2,7 @@
 
 #include <random>
 
+#include "base/Texto.h"
 #include "support/Carpeta.h"
 #include "tables/Comun.h"
 
@@ -55,6 +56,23 @@ TEST(PersistidoDanado, BytesAlAzarNuncaDejanMediaTabla) {
     std::string bytes = sano;
     for (unsigned k = 0; k <= azar() % 4; ++k) bytes[azar() % bytes.size()] = static_cast<char>(azar());
     Intentar(carpeta, bytes, false);
+  }
+}
+
+TEST(PersistidoDanado, FechasQueNoLoSon) {
+  const Carpeta carpeta;
+  const std::string fecha = "2001-02-03T04:05:06.125";
+  Tabla t;
+  t.Append("f", TipoCampo::kFecha);
+  t.Open();
+  t.AddNew();
+  t.Set("f", fecha);
+  t.Save(carpeta / "sana.xml");
+  const std::string sano = prueba::LeerTodo(carpeta / "sana.xml");
+  Intentar(carpeta, sano, false);
+  for (const char* mala :
+       {"", " ", "2001-13-03", "2001-02-03T04:05:06.x", "2001-02-03T25:00:00", "T10:00:00", "ayer"}) {
+    Intentar(carpeta, Reemplazar(sano, fecha, mala), true);
   }
 }
 
