@@ -31,9 +31,9 @@ constexpr std::size_t kLugarSD1 = 35;
 
 // Place of a channel in the frame of present values.
 std::size_t LugarEnTrama(int canal) {
-  if (canal <= 14) return static_cast<std::size_t>(canal - 1);
-  if (canal <= 21) return static_cast<std::size_t>(canal + 13);
-  return static_cast<std::size_t>(canal - 8);
+  const auto numero = static_cast<std::size_t>(canal);
+  if (canal <= 14) return numero - 1;
+  return canal <= 21 ? numero + 13 : numero - 8;
 }
 
 std::size_t LargoDePagina(int numero) {

@@ -176,7 +176,7 @@ TablaPtr Estropear(const Falla& falla, Tabla& tabla) {
     campos.push_back(std::move(campo));
     de.push_back(i);
   }
-  const TablaPtr copia = Copiar(tabla, campos, de, falla.tipo == TipoFalla::kTramaCorta ? falla.cuantos : -1);
+  TablaPtr copia = Copiar(tabla, campos, de, falla.tipo == TipoFalla::kTramaCorta ? falla.cuantos : -1);
   if (esta && (fechas || falla.tipo == TipoFalla::kNoNumero)) CambiarValores(*copia, lugar, falla.valor, fechas);
   return copia;
 }

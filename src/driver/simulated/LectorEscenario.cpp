@@ -82,11 +82,11 @@ struct Clave {
 // Every key of the table by the list of keys; an unknown one is a mistake.
 template <class T, std::size_t N>
 void LeerClaves(const Dato& tabla, const Clave<T> (&claves)[N], T& destino) {
-  for (const auto& [nombre, nodo] : tabla.Tabla()) {
-    const auto* clave =
-        std::find_if(std::begin(claves), std::end(claves), [&](const Clave<T>& c) { return nombre.str() == c.nombre; });
-    const Dato dato{nodo,
-                    tabla.clave.empty() ? std::string{nombre.str()} : tabla.clave + "." + std::string{nombre.str()}};
+  for (const auto& [llave, nodo] : tabla.Tabla()) {
+    const std::string nombre{llave.str()};
+    const auto* clave = std::begin(claves);
+    while (clave != std::end(claves) && nombre != clave->nombre) ++clave;
+    const Dato dato{nodo, tabla.clave.empty() ? nombre : tabla.clave + "." + nombre};
     if (clave == std::end(claves)) dato.Mal("no es una clave conocida");
     clave->leer(dato, destino);
   }
