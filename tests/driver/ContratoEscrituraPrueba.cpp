@@ -47,8 +47,8 @@ TEST_P(Contrato, LasPaginasSeReescribenSinCambiarDeLargo) {
   const std::size_t largo = Pagina("7").size();
   EXPECT_TRUE(Driver().EscribirPagina("7", "9,8"));
   EXPECT_EQ(Pagina("7").size(), largo);
-  const std::pair<const char*, const char*> malas[] = {{"x", "1"},  {"0", ""},         {"0", "256"}, {"0", "1,x"},
-                                                       {"0", "-1"}, {"35", "1,2,3,4"}, {"300", "1"}};
+  const std::pair<const char*, const char*> malas[] = {{"x", "1"},  {"0", ""},         {"0", "256"},  {"0", "1,x"},
+                                                       {"0", "-1"}, {"35", "1,2,3,4"}, {"65536", "1"}};
   for (const auto& [pagina, datos] : malas)
     EXPECT_FALSE(Driver().EscribirPagina(pagina, datos)) << pagina << " " << datos;
   EXPECT_EQ(Pagina("0"), esperada);

@@ -222,7 +222,8 @@ TEST_P(Contrato, UnaPaginaQueNoExisteNoSeLee) {
   for (const auto& [pista, pagina] : fuera) {
     EXPECT_EQ(Driver().LeerPaginaFlash(static_cast<std::int16_t>(pista), static_cast<std::int16_t>(pagina)), "");
   }
-  for (const char* pagina : {"", "x", "-1", "256", "1.5"}) EXPECT_EQ(Driver().LeerPagina(pagina, false), "") << pagina;
+  for (const char* pagina : {"", "x", "-1", "65536", "1.5"})
+    EXPECT_EQ(Driver().LeerPagina(pagina, false), "") << pagina;
 }
 
 TEST_P(Contrato, ElRelojSeLeeYSePoneEnHora) {

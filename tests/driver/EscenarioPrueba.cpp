@@ -73,7 +73,7 @@ TEST(Escenario, CadaErrorTieneSuLineaYSuMotivo) {
       {"[tiempos]\nfactor = -1", "línea 2: 'tiempos.factor' debe estar entre 0 y 100"},
       {"[enlace]\npuertos = 1", "línea 2: 'enlace.puertos' debe ser una lista entre corchetes"},
       {"[ip]\ndirecciones = [\"1.2.3\"]", "línea 2: 'ip.direcciones' no admite la dirección \"1.2.3\""},
-      {"[paginas]\n300 = \"1\"", "línea 2: 'paginas.300' debe ser un número de 1 a 255"},
+      {"[paginas]\n0 = \"1\"", "línea 2: 'paginas.0' debe ser un número de 1 a 65535"},
       {"[paginas]\n35 = \"1,2,3,4\"", "línea 2: 'paginas.35' no es un texto de bytes que quepa en esa página"},
       {"[canal.24]\nFlags = \"1\"", "'canal.24' debe ser un número de 1 a 23"},
       {"[canal.4]\nFlag = \"1\"", "línea 2: 'canal.4.Flag' no es una columna de la tabla de canales"},
@@ -137,6 +137,17 @@ TEST(Escenario, NoDeshaceLoHechoEnLaUnidad) {
   EXPECT_EQ(banco.Driver().LeerFechaHora(), en_hora) << "the same scenario isn't applied again";
   banco.Desfasar(91);
   EXPECT_NE(banco.Driver().LeerFechaHora(), en_hora);
+}
+
+TEST(Escenario, ElRelojSaltaSinQuePaseElTiempo) {
+  BancoSimulado banco;
+  banco.Conectar();
+  const auto registros = [&banco] { return banco.Driver().LeerDatos("", "", 0)->RecordCount(); };
+  const auto antes = registros();
+  for (const int minutos : {95, -95, 0}) {
+    banco.Desfasar(minutos);
+    EXPECT_EQ(registros(), antes) << minutos;
+  }
 }
 
 TEST(Escenario, LoQuitadoVuelveALoDeFabrica) {

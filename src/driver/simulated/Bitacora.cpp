@@ -9,7 +9,10 @@ namespace utr::simulada {
 
 namespace {
 
-constexpr std::size_t kMayorEspera = 256 * 1024;  // bytes
+constexpr const char* kNombre = "Comunicador.log";
+constexpr const char* kAnterior = "Comunicador.anterior.log";
+constexpr std::uintmax_t kMayorArchivo = 32U << 20;  // bytes with which a run may begin
+constexpr std::size_t kMayorEspera = 256 * 1024;     // bytes
 constexpr std::size_t kTextoCortado = 60;
 
 }  // namespace
@@ -36,7 +39,11 @@ std::string Citar(std::string_view texto, std::size_t mayor) {
   return cita;
 }
 
-Bitacora::Bitacora(std::filesystem::path carpeta) : carpeta_(std::move(carpeta)) {}
+Bitacora::Bitacora(std::filesystem::path carpeta) : carpeta_(std::move(carpeta)) {
+  std::error_code falla;
+  const auto largo = std::filesystem::file_size(carpeta_ / kNombre, falla);
+  if (!falla && largo > kMayorArchivo) std::filesystem::rename(carpeta_ / kNombre, carpeta_ / kAnterior, falla);
+}
 
 Bitacora::~Bitacora() {
   Vaciar();
@@ -97,7 +104,7 @@ void Bitacora::PaginaFlash(const FechaHora& ahora, int pista, int pagina, std::s
 void Bitacora::Vaciar() noexcept {
   if (pendiente_.empty()) return;
   try {
-    std::ofstream archivo(carpeta_ / "Comunicador.log", std::ios::binary | std::ios::app);
+    std::ofstream archivo(carpeta_ / kNombre, std::ios::binary | std::ios::app);
     archivo << pendiente_;
   } catch (...) {
   }

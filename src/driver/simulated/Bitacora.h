@@ -13,6 +13,7 @@ namespace utr::simulada {
 // lines and nothing else happens. Lines of calls that come by the thousand may wait in memory for the next other one.
 class Bitacora {
  public:
+  // A log that has grown beyond 32 MiB becomes Comunicador.anterior.log, and a new one begins.
   explicit Bitacora(std::filesystem::path carpeta);
   ~Bitacora();
   Bitacora(const Bitacora&) = delete;

@@ -64,7 +64,7 @@ std::uint32_t SegundoDelDia(std::int64_t momento) {
 
 std::optional<int> NumeroDePagina(std::string_view texto) {
   const double numero = EsNumerico(texto) ? LeerDoble(texto) : -1;
-  if (numero < 0 || numero > 255 || numero != std::floor(numero)) return std::nullopt;
+  if (numero < 0 || numero > 65535 || numero != std::floor(numero)) return std::nullopt;
   return static_cast<int>(numero);
 }
 

@@ -107,7 +107,7 @@ class Estacion {
 
   // --- Pages and flags -----------------------------------------------------------------------------------------------
 
-  // A page of the unit, 0 to 255: page 0 has 64 bytes, 34 and 35 have three, any other 64.
+  // A page of the unit: page 0 has 64 bytes, 34 and 35 have three, any other 64.
   std::vector<std::uint8_t> LeerPagina(int numero) const;
 
   // Writes over the first bytes of a page; its length doesn't change. False for more bytes than the page has.
@@ -131,7 +131,7 @@ class Estacion {
   Hidrologia hidrologia_;
 };
 
-// Number of a page of the unit, 0 to 255, or nothing for a text that is none.
+// Number of a page of the unit, 0 to 65535, or nothing for a text that is none.
 std::optional<int> NumeroDePagina(std::string_view texto);
 
 // Speed of a code of page "0", 0 for a code that stands for none; and the code of a speed, -1 for none.

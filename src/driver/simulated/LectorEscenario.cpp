@@ -241,7 +241,7 @@ int NumeroDeClave(const Dato& dato, std::string_view clave, int menor, int mayor
 void LeerPaginas(const Dato& dato, Escenario& escenario) {
   for (const auto& [clave, nodo] : dato.Tabla()) {
     const Dato pagina{nodo, dato.clave + "." + std::string{clave.str()}};
-    const int numero = NumeroDeClave(pagina, clave.str(), 1, 255);
+    const int numero = NumeroDeClave(pagina, clave.str(), 1, 65535);
     const auto bytes = LeerTextoPagina(pagina.Texto());
     if (!bytes || bytes->size() > Estacion{}.LeerPagina(numero).size()) {
       pagina.Mal("no es un texto de bytes que quepa en esa página");
@@ -294,7 +294,7 @@ const Clave<Falla> kFalla[] = {
      }},
     {"cuando", LeerCuando},
     {"pista", [](const Dato& d, Falla& f) { f.pista = d.Entero(0, kPistas - 1); }},
-    {"pagina", [](const Dato& d, Falla& f) { f.pagina = d.Entero(0, kPaginasPista - 1); }},
+    {"pagina", [](const Dato& d, Falla& f) { f.pagina = d.Entero(0, 65535); }},
     {"puerto", [](const Dato& d, Falla& f) { f.puerto = d.Entero(1, 65535); }},
     {"velocidad", [](const Dato& d, Falla& f) { f.velocidad = d.Entero(1, 1000000); }},
     {"canal", [](const Dato& d, Falla& f) { f.canal = d.Entero(1, kCanales); }},
