@@ -365,8 +365,9 @@ bool Tabla::Coincide(const Igualdad& igualdad, std::size_t fila) const {
   return std::find(igualdad.textos.begin(), igualdad.textos.end(), texto) != igualdad.textos.end();
 }
 
-// Makes the view anew from filter and sort; the cursor is not looked at.
-void Tabla::RehacerVista() const {
+// Makes the view anew from filter and sort; the cursor is not looked at. Returns the place that row `fila` has in it or
+// would have; with kNinguna, nothing of use.
+std::size_t Tabla::RehacerVista(std::size_t fila) const {
   vista_.clear();
   if (!filtrada_) {
     vista_.resize(datos_->filas);
@@ -376,16 +377,32 @@ void Tabla::RehacerVista() const {
     for (const std::uint32_t texto : igualdad_.textos) datos_->columnas[igualdad_.campo].FilasDe(texto, vista_);
     if (igualdad_.textos.size() > 1) std::sort(vista_.begin(), vista_.end());
   } else {
-    for (std::uint32_t fila = 0; fila < datos_->filas; ++fila) {
-      if (Coincide(igualdad_, fila)) vista_.push_back(fila);
+    for (std::uint32_t i = 0; i < datos_->filas; ++i) {
+      if (Coincide(igualdad_, i)) vista_.push_back(i);
     }
   }
-  if (campo_orden_ >= 0) OrdenarVista();
   filas_vista_ = datos_->filas;
   version_vista_ = filtrada_ ? datos_->columnas[igualdad_.campo].Version() : 0;
+  return OrdenarVista(fila);
 }
 
-void Tabla::OrdenarVista() const {
+// Orders the rows of a view that stand as they were added. A row that isn't among them is put in for that long.
+std::size_t Tabla::OrdenarVista(std::size_t fila) const {
+  const auto clave = static_cast<std::uint32_t>(fila);
+  const auto lugar = fila == kNinguna ? vista_.end() : std::lower_bound(vista_.begin(), vista_.end(), clave);
+  // All rows of a filter on the field of the order are equal in it.
+  const bool ordenar = campo_orden_ >= 0 && !(filtrada_ && igualdad_.campo == static_cast<std::size_t>(campo_orden_));
+  if (!ordenar) return static_cast<std::size_t>(lugar - vista_.begin());
+  const bool ajena = fila != kNinguna && (lugar == vista_.end() || *lugar != clave);
+  if (ajena) vista_.insert(lugar, clave);
+  OrdenarPorValor();
+  const auto final = std::find(vista_.begin(), vista_.end(), clave);
+  const auto posicion = static_cast<std::size_t>(final - vista_.begin());
+  if (ajena) vista_.erase(final);
+  return posicion;
+}
+
+void Tabla::OrdenarPorValor() const {
   const Columna& columna = datos_->columnas[static_cast<std::size_t>(campo_orden_)];
   const auto ordenar = [&](auto&& menor) {
     if (descendente_) {
@@ -407,27 +424,14 @@ void Tabla::OrdenarVista() const {
   }
 }
 
-// Brings the view up to date with changes of rows, keeping the cursor beside its neighbours: the current row keeps its
-// place while it is in the view; once it left, the cursor waits ahead of the row that followed it.
+// Brings the view up to date with changes of rows, keeping the cursor beside its neighbours: a current row that left
+// waits ahead of the row that follows it.
 void Tabla::Sincronizar() const {
   if (!TieneVista()) return;
   const bool cambiada = filtrada_ && version_vista_ != datos_->columnas[igualdad_.campo].Version();
   if (!cambiada && filas_vista_ == datos_->filas) return;
-  if (filtrada_) Actualizar(igualdad_);
-  std::size_t anterior = std::min(posicion_, vista_.size());
-  while (anterior > 0 && filtrada_ && !Coincide(igualdad_, vista_[anterior - 1])) --anterior;
-  const std::size_t vecina = anterior > 0 ? vista_[anterior - 1] : kNinguna;
-  RehacerVista();
-  const auto lugar = [&](std::size_t fila) {
-    return static_cast<std::size_t>(std::find(vista_.begin(), vista_.end(), static_cast<std::uint32_t>(fila)) -
-                                    vista_.begin());
-  };
-  if (fila_ != kNinguna) {
-    posicion_ = lugar(fila_);
-    actual_fuera_ = posicion_ == vista_.size();
-    if (!actual_fuera_) return;
-  }
-  posicion_ = vecina == kNinguna ? 0 : lugar(vecina) + 1;
+  posicion_ = RehacerVista(fila_);
+  actual_fuera_ = fila_ != kNinguna && (posicion_ >= vista_.size() || vista_[posicion_] != fila_);
 }
 
 void Tabla::Filter(std::string_view criterio) {
@@ -441,7 +445,7 @@ void Tabla::Filter(std::string_view criterio) {
     filtro_ = criterio;
   }
   if (TieneVista()) {
-    RehacerVista();
+    RehacerVista(kNinguna);
   } else {
     vista_ = {};
   }
@@ -464,7 +468,7 @@ void Tabla::Sort(std::string_view orden) {
   }
   orden_ = texto;
   if (TieneVista()) {
-    RehacerVista();
+    RehacerVista(kNinguna);
   } else {
     vista_ = {};
   }

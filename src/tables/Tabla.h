@@ -251,8 +251,9 @@ class Tabla {
   std::size_t ExigirFila() const;
   void ExigirCampo(std::size_t campo) const;
   bool TieneVista() const noexcept { return filtrada_ || campo_orden_ >= 0; }
-  void RehacerVista() const;
-  void OrdenarVista() const;
+  std::size_t RehacerVista(std::size_t fila) const;
+  std::size_t OrdenarVista(std::size_t fila) const;
+  void OrdenarPorValor() const;
   void Sincronizar() const;
   void Ubicar(std::size_t posicion);
 

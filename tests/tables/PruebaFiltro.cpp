@@ -113,6 +113,26 @@ TEST(Filtro, UnTextoQueSoloCambiaDeCasoSigueEnElFiltro) {
   EXPECT_EQ(visto, "SiSIsI");
 }
 
+TEST(Filtro, UnaFilaQueSaleYVuelveNoHaceRetroceder) {
+  for (const char* orden : {"", "A ASC", "n ASC", "n DESC"}) {
+    const auto t = TablaDeTextos({"A", "n"}, {{"x", "0"}, {"x", "1"}, {"x", "2"}, {"x", "3"}});
+    t->Filter("A='x'");
+    t->Sort(orden);
+    const auto clon = t->Clone();
+    t->MoveNext();
+    clon->IrAFila(t->FilaActual());
+    t->MoveNext();
+    const std::size_t ultima = t->FilaVista(3);
+    clon->Set("A", "y");
+    t->Set("A", "y");
+    EXPECT_EQ(t->RecordCount(), 2U) << orden;
+    clon->Set("A", "x");
+    EXPECT_EQ(t->RecordCount(), 3U) << orden;
+    t->MoveNext();
+    EXPECT_EQ(t->FilaActual(), ultima) << orden;
+  }
+}
+
 TEST(Filtro, FindBuscaHaciaAdelanteDesdeLaFilaActual) {
   Tabla t;
   t.Append("Id", TipoCampo::kEntero);
