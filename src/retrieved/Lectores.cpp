@@ -133,8 +133,8 @@ FinLectura LectorEventos::TraerPendientes() {
 }
 
 FinLectura LectorCola::TraerPorDia(const FechaHora& desde, const FechaHora& hasta, bool cartucho) {
-  if (AlReves(desde, hasta)) return FinLectura::kFechasAlReves;
   por_dia_ = true;
+  if (AlReves(desde, hasta)) return FinLectura::kFechasAlReves;
   Soltar();
   LlamarEventos();
   const std::string inicio = TextoFecha(desde);

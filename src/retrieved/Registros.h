@@ -18,8 +18,9 @@ TablaPtr CrearRegistrosDatos();
 // marker and gives no row of its own; a row with an Hora of one character or none is dropped. `configuracion`: the
 // channel table, or null for values in counts. Null for a null `origen`, an empty table for one without rows.
 //
-// The result stands behind its last row, `origen` too; the filter of `configuracion` is cleared if any row was built.
-// Raises kCampo for a source with rows that lacks a field.
+// The result stands behind its last row; the cursor of `origen` stays where it is; the filter of `configuracion` is
+// cleared if any row was built. Raises kCampo for a source with rows that lacks a field, kTipos and kDesborde for a
+// sample whose Canal is no number of 16 bits, and what scaling raises.
 TablaPtr ArmarRegistrosDatos(const TablaPtr& origen, Tabla* configuracion, const ContextoRegistros& contexto);
 
 // The same for the transmission queue, where a row may carry date and sample together.
