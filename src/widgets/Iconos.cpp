@@ -16,6 +16,9 @@ static void CargarDibujos() {
 namespace utr {
 namespace {
 
+// The colours with which drawings set a part apart. On a selection they could be the ground itself.
+constexpr const char* kAcentos[] = {"#2b8fd6", "#dc5a4e"};
+
 QColor ColorDe(QIcon::Mode modo) {
   const QPalette paleta = QApplication::palette();
   if (modo == QIcon::Disabled) return paleta.color(QPalette::Disabled, QPalette::ButtonText);
@@ -30,7 +33,11 @@ class MotorIcono : public QIconEngine {
 
   void paint(QPainter* pintor, const QRect& lugar, QIcon::Mode modo, QIcon::State) override {
     QByteArray coloreado = dibujo_;
-    coloreado.replace("currentColor", ColorDe(modo).name().toLatin1());
+    const QByteArray color = ColorDe(modo).name().toLatin1();
+    coloreado.replace("currentColor", color);
+    if (modo == QIcon::Selected) {
+      for (const char* acento : kAcentos) coloreado.replace(acento, color);
+    }
     QSvgRenderer dibujante(coloreado);
     // Accents that the drawing colours itself must fade too.
     if (modo == QIcon::Disabled) pintor->setOpacity(pintor->opacity() * 0.6);
