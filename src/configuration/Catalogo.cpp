@@ -25,7 +25,7 @@ std::string Buscar(const TablaPtr& tabla, std::string_view id) {
 
 }  // namespace
 
-Catalogo::Catalogo(std::filesystem::path carpeta)
+Catalogo::Catalogo(const std::filesystem::path& carpeta)
     : parametros_(carpeta / "Parametros.xml"), unidades_(carpeta / "Unidades.xml") {}
 
 bool Catalogo::CargarParametros() {

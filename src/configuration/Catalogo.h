@@ -15,7 +15,7 @@ namespace utr {
 // raised, lists show their fixed entry and descriptions their fallback.
 class Catalogo {
  public:
-  explicit Catalogo(std::filesystem::path carpeta);
+  explicit Catalogo(const std::filesystem::path& carpeta);
 
   // Make sure that the table was looked for. True whether the file exists or not.
   bool CargarParametros();

@@ -243,15 +243,14 @@ TablaPtr ArmarRegistrosCola(const TablaPtr& origen, Tabla* configuracion, const 
 
 std::string UnidadDeCanal(std::string_view canal, Tabla* configuracion, Catalogo& catalogo) {
   if (configuracion == nullptr) return kSinDescripcion;
-  const std::string unidad =
-      SeleccionarCanal(canal, configuracion) ? TextoUnidad(*configuracion, catalogo) : kSinDescripcion;
+  std::string unidad = SeleccionarCanal(canal, configuracion) ? TextoUnidad(*configuracion, catalogo) : kSinDescripcion;
   configuracion->Filter("");
   return unidad;
 }
 
 std::string DescripcionDeCanal(std::string_view canal, Tabla* configuracion, Catalogo& catalogo) {
   if (configuracion == nullptr) return kSinDescripcion;
-  const std::string descripcion =
+  std::string descripcion =
       SeleccionarCanal(canal, configuracion) ? TextoDescripcion(*configuracion, catalogo) : kSinDescripcion;
   configuracion->Filter("");
   return descripcion;

@@ -102,7 +102,8 @@ std::int16_t MinutosDeDiferencia(FechaHora equipo, const FechaHora& ahora) {
   std::int64_t segundos = Segundos(equipo);
   const std::int64_t presente = Segundos(ahora);
   if (equipo.anio < ahora.anio) segundos = presente - kSegundosPorDia;
-  return Entero16(static_cast<double>(std::llabs(presente - segundos) / 60));
+  const std::int64_t minutos = std::llabs(presente - segundos) / 60;
+  return Entero16(static_cast<double>(minutos));
 }
 
 void CompararHoras(ModRTU& mod) {

@@ -18,7 +18,7 @@ namespace {
 QString HerramientaDelSistema() {
   for (const char* nombre :
        {"kinfocenter", "hardinfo2", "hardinfo", "mate-system-monitor", "gnome-system-monitor", "xfce4-taskmanager"}) {
-    const QString programa = QStandardPaths::findExecutable(nombre);
+    QString programa = QStandardPaths::findExecutable(nombre);
     if (!programa.isEmpty()) return programa;
   }
   return {};
