@@ -1,5 +1,6 @@
 #include "shell/LecturaConfiguracion.h"
 
+#include <optional>
 #include <utility>
 
 #include "base/Error.h"
@@ -66,13 +67,14 @@ void LecturaConfiguracion::Guardar(const std::filesystem::path& ruta) const {
   entera += ".nueva";
   std::error_code fallo;
   std::filesystem::remove(entera, fallo);
-  rec_config_->Save(entera);
-  AlFallar(
-      [&] {
-        std::filesystem::rename(entera, ruta, fallo);
-        if (fallo) Lanzar(error::kArchivo, "ExportarConfiguracion");
-      },
-      [&] { std::filesystem::remove(entera, fallo); });
+  const std::optional<Error> falla = FallaDe([&] {
+    rec_config_->Save(entera);
+    std::filesystem::rename(entera, ruta);
+  });
+  if (!falla) return;
+  std::filesystem::remove(entera, fallo);
+  // The operator is told of the file that he named, not of the one in between.
+  throw Error(error::kArchivo, "ExportarConfiguracion", "No se puede escribir el archivo " + ruta.string());
 }
 
 void LecturaConfiguracion::Liberar() {

@@ -129,10 +129,15 @@ TEST_F(Lectura, LoGuardadoSeAbreIgual) {
 TEST_F(Lectura, UnGuardadoQueFallaDejaElArchivoAnterior) {
   lectura.Preparar("RTU");
   std::filesystem::create_directories(carpeta / "ocupada.ucg" / "adentro");
-  EXPECT_EQ(FallaDe([&] { lectura.Guardar(carpeta / "ocupada.ucg"); })->Numero(), error::kArchivo);
+  const std::filesystem::path perdida = carpeta / "no existe" / "x.ucg";
+  for (const std::filesystem::path& ruta : {carpeta / "ocupada.ucg", perdida}) {
+    const auto falla = FallaDe([&] { lectura.Guardar(ruta); });
+    ASSERT_TRUE(falla) << ruta;
+    EXPECT_EQ(falla->Numero(), error::kArchivo);
+    EXPECT_EQ(falla->Descripcion(), "No se puede escribir el archivo " + ruta.string());
+  }
   EXPECT_TRUE(std::filesystem::exists(carpeta / "ocupada.ucg" / "adentro"));
   EXPECT_FALSE(std::filesystem::exists(carpeta / "ocupada.ucg.nueva"));
-  EXPECT_EQ(FallaDe([&] { lectura.Guardar(carpeta / "no existe" / "x.ucg"); })->Numero(), error::kArchivo);
 }
 
 TEST_F(Lectura, LiberarCierraLaTabla) {

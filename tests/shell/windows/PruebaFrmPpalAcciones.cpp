@@ -217,7 +217,8 @@ TEST_F(Acciones, UnExportarQueFallaSeRegistraDosVecesYSeDiceUna) {
   Cargar();
   std::filesystem::create_directories(carpeta / "ocupada.ucg" / "adentro");
   operador.EsperaGuardar("Guardar configuración...", carpeta / "ocupada.ucg");
-  operador.Espera("La operación solicitada no puede ser completada\n[" + DescripcionDe(error::kArchivo) + "]");
+  operador.Espera("La operación solicitada no puede ser completada\n[No se puede escribir el archivo " +
+                  (carpeta / "ocupada.ucg").string() + "]");
   Exportar();
   EXPECT_NE(Errores().find("\"frmPpal\",\"ExportarConfiguracion\""), std::string::npos);
   EXPECT_NE(Errores().find("\"frmPpal\",\"mnuAccAvanzadas_Click \""), std::string::npos);
