@@ -1,6 +1,7 @@
 #include "shell/windows/Main.h"
 
 #include <QApplication>
+#include <QFileInfo>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QTranslator>
@@ -49,5 +50,6 @@ int main(int argc, char** argv) {
   utr::ComunicadorSimulado comunicador(utr::Ruta(carpeta), reloj, atender);
   utr::PuertosSimulados puertos(comunicador);
   utr::OperadorQt operador;
-  return utr::Ejecutar({comunicador, puertos, operador, reloj, atender, utr::Ruta(carpeta), "AdminUTR"});
+  const QString nombre = QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName();
+  return utr::Ejecutar({comunicador, puertos, operador, reloj, atender, utr::Ruta(carpeta), utr::U(nombre)});
 }
