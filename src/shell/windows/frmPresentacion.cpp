@@ -322,8 +322,7 @@ void frmPresentacion::reject() {
 
 void frmPresentacion::VerificarVelocidad() {
   cancelado_ = false;
-  CVerifVelocidad_->setEnabled(false);
-  AceptarLecturaCFG_->setEnabled(false);
+  Habilitar(false);  // whole: an option clicked meanwhile would give the button its use back
   picInfo_->show();
   if (mod_.atender) mod_.atender();
   const std::int32_t puerto = ValorElegido(*cboPuertos_);
@@ -337,8 +336,7 @@ void frmPresentacion::VerificarVelocidad() {
         {"La velocidad es de " + std::to_string(*velocidad) + " bps", "Atención", Icono::kNinguno, Botones::kAceptar});
     SeleccionarValor(*CVelocidad_, *velocidad);
   }
-  CVerifVelocidad_->setEnabled(true);
-  AceptarLecturaCFG_->setEnabled(true);
+  Habilitar(true);
   picInfo_->hide();
 }
 
@@ -355,6 +353,7 @@ void frmPresentacion::MostrarLectura() {
   Habilitar(false);
   picInfo_->show();
   setModal(false);
+  if (Acepto) move(pos());  // where the operator had it, instead of wherever a new window goes
   show();
   if (mod_.atender) mod_.atender();
 }

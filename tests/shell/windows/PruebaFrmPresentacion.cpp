@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QWindow>
 
 #include "shell/AjustesEnlace.h"
 #include "shell/windows/frmPresentacion.h"
@@ -149,6 +150,19 @@ TEST_F(Presentacion, LosCamposDeDigitosTraganLoDemas) {
   EXPECT_EQ(campo.text(), "1") << "nor is it pasted";
 }
 
+TEST_F(Presentacion, LaLecturaSeMuestraDondeElOperadorLoTenia) {
+  Abrir();
+  QPoint lugar;
+  Jugar([&](QDialog& ventana) {
+    ventana.windowHandle()->setPosition(15, 25);
+    QCoreApplication::processEvents();
+    lugar = ventana.pos();
+    Pulsar("AceptarLecturaCFG");
+  });
+  dialogo->MostrarLectura();
+  EXPECT_EQ(dialogo->pos(), lugar);
+}
+
 TEST_F(Presentacion, LosReparosSeDicenJuntosYElDialogoSigue) {
   Abrir();
   Pulsar("optIP");
@@ -263,6 +277,7 @@ TEST_F(Presentacion, VerificarVelocidadEligeLaQueResponde) {
   comunicador.Devuelve("LeerPagina",
                        [this](const std::string&) { return comunicador.Cuantas("LeerPagina") == 2 ? "1,0,0" : ""; });
   comunicador.al_llamar = [&](const std::string&) {
+    Pulsar("optSerie");
     EXPECT_FALSE(Activo("AceptarLecturaCFG"));
     EXPECT_FALSE(Activo("CVerifVelocidad"));
     EXPECT_FALSE(El<PanelAviso>("picInfo").isHidden());
