@@ -5,12 +5,18 @@ cd "$RAIZ"
 # Qt wants an UTF-8 locale; a bare server has none.
 [[ $(locale charmap 2>/dev/null) == UTF-8 ]] || export LC_ALL=C.UTF-8
 
+mkdir -p "$RAIZ/build"
+# Qt puts a folder of its own into /tmp where a session gave it none.
+if [[ -z ${XDG_RUNTIME_DIR:-} ]]; then
+  mkdir -p -m 700 "$RAIZ/build/sesion"
+  export XDG_RUNTIME_DIR="$RAIZ/build/sesion"
+fi
+
 # construir PRESET: configures and builds one of the presets.
 construir() {
   cmake --preset "$1" >"$RAIZ/build/configurar-$1.txt" 2>&1 || { cat "$RAIZ/build/configurar-$1.txt" >&2; return 1; }
   cmake --build --preset "$1"
 }
-mkdir -p "$RAIZ/build"
 
 # probar PRESET: runs the tests of a preset that is built, and leaves the counts in `pasadas` and `fallidas`.
 # Fails when a test fails, and when none ran.
