@@ -485,28 +485,60 @@ Bytes LeerBytes(const std::filesystem::path& ruta) {
   return bytes;
 }
 
-// One reading of the file. With `por_tramos`, nothing when it isn't of the layout that allows it.
-std::shared_ptr<DatosTabla> Intentar(const std::filesystem::path& ruta, bool por_tramos) {
-  const std::string nombre = ruta.filename().string();
+// Files written by hand hold apostrophes within their apostrophes: one that doesn't end its value becomes an entity.
+std::string EscaparComillas(std::string_view documento) {
+  std::string s;
+  char comilla = '\0';
+  bool en_etiqueta = false;
+  for (std::size_t i = 0; i < documento.size(); ++i) {
+    const char c = documento[i];
+    if (comilla == '\0') {
+      if (c == '<' || c == '>') en_etiqueta = c == '<';
+      if (en_etiqueta && (c == '\'' || c == '"')) comilla = c;
+    } else if (c == comilla) {
+      const auto sigue = documento.substr(i + 1, 1);
+      if (!sigue.empty() && std::string_view(" \t\r\n/>?").find(sigue) == std::string_view::npos) {
+        s += c == '"' ? "&#x22;" : "&#x27;";
+        continue;
+      }
+      comilla = '\0';
+    }
+    s.push_back(c);
+  }
+  return s;
+}
+
+// The ways to read a file, from the quickest to the most patient one.
+enum class Modo { kTramos, kEntero, kReparado };
+
+// One reading of the file; nothing when it isn't of the layout that the mode allows.
+std::shared_ptr<DatosTabla> Intentar(const std::filesystem::path& ruta, Modo modo) {
   Bytes bytes = LeerBytes(ruta);
   const auto codificacion = bytes.Preparar();
   Partes partes;
-  if (por_tramos) partes = Partir(bytes.Datos(), bytes.Largo());
+  if (modo == Modo::kTramos) partes = Partir(bytes.Datos(), bytes.Largo());
+  if (modo == Modo::kTramos && partes.filas == nullptr) return nullptr;
+  if (modo == Modo::kReparado) {
+    if (codificacion != pugi::encoding_utf8) return nullptr;
+    partes.documento = EscaparComillas({bytes.Datos(), bytes.Largo()});
+  }
   pugi::xml_document documento;
-  const bool partida = partes.filas != nullptr;
   const auto resultado =
-      partida ? documento.load_buffer_inplace(partes.documento.data(), partes.documento.size(), kLectura, codificacion)
-              : documento.load_buffer_inplace(bytes.Datos(), bytes.Largo(), kLectura, codificacion);
-  if (!resultado) NoEsTabla(nombre, "el contenido está dañado o incompleto");
-  return LeerDocumento(documento, nombre, partes);
+      modo == Modo::kEntero
+          ? documento.load_buffer_inplace(bytes.Datos(), bytes.Largo(), kLectura, codificacion)
+          : documento.load_buffer_inplace(partes.documento.data(), partes.documento.size(), kLectura, codificacion);
+  if (!resultado) return nullptr;
+  return LeerDocumento(documento, ruta.filename().string(), partes);
 }
 
 }  // namespace
 
 std::shared_ptr<DatosTabla> LeerPersistido(const std::filesystem::path& ruta) {
   try {
-    auto datos = Intentar(ruta, true);
-    return datos ? datos : Intentar(ruta, false);
+    for (const Modo modo : {Modo::kTramos, Modo::kEntero, Modo::kReparado}) {
+      if (auto datos = Intentar(ruta, modo)) return datos;
+    }
+    NoEsTabla(ruta.filename().string(), "el contenido está dañado o incompleto");
   } catch (const Error& e) {
     if (e.Numero() == error::kArchivo) throw;
     NoEsTabla(ruta.filename().string(), "contiene un valor que no corresponde al tipo de su campo");

@@ -277,6 +277,16 @@ std::vector<Entrada> Entradas() {
        kCabeza + kEsquemaSimple + "<rs:data>" + Veces("<q>", 100000) + Veces("</q>", 100000) +
            "<z:row Id='1'/></rs:data></xml>",
        "Id|Town/1|-"},
+      {"capítulos en el formato propio",
+       kCabeza + kEsquemaSimple +
+           "<rs:data>\r\n\t<z:row Id='1'>\r\n\t\t<Parts No='10'/>\r\n\t</z:row>\r\n\t<z:row Id='2'/>\r\n"
+           "</rs:data>\r\n</xml>",
+       "Id|Town/1|-/2|-"},
+      {"apóstrofos sueltos",
+       kCabeza + kEsquemaSimple + "<rs:data>\r\n\t<z:row Id='1' Town='O'Higgins'/>\r\n</rs:data>\r\n</xml>",
+       "Id|Town/1|O'Higgins"},
+      {"comillas sueltas", kCabeza + kEsquemaSimple + "<rs:data><z:row Town=\"el \"15\".\" Id='1'/></rs:data></xml>",
+       "Id|Town/1|el \"15\"."},
       {"otros prefijos",
        "<xml xmlns:x='uuid:BDC6E3F0-6DA3-11d1-A2A3-00AA00C14882' xmlns:r='urn:schemas-microsoft-com:rowset' "
        "xmlns:t='#RowsetSchema'><x:Schema id='RowsetSchema'><x:ElementType name='row' content='eltOnly'>"
