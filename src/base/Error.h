@@ -43,8 +43,8 @@ std::string DescripcionDe(std::int32_t numero);
 // Raises Error(numero, origen, DescripcionDe(numero)).
 [[noreturn]] void Lanzar(std::int32_t numero, std::string origen);
 
-// The exception in flight as an Error: itself when it is one; any other exception becomes number 5 with its own words
-// as source and a Spanish sentence as description. Call it only from inside a catch.
+// The exception in flight as an Error: itself when it is one; want of memory is number 7, any other exception becomes
+// number 5 with its own words as source, each with a Spanish sentence as description. Call it only from inside a catch.
 Error ErrorActual();
 
 }  // namespace utr
