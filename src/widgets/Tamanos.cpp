@@ -28,7 +28,11 @@ class Guardian : public QObject {
 
 void RecordarTamano(QWidget* ventana) {
   const QByteArray guardado = Archivo().value(ventana->objectName()).toByteArray();
-  if (!guardado.isEmpty()) ventana->restoreGeometry(guardado);
+  if (!guardado.isEmpty() && ventana->restoreGeometry(guardado)) {
+    // The size alone: a window that is hidden before it was put in its place tells a wrong one, and a dialog belongs
+    // over its parent anyway.
+    ventana->setAttribute(Qt::WA_Moved, false);
+  }
   new Guardian(ventana);
 }
 

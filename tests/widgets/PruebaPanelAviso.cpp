@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QDialog>
 #include <QLabel>
 
 #include "widgets/Iconos.h"
@@ -71,6 +72,24 @@ TEST(PruebaTamanos, AWindowComesBackWithTheSizeItWasLeftWith) {
   EXPECT_EQ(abrir("frmPrueba", QSize(500, 340)), QSize(320, 200));
   EXPECT_EQ(abrir("frmPrueba", QSize(510, 350)), QSize(500, 340));
   EXPECT_EQ(abrir("frmOtra", QSize(400, 400)), QSize(320, 200));
+}
+
+TEST(PruebaTamanos, ADialogComesBackOverItsParent) {
+  QWidget madre;
+  madre.setGeometry(200, 150, 400, 300);
+  const auto abrir = [&](const QPoint& lugar) {
+    QDialog dialogo(&madre);
+    dialogo.setObjectName("frmCentrado");
+    dialogo.resize(200, 100);
+    RecordarTamano(&dialogo);
+    dialogo.show();
+    const QPoint hallado = dialogo.geometry().center();
+    dialogo.move(lugar);
+    dialogo.close();
+    return hallado;
+  };
+  const QPoint primero = abrir(QPoint(0, 0));
+  EXPECT_EQ(abrir(QPoint(500, 400)), primero);
 }
 
 }  // namespace
