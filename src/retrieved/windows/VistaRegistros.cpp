@@ -20,6 +20,7 @@
 #include "retrieved/windows/frmItemLista.h"
 #include "shell/windows/Ayuda.h"
 #include "shell/windows/Campos.h"
+#include "widgets/CampoFecha.h"
 #include "widgets/Iconos.h"
 #include "widgets/PanelAviso.h"
 #include "widgets/Tamanos.h"
@@ -200,7 +201,7 @@ VistaRegistros::Fechas VistaRegistros::AgregarFechas(QFormLayout& caja, const ch
   const FechaHora hoy = mod_.reloj.Ahora();
   caja.setSpacing(kEntreControles);
   const auto nuevo = [&](const char* nombre, const char* rotulo, const char* texto) {
-    auto* campo = new QDateTimeEdit;
+    auto* campo = new CampoFecha;
     campo->setTimeSpec(Qt::UTC);  // no hour of the day is missing or doubled there
     campo->setDateTime(QDateTime(QDate(hoy.anio, hoy.mes, hoy.dia), QTime(0, 0), Qt::UTC));
     campo->setObjectName(QString::fromLatin1(nombre));

@@ -343,6 +343,14 @@ TEST_P(PruebaVistas, EveryFieldHasALabelThatLeadsToItAndItsNameForTheBlind) {
   }
 }
 
+TEST_P(PruebaVistas, AClickOnAPartOfADateLetsDigitsReplaceIt) {
+  auto* campo = Hijo<QDateTimeEdit>(*ventana, "FechaInicio");
+  auto* texto = campo->findChild<QLineEdit*>();
+  QTest::mouseClick(texto, Qt::LeftButton, Qt::NoModifier, QPoint(2, texto->height() / 2));
+  QTest::keyClicks(texto, "07");
+  EXPECT_EQ(campo->date(), QDate(2026, 3, 7));
+}
+
 TEST_P(PruebaVistas, TabWalksTheFramesThenTheListThenTheWayOut) {
   std::vector<std::string> recorrido;
   const QWidget* primero = Hijo<QWidget>(*ventana, "FechaInicio");
