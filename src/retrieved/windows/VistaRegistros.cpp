@@ -314,7 +314,7 @@ void VistaRegistros::Ocupar(bool ocupada) {
 }
 
 void VistaRegistros::Habilitar() {
-  const bool hay = lista_->Lista().Total() > 0;
+  const bool hay = lista_->Lista().Cantidad() > 0;
   for (const CaraComando& cara : kCaras) acciones_.at(cara.comando)->setEnabled(hay || !cara.con_lista);
 }
 
@@ -322,6 +322,7 @@ void VistaRegistros::ContarFiltradas() {
   const ListaTabla& lista = lista_->Lista();
   Decir(lblFiltradas_,
         lista.Cantidad() == lista.Total() ? QString() : QStringLiteral("A la vista: %1").arg(lista.Cantidad()));
+  Habilitar();
 }
 
 void VistaRegistros::closeEvent(QCloseEvent* evento) {

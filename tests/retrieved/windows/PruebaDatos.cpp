@@ -130,8 +130,12 @@ TEST_F(PruebaDatos, TheFilterSaysHowManyRowsAreSeen) {
   Lista(ventana).CampoFiltro()->setText("00:20");
   EXPECT_EQ(Texto(ventana, "lblFiltradas"), "A la vista: 1");
   EXPECT_EQ(Texto(ventana, "lblCantRegistros"), "Cantidad de Registros Cargados: 2");
+  EXPECT_TRUE(Hijo<QAction>(ventana, "mnuDatosGuardarComo")->isEnabled());
+  Lista(ventana).CampoFiltro()->setText("nada");
+  EXPECT_FALSE(Hijo<QAction>(ventana, "mnuDatosGuardarComo")->isEnabled()) << "no row is left to save";
   Lista(ventana).CampoFiltro()->clear();
   EXPECT_EQ(Texto(ventana, "lblFiltradas"), "");
+  EXPECT_TRUE(Hijo<QAction>(ventana, "mnuDatosGuardarComo")->isEnabled());
 }
 
 }  // namespace
