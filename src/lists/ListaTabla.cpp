@@ -59,7 +59,7 @@ std::optional<double> LeerNumero(std::string_view texto) {
   return EsNumerico(texto) ? std::optional(LeerDoble(texto)) : std::nullopt;
 }
 
-// A key that orders as the number of a text does: 0, below all others, where there is none.
+// A key that orders as the number of a text does: 0, far below all others, where there is none.
 std::uint64_t ClaveDeOrden(std::string_view texto, ClaseOrden clase) {
   std::optional<double> valor;
   if (clase == ClaseOrden::kNumero) {
@@ -77,6 +77,13 @@ std::uint64_t ClaveDeOrden(std::string_view texto, ClaseOrden clase) {
 struct ClaveNumero {
   std::uint64_t clave;
   std::uint32_t indice;
+};
+
+struct ClaveTexto {
+  std::string clave;
+  std::uint32_t indice;
+
+  bool operator<(const ClaveTexto& otra) const { return clave < otra.clave; }
 };
 
 // Sorts by distributing over the digits of the keys, the lowest first. Digits that all keys share cost one look.
@@ -277,23 +284,30 @@ std::vector<std::uint32_t> ListaTabla::RangosDe(std::size_t columna, bool como_t
 }
 
 std::vector<std::uint32_t> ListaTabla::RangosDeTexto(std::size_t columna) const {
-  struct ClaveTexto {
-    std::string clave;
-    std::uint32_t indice;
-  };
   const std::size_t cuantos = Indices(fuentes_[columna]);
   std::vector<ClaveTexto> claves;
   claves.reserve(cuantos);
   for (std::uint32_t i = 0; i < cuantos; ++i) claves.push_back({Minusculas(TextoDeIndice(i, columna)), i});
-  std::sort(claves.begin(), claves.end(), [](const auto& a, const auto& b) { return a.clave < b.clave; });
+  std::sort(claves.begin(), claves.end());
   return Rangos(claves, [](const auto& a, const auto& b) { return a.clave == b.clave; });
 }
 
 std::vector<std::uint32_t> ListaTabla::RangosDeValor(std::size_t columna, ClaseOrden clase) const {
   const std::size_t cuantos = Indices(fuentes_[columna]);
   std::vector<ClaveNumero> claves;
+  std::vector<ClaveTexto> sin_valor;
   claves.reserve(cuantos);
-  for (std::uint32_t i = 0; i < cuantos; ++i) claves.push_back({ClaveDeOrden(TextoDeIndice(i, columna), clase), i});
+  for (std::uint32_t i = 0; i < cuantos; ++i) {
+    const std::string_view texto = TextoDeIndice(i, columna);
+    claves.push_back({ClaveDeOrden(texto, clase), i});
+    if (claves.back().clave == 0) sin_valor.push_back({Minusculas(texto), i});
+  }
+  // The keys of numbers lie far above the few that order these.
+  std::sort(sin_valor.begin(), sin_valor.end());
+  for (std::size_t i = 1; i < sin_valor.size(); ++i) {
+    const std::uint64_t anterior = claves[sin_valor[i - 1].indice].clave;
+    claves[sin_valor[i].indice].clave = anterior + (sin_valor[i].clave == sin_valor[i - 1].clave ? 0 : 1);
+  }
   OrdenarClaves(claves);
   return Rangos(claves, [](const auto& a, const auto& b) { return a.clave == b.clave; });
 }

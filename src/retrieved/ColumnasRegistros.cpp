@@ -44,12 +44,9 @@ Columnas ColumnasInstantaneos() {
 }
 
 Columnas ColumnasEventos() {
-  return {{"Fecha", "Fecha", P::kTalCual, O::kFecha},
-          {"Hora", "Hora", P::kTalCual, O::kHora},
-          {"Código", "Codigo", P::kTalCual, O::kNumero},
-          {"Descripción", "Descripcion"},
-          {"Valor 1", "Valor1"},
-          {"Valor 2", "Valor2", P::kTalCual, O::kNumero}};
+  return {{"Fecha", "Fecha", P::kTalCual, O::kFecha},     {"Hora", "Hora", P::kTalCual, O::kHora},
+          {"Código", "Codigo", P::kTalCual, O::kNumero},  {"Descripción", "Descripcion"},
+          {"Valor 1", "Valor1", P::kTalCual, O::kNumero}, {"Valor 2", "Valor2", P::kTalCual, O::kNumero}};
 }
 
 }  // namespace utr
