@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QStandardPaths>
@@ -122,8 +123,9 @@ std::optional<std::filesystem::path> OperadorQt::Elegir(const PedidoArchivo& ped
   dialogo.setLabelText(QFileDialog::FileType, QStringLiteral("Tipo:"));
   if (!pedido.nombre.empty()) dialogo.selectFile(Q(pedido.nombre));
   if (dialogo.exec() != QDialog::Accepted || dialogo.selectedFiles().isEmpty()) return std::nullopt;
-  ultima_carpeta_ = dialogo.directory().absolutePath();
-  return Ruta(dialogo.selectedFiles().first());
+  const QString elegido = dialogo.selectedFiles().first();
+  ultima_carpeta_ = QFileInfo(elegido).absolutePath();  // a typed path leaves the folder on show where it was
+  return Ruta(elegido);
 }
 
 std::optional<EleccionImpresora> OperadorQt::ElegirImpresora(std::string_view titulo,

@@ -152,6 +152,19 @@ TEST(PruebaOperadorQt, SavingAddsTheExtensionAndAsksBeforeReplacing) {
     Pulsar(dialogo, "Guardar");
   });
   EXPECT_EQ(operador.ElegirGuardar(Pedido(carpeta)), carpeta / "otra.txt");
+  PedidoArchivo sin_carpeta = Pedido(carpeta);
+  sin_carpeta.carpeta.clear();
+  AlAbrirse([&carpeta](QWidget* dialogo) {
+    Escribir(dialogo, Q((carpeta / "honda" / "una.txt").string()));
+    Pulsar(dialogo, "Guardar");
+  });
+  std::filesystem::create_directory(carpeta / "honda");
+  EXPECT_TRUE(operador.ElegirGuardar(sin_carpeta).has_value());
+  AlAbrirse([](QWidget* dialogo) {
+    Escribir(dialogo, "dos");
+    Pulsar(dialogo, "Guardar");
+  });
+  EXPECT_EQ(operador.ElegirGuardar(sin_carpeta), carpeta / "honda" / "dos.txt") << "the folder of the last file";
 }
 
 TEST(PruebaOperadorQt, ACancelledDialogGivesNothing) {
