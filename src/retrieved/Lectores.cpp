@@ -27,9 +27,10 @@ std::string EntradaDeCanal(const Tabla& fila, Catalogo& catalogo) {
   const std::int16_t canal = LeerEntero16(fila.Texto("Canal"));
   const std::string parametro = fila.Texto("Parametro");
   const std::string tipo = fila.Texto("Tipo");
+  // The id 0 is that of "(ninguno)": such a channel is told by its own kind.
   return NombreCanal(canal) + "_" +
-         (parametro.empty() ? DescripcionTipo(tipo, canal)
-                            : catalogo.DescripcionParametro(parametro, Entero16(Val(tipo))));
+         (Val(parametro) == 0 ? DescripcionTipo(tipo, canal)
+                              : catalogo.DescripcionParametro(parametro, Entero16(Val(tipo))));
 }
 
 bool AlReves(const FechaHora& desde, const FechaHora& hasta) {

@@ -15,6 +15,7 @@ class PruebaLectores : public Banco {
   TablaPtr canales_ = TablaDeCanales({{{"Canal", "1"}, {"Tipo", "0"}, {"Parametro", "2"}, {"Unidad", "1"}},
                                       {{"Canal", "2"}, {"Tipo", "2"}, {"Flags", "0"}},
                                       {{"Canal", "3"}, {"Tipo", "3"}, {"Parametro", ""}},
+                                      {{"Canal", "5"}, {"Tipo", "0"}, {"Parametro", "0"}},
                                       {{"Canal", "4"}, {"Tipo", "4"}},
                                       {{"Canal", "15"}, {"Tipo", "5"}, {"Parametro", "999"}},
                                       {{"Canal", "16"}, {"Tipo", "7"}},
@@ -35,8 +36,9 @@ class PruebaLectores : public Banco {
 };
 
 TEST_F(PruebaLectores, CanalesConHistoria) {
-  EXPECT_EQ(datos_lector_.CargarCanales(), (std::vector<std::string>{"EA01_Nivel del río", "EA03_Direccion de Viento",
-                                                                     "PLV_Pluviómetro", "EA15_Temperatura del aire"}));
+  EXPECT_EQ(datos_lector_.CargarCanales(),
+            (std::vector<std::string>{"EA01_Nivel del río", "EA03_Direccion de Viento", "EA05_Analógico",
+                                      "PLV_Pluviómetro", "EA15_Temperatura del aire"}));
   EXPECT_TRUE(LectorDatos(contexto_, nullptr, nullptr).CargarCanales().empty());
 }
 
