@@ -84,6 +84,7 @@ TEST(Escenario, CadaErrorTieneSuLineaYSuMotivo) {
       {"[[falla]]\noperacion = \"Conectar\"\ntipo = \"falso\"", "la operación Conectar no admite \"falso\""},
       {"[[falla]]\noperacion = \"EscribirLog\"\ntipo = \"error\"", "la operación EscribirLog no admite \"error\""},
       {"[[falla]]\noperacion = \"LeerAgenda\"\ntipo = \"campo_ausente\"", "'falla' necesita campo"},
+      {"[[falla]]\noperacion = \"LeerPagina\"\ntipo = \"vacio\"\npista = 3", "una condición que LeerPagina no tiene"},
       {"[[falla]]\noperacion = \"LeerAgenda\"\ntipo = \"ninguna\"\ncuando = 0", "'falla.cuando' debe estar entre 1"},
       {"[[falla]]\noperacion = \"LeerAgenda\"\ntipo = \"ninguna\"\ncuando = \"a veces\"",
        "'falla.cuando' debe ser \"siempre\""},

@@ -80,6 +80,7 @@ TEST_F(FallaDeEscenario, CuantasVeces) {
 TEST_F(FallaDeEscenario, SoloDondeSeCumpleLaCondicion) {
   banco.Escenario(TextoFalla("LeerPaginaFlash", "vacio", "pista = 3\npagina = 17") +
                   TextoFalla("LeerPagina", "vacio", "pagina = 35\nvelocidad = 9600") +
+                  TextoFalla("EscribirPagina", "falso", "pagina = 35") +
                   TextoFalla("LeerDatos", "ninguna", "canal = 4") +
                   TextoFalla("Conectar", "error", "puerto = 3\nnumero = 8005"));
   Driver().EstadoPuerto();
@@ -88,6 +89,8 @@ TEST_F(FallaDeEscenario, SoloDondeSeCumpleLaCondicion) {
   EXPECT_NE(Driver().LeerPaginaFlash(4, 17), "");
   EXPECT_EQ(Driver().LeerPagina("35", true), "");
   EXPECT_NE(Driver().LeerPagina("34", true), "");
+  EXPECT_TRUE(Driver().EscribirPagina("34", "0,0,0"));
+  EXPECT_FALSE(Driver().EscribirPagina("35", "1,0,0"));
   EXPECT_EQ(Driver().LeerDatos("", "", 3), nullptr) << "channels count from 1 in a scenario";
   EXPECT_NE(Driver().LeerDatos("", "", 4), nullptr);
   EXPECT_EQ(NumeroDeError([&] { Driver().Conectar("9600,n,8,1", "3"); }), 8005);

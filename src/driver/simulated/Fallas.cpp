@@ -129,6 +129,21 @@ bool Conviene(TipoFalla tipo, Op operacion) {
   return false;
 }
 
+Asunto AsuntoDe(Op operacion) {
+  switch (operacion) {
+    case Op::kLeerPaginaFlash:
+      return {.pista = true, .pagina = true};
+    case Op::kLeerPagina:
+    case Op::kEscribirPagina:
+      return {.pagina = true};
+    case Op::kLeerDatos:
+    case Op::kLeerDatosCartucho:
+      return {.canal = true};
+    default:
+      return {};
+  }
+}
+
 void Fallas::Poner(std::vector<Falla> fallas) {
   fallas_ = std::move(fallas);
   hay_.fill(0);

@@ -48,6 +48,13 @@ struct Falla {
 std::optional<TipoFalla> BuscarTipoFalla(std::string_view nombre);
 bool Conviene(TipoFalla tipo, Op operacion);
 
+// What a call is about, as far as its operation has it: a condition on the rest would never be met. Port and speed
+// every call has.
+struct Asunto {
+  bool pista = false, pagina = false, canal = false;
+};
+Asunto AsuntoDe(Op operacion);
+
 // What a call is about, for the conditions.
 struct Contexto {
   std::optional<int> pista{}, pagina{}, canal{};

@@ -52,7 +52,7 @@ struct ComunicadorSimulado::Interior {
 
   // Orders of the unit come through these: false without an answer, and the unit is saved when `orden` gives true.
   template <class Orden>
-  bool Ordenar(Op op, const std::string& argumentos, Orden orden);
+  bool Ordenar(Op op, const std::string& argumentos, Orden orden, Contexto contexto = {});
 
   // "tabla de 23 filas y 41 campos", with the name of its file where tables are kept whole; "sin tabla".
   std::string Describir(Op op, const Tabla* tabla);
@@ -149,8 +149,8 @@ auto ComunicadorSimulado::Interior::Operar(Op op, const std::string& argumentos,
 }
 
 template <class Orden>
-bool ComunicadorSimulado::Interior::Ordenar(Op op, const std::string& argumentos, Orden orden) {
-  return Operar(op, argumentos, [&] {
+bool ComunicadorSimulado::Interior::Ordenar(Op op, const std::string& argumentos, Orden orden, Contexto contexto) {
+  return Operar(op, argumentos, contexto, [&] {
     if (!Responde() || !orden()) return false;
     cambiada_ = true;
     return true;

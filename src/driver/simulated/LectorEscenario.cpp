@@ -317,6 +317,10 @@ void LeerFallas(const Dato& dato, Escenario& escenario) {
       item.Mal("no puede ser: la operación " + std::string{De(falla.operacion).nombre} + " no admite \"" +
                *tabla["tipo"].value<std::string>() + "\"");
     }
+    const Asunto asunto = AsuntoDe(falla.operacion);
+    if ((falla.pista && !asunto.pista) || (falla.pagina && !asunto.pagina) || (falla.canal && !asunto.canal)) {
+      item.Mal("pone una condición que " + std::string{De(falla.operacion).nombre} + " no tiene");
+    }
     if (falla.tipo == TipoFalla::kFechaInvalida && !tabla.contains("valor")) falla.valor = "32/13/2001";
     const bool pide_campo = falla.tipo == TipoFalla::kCampoAusente || falla.tipo == TipoFalla::kNumeroComoTexto ||
                             falla.tipo == TipoFalla::kNoNumero;

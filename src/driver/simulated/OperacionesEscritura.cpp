@@ -107,10 +107,11 @@ bool ComunicadorSimulado::GrabarEstado(std::string_view flags) {
 
 bool ComunicadorSimulado::EscribirPagina(std::string_view pagina, std::string_view datos) {
   const auto numero = simulada::NumeroDePagina(pagina);
-  return interior_->Ordenar(Op::kEscribirPagina, DosTextos(pagina, datos), [&] {
+  const auto escribir = [&] {
     const auto bytes = LeerTextoPagina(datos);
     return numero && bytes && !bytes->empty() && interior_->Unidad().EscribirPagina(*numero, *bytes);
-  });
+  };
+  return interior_->Ordenar(Op::kEscribirPagina, DosTextos(pagina, datos), escribir, Contexto{.pagina = numero});
 }
 
 bool ComunicadorSimulado::GrabarEvento(std::string_view comando, std::string_view datos) {
