@@ -144,7 +144,7 @@ int Hidrologia::VuelcosEntre(std::int64_t desde, std::int64_t hasta, double paso
     antes += std::floor(Acumulado(t, desde) / paso);
     despues += std::floor(Acumulado(t, hasta) / paso);
   }
-  return static_cast<int>(despues - antes);
+  return static_cast<int>(std::min(despues - antes, 1e9));
 }
 
 double Hidrologia::Temperatura(std::int64_t momento) const {

@@ -12,6 +12,12 @@ namespace {
 
 constexpr double kPasoDeLlamada = 0.1;  // seconds between two looks at whether the call was abandoned
 
+// The port that a text names, 0 for none.
+int PuertoDe(std::string_view texto) {
+  const double numero = EsNumerico(texto) ? LeerDoble(texto) : 0;
+  return numero >= 1 && numero <= 65535 ? static_cast<int>(numero) : 0;
+}
+
 }  // namespace
 
 void ComunicadorSimulado::IdEquipo(std::int32_t identificador) {
@@ -35,8 +41,7 @@ void ComunicadorSimulado::Pausa(std::int16_t segundos) {
 
 void ComunicadorSimulado::Conectar(std::string_view enlace, std::string_view puerto) {
   const auto pedido = LeerEnlace(enlace);
-  const Contexto contexto{.puerto = EsNumerico(puerto) ? static_cast<int>(LeerDoble(puerto)) : 0,
-                          .velocidad = pedido ? pedido->velocidad : 0};
+  const Contexto contexto{.puerto = PuertoDe(puerto), .velocidad = pedido ? pedido->velocidad : 0};
   interior_->Operar(Op::kConectar, Citar(enlace) + ", " + Citar(puerto), contexto, [&] {
     interior_->enlace.Conectar(enlace, puerto, interior_->escenario.lineas);
     return Interior::Nada{};
@@ -74,8 +79,7 @@ void ComunicadorSimulado::DireccionIP(std::string_view direccion) {
 
 void ComunicadorSimulado::PuertoIP(std::string_view puerto) {
   interior_->Operar(Op::kPuertoIP, Citar(puerto), [&] {
-    const double numero = EsNumerico(puerto) ? LeerDoble(puerto) : 0;
-    interior_->enlace.puerto_ip = numero >= 1 && numero <= 65535 ? static_cast<int>(numero) : 0;
+    interior_->enlace.puerto_ip = PuertoDe(puerto);
     return Interior::Nada{};
   });
 }
