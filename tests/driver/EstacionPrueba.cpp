@@ -157,6 +157,9 @@ TEST(Estacion, LaSalidaUnoSigueLasVentanasInvertida) {
   EXPECT_EQ(sd1(8, 9), 0);
   EXPECT_EQ(sd1(8, 10), 1) << "off";
   EXPECT_EQ(sd1(23, 30), 1) << "an entry that isn't OK doesn't count";
+  ASSERT_TRUE(e.agenda.LeerTexto("23:55 -V- OK"));
+  EXPECT_EQ(sd1(0, 4), 0) << "the window lasts into the next day";
+  EXPECT_EQ(sd1(0, 5), 1);
   Vida vida;
   vida.sd1 = 1;
   e.Vivir(vida);

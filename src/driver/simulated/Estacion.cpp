@@ -11,6 +11,7 @@ namespace {
 
 constexpr std::int64_t kMinuto = 60;
 constexpr std::int64_t kDia = 86400;
+constexpr int kMinutosDia = 1440;
 constexpr std::int64_t kMayorAusencia = 60 * kDia;
 
 constexpr int kVelocidades[] = {300, 1200, 2400, 4800, 9600, 19200};
@@ -198,7 +199,7 @@ std::array<std::int32_t, Estacion::kTrama> Estacion::Instantaneos(std::int64_t a
   const int ventana = static_cast<int>(Par(LeerPagina(0), kLugarVentana));
   const auto& entradas = agenda.Entradas();
   const bool abierta = std::any_of(entradas.begin(), entradas.end(), [minuto, ventana](const Entrada& e) {
-    return e.Cuenta() && e.ventana && minuto >= e.minuto && minuto < e.minuto + ventana;
+    return e.Cuenta() && e.ventana && (minuto - e.minuto + kMinutosDia) % kMinutosDia < ventana;
   });
   trama[kLugarSD1] = vida_.sd1 >= 0 ? 1 - vida_.sd1 : (abierta ? 0 : 1);
   trama[kLugarSD1 + 1] = salidas[0] ? 1 : 0;
