@@ -88,16 +88,36 @@ TEST(Estacion, QuienTransmiteNoTienePendientes) {
 }
 
 TEST(Estacion, LosPendientesTraenUnaMarcaPorMedianoche) {
-  Estacion e;
-  e.Vivir({.dias = 0, .pendiente_horas = 0, .hidrologia = {}});
-  e.memoria.Borrar();
-  e.AnotarSuceso(kAhora - 3 * kDia, 1);
-  e.AnotarSuceso(kAhora - kDia, 2);
-  std::string corriente;
-  for (const TablaPtr t = SucesosPendientes(e.memoria, DiaDe(kAhora)); !t->Eof(); t->MoveNext()) {
-    corriente += t->Texto("Fecha") + t->Texto("Codigo") + " ";
+  const struct {
+    std::vector<int> dias;  // of the events 1, 2...: so many ahead of today
+    const char* corriente;
+  } casos[] = {{{-3, -1}, "1 13/03/2026 14/03/2026 2 15/03/2026 "},
+               {{0}, "1 "},
+               // With a clock that was put back, the first marker still follows the day of what stands ahead of it.
+               {{0, -2}, "1 16/03/2026 13/03/2026 2 14/03/2026 15/03/2026 "},
+               {{2}, "1 18/03/2026 "}};
+  for (const auto& caso : casos) {
+    Estacion e;
+    std::uint8_t codigo = 0;
+    for (const int dia : caso.dias) e.AnotarSuceso(kAhora + dia * kDia, ++codigo);
+    std::string corriente;
+    for (const TablaPtr t = SucesosPendientes(e.memoria, DiaDe(kAhora)); !t->Eof(); t->MoveNext()) {
+      corriente += t->Texto("Fecha") + t->Texto("Codigo") + " ";
+    }
+    EXPECT_EQ(corriente, caso.corriente);
   }
-  EXPECT_EQ(corriente, "1 13/03/2026 14/03/2026 2 15/03/2026 ");
+}
+
+TEST(Estacion, LoQueRegistraUnRelojAtrasadoQuedaPendiente) {
+  Estacion e;
+  e.RehacerHistoria(kAhora);
+  const auto pendientes = [&e] { return SucesosPendientes(e.memoria, 0)->RecordCount(); };
+  const auto antes = pendientes();
+  e.Desfasar(-5 * kDia);
+  e.Avanzar(kAhora + kDia);
+  EXPECT_GT(pendientes(), antes);
+  e.EscribirEstado(bandera::kActualizarSucesos);
+  EXPECT_EQ(pendientes(), 0U) << "what lies behind the new ones too";
 }
 
 TEST(Estacion, UnRelojAtrasadoEscribeSuPropiaHora) {

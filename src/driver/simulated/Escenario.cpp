@@ -51,13 +51,6 @@ void AplicarBanderas(Estacion& estacion, const std::string& texto) {
   }
 }
 
-// The clock jumps, and nothing happened in the time that it jumped over.
-void AplicarDesfase(Estacion& estacion, const std::string& texto) {
-  const auto desfase = static_cast<std::int64_t>(std::llround(Val(texto) * 60));
-  estacion.registrado += desfase - estacion.desfase;
-  estacion.desfase = desfase;
-}
-
 // Keys whose change reaches the unit, each with the way in which it does.
 constexpr struct {
   const char* clave;
@@ -65,7 +58,7 @@ constexpr struct {
 } kAplicables[] = {
     {"equipo.velocidad", AplicarVelocidad},
     {"equipo.identificador", AplicarIdentificador},
-    {"equipo.desfase_minutos", AplicarDesfase},
+    {"equipo.desfase_minutos", [](Estacion& e, const std::string& t) { e.Desfasar(std::llround(Val(t) * 60)); }},
     {"equipo.estado", AplicarBanderas},
     {"salidas.salida1", [](Estacion& e, const std::string& t) { e.salidas[0] = t == "si"; }},
     {"salidas.salida2", [](Estacion& e, const std::string& t) { e.salidas[1] = t == "si"; }},

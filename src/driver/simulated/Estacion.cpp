@@ -101,12 +101,23 @@ void Estacion::Avanzar(std::int64_t ahora) {
   if (reloj / kMinuto == registrado / kMinuto) return;
   // A clock that was put back records its hours a second time, as the unit does.
   if (reloj > registrado) Registrar(std::max(registrado, reloj - kMayorAusencia), reloj, registrado);
+  Registrado(reloj);
+}
+
+// What a clock that was put back records again hasn't been transmitted.
+void Estacion::Registrado(std::int64_t reloj) {
+  if (reloj < registrado) transmitido = std::min(transmitido, reloj);
   registrado = reloj;
+}
+
+void Estacion::Desfasar(std::int64_t segundos) {
+  Registrado(registrado + segundos - desfase);
+  desfase = segundos;
 }
 
 void Estacion::PonerEnHora(std::int64_t ahora) {
   desfase = 0;
-  registrado = ahora;
+  Registrado(ahora);
   AnotarSuceso(ahora, suceso::kPuestaEnHora);
 }
 

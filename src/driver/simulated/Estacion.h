@@ -91,11 +91,13 @@ class Estacion {
   // Records what happened since the last call, sixty days at most.
   void Avanzar(std::int64_t ahora);
 
+  // Its clock jumps to be off by so much, and nothing happened in the time that it jumped over.
+  void Desfasar(std::int64_t segundos);
+
   std::int64_t Reloj(std::int64_t ahora) const { return ahora + desfase; }
   bool TieneCartucho() const { return vida_.cartucho; }
 
-  // --- Orders; each leaves its event
-  // -----------------------------------------------------------------------------------
+  // --- Orders; each leaves its event ---------------------------------------------------------------------------------
 
   void PonerEnHora(std::int64_t ahora);
   void Reiniciar(std::int64_t ahora);  // speed and identifier of page "0" take force
@@ -125,6 +127,7 @@ class Estacion {
   std::array<std::int32_t, kTrama> Instantaneos(std::int64_t ahora) const;
 
  private:
+  void Registrado(std::int64_t reloj);
   void Registrar(std::int64_t desde, std::int64_t hasta, std::int64_t cartucho_desde);
 
   Vida vida_;

@@ -166,17 +166,30 @@ TablaPtr FilasSucesos::Terminar() {
 TablaPtr SucesosPendientes(const Memoria& memoria, std::int32_t hoy) {
   FilasSucesos filas;
   std::int32_t dia = -1;  // the day at hand; none yet
+  bool marcado = false;
+  const auto marcar = [&](std::int32_t otro) {
+    filas.AgregarMarcador(FechaDeDia(dia = otro));
+    marcado = true;
+  };
+  // Of a clock that was put back: events without a marker belong to the day before the first one.
+  const auto retroceder = [&] {
+    if (!marcado) marcar(dia + 1);
+  };
   memoria.RecorrerSucesos([&](VistaPagina pagina, const Cabecera& cabecera) {
     for (unsigned i = 0; i < cabecera.cuenta; ++i) {
       const Suceso suceso = LeerSuceso(pagina, i);
       if ((suceso.marcas & marca::kPendiente) == 0) continue;
       if (dia < 0) dia = cabecera.dia;
-      while (dia < cabecera.dia) filas.AgregarMarcador(FechaDeDia(++dia));
-      if (dia > cabecera.dia) filas.AgregarMarcador(FechaDeDia(dia = cabecera.dia));  // the clock was put back
+      while (dia < cabecera.dia) marcar(dia + 1);
+      if (dia > cabecera.dia) {
+        retroceder();
+        marcar(cabecera.dia);
+      }
       filas.AgregarFila(suceso);
     }
   });
-  while (dia >= 0 && dia < hoy) filas.AgregarMarcador(FechaDeDia(++dia));
+  while (dia >= 0 && dia < hoy) marcar(dia + 1);
+  if (dia >= 0 && dia > hoy) retroceder();
   return filas.Terminar();
 }
 
