@@ -174,6 +174,31 @@ TEST(Escenario, LoQuitadoVuelveALoDeFabrica) {
   EXPECT_LT(banco.Driver().LeerDatos("", "", 3)->RecordCount(), 400U) << "another history is made anew";
 }
 
+TEST(Escenario, UnValorFijoDejaSusEventosUnaVez) {
+  BancoSimulado banco;
+  banco.Conectar();
+  const auto codigos = [&banco] {
+    std::map<std::string, int> cuentas;
+    for (const TablaPtr t = banco.Driver().LeerEventos("15/03/2026 10:00:00", ""); !t->Eof(); t->MoveNext()) {
+      ++cuentas[t->Texto("Codigo")];
+    }
+    return cuentas;
+  };
+  EXPECT_EQ(codigos().count("10"), 0U);
+  banco.Escenario("[valores]\n1 = 7.2\n10 = 11.0\n16 = 1");
+  for (int i = 0; i < 3; ++i) {
+    banco.Pasar(1200);
+    for (const char* codigo : {"10", "20", "21"}) EXPECT_EQ(codigos()[codigo], 1) << codigo;
+  }
+  banco.Reiniciar();
+  banco.Conectar();
+  banco.Pasar(1200);
+  EXPECT_EQ(codigos()["21"], 1) << "a new run of the program opens no door";
+  banco.Escenario("");
+  banco.Pasar(1200);
+  EXPECT_EQ(codigos()["22"], 1);
+}
+
 TEST(Escenario, LosPuertosSonLosDelEscenario) {
   BancoSimulado banco;
   banco.Escenario("[enlace]\npuertos = [7, 4]\ntomados = []\npuerto = 7");

@@ -83,13 +83,19 @@ Estacion::Estacion() : hidrologia_(vida_.hidrologia) {
 }
 
 void Estacion::Vivir(const Vida& vida) {
-  if (vida.hidrologia != vida_.hidrologia) hidrologia_ = Hidrologia(vida.hidrologia);
+  if (vida.hidrologia != vida_.hidrologia) {
+    if (vive_) anterior_ = hidrologia_;
+    cambio_ = registrado;
+    hidrologia_ = Hidrologia(vida.hidrologia);
+  }
   vida_ = vida;
+  vive_ = true;
 }
 
 void Estacion::RehacerHistoria(std::int64_t ahora) {
   memoria.Borrar();
   cartucho.Borrar();
+  anterior_.reset();
   const std::int64_t reloj = Reloj(ahora);
   transmitido = reloj - static_cast<std::int64_t>(vida_.pendiente_horas * 3600);
   Registrar(reloj - vida_.dias * kDia, reloj, reloj - vida_.dias_cartucho * kDia);
@@ -106,7 +112,10 @@ void Estacion::Avanzar(std::int64_t ahora) {
 
 // What a clock that was put back records again hasn't been transmitted.
 void Estacion::Registrado(std::int64_t reloj) {
-  if (reloj < registrado) transmitido = std::min(transmitido, reloj);
+  if (reloj < registrado) {
+    transmitido = std::min(transmitido, reloj);
+    anterior_.reset();
+  }
   registrado = reloj;
 }
 

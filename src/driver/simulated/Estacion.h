@@ -94,6 +94,11 @@ class Estacion {
   // Its clock jumps to be off by so much, and nothing happened in the time that it jumped over.
   void Desfasar(std::int64_t segundos);
 
+  // The world as it was at a moment of its clock; so alarms see the step when a trainer nails a value down.
+  const Hidrologia& MundoEn(std::int64_t momento) const {
+    return anterior_ && momento <= cambio_ ? *anterior_ : hidrologia_;
+  }
+
   std::int64_t Reloj(std::int64_t ahora) const { return ahora + desfase; }
   bool TieneCartucho() const { return vida_.cartucho; }
 
@@ -131,7 +136,10 @@ class Estacion {
   void Registrar(std::int64_t desde, std::int64_t hasta, std::int64_t cartucho_desde);
 
   Vida vida_;
+  bool vive_ = false;  // a way of living was ever given
   Hidrologia hidrologia_;
+  std::optional<Hidrologia> anterior_;  // the one that held up to `cambio_`
+  std::int64_t cambio_ = 0;
 };
 
 // Number of a page of the unit, 0 to 65535, or nothing for a text that is none.

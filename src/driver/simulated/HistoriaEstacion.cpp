@@ -14,8 +14,8 @@ constexpr int kTipoPluviometro = 5;
 constexpr int kCanalPuerta = 16;
 constexpr int kCanalBateria = 10;
 
-// One run of recording over a span of time. It looks at the world through the hydrology alone, so that a span recorded
-// in one go and in pieces leaves the same records.
+// One run of recording over a span of time. It looks at the world through the hydrology alone, present and former, so
+// that a span recorded in one go and in pieces leaves the same records.
 class Registro {
  public:
   Registro(Estacion& estacion, const Hidrologia& hidrologia, const Vida& vida, std::int64_t cartucho_desde)
@@ -86,6 +86,7 @@ class Registro {
     if (EnCartucho()) e_.cartucho.Anotar(p.pila, dia_, muestra);
   }
 
+  double Antes(int canal, std::int64_t momento) const { return e_.MundoEn(momento).Valor(canal, momento); }
   bool Toca(int periodo) const { return periodo > 0 && minuto_ % periodo == 0; }
   bool EnCartucho() const { return vida_.cartucho && t_ > cartucho_desde_; }
   unsigned Pendiente() const { return t_ > e_.transmitido ? marca::kPendiente : 0; }
@@ -119,7 +120,7 @@ class Registro {
   bool Condicional(const ParametrosCanal& p) {
     const bool lluvia = p.tipo == kTipoPluviometro;
     const double cambio = lluvia ? Vuelcos(p, p.t_discret) * p.cte_pluvi
-                                 : h_.Valor(p.canal, t_) - h_.Valor(p.canal, t_ - p.t_discret * kMinuto);
+                                 : h_.Valor(p.canal, t_) - Antes(p.canal, t_ - p.t_discret * kMinuto);
     const bool subida = p.max_sub_tx > 0 && cambio > p.max_sub_tx;
     const bool bajada = p.max_baj_tx > 0 && -cambio > p.max_baj_tx;
     if (!subida && !bajada) return false;
@@ -137,7 +138,7 @@ class Registro {
   void Alarmas(const ParametrosCanal& p) {
     const std::int64_t antes = t_ - p.t_eval * kMinuto;
     const double valor = h_.Valor(p.canal, t_) + p.referencia;
-    const double previo = h_.Valor(p.canal, antes) + p.referencia;
+    const double previo = Antes(p.canal, antes) + p.referencia;
     const std::int32_t cuentas = p.Cuentas(valor - p.referencia);
     if (valor > p.a_max && previo <= p.a_max) Suceder(suceso::kAlarmaMaximo, p.canal - 1, cuentas);
     if (valor < p.a_min && previo >= p.a_min) Suceder(suceso::kAlarmaMinimo, p.canal - 1, cuentas);
@@ -145,12 +146,13 @@ class Registro {
     if (p.al_sub > 0 && valor - previo > p.al_sub) Suceder(suceso::kVariacionAscendente, p.canal - 1, variacion);
     if (p.al_baj > 0 && previo - valor > p.al_baj) Suceder(suceso::kVariacionDescendente, p.canal - 1, variacion);
     if (p.tipo == 0) return;  // a level has no peaks of its own
+    const Hidrologia::Extremos extremos = e_.MundoEn(antes).ExtremosDe(p.canal, antes);
     const double arriba = valor + h_.ExtremosDe(p.canal, t_).arriba;
     const double abajo = valor - h_.ExtremosDe(p.canal, t_).abajo;
-    if (arriba > p.al_max_pico && previo + h_.ExtremosDe(p.canal, antes).arriba <= p.al_max_pico) {
+    if (arriba > p.al_max_pico && previo + extremos.arriba <= p.al_max_pico) {
       Suceder(suceso::kPicoMaximo, p.canal - 1, p.Cuentas(arriba - p.referencia));
     }
-    if (abajo < p.al_min_pico && previo - h_.ExtremosDe(p.canal, antes).abajo >= p.al_min_pico) {
+    if (abajo < p.al_min_pico && previo - extremos.abajo >= p.al_min_pico) {
       Suceder(suceso::kPicoMinimo, p.canal - 1, p.Cuentas(abajo - p.referencia));
     }
   }
@@ -158,7 +160,7 @@ class Registro {
   void Puerta() {
     if (!e_.canales.Parametros(kCanalPuerta).Habilitado()) return;
     const bool abierta = h_.Valor(kCanalPuerta, t_) != 0;
-    if (abierta == (h_.Valor(kCanalPuerta, t_ - paso_) != 0)) return;
+    if (abierta == (Antes(kCanalPuerta, t_ - paso_) != 0)) return;
     Suceder(abierta ? suceso::kPuertaAbierta : suceso::kPuertaCerrada);
   }
 
@@ -166,7 +168,7 @@ class Registro {
     const ParametrosCanal& p = e_.canales.Parametros(kCanalBateria);
     if (!p.Habilitado() || !p.Alarmas()) return;
     const double tension = h_.Valor(kCanalBateria, t_);
-    if (tension >= p.a_min || h_.Valor(kCanalBateria, t_ - paso_) < p.a_min) return;
+    if (tension >= p.a_min || Antes(kCanalBateria, t_ - paso_) < p.a_min) return;
     Suceder(suceso::kBateriaBaja, static_cast<int>(std::lround(tension * 10)), 0);  // tenths of a volt
   }
 
