@@ -176,7 +176,8 @@ class Comunicador {
   // 44. Switches output 1 or 2. False: not switched.
   virtual bool GrabarSalidaDigital(int salida, bool encender) = 0;
 
-  // 45. to 47. As LeerDatos, LeerEventos and LeerColaTx, from the unit's cartridge.
+  // 45. to 47. As LeerDatos, LeerEventos and LeerColaTx, from the unit's cartridge, which doesn't know what is pending:
+  // two empty texts ask for everything in it. Null without a cartridge.
   virtual TablaPtr LeerDatosCartucho(std::string_view desde, std::string_view hasta, std::int16_t canal) = 0;
   virtual TablaPtr LeerEventosCartucho(std::string_view desde, std::string_view hasta) = 0;
   virtual TablaPtr LeerColaTxCartucho(std::string_view desde, std::string_view hasta) = 0;

@@ -28,7 +28,8 @@ class EnlaceSimulado {
   bool Llega(const Lineas& lineas, const Estacion& estacion) const;
 
   // The link is up (`ahora` in milliseconds of the clock), which is another thing than the open port: a restart of the
-  // unit or a silent call takes it down, an answer or another Conectar brings it back.
+  // unit or a silent call takes it down, an answer or another Conectar brings it back. Over IP, where no Conectar need
+  // follow, it is up whenever somebody answers at the address and the unit isn't away.
   bool Arriba(const Lineas& lineas, std::int64_t ahora) const;
 
   // What a call over the modem needs: the open port has one.
