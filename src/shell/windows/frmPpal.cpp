@@ -221,6 +221,7 @@ void frmPpal::AceptarLectura(frmPresentacion& dialogo) {
     lectura_.Preparar(dialogo.Fuente());
   }
   dialogo.hide();
+  if (isVisible()) activateWindow();  // a dialog that was seen for a blink may leave the keyboard to nobody
   CompararHoras(mod_);
   if (const auto titulo = TituloTrasLectura(mod_.propiedades)) setWindowTitle(Q(*titulo));
 }
