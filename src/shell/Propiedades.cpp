@@ -117,7 +117,9 @@ void Propiedades::GrabarArchivoPropiedades() const {
   std::ofstream salida(archivo_, std::ios::binary | std::ios::trunc);
   salida << tabla << '\n';
   salida.close();
-  if (!salida) Lanzar(error::kArchivo, "GrabarArchivoPropiedades");
+  if (!salida) {
+    throw Error(error::kArchivo, "GrabarArchivoPropiedades", "No se puede escribir el archivo " + archivo_.string());
+  }
 }
 
 void Propiedades::GrabarYRecargar() {

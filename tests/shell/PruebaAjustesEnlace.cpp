@@ -160,8 +160,9 @@ TEST_F(Ajustes, UnGuardadoQueFallaSeDiceYSeSigueConLaMemoria) {
   EntradaEnlace entrada;
   entrada.puerto = 5;
   EscribirEntrada(propiedades, entrada);
-  operador.Espera(Mensaje{TextoFalla(Redaccion::kCompletada, DescripcionDe(error::kArchivo)), "Configuración",
-                          Icono::kCritico, Botones::kAceptar});
+  const std::string motivo = "No se puede escribir el archivo " + propiedades.Archivo().string();
+  operador.Espera(
+      Mensaje{TextoFalla(Redaccion::kCompletada, motivo), "Configuración", Icono::kCritico, Botones::kAceptar});
   GuardarAjustes(mod, "frmPuerto", "CmdOK_Click", "Configuración");
   EXPECT_EQ(LeerEntrada(propiedades).puerto, 5);
 }

@@ -253,7 +253,8 @@ TEST_F(Acciones, UnaContrasenaQueNoSeGuardaNoRige) {
     }
     Pulsar(d, "CmdOK");
   });
-  operador.Espera("La operación solicitada no puede ser completada\n[" + DescripcionDe(error::kArchivo) + "]");
+  operador.Espera("La operación solicitada no puede ser completada\n[No se puede escribir el archivo " +
+                  propiedades.Archivo().string() + "]");
   Elegir(5);
   EXPECT_EQ(propiedades.LeerTexto(clave::kClave, "Pampas"), "Pampas");
 }
