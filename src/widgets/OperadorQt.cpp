@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QFileDialog>
+#include <QFileIconProvider>
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QPushButton>
@@ -69,6 +70,16 @@ constexpr BotonDeCaja kBotones[] = {
     {Botones::kSiNo, Respuesta::kNo, "&No", QMessageBox::NoRole},
 };
 
+// Names the kinds of file in Spanish: Qt's own come from the desktop's database in the language of the process.
+class ClasesDeArchivo : public QFileIconProvider {
+ public:
+  QString type(const QFileInfo& archivo) const override {
+    if (archivo.isDir()) return QStringLiteral("Carpeta");
+    const QString extension = archivo.suffix().toUpper();
+    return extension.isEmpty() ? QStringLiteral("Archivo") : QStringLiteral("Archivo ") + extension;
+  }
+};
+
 }  // namespace
 
 Respuesta OperadorQt::Mostrar(const Mensaje& mensaje) {
@@ -111,7 +122,9 @@ std::optional<std::filesystem::path> OperadorQt::Elegir(const PedidoArchivo& ped
   if (ultima_carpeta_.isEmpty()) {
     ultima_carpeta_ = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
   }
+  ClasesDeArchivo clases;
   QFileDialog dialogo(Encima(), Q(pedido.titulo));
+  dialogo.setIconProvider(&clases);
   dialogo.setNameFilters(FiltroQt(pedido.filtro).split(QStringLiteral(";;"), Qt::SkipEmptyParts));
   dialogo.setDirectory(pedido.carpeta.empty() ? ultima_carpeta_ : Q(pedido.carpeta.string()));
   dialogo.setFileMode(guardar ? QFileDialog::AnyFile : QFileDialog::ExistingFile);

@@ -64,6 +64,12 @@ VistaLista::VistaLista(Columnas columnas, QWidget* parent)
 void VistaLista::ArmarFiltro() {
   filtro_->setObjectName(QStringLiteral("txtFiltro"));
   filtro_->setPlaceholderText(QStringLiteral("Filtrar (Ctrl+F)"));
+  // Some desktops leave the colour of the hint as it is on a light background.
+  QColor tenue = filtro_->palette().color(QPalette::Text);
+  tenue.setAlphaF(0.5F);
+  QPalette propia;
+  propia.setColor(QPalette::PlaceholderText, tenue);
+  filtro_->setPalette(propia);
   filtro_->setAccessibleName(QStringLiteral("Filtrar"));
   filtro_->setClearButtonEnabled(true);
   filtro_->setWhatsThis(QStringLiteral("Deja a la vista los renglones que contienen el texto en alguna columna."));
