@@ -1,15 +1,10 @@
-#include <fmt/format.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <charconv>
-#include <filesystem>
 
 #include "base/Fechas.h"
 #include "base/Numeros.h"
 #include "benchmarks/Presupuesto.h"
 #include "benchmarks/retrieved/Muestras.h"
-#include "driver/simulated/ComunicadorSimulado.h"
 #include "lists/ListaTabla.h"
 #include "retrieved/ColumnasRegistros.h"
 #include "retrieved/Registros.h"
@@ -126,17 +121,7 @@ bool MedirOrden() {
 }  // namespace
 
 int main() {
-  const auto carpeta = std::filesystem::temp_directory_path() / fmt::format("adminutr-medida-{}", ::getpid());
-  std::filesystem::create_directories(carpeta);
-  bool bien = false;
-  {
-    RelojSistema reloj;
-    ComunicadorSimulado comunicador(carpeta, reloj, {});
-    Catalogo catalogo(carpeta);
-    RegistroErrores registro(carpeta / "medida.err", reloj);
-    bien = MedirRegistros({comunicador, reloj, catalogo, registro});
-  }
+  bool bien = medida::ConContexto(MedirRegistros);
   bien &= MedirOrden();
-  std::filesystem::remove_all(carpeta);
   return bien ? 0 : 1;
 }

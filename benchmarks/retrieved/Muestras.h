@@ -1,13 +1,19 @@
 #pragma once
 
+#include <fmt/format.h>
+#include <unistd.h>
+
 #include <cmath>
 #include <cstdint>
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <utility>
 
 #include "base/Fechas.h"
 #include "configuration/ConfigColl.h"
+#include "driver/simulated/ComunicadorSimulado.h"
+#include "retrieved/ContextoRegistros.h"
 #include "tables/Tabla.h"
 
 // Records as a station of one channel keeps them.
@@ -56,6 +62,23 @@ inline utr::TablaPtr Configuracion() {
   for (const auto& [columna, texto] : celdas) tabla->Set(columna, texto);
   tabla->UpdateBatch();
   return tabla;
+}
+
+// Runs a measurement with all that the record builders lean on, in a folder of its own that goes away afterwards.
+template <typename Medicion>
+bool ConContexto(Medicion&& medir) {
+  const auto carpeta = std::filesystem::temp_directory_path() / fmt::format("adminutr-medida-{}", ::getpid());
+  std::filesystem::create_directories(carpeta);
+  bool bien = false;
+  {
+    utr::RelojSistema reloj;
+    utr::ComunicadorSimulado comunicador(carpeta, reloj, {});
+    utr::Catalogo catalogo(carpeta);
+    utr::RegistroErrores registro(carpeta / "medida.err", reloj);
+    bien = medir(utr::ContextoRegistros{comunicador, reloj, catalogo, registro});
+  }
+  std::filesystem::remove_all(carpeta);
+  return bien;
 }
 
 }  // namespace medida

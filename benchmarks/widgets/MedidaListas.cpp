@@ -1,13 +1,8 @@
-#include <fmt/format.h>
-#include <unistd.h>
-
 #include <QApplication>
 #include <QTreeView>
-#include <filesystem>
 
 #include "benchmarks/Presupuesto.h"
 #include "benchmarks/retrieved/Muestras.h"
-#include "driver/simulated/ComunicadorSimulado.h"
 #include "retrieved/ColumnasRegistros.h"
 #include "retrieved/Registros.h"
 #include "widgets/VistaLista.h"
@@ -56,16 +51,5 @@ bool Medir(const ContextoRegistros& contexto) {
 
 int main(int argc, char** argv) {
   QApplication aplicacion(argc, argv);
-  const auto carpeta = std::filesystem::temp_directory_path() / fmt::format("adminutr-listas-{}", ::getpid());
-  std::filesystem::create_directories(carpeta);
-  bool bien = false;
-  {
-    RelojSistema reloj;
-    ComunicadorSimulado comunicador(carpeta, reloj, {});
-    Catalogo catalogo(carpeta);
-    RegistroErrores registro(carpeta / "medida.err", reloj);
-    bien = Medir({comunicador, reloj, catalogo, registro});
-  }
-  std::filesystem::remove_all(carpeta);
-  return bien ? 0 : 1;
+  return medida::ConContexto(Medir) ? 0 : 1;
 }

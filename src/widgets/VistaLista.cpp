@@ -175,10 +175,6 @@ void VistaLista::Elegir(std::size_t posicion) {
   arbol_->scrollTo(indice);
 }
 
-void VistaLista::PermitirVarias(bool varias) {
-  arbol_->setSelectionMode(varias ? QAbstractItemView::ExtendedSelection : QAbstractItemView::SingleSelection);
-}
-
 void VistaLista::Ordenar(std::size_t columna, bool ascendente) {
   columna_ordenada_ = columna;
   AplicarOrden({columna, !ascendente, false});

@@ -50,9 +50,6 @@ class VistaLista : public QWidget {
   // Makes the row at that position current and the only one selected, and brings it into sight.
   void Elegir(std::size_t posicion);
 
-  // Whether several rows can be selected at once. They can unless told otherwise.
-  void PermitirVarias(bool varias);
-
   // Orders by a column: by value as a click on its title does (the title gets the icon), or by its text without
   // choosing a column, as the toolbar's two buttons do in some windows (no title bears an icon then). Current row and
   // selection stay.
@@ -63,9 +60,8 @@ class VistaLista : public QWidget {
   // the table is said to stand, else ascending.
   void QuitarOrden(bool ascendente);
 
-  // The column whose title bears the icon, and the order in force.
+  // The column whose title bears the icon.
   std::optional<std::size_t> ColumnaOrdenada() const { return columna_ordenada_; }
-  bool Ascendente() const { return ascendente_; }
 
   // The click on the title of a column, and the same on the column that bears the icon (nothing without one).
   void ClicColumna(std::size_t columna);
