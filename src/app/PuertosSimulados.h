@@ -1,7 +1,7 @@
 #pragma once
 
 #include "driver/simulated/ComunicadorSimulado.h"
-#include "shell/ModRTU.h"
+#include "session/ModRTU.h"
 
 namespace utr {
 

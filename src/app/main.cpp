@@ -10,6 +10,7 @@
 #include "PuertosSimulados.h"
 #include "base/Reloj.h"
 #include "shell/windows/InstanciaUnica.h"
+#include "widgets/ImpresoraQt.h"
 #include "widgets/OperadorQt.h"
 #include "widgets/TextoQt.h"
 
@@ -50,6 +51,7 @@ int main(int argc, char** argv) {
   utr::ComunicadorSimulado comunicador(utr::Ruta(carpeta), reloj, atender);
   utr::PuertosSimulados puertos(comunicador);
   utr::OperadorQt operador;
+  utr::ImpresoraQt impresora;
   const QString nombre = QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName();
-  return utr::Ejecutar({comunicador, puertos, operador, reloj, atender, utr::Ruta(carpeta), utr::U(nombre)});
+  return utr::Ejecutar({comunicador, puertos, impresora, operador, reloj, atender, utr::Ruta(carpeta), utr::U(nombre)});
 }

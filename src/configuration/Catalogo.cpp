@@ -3,7 +3,7 @@
 #include "base/Texto.h"
 #include "configuration/Canales.h"
 #include "driver/Utilidades.h"
-#include "shell/RegistroErrores.h"
+#include "services/RegistroErrores.h"
 
 namespace utr {
 

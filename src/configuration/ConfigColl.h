@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "configuration/Config.h"
-#include "shell/RegistroErrores.h"
+#include "services/RegistroErrores.h"
 #include "tables/Tabla.h"
 
 namespace utr {

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "shell/RegistroErrores.h"
+#include "services/RegistroErrores.h"
 
 namespace utr {
 

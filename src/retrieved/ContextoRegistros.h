@@ -3,7 +3,7 @@
 #include "base/Reloj.h"
 #include "configuration/Catalogo.h"
 #include "driver/Comunicador.h"
-#include "shell/RegistroErrores.h"
+#include "services/RegistroErrores.h"
 
 namespace utr {
 

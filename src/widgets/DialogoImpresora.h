@@ -2,7 +2,7 @@
 
 #include <QDialog>
 
-#include "shell/Operador.h"
+#include "services/Operador.h"
 
 class QComboBox;
 class QSpinBox;

@@ -2,7 +2,7 @@
 
 #include <QString>
 
-#include "shell/Operador.h"
+#include "services/Operador.h"
 
 class QWidget;
 

@@ -2,13 +2,11 @@
 
 #include <filesystem>
 #include <functional>
-#include <memory>
 #include <string>
 
 #include "lists/DocumentoLista.h"
-#include "shell/ModRTU.h"
+#include "services/ContextoListas.h"
 #include "tables/Tabla.h"
-#include "widgets/Impresora.h"
 
 namespace utr {
 
@@ -32,7 +30,7 @@ class ServiciosLista {
   // `encabezado` gives title and date lines of the document; it is asked each time.
   using Encabezado = std::function<EncabezadoLista()>;
 
-  ServiciosLista(ModRTU& mod, const VistaLista& vista, PalabrasLista palabras);
+  ServiciosLista(const ContextoListas& contexto, const VistaLista& vista, PalabrasLista palabras);
 
   // The document of the list written to that file. False: the list is empty, or it couldn't be written (no message); an
   // error gives a message and false.
@@ -50,18 +48,13 @@ class ServiciosLista {
   // The printer dialog. True: one was chosen, and is remembered until the program ends.
   bool ConfigurarImpresora();
 
-  // Prints through another than the system's printers.
-  void UsarImpresora(Impresora& impresora) { impresora_ = &impresora; }
-
  private:
   void Informar(const std::string& texto);
   void Intentar(std::string_view procedimiento, const std::function<void()>& accion);
 
-  ModRTU& mod_;
+  ContextoListas contexto_;
   const VistaLista& vista_;
   PalabrasLista palabras_;
-  ImpresoraQt propia_;
-  Impresora* impresora_;
 };
 
 }  // namespace utr

@@ -4,9 +4,10 @@
 #include <vector>
 
 #include "configuration/Catalogo.h"
-#include "shell/ModRTU.h"
+#include "session/ModRTU.h"
 #include "support/Carpeta.h"
 #include "support/ComunicadorFalso.h"
+#include "support/ImpresoraFalsa.h"
 #include "support/OperadorGuion.h"
 #include "support/RelojFalso.h"
 
@@ -18,7 +19,7 @@ class PuertosFalsos : public ListaDePuertos {
   std::vector<PuertoSerie> puertos;
 };
 
-// The shared state of the program over stand-ins, in a folder of its own. Link utr_configuration, utr_shell,
+// The shared state of the program over stand-ins, in a folder of its own. Link utr_session,
 // utr_pruebas.
 struct ModPrueba {
   Carpeta carpeta;
@@ -29,8 +30,19 @@ struct ModPrueba {
   RegistroErrores registro{carpeta / "AdminUTR.err", reloj};
   Catalogo catalogo{carpeta.Ruta()};
   PuertosFalsos puertos;
-  ModRTU mod{comunicador,    propiedades, registro, operador, reloj, catalogo, puertos, {},
-             carpeta.Ruta(), "AdminUTR",  {},       false,    false, false,    {},      {}};
+  ImpresoraFalsa impresora;
+  Conexion conexion{comunicador, propiedades};
+  ModRTU mod{.comunicador = comunicador,
+             .propiedades = propiedades,
+             .registro = registro,
+             .operador = operador,
+             .reloj = reloj,
+             .catalogo = catalogo,
+             .puertos = puertos,
+             .impresora = impresora,
+             .conexion = conexion,
+             .atender = {},
+             .carpeta = carpeta.Ruta()};
 
   // What the error log holds.
   std::string Errores() const { return LeerTodo(carpeta / "AdminUTR.err"); }

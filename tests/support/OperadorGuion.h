@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "shell/Operador.h"
+#include "services/Operador.h"
 
 namespace utr {
 

@@ -14,21 +14,8 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-class ImpresoraFalsa : public Impresora {
- public:
-  std::vector<std::string> Nombres() override { return {"Oficina", "Laboratorio"}; }
-  void Imprimir(std::string_view nombre, std::string_view texto) override {
-    trabajos.push_back(std::string(nombre) + ":" + std::string(texto));
-    if (falla) throw Error(482, "Imprimir", "Error de impresora");
-  }
-  std::vector<std::string> trabajos;
-  bool falla = false;
-};
-
 class PruebaServiciosLista : public testing::Test {
  protected:
-  PruebaServiciosLista() { servicios.UsarImpresora(impresora); }
-
   void Llenar() {
     tabla = TablaDeTextos({"Fecha", "Valor"}, {{"01/02/2026", "1.5"}, {"02/02/2026", nullptr}});
     vista.Mostrar(tabla);
@@ -40,8 +27,7 @@ class PruebaServiciosLista : public testing::Test {
 
   prueba::ModPrueba banco;
   VistaLista vista{Columnas{{"Fecha", "Fecha"}, {"Valor ", "Valor"}}};
-  ImpresoraFalsa impresora;
-  ServiciosLista servicios{banco.mod, vista,
+  ServiciosLista servicios{banco.mod.Listas(), vista,
                            PalabrasLista{"frmEventos", "Eventos de la UTR", "Exportar ...", "ImprimirEventos",
                                          "mnuExportarEv_Click", 0, "La lista de eventos ha sido exportada con éxito"}};
   ServiciosLista::Encabezado encabezado = [] {
@@ -140,9 +126,9 @@ TEST_F(PruebaServiciosLista, PrintingAsksForThePrinterOnceAndSendsOneJobACopy) {
   Llenar();
   banco.operador.EsperaImpresora("Configurar Impresora", EleccionImpresora{"Laboratorio", 2});
   servicios.Imprimir(encabezado);
-  EXPECT_THAT(impresora.trabajos, ElementsAre("Laboratorio:" + documento, "Laboratorio:" + documento));
+  EXPECT_THAT(banco.impresora.trabajos, ElementsAre("Laboratorio:" + documento, "Laboratorio:" + documento));
   servicios.Imprimir(encabezado);
-  EXPECT_EQ(impresora.trabajos.size(), 4u);
+  EXPECT_EQ(banco.impresora.trabajos.size(), 4u);
 }
 
 TEST_F(PruebaServiciosLista, NothingIsPrintedForAnEmptyListACancelOrAPrinterThatIsGone) {
@@ -150,19 +136,19 @@ TEST_F(PruebaServiciosLista, NothingIsPrintedForAnEmptyListACancelOrAPrinterThat
   Llenar();
   banco.operador.EsperaImpresora("Configurar Impresora", std::nullopt);
   servicios.Imprimir(encabezado);
-  EXPECT_TRUE(banco.mod.impresora.nombre.empty());
-  banco.mod.impresora = {"Vendida", 3};
+  EXPECT_TRUE(banco.mod.eleccion_impresora.nombre.empty());
+  banco.mod.eleccion_impresora = {"Vendida", 3};
   servicios.Imprimir(encabezado);
-  EXPECT_TRUE(impresora.trabajos.empty());
+  EXPECT_TRUE(banco.impresora.trabajos.empty());
 }
 
 TEST_F(PruebaServiciosLista, APrinterThatFailsIsReportedOnceUnderTheNameOfTheWindow) {
   Llenar();
-  banco.mod.impresora = {"Oficina", 3};
-  impresora.falla = true;
+  banco.mod.eleccion_impresora = {"Oficina", 3};
+  banco.impresora.falla = true;
   banco.operador.Espera(Informacion("La operación solicitada no puede completarse\n[ Error de impresora ]"));
   servicios.Imprimir(encabezado);
-  EXPECT_EQ(impresora.trabajos.size(), 1u);
+  EXPECT_EQ(banco.impresora.trabajos.size(), 1u);
   EXPECT_THAT(banco.Errores(), HasSubstr("\"frmEventos\",\"ImprimirEventos\""));
 }
 

@@ -7,7 +7,7 @@
 #include <QHBoxLayout>
 #include <QPushButton>
 
-#include "shell/windows/Campos.h"
+#include "widgets/Campos.h"
 #include "widgets/TextoQt.h"
 
 namespace utr {

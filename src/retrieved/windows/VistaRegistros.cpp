@@ -18,9 +18,9 @@
 #include <array>
 
 #include "retrieved/windows/frmItemLista.h"
-#include "shell/windows/Ayuda.h"
-#include "shell/windows/Campos.h"
+#include "widgets/Ayuda.h"
 #include "widgets/CampoFecha.h"
+#include "widgets/Campos.h"
 #include "widgets/Iconos.h"
 #include "widgets/PanelAviso.h"
 #include "widgets/Tamanos.h"
@@ -91,7 +91,7 @@ VistaRegistros::VistaRegistros(ModRTU& mod, const DescripcionVista& descripcion,
     : QDialog(parent),
       mod_(mod),
       lista_(new VistaLista(std::move(columnas))),
-      servicios_(mod, *lista_, descripcion.palabras),
+      servicios_(mod.Listas(), *lista_, descripcion.palabras),
       columna_titulo_(descripcion.columna_titulo),
       menu_(new QMenuBar(this)),
       barra_(new QToolBar(this)),
@@ -241,7 +241,7 @@ void VistaRegistros::Ejecutar(Comando comando) {
     case Comando::kDescendente:
       return lista_->OrdenarComoTexto(0, comando == Comando::kAscendente);
     case Comando::kAyuda:
-      return AbrirAyuda(mod_);
+      return AbrirAyuda(mod_.archivo_ayuda);
     case Comando::kQueEsEsto:
       return QWhatsThis::enterWhatsThisMode();
   }

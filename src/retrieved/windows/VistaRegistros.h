@@ -9,7 +9,7 @@
 #include "lists/DocumentoLista.h"
 #include "retrieved/Lectores.h"
 #include "retrieved/windows/DescripcionVista.h"
-#include "shell/ModRTU.h"
+#include "session/ModRTU.h"
 #include "tables/Tabla.h"
 #include "widgets/ServiciosLista.h"
 
@@ -36,10 +36,6 @@ inline constexpr int kEntreColumnas = 24;
 // services, detail, and the way a read runs. While a read runs the window can neither be used nor closed.
 class VistaRegistros : public QDialog {
   Q_OBJECT
-
- public:
-  // The list services of the window.
-  ServiciosLista& Servicios() { return servicios_; }
 
  protected:
   // One read: what to do and what to say about each outcome.

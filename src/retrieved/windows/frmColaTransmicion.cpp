@@ -1,7 +1,7 @@
 #include "retrieved/windows/frmColaTransmicion.h"
 
 #include "retrieved/ColumnasRegistros.h"
-#include "shell/windows/Campos.h"
+#include "widgets/Campos.h"
 
 namespace utr {
 namespace {

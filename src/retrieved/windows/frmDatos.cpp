@@ -12,7 +12,7 @@
 #include <QTabWidget>
 
 #include "retrieved/ColumnasRegistros.h"
-#include "shell/windows/Campos.h"
+#include "widgets/Campos.h"
 #include "widgets/TextoQt.h"
 #include "widgets/VistaLista.h"
 

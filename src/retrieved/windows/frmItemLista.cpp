@@ -7,7 +7,7 @@
 #include <QScrollArea>
 #include <QVBoxLayout>
 
-#include "shell/windows/Campos.h"
+#include "widgets/Campos.h"
 #include "widgets/Tamanos.h"
 #include "widgets/TextoQt.h"
 

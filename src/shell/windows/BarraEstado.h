@@ -2,7 +2,7 @@
 
 #include <QStatusBar>
 
-#include "shell/OperacionesEnlace.h"
+#include "session/OperacionesEnlace.h"
 
 class QLabel;
 

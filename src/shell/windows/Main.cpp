@@ -2,8 +2,8 @@
 
 #include <QApplication>
 
-#include "shell/ArchivoAyuda.h"
-#include "shell/windows/frmLogin.h"
+#include "session/ArchivoAyuda.h"
+#include "session/windows/frmLogin.h"
 #include "shell/windows/frmPpal.h"
 #include "widgets/Iconos.h"
 #include "widgets/TextoQt.h"
@@ -14,8 +14,19 @@ Main::Main(const Entorno& entorno)
     : propiedades_(entorno.carpeta / (entorno.nombre + ".dll")),
       registro_(entorno.carpeta / (entorno.nombre + ".err"), entorno.reloj),
       catalogo_(entorno.carpeta),
-      mod_{entorno.comunicador, propiedades_,    registro_,       entorno.operador, entorno.reloj,
-           catalogo_,           entorno.puertos, entorno.atender, entorno.carpeta,  entorno.nombre} {}
+      conexion_(entorno.comunicador, propiedades_),
+      mod_{.comunicador = entorno.comunicador,
+           .propiedades = propiedades_,
+           .registro = registro_,
+           .operador = entorno.operador,
+           .reloj = entorno.reloj,
+           .catalogo = catalogo_,
+           .puertos = entorno.puertos,
+           .impresora = entorno.impresora,
+           .conexion = conexion_,
+           .atender = entorno.atender,
+           .carpeta = entorno.carpeta,
+           .nombre = entorno.nombre} {}
 
 Main::~Main() = default;
 

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "configuration/Catalogo.h"
-#include "shell/ModRTU.h"
+#include "session/ModRTU.h"
 
 namespace utr {
 
@@ -13,6 +13,7 @@ namespace utr {
 struct Entorno {
   Comunicador& comunicador;
   ListaDePuertos& puertos;
+  Impresora& impresora;
   Operador& operador;
   Reloj& reloj;
   Atender atender;
@@ -38,6 +39,7 @@ class Main {
   Propiedades propiedades_;
   RegistroErrores registro_;
   Catalogo catalogo_;
+  Conexion conexion_;
   ModRTU mod_;
 };
 

@@ -6,8 +6,8 @@
 #include <QStandardPaths>
 #include <QVBoxLayout>
 
-#include "shell/ModRTU.h"
-#include "shell/windows/Campos.h"
+#include "session/ModRTU.h"
+#include "widgets/Campos.h"
 #include "widgets/Iconos.h"
 #include "widgets/TextoQt.h"
 

@@ -9,17 +9,17 @@
 #include "retrieved/windows/frmColaTransmicion.h"
 #include "retrieved/windows/frmDatos.h"
 #include "retrieved/windows/frmEventos.h"
-#include "shell/ArchivoAyuda.h"
-#include "shell/OperacionesEnlace.h"
-#include "shell/windows/Ayuda.h"
+#include "session/ArchivoAyuda.h"
+#include "session/OperacionesEnlace.h"
+#include "session/windows/frmConfirmPass.h"
+#include "session/windows/frmLogin.h"
+#include "session/windows/frmPresentacion.h"
+#include "session/windows/frmPuerto.h"
 #include "shell/windows/BarraEstado.h"
 #include "shell/windows/ListaAcciones.h"
 #include "shell/windows/MenuPpal.h"
 #include "shell/windows/frmAbout.h"
-#include "shell/windows/frmConfirmPass.h"
-#include "shell/windows/frmLogin.h"
-#include "shell/windows/frmPresentacion.h"
-#include "shell/windows/frmPuerto.h"
+#include "widgets/Ayuda.h"
 #include "widgets/Iconos.h"
 #include "widgets/Tamanos.h"
 #include "widgets/TextoQt.h"
@@ -47,7 +47,7 @@ class Bandera {
 frmPpal::frmPpal(ModRTU& mod, QWidget* parent)
     : QMainWindow(parent),
       mod_(mod),
-      lectura_(mod, {[this](bool conectado) { EstadoConeccion(conectado); }, [this] { InfoPanel(); }}),
+      lectura_(mod),
       menu_(new MenuPpal(this)),
       lista_(new ListaAcciones),
       barra_estado_(new BarraEstado) {
@@ -56,6 +56,7 @@ frmPpal::frmPpal(ModRTU& mod, QWidget* parent)
   setCentralWidget(lista_);
   setStatusBar(barra_estado_);
   ConectarControles();
+  mod_.conexion.AlCambiar([this] { MostrarEnlace(); });
   resize(720, 520);
   RecordarTamano(this);
 }
@@ -73,7 +74,7 @@ void frmPpal::ConectarControles() {
     lista_->FijarVista(vista);
     menu_->FijarVista(vista);
   });
-  connect(menu_, &MenuPpal::AyudaPedida, this, [this] { AbrirAyuda(mod_); });
+  connect(menu_, &MenuPpal::AyudaPedida, this, [this] { AbrirAyuda(mod_.archivo_ayuda); });
   connect(menu_, &MenuPpal::QueEsEsto, this, [] { QWhatsThis::enterWhatsThisMode(); });
   connect(menu_, &MenuPpal::AcercaDe, this,
           [this] { Operar("mnuHelpAbout_Click", [this] { frmAbout(this).exec(); }); });
@@ -83,7 +84,7 @@ void frmPpal::Cargar() {
   Operar("Form_Load", [this] {
     FijarArchivoAyuda(mod_);
     IgnorandoErrores([&] { mod_.comunicador.ModoConexion(true); });
-    mod_.configuracion_leida = false;
+    mod_.conexion.TomarDeAjustes();
     LeerConfiguracion(false, false, false, false);
     mod_.catalogo.CargarUnidades();
     ArmarLista();
@@ -100,7 +101,6 @@ void frmPpal::ArmarLista() {
   menu_->FijarVista(Vista::kDetalles);
   menu_->FijarOrden(true);
   EstadoConeccion(true);
-  if (mod_.por_ip) ActualizarBotones();
   lista_->setFocus();
 }
 
@@ -136,11 +136,10 @@ void frmPpal::mnuAcciones_Click(int indice) {
 
 // True when the link may be used: it is up as far as the buttons tell, or the operator had it opened again.
 bool frmPpal::ReconectarSiHaceFalta() {
-  if (conectado_ || mod_.por_ip) return true;
+  if (mod_.conexion.Conectado() || mod_.conexion.PorIP()) return true;
   if (!Preguntar("El puerto COM se ha desconectado.\n¿Desea reconectar el mismo?")) return false;
-  IgnorandoErrores([&] { ConectarSegunAjustes(mod_); });
+  IgnorandoErrores([&] { mod_.conexion.ConectarSegunAjustes(); });
   EstadoConeccion(true);
-  InfoPanel();
   return true;
 }
 
@@ -158,39 +157,33 @@ void frmPpal::mnuAccAvanzadas_Click(int indice) {
 }
 
 void frmPpal::BotonConected() {
-  if (operando_) return menu_->FijarConexion(conectado_);  // the click alone has pressed the button
+  if (operando_) return menu_->FijarConexion(mod_.conexion.Conectado());  // the click alone has pressed the button
   Operar("tbToolBar_ButtonClick", [&] {
-    EstadoConeccion(true);
-    const std::optional<Error> falla = FallaDe([&] { ConectarSegunAjustes(mod_); });
-    if (!falla) return InfoPanel();
+    const std::optional<Error> falla = FallaDe([&] { mod_.conexion.ConectarSegunAjustes(); });
+    if (!falla) return;
     mod_.operador.Mostrar(MensajeDePuerto(*falla, Titulo()));
-    Soltar();
+    mod_.conexion.Desconectar();
   });
 }
 
 void frmPpal::BotonDisconected() {
-  if (operando_) return menu_->FijarConexion(conectado_);  // the click alone has pressed the button
-  Operar("tbToolBar_ButtonClick", [&] { Soltar(); });
-}
-
-void frmPpal::Soltar() {
-  EstadoConeccion(false);
-  mod_.comunicador.Desconectar();
-  mod_.en_llamada = false;
-  InfoPanel();
-}
-
-void frmPpal::ActualizarBotones() {
-  menu_->MostrarConexion(HayPuertoSerie(mod_.propiedades));
+  if (operando_) return menu_->FijarConexion(mod_.conexion.Conectado());  // the click alone has pressed the button
+  Operar("tbToolBar_ButtonClick", [&] { mod_.conexion.Desconectar(); });
 }
 
 void frmPpal::EstadoConeccion(bool Conected) {
-  conectado_ = Conected;
-  menu_->FijarConexion(Conected);
+  mod_.conexion.MarcarConectado(Conected);
 }
 
 void frmPpal::InfoPanel() {
   barra_estado_->Mostrar(utr::InfoPanel(mod_));
+}
+
+// Told by the link at each change, so that buttons and panels never show a former one.
+void frmPpal::MostrarEnlace() {
+  menu_->FijarConexion(mod_.conexion.Conectado());
+  menu_->MostrarConexion(HayPuertoSerie(mod_.propiedades));
+  IgnorandoErrores([&] { InfoPanel(); });
 }
 
 bool frmPpal::LeerConfiguracion(bool DesdeUTROnly, [[maybe_unused]] bool MostrarConfig,
@@ -209,12 +202,12 @@ bool frmPpal::LeerConfiguracion(bool DesdeUTROnly, [[maybe_unused]] bool Mostrar
 }
 
 void frmPpal::AceptarLectura(frmPresentacion& dialogo) {
-  mod_.comunicador.PorIP(mod_.por_ip);
-  if (mod_.por_ip) {
+  mod_.comunicador.PorIP(mod_.conexion.PorIP());
+  if (mod_.conexion.PorIP()) {
     mod_.comunicador.DireccionIP(dialogo.Direccion());
     mod_.comunicador.PuertoIP(dialogo.Puerto());
   }
-  ActualizarBotones();
+  mod_.conexion.Avisar();
   dialogo.MostrarLectura();
   {
     const PunteroDeEspera espera(mod_.operador);
@@ -228,8 +221,7 @@ void frmPpal::AceptarLectura(frmPresentacion& dialogo) {
 
 // After a cancel: the dialog may have closed or moved the link, so it is opened again as the settings say.
 void frmPpal::ReabrirEnlace() {
-  AlFallar([&] { ConectarSegunAjustes(mod_); }, [&] { EstadoConeccion(false); });
-  EstadoConeccion(true);
+  mod_.conexion.ConectarSegunAjustes();
 }
 
 bool frmPpal::LeerConfiguracionDirectaUTR() {
@@ -250,13 +242,9 @@ void frmPpal::ConfigurarPuerto() {
     frmPuerto dialogo(mod_, this);
     dialogo.exec();
     std::string falla;
-    if (dialogo.Configuro) {
-      falla = AbrirPuerto(mod_, dialogo.PSettings(), dialogo.PPuerto());
-      EstadoConeccion(falla.empty());
-    }
-    ActualizarBotones();
+    if (dialogo.Configuro) falla = AbrirPuerto(mod_, dialogo.PSettings(), dialogo.PPuerto());
     mod_.comunicador.ModoConexion(true);
-    InfoPanel();
+    mod_.conexion.Avisar();
     if (!falla.empty()) throw Error(error::kPuertoEnUso, "MsCOmm", falla);
   };
   RegistrandoYMostrando(mod_.registro, mod_.operador, kModulo, "ConfigurarPuerto", Titulo(), Redaccion::kCompletada,

@@ -5,8 +5,8 @@
 #include <memory>
 #include <string>
 
-#include "shell/LecturaConfiguracion.h"
-#include "shell/ModRTU.h"
+#include "session/LecturaConfiguracion.h"
+#include "session/ModRTU.h"
 
 class QDialog;
 
@@ -67,8 +67,7 @@ class frmPpal : public QMainWindow {
   bool ReconectarSiHaceFalta();
   void BotonConected();
   void BotonDisconected();
-  void Soltar();
-  void ActualizarBotones();
+  void MostrarEnlace();
   void AceptarLectura(frmPresentacion& dialogo);
   void ReabrirEnlace();
   void MostrarVista(const char* procedimiento, const CrearVista& crear);
@@ -86,7 +85,7 @@ class frmPpal : public QMainWindow {
   MenuPpal* menu_;
   ListaAcciones* lista_;
   BarraEstado* barra_estado_;
-  bool conectado_ = false;  // what the connection buttons show
+
   bool operando_ = false;
 };
 

@@ -8,18 +8,10 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
 
-class ImpresoraAnotadora : public Impresora {
- public:
-  std::vector<std::string> Nombres() override { return {"Oficina"}; }
-  void Imprimir(std::string_view, std::string_view texto) override { impreso = texto; }
-  std::string impreso;
-};
-
 class PruebaColaTransmicion : public BancoVistas, public testing::Test {
  protected:
   PruebaColaTransmicion() {
-    ventana.Servicios().UsarImpresora(impresora);
-    banco.mod.impresora = {"Oficina", 1};
+    banco.mod.eleccion_impresora = {"Oficina", 1};
     driver.Devuelve("LeerColaTx", Datos({{"", "00:10:00", "1", "2048", "", "", "0", "0"}}));
     ventana.show();
   }
@@ -33,10 +25,9 @@ class PruebaColaTransmicion : public BancoVistas, public testing::Test {
   }
   std::string Impreso() {
     Elegir(ventana, "mnuImprimir");
-    return impresora.impreso;
+    return banco.impresora.trabajos.back().substr(std::string("Oficina:").size());
   }
 
-  ImpresoraAnotadora impresora;
   frmColaTransmicion ventana{banco.mod, Canales()};
 };
 

@@ -37,6 +37,13 @@ class ConPpal : public prueba::ModPrueba, public testing::Test {
     comunicador.llamadas.clear();
   }
 
+  // The driver's calls but the two that only show the link, which come at each of its changes.
+  std::vector<std::string> Ordenes() const {
+    std::vector<std::string> ordenes = comunicador.llamadas;
+    std::erase_if(ordenes, [](const std::string& o) { return o == "EstadoPuerto()" || o == "ObtenerPuertos()"; });
+    return ordenes;
+  }
+
   static void Pulsar(QObject& donde, const char* nombre) { Hallar<QAbstractButton>(donde, nombre).click(); }
   QAction& Accion(const char* nombre) { return Hallar<QAction>(*ventana, nombre); }
   void Ejecutar(const char* nombre) { Accion(nombre).trigger(); }

@@ -19,13 +19,10 @@ constexpr const char* kReconectar = "El puerto COM se ha desconectado.\n¿Desea 
 class Ppal : public ConPpal {};
 
 TEST_F(Ppal, LaCargaSigueSuOrden) {
-  mod.configuracion_leida = true;
   Cargar();
-  EXPECT_THAT(comunicador.llamadas,
-              ElementsAre("ModoConexion(si)", "PorIP(no)", "Conectar(9600,n,8,1,1)", "IdEquipo(0)", "EstadoPuerto()",
-                          "ObtenerPuertos()", "ConfiguracionAlmacenada(si)", "LeerFechaHora()", "EstadoPuerto()",
-                          "ObtenerPuertos()"));
-  EXPECT_TRUE(mod.configuracion_leida);
+  EXPECT_THAT(Ordenes(), ElementsAre("ModoConexion(si)", "PorIP(no)", "Conectar(9600,n,8,1,1)", "IdEquipo(0)",
+                                     "ConfiguracionAlmacenada(si)", "LeerFechaHora()"));
+  EXPECT_TRUE(ventana->Lectura().ConfiguracionLeida());
   EXPECT_EQ(ventana->Lectura().RecConfig()->RecordCount(), 2U);
   EXPECT_TRUE(Conectado());
   EXPECT_EQ(Panel("PUERTO"), " COM 1 ");
@@ -65,10 +62,9 @@ TEST_F(Ppal, LoQueNoEstaConstruidoQuedaDeshabilitado) {
 
 TEST_F(Ppal, CancelarAlEntrarReabreElPuertoYSigue) {
   Cargar(false);
-  EXPECT_THAT(comunicador.llamadas, ElementsAre("ModoConexion(si)", "Cancelar(no)", "Conectar(9600,n,8,1,1)",
-                                                "EstadoPuerto()", "ObtenerPuertos()"));
+  EXPECT_THAT(Ordenes(), ElementsAre("ModoConexion(si)", "Cancelar(no)", "Conectar(9600,n,8,1,1)"));
   EXPECT_EQ(ventana->Lectura().RecConfig(), nullptr);
-  EXPECT_FALSE(mod.configuracion_leida);
+  EXPECT_FALSE(ventana->Lectura().ConfiguracionLeida());
 }
 
 TEST_F(Ppal, UnaFallaAlEntrarSeDiceYLaVentanaQueda) {
@@ -116,18 +112,18 @@ TEST_F(Ppal, PorIPNoHayBotonesDeConexion) {
 
 TEST_F(Ppal, LosBotonesDeConexion) {
   CargarYOlvidar();
-  mod.en_llamada = true;
+  conexion.Llamar("1", "");
+  comunicador.llamadas.clear();
   comunicador.Devuelve("EstadoPuerto", false);
   Ejecutar("Disconected");
   EXPECT_FALSE(Conectado());
-  EXPECT_FALSE(mod.en_llamada);
+  EXPECT_FALSE(conexion.EnLlamada());
   EXPECT_EQ(Panel("PUERTO"), " Desconectado ");
   comunicador.Devuelve("EstadoPuerto", true);
   Ejecutar("Conected");
   EXPECT_TRUE(Conectado());
   EXPECT_EQ(Panel("PUERTO"), " COM 1 ");
-  EXPECT_THAT(comunicador.llamadas, ElementsAre("Desconectar()", "EstadoPuerto()", "Conectar(9600,n,8,1,1)",
-                                                "EstadoPuerto()", "ObtenerPuertos()"));
+  EXPECT_THAT(Ordenes(), ElementsAre("Desconectar()", "Conectar(9600,n,8,1,1)"));
 }
 
 TEST_F(Ppal, UnPuertoQueNoAbreDejaDesconectado) {
@@ -172,7 +168,7 @@ TEST_F(Ppal, PuertoEIPNoPreguntanPorLaConexion) {
   Ejecutar("Disconected");
   ventanas.Espera("frmPuerto", [](QDialog& d) { Pulsar(d, "CmdCancel"); });
   Elegir(7);
-  mod.por_ip = true;
+  conexion.FijarPorIP(true);
   ventanas.Espera("frmConfirmPass", [](QDialog& d) { Pulsar(d, "CmdCancel"); });
   Elegir(5);
 }
@@ -222,7 +218,7 @@ TEST_F(Ppal, AlCerrarSeGuardaYSeDesconecta) {
   comunicador.Falla("Desconectar", Error(1, "x", "y"));
   EXPECT_TRUE(ventana->close());
   EXPECT_FALSE(tabla->Abierta());
-  EXPECT_THAT(comunicador.llamadas, ElementsAre("Desconectar()"));
+  EXPECT_THAT(Ordenes(), ElementsAre("Desconectar()"));
   Propiedades guardadas(propiedades.Archivo());
   guardadas.CargarPropiedades();
   EXPECT_EQ(guardadas.LeerEntero(clave::kPuerto, 1), 2);

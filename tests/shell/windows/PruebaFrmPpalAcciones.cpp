@@ -5,7 +5,7 @@
 #include <QRadioButton>
 
 #include "ConPpal.h"
-#include "shell/AjustesEnlace.h"
+#include "session/AjustesEnlace.h"
 
 namespace utr {
 namespace {
@@ -63,7 +63,7 @@ TEST_F(Acciones, SinTablaSeOfreceLeerYLaVistaNoSeAbre) {
   CargarYOlvidar(false);
   operador.Espera(Mensaje{kSinLeer, kTituloBase, Icono::kPregunta, Botones::kSiNo}, Respuesta::kNo);
   Elegir(2);
-  EXPECT_THAT(comunicador.llamadas, IsEmpty());
+  EXPECT_THAT(Ordenes(), IsEmpty());
   operador.Espera(kSinLeer, Respuesta::kSi);
   Elegir(2);
   EXPECT_EQ(comunicador.Cuantas("ConfiguracionAlmacenada"), 1U);
@@ -111,16 +111,16 @@ TEST_F(Acciones, LeerDeUnArchivoSinEquipoTerminaEnErrorConLaTablaPuesta) {
   });
   Elegir(4);
   EXPECT_THAT(Filas(*ventana->Lectura().RecConfig()->Clone(), {"Canal"}), ElementsAre("7"));
-  EXPECT_FALSE(mod.configuracion_leida);
+  EXPECT_FALSE(ventana->Lectura().ConfiguracionLeida());
 }
 
 TEST_F(Acciones, CancelarUnaLecturaDejaLaTablaYReabreElPuerto) {
   CargarYOlvidar();
   EsperarLectura("CancelarLecturaCFG");
   Elegir(4);
-  EXPECT_THAT(comunicador.llamadas, ElementsAre("Cancelar(no)", "Conectar(9600,n,8,1,1)"));
+  EXPECT_THAT(Ordenes(), ElementsAre("Cancelar(no)", "Conectar(9600,n,8,1,1)"));
   EXPECT_EQ(ventana->Lectura().RecConfig()->RecordCount(), 2U);
-  EXPECT_TRUE(mod.configuracion_leida);
+  EXPECT_TRUE(ventana->Lectura().ConfiguracionLeida());
 }
 
 TEST_F(Acciones, ElPanelSeVeMientrasSeLee) {
@@ -263,8 +263,7 @@ TEST_F(Acciones, ConfigurarElPuerto) {
   CargarYOlvidar();
   EsperarPuerto([](QDialog& d) { Hallar<QComboBox>(d, "CPuerto").setCurrentText("COM 4"); });
   Elegir(7);
-  EXPECT_THAT(comunicador.llamadas,
-              ElementsAre("Conectar(9600,n,8,1,4)", "ModoConexion(si)", "EstadoPuerto()", "ObtenerPuertos()"));
+  EXPECT_THAT(Ordenes(), ElementsAre("Conectar(9600,n,8,1,4)", "ModoConexion(si)"));
   EXPECT_EQ(Panel("PUERTO"), " COM 4 ");
 }
 

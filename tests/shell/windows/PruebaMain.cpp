@@ -16,7 +16,7 @@ using namespace std::string_literals;
 
 class Inicio : public testing::Test {
  protected:
-  Entorno Del() { return {comunicador, puertos, operador, reloj, {}, carpeta.Ruta(), "AdminUTR"}; }
+  Entorno Del() { return {comunicador, puertos, impresora, operador, reloj, {}, carpeta.Ruta(), "AdminUTR"}; }
 
   void EsperarIntentos(std::vector<const char*> intentos) {
     ventanas.Espera("frmLogin", [intentos](QDialog& d) {
@@ -32,6 +32,7 @@ class Inicio : public testing::Test {
   ComunicadorFalso comunicador;
   OperadorGuion operador;
   prueba::PuertosFalsos puertos;
+  prueba::ImpresoraFalsa impresora;
   GuionVentanas ventanas;
 };
 

@@ -1,0 +1,41 @@
+#include "services/ArchivosPrograma.h"
+
+#include <fstream>
+#include <iterator>
+
+#include "base/Error.h"
+#include "driver/Utilidades.h"
+
+namespace utr {
+
+namespace {
+
+std::string LeerEntero(const std::filesystem::path& ruta) {
+  if (!ExisteArchivo(ruta)) return {};
+  std::ifstream entrada(ruta, std::ios::binary);
+  std::string contenido{std::istreambuf_iterator<char>(entrada), {}};
+  if (!entrada.is_open() || entrada.bad() || std::filesystem::is_directory(ruta))
+    throw Error(error::kArchivo, "LeerArchivoBinario", "No se puede leer el archivo " + ruta.string());
+  return contenido;
+}
+
+std::string LeerRegistrando(RegistroErrores& registro, const std::filesystem::path& ruta,
+                            std::string_view procedimiento) {
+  std::string contenido;
+  RegistrandoYRelanzando(registro, "modRTU", procedimiento, [&] { contenido = LeerEntero(ruta); });
+  return contenido;
+}
+
+}  // namespace
+
+std::string LeerArchivoPrograma(RegistroErrores& registro, const std::filesystem::path& carpeta,
+                                std::string_view nombre) {
+  // The log names it so, whatever the file is.
+  return LeerRegistrando(registro, carpeta / nombre, "leyendo archivo de bkp");
+}
+
+std::string LeerArchivoBinario(RegistroErrores& registro, const std::filesystem::path& ruta) {
+  return LeerRegistrando(registro, ruta, "LeerArchivoBinario");
+}
+
+}  // namespace utr

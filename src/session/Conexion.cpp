@@ -1,0 +1,58 @@
+#include "session/Conexion.h"
+
+#include "services/RegistroErrores.h"
+#include "session/AjustesEnlace.h"
+
+namespace utr {
+
+Conexion::Conexion(Comunicador& comunicador, const Propiedades& propiedades)
+    : comunicador_(comunicador), propiedades_(propiedades) {}
+
+void Conexion::Avisar() const {
+  if (aviso_) aviso_();
+}
+
+void Conexion::TomarDeAjustes() {
+  en_llamada_ = false;
+  FijarPorIP(!HayPuertoSerie(propiedades_));
+}
+
+void Conexion::FijarPorIP(bool por_ip) {
+  por_ip_ = por_ip;
+  Avisar();
+}
+
+void Conexion::MarcarConectado(bool conectado) {
+  conectado_ = conectado;
+  Avisar();
+}
+
+void Conexion::OlvidarLlamada() {
+  en_llamada_ = false;
+}
+
+void Conexion::Conectar(std::string_view enlace, std::string_view puerto) {
+  AlFallar([&] { comunicador_.Conectar(enlace, puerto); }, [&] { MarcarConectado(false); });
+  MarcarConectado(true);
+}
+
+void Conexion::ConectarSegunAjustes() {
+  const std::string velocidad = propiedades_.LeerTexto(clave::kVelocidad, std::to_string(kVelocidadDefecto));
+  const std::int32_t puerto = propiedades_.LeerEntero(clave::kPuerto, kPuertoDefecto);
+  Conectar(TextoEnlace(velocidad), std::to_string(puerto));
+}
+
+bool Conexion::Llamar(std::string_view numero, std::string_view comandos) {
+  en_llamada_ = false;
+  en_llamada_ = comunicador_.LlamarTelefono(numero, comandos);
+  Avisar();
+  return en_llamada_;
+}
+
+void Conexion::Desconectar() {
+  en_llamada_ = false;
+  AlFallar([&] { comunicador_.Desconectar(); }, [&] { MarcarConectado(false); });
+  MarcarConectado(false);
+}
+
+}  // namespace utr

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <functional>
+#include <string_view>
+
+#include "driver/Comunicador.h"
+#include "services/Propiedades.h"
+
+namespace utr {
+
+// The link with the unit as the program knows it: its kind, whether a telephone call stands, whether the serial port
+// counts as connected. The only place that changes this state; whoever shows it is told of every change and of every
+// try that failed.
+class Conexion {
+ public:
+  Conexion(Comunicador& comunicador, const Propiedades& propiedades);
+
+  bool PorIP() const noexcept { return por_ip_; }
+  // A call stands, so that Conectar must not be repeated.
+  bool EnLlamada() const noexcept { return en_llamada_; }
+  // The pressed one of the two connection buttons; over IP it means nothing.
+  bool Conectado() const noexcept { return conectado_; }
+
+  // Who shows the link; one at a time, none with an empty function.
+  void AlCambiar(std::function<void()> aviso) { aviso_ = std::move(aviso); }
+  // Has the link shown anew, without a change.
+  void Avisar() const;
+
+  // The kind of link that the settings tell; no call stands.
+  void TomarDeAjustes();
+  void FijarPorIP(bool por_ip);
+  void MarcarConectado(bool conectado);
+  // A call that stood counts no more; the driver is not asked.
+  void OlvidarLlamada();
+
+  // Opens the link: `enlace` is the link settings text, `puerto` the serial or TCP port. Raises what the driver raises;
+  // the port then counts as disconnected.
+  void Conectar(std::string_view enlace, std::string_view puerto);
+  // The same with speed (or address) and port of the settings.
+  void ConectarSegunAjustes();
+
+  // Dials over the open port. True: the call stands. Raises what the driver raises; no call stands then.
+  bool Llamar(std::string_view numero, std::string_view comandos);
+
+  // Closes the port and ends a call.
+  void Desconectar();
+
+ private:
+  Comunicador& comunicador_;
+  const Propiedades& propiedades_;
+  std::function<void()> aviso_;
+  bool por_ip_ = false;
+  bool en_llamada_ = false;
+  bool conectado_ = false;
+};
+
+}  // namespace utr

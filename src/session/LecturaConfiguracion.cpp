@@ -1,0 +1,82 @@
+#include "session/LecturaConfiguracion.h"
+
+#include <optional>
+#include <utility>
+
+#include "base/Error.h"
+#include "base/Texto.h"
+#include "session/AjustesEnlace.h"
+
+namespace utr {
+namespace {
+
+bool EsExportada(std::string_view ruta) {
+  return ruta.size() >= 3 && Mayusculas(ruta.substr(ruta.size() - 3)) == "UCG";
+}
+
+}  // namespace
+
+bool LecturaConfiguracion::Preparar(const std::string& fuente) {
+  RegistrandoYRelanzando(mod_.registro, "frmPPal", "Cargando Configuracion", [&] {
+    AlFallar([&] { fuente == kFuenteUTR ? PrepararUTR() : PrepararArchivo(fuente); },
+             [&] { mod_.conexion.MarcarConectado(false); });
+  });
+  return true;
+}
+
+void LecturaConfiguracion::PrepararArchivo(const std::string& ruta) {
+  configuracion_leida_ = false;
+  TablaPtr leida;
+  if (EsExportada(ruta)) {
+    leida = std::make_shared<Tabla>();
+    leida->Open(std::filesystem::path(ruta));
+  } else {
+    leida = mod_.comunicador.LeerArchivoConfiguracion(ruta);
+    if (!leida) Lanzar(error::kArchivo, "LeerArchivoConfiguracion");
+  }
+  rec_config_ = std::move(leida);
+}
+
+void LecturaConfiguracion::PrepararUTR() {
+  // A read that fails leaves the former table, so its origin stays what it was too.
+  const bool anterior = std::exchange(configuracion_leida_, true);
+  AlFallar(
+      [&] {
+        AbrirEnlace();
+        mod_.comunicador.IdEquipo(mod_.propiedades.LeerEntero(clave::kIdentificador, 0));
+        mod_.conexion.Avisar();
+        rec_config_ = mod_.comunicador.ConfiguracionAlmacenada(true);
+      },
+      [&] { configuracion_leida_ = anterior; });
+}
+
+void LecturaConfiguracion::AbrirEnlace() {
+  if (mod_.conexion.PorIP() || mod_.conexion.EnLlamada()) return;
+  mod_.conexion.ConectarSegunAjustes();
+}
+
+bool LecturaConfiguracion::TieneFilas() const {
+  return rec_config_ && rec_config_->Abierta() && rec_config_->RecordCount() > 0;
+}
+
+void LecturaConfiguracion::Guardar(const std::filesystem::path& ruta) const {
+  std::filesystem::path entera = ruta;
+  entera += ".nueva";
+  std::error_code fallo;
+  std::filesystem::remove(entera, fallo);
+  const std::optional<Error> falla = FallaDe([&] {
+    rec_config_->Save(entera);
+    std::filesystem::rename(entera, ruta);
+  });
+  if (!falla) return;
+  std::filesystem::remove(entera, fallo);
+  // The operator is told of the file that he named, not of the one in between.
+  throw Error(error::kArchivo, "ExportarConfiguracion", "No se puede escribir el archivo " + ruta.string());
+}
+
+void LecturaConfiguracion::Liberar() {
+  if (rec_config_) rec_config_->Close();
+  rec_config_.reset();
+}
+
+}  // namespace utr

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "base/Reloj.h"
+#include "driver/Comunicador.h"
+#include "services/ContextoListas.h"
+#include "services/Propiedades.h"
+#include "services/RegistroErrores.h"
+#include "session/Conexion.h"
+
+namespace utr {
+
+class Catalogo;
+
+// Lists the serial ports: number as shown ("COM n"), system name for the tip.
+struct PuertoSerie {
+  int numero = 0;
+  std::string nombre;
+};
+class ListaDePuertos {
+ public:
+  virtual ~ListaDePuertos() = default;
+  virtual std::vector<PuertoSerie> Listar() = 0;
+};
+
+// The state that the whole program shares, made once in Main and handed by reference to whoever needs it. Built with
+// its fields named.
+struct ModRTU {
+  Comunicador& comunicador;
+  Propiedades& propiedades;
+  RegistroErrores& registro;
+  Operador& operador;
+  Reloj& reloj;
+  Catalogo& catalogo;
+  ListaDePuertos& puertos;
+  Impresora& impresora;
+  Conexion& conexion;
+  Atender atender;                  // lets events of the interface run
+  std::filesystem::path carpeta;    // folder of the executable: settings, logs, catalogues, help
+  std::string nombre = "AdminUTR";  // name of the executable, without extension
+  std::filesystem::path archivo_ayuda{};
+  EleccionImpresora eleccion_impresora{};  // no name until one was chosen
+  std::string ruta_predefinida{};          // predefined parametrization in use
+
+  ContextoListas Listas() { return {comunicador, registro, operador, impresora, eleccion_impresora}; }
+};
+
+// The program's title and bare caption of the main window.
+inline constexpr std::string_view kTitulo = "Administración y configuración - KV7340";
+
+}  // namespace utr

@@ -1,0 +1,127 @@
+#include "session/OperacionesEnlace.h"
+
+#include <cstdlib>
+
+#include "base/Numeros.h"
+#include "base/Texto.h"
+#include "services/ArchivosPrograma.h"
+
+namespace utr {
+namespace {
+
+constexpr std::int16_t kToleranciaMinutos = 30;
+constexpr std::int64_t kSegundosPorDia = 24 * 60 * 60;
+// The page whose reading tells that a unit is there.
+constexpr std::string_view kPaginaDePrueba = "35";
+
+bool Responde(ModRTU& mod) {
+  bool responde = false;
+  IgnorandoErrores([&] {
+    mod.conexion.ConectarSegunAjustes();
+    responde = !mod.comunicador.LeerPagina(kPaginaDePrueba, true).empty();
+  });
+  return responde;
+}
+
+void Llamar(ModRTU& mod, const EntradaEnlace& entrada) {
+  const std::int32_t velocidad = entrada.velocidad == 0 ? kVelocidadDefecto : entrada.velocidad;
+  const std::int32_t puerto = entrada.puerto == 0 ? kPuertoDefecto : entrada.puerto;
+  mod.conexion.Conectar(TextoEnlace(std::to_string(velocidad)), std::to_string(puerto));
+  const std::string comandos =
+      entrada.comandos.empty() ? LeerArchivoPrograma(mod.registro, mod.carpeta, "comandosAT.dat") : entrada.comandos;
+  if (comandos.empty()) {
+    // Only a warning: a modem that needs no commands can be called all the same.
+    mod.operador.Mostrar({"Debe especificar los comandos de inicialización del modem", "Atención", Icono::kExclamacion,
+                          Botones::kAceptar});
+  }
+  mod.comunicador.Cancelar(true);
+  if (mod.atender) mod.atender();
+  if (entrada.numero_telefono.empty()) return;
+  mod.conexion.Llamar(entrada.numero_telefono, comandos);
+}
+
+void PonerEnHora(ModRTU& mod) {
+  const bool puesta = mod.comunicador.GrabarFechaHora();
+  mod.operador.Mostrar({puesta ? "Puesta en hora satisfactoria" : "Error en Puesta en hora. Compruebe el conexionado",
+                        "Puesta en hora", Icono::kInformacion, Botones::kAceptar});
+}
+
+}  // namespace
+
+std::optional<std::int32_t> BuscarVelocidad(ModRTU& mod, std::int32_t puerto,
+                                            std::span<const std::int32_t> velocidades) {
+  for (const std::int32_t velocidad : velocidades.subspan(velocidades.empty() ? 0 : 1)) {
+    mod.propiedades.Escribir(clave::kPuerto, Propiedad{std::int64_t{puerto}}, Propiedad{std::int64_t{kPuertoDefecto}});
+    mod.propiedades.Escribir(clave::kVelocidad, Propiedad{std::int64_t{velocidad}},
+                             Propiedad{std::int64_t{kVelocidadDefecto}});
+    IgnorandoErrores([&] { mod.propiedades.GrabarYRecargar(); });
+    if (Responde(mod)) return velocidad;
+    if (mod.atender) mod.atender();
+  }
+  return std::nullopt;
+}
+
+bool LlamarPorTelefono(ModRTU& mod, const EntradaEnlace& entrada, std::string_view titulo) {
+  if (const std::optional<Error> falla = FallaDe([&] { Llamar(mod, entrada); })) {
+    mod.registro.RegistrarError(*falla, "frmPresentacion", "LlamarPorTelefono");
+    mod.conexion.OlvidarLlamada();
+  }
+  if (!mod.conexion.EnLlamada()) {
+    mod.operador.Mostrar(
+        {"Error al comunicarse por teléfono", std::string(titulo), Icono::kCritico, Botones::kAceptar});
+  }
+  return mod.conexion.EnLlamada();
+}
+
+std::string AbrirPuerto(ModRTU& mod, std::string_view enlace, std::string_view puerto) {
+  const std::optional<Error> falla = FallaDe([&] { mod.conexion.Conectar(enlace, puerto); });
+  if (!falla || mod.conexion.PorIP()) return {};
+  return falla->Numero() == error::kPuertoEnUso ? "El puerto requerido se encuentra abierto"
+                                                : "Error en el puerto de comunicación";
+}
+
+Mensaje MensajeDePuerto(const Error& falla, std::string_view titulo) {
+  if (falla.Numero() == error::kPuertoEnUso) {
+    return {"El puerto requerido se encuentra en uso", std::string(titulo), Icono::kInformacion, Botones::kAceptar};
+  }
+  return {"Error en el puerto de comunicación", std::string(titulo), Icono::kCritico, Botones::kAceptar};
+}
+
+TextosPanel InfoPanel(ModRTU& mod) {
+  const std::string puerto = std::to_string(mod.propiedades.LeerEntero(clave::kPuerto, kPuertoDefecto));
+  if (mod.conexion.PorIP()) {
+    const std::string direccion = mod.propiedades.LeerTexto(clave::kVelocidad, kDireccionDefecto);
+    return {"Puerto: " + puerto + " ", " IP: " + direccion + " ", true};
+  }
+  if (!mod.comunicador.EstadoPuerto()) return {" Desconectado ", "  ", false};
+  const std::string enlace = mod.comunicador.ObtenerPuertos();
+  return {" COM " + puerto + " ", " Vel: " + std::string(Separar(enlace, ',').front()) + " bps ", true};
+}
+
+std::int16_t MinutosDeDiferencia(FechaHora equipo, const FechaHora& ahora) {
+  std::int64_t segundos = Segundos(equipo);
+  const std::int64_t presente = Segundos(ahora);
+  if (equipo.anio < ahora.anio) segundos = presente - kSegundosPorDia;
+  const std::int64_t minutos = std::llabs(presente - segundos) / 60;
+  return Entero16(static_cast<double>(minutos));
+}
+
+void CompararHoras(ModRTU& mod) {
+  const FechaHora equipo = ConvertirAFecha(mod.comunicador.LeerFechaHora());
+  if (MinutosDeDiferencia(equipo, mod.reloj.Ahora()) < kToleranciaMinutos) return;
+  const Mensaje pregunta{
+      "El Equipo posee una fecha cuya diferencia es mayor a 30 minutos con respecto a la de la PC. \n"
+      "Puede que el mismo se encuentre fuera de hora\n"
+      "¿Desea poner en hora el Equipo?",
+      "Equipo fuera de hora", Icono::kInformacion, Botones::kSiNo};
+  if (mod.operador.Mostrar(pregunta) == Respuesta::kSi) {
+    PonerEnHora(mod);
+    return;
+  }
+  mod.operador.Mostrar(
+      {"Tenga en cuenta que si la hora del equipo es incorrecta\n"
+       "los datos registrados tendran fechas erroneas.",
+       "Puesta en hora", Icono::kInformacion, Botones::kAceptar});
+}
+
+}  // namespace utr

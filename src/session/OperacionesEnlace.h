@@ -1,0 +1,45 @@
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "session/AjustesEnlace.h"
+#include "session/ModRTU.h"
+
+// What the windows of the connection do with the driver.
+namespace utr {
+
+// Tries the speeds on a serial port, all but the first one, and gives the first at which the unit answers. A speed
+// whose port doesn't open didn't answer. Each speed tried is left in the store, so that the last one stays there when
+// none does.
+std::optional<std::int32_t> BuscarVelocidad(ModRTU& mod, std::int32_t puerto,
+                                            std::span<const std::int32_t> velocidades);
+
+// Calls the unit through the modem and gives whether the call stands. Messages are titled `titulo`.
+bool LlamarPorTelefono(ModRTU& mod, const EntradaEnlace& entrada, std::string_view titulo);
+
+// Opens a port that was chosen by hand and sets RTS. Gives the sentence of the failure, empty without one; over IP a
+// failure is dropped.
+std::string AbrirPuerto(ModRTU& mod, std::string_view enlace, std::string_view puerto);
+
+// The message for a failure of the toolbar's connection button, titled `titulo`.
+Mensaje MensajeDePuerto(const Error& falla, std::string_view titulo);
+
+// The two panels of the status bar that tell the link.
+struct TextosPanel {
+  std::string puerto;
+  std::string velocidad;
+  bool habilitados = true;
+};
+TextosPanel InfoPanel(ModRTU& mod);
+
+// Whole elapsed minutes between the unit's clock and the computer's, either way round. A clock of an earlier year
+// counts as one day off. Raises 6 beyond 16 bits.
+std::int16_t MinutosDeDiferencia(FechaHora equipo, const FechaHora& ahora);
+
+// Compares the clocks and, from 30 minutes on, offers to set the unit's. Raises 13 when the unit gives no date.
+void CompararHoras(ModRTU& mod);
+
+}  // namespace utr

@@ -1,0 +1,78 @@
+#include "session/windows/frmConfirmPass.h"
+
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+#include "session/Acceso.h"
+#include "widgets/Ayuda.h"
+#include "widgets/Campos.h"
+#include "widgets/Tamanos.h"
+#include "widgets/TextoQt.h"
+
+namespace utr {
+
+frmConfirmPass::frmConfirmPass(ModRTU& mod, std::string ClaveOri, QWidget* parent)
+    : QDialog(parent), mod_(mod), ClaveOri_(std::move(ClaveOri)), CmdOK_(Boton("CmdOK", "&Aceptar")) {
+  setObjectName("frmConfirmPass");
+  setWindowTitle("Modificar contraseña");
+  const std::array<QString, 3> rotulos{"&Contraseña", "&Nueva contraseña", "&Repetir contraseña"};
+  auto* campos = new QGridLayout;
+  campos->setColumnStretch(1, 1);
+  for (std::size_t i = 0; i < txtPassword_.size(); ++i) {
+    txtPassword_[i] = new QLineEdit;
+    txtPassword_[i]->setObjectName(QString("txtPassword(%1)").arg(i));
+    txtPassword_[i]->setEchoMode(QLineEdit::Password);
+    lblLabels_[i] = Rotulo(qPrintable(QString("lblLabels(%1)").arg(i)), rotulos[i], txtPassword_[i]);
+    campos->addWidget(lblLabels_[i], static_cast<int>(i), 0);
+    campos->addWidget(txtPassword_[i], static_cast<int>(i), 1);
+    connect(txtPassword_[i], &QLineEdit::textChanged, this,
+            i == 0 ? &frmConfirmPass::CambioActual : &frmConfirmPass::CambioNueva);
+  }
+
+  auto* CmdCancel = Boton("CmdCancel", "&Cancelar");
+  auto* cmdNav = Boton("cmdNav", "A&yuda");
+  CmdOK_->setDefault(true);
+  auto* botones = new QHBoxLayout;
+  botones->addWidget(cmdNav);
+  botones->addStretch(1);
+  botones->addWidget(CmdOK_);
+  botones->addWidget(CmdCancel);
+
+  auto* todo = new QVBoxLayout(this);
+  todo->setContentsMargins(20, 20, 20, 16);
+  todo->addLayout(campos);
+  todo->addStretch(1);
+  todo->addSpacing(12);
+  todo->addLayout(botones);
+  OrdenDeTab({txtPassword_[0], txtPassword_[1], txtPassword_[2], CmdOK_, CmdCancel, cmdNav});
+  connect(CmdOK_, &QPushButton::clicked, this, [this] {
+    Aceptar = true;
+    accept();
+  });
+  connect(CmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+  connect(cmdNav, &QPushButton::clicked, this, [this] { AbrirAyuda(mod_.archivo_ayuda); });
+  CambioActual();
+  resize(420, sizeHint().height());
+  RecordarTamano(this);
+}
+
+std::string frmConfirmPass::ClaveNueva() const {
+  return U(txtPassword_[1]->text());
+}
+
+void frmConfirmPass::CambioActual() {
+  const bool puede = PuedeCambiarClave(U(txtPassword_[0]->text()), ClaveOri_);
+  for (std::size_t i = 1; i < txtPassword_.size(); ++i) {
+    txtPassword_[i]->setEnabled(puede);
+    lblLabels_[i]->setEnabled(puede);
+  }
+  CambioNueva();
+}
+
+void frmConfirmPass::CambioNueva() {
+  CmdOK_->setEnabled(PuedeCambiarClave(U(txtPassword_[0]->text()), ClaveOri_) &&
+                     ClaveNuevaValida(U(txtPassword_[1]->text()), U(txtPassword_[2]->text())));
+}
+
+}  // namespace utr

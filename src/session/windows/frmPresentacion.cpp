@@ -1,0 +1,361 @@
+#include "session/windows/frmPresentacion.h"
+
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QRadioButton>
+#include <QVBoxLayout>
+#include <array>
+
+#include "base/Numeros.h"
+#include "base/Texto.h"
+#include "session/LecturaConfiguracion.h"
+#include "session/OperacionesEnlace.h"
+#include "session/Puertos.h"
+#include "session/windows/modCOM.h"
+#include "widgets/Ayuda.h"
+#include "widgets/AyudaCombos.h"
+#include "widgets/Campos.h"
+#include "widgets/PanelAviso.h"
+#include "widgets/Tamanos.h"
+#include "widgets/TextoQt.h"
+
+namespace utr {
+namespace {
+
+constexpr std::array<std::int32_t, 3> kVelocidades{1200, 9600, 19200};
+constexpr int kCifrasIdentificador = 9;
+constexpr int kCifrasPuerto = 5;
+
+QRadioButton* Opcion(const char* nombre, const QString& texto) {
+  auto* opcion = new QRadioButton(texto);
+  opcion->setObjectName(QString::fromLatin1(nombre));
+  return opcion;
+}
+
+QComboBox* Combo(const char* nombre) {
+  auto* combo = new QComboBox;
+  combo->setObjectName(QString::fromLatin1(nombre));
+  return combo;
+}
+
+}  // namespace
+
+frmPresentacion::frmPresentacion(ModRTU& mod, QWidget* parent)
+    : QDialog(parent),
+      mod_(mod),
+      OptionRTU_(Opcion("OptionRTU", "Desde la UTR")),
+      OptionXML_(Opcion("OptionXML", "Desde un archivo de configuración")),
+      txtIdentificador_(new CampoDigitos("txtIdentificador", kCifrasIdentificador)),
+      lblIdentificador_(Rotulo("lblIdentificador", "&Identificador del Equipo:", txtIdentificador_)),
+      optSerie_(Opcion("optSerie", "Puerto &Serie")),
+      cboPuertos_(Combo("cboPuertos")),
+      lblPuertos_(Rotulo("lblPuertos", "Puerto de &comunicaciones", cboPuertos_)),
+      CVelocidad_(Combo("CVelocidad")),
+      lblVelocidad_(Rotulo("lblVelocidad", "&Velocidad:", CVelocidad_)),
+      CVerifVelocidad_(Boton("CVerifVelocidad", "Verificar Velocidad")),
+      CParar_(Boton("CParar", "Parar")),
+      chkTel_(new QCheckBox("&Teléfono")),
+      txtTelefono_(new CampoTexto("txtTelefono")),
+      cmdTelefono_(Boton("cmdTelefono", "Llamar")),
+      txtComandos_(new QLineEdit),
+      lblComandos_(Rotulo("lblComandos", "Comandos &MODEM", txtComandos_)),
+      optIP_(Opcion("optIP", "&Dirección IP")),
+      DireccionIP_(new QLineEdit),
+      PuertoIP_(new CampoDigitos("PuertoIP", kCifrasPuerto)),
+      lblPuertoIP_(Rotulo("lblPuertoIP", "&Puerto:", PuertoIP_)),
+      picInfo_(new PanelAviso("picInfo", "Esta operación demorará unos instantes. Por favor espere...")),
+      AceptarLecturaCFG_(Boton("AceptarLecturaCFG", "Aceptar")),
+      CancelarLecturaCFG_(Boton("CancelarLecturaCFG", "Cancelar")),
+      cmdAyuda_(Boton("cmdAyuda", "A&yuda")),
+      cuerpo_(new QWidget) {
+  setObjectName("frmPresentacion");
+  setWindowTitle("Configuración");
+  Armar();
+  Ordenar();
+  Llenar();
+  ConectarControles();
+  ActivarDesactivarControles();
+  resize(sizeHint());
+  RecordarTamano(this);
+}
+
+void frmPresentacion::Armar() {
+  auto* partes = new QVBoxLayout(cuerpo_);
+  partes->setContentsMargins(0, 0, 0, 0);
+  partes->addWidget(ArmarFuente());
+  partes->addWidget(ArmarEquipo());
+  partes->addWidget(ArmarEnlace());
+  partes->addStretch(1);
+
+  // The panel keeps its room while it is hidden, so that the dialog doesn't jump when a read starts.
+  QSizePolicy sitio = picInfo_->sizePolicy();
+  sitio.setRetainSizeWhenHidden(true);
+  picInfo_->setSizePolicy(sitio);
+  picInfo_->hide();
+
+  auto* todo = new QVBoxLayout(this);
+  todo->setContentsMargins(16, 16, 16, 16);
+  todo->setSpacing(10);
+  todo->addWidget(cuerpo_, 1);
+  todo->addWidget(picInfo_);
+  todo->addWidget(ArmarBotones());
+}
+
+QGroupBox* frmPresentacion::ArmarFuente() {
+  auto* marco = new QGroupBox("Origen de la configuración");
+  marco->setObjectName("fraFuente");
+  auto* grupo = new QButtonGroup(this);
+  grupo->addButton(OptionRTU_);
+  grupo->addButton(OptionXML_);
+  OptionRTU_->setChecked(true);
+  auto* columna = new QVBoxLayout(marco);
+  columna->addWidget(OptionRTU_);
+  columna->addWidget(OptionXML_);
+  return marco;
+}
+
+QGroupBox* frmPresentacion::ArmarEquipo() {
+  auto* marco = new QGroupBox("Equipo");
+  marco->setObjectName("fraEquipo");
+  auto* fila = new QHBoxLayout(marco);
+  fila->addWidget(lblIdentificador_);
+  txtIdentificador_->setMaximumWidth(140);
+  fila->addWidget(txtIdentificador_);
+  fila->addStretch(1);
+  return marco;
+}
+
+QGroupBox* frmPresentacion::ArmarEnlace() {
+  auto* marco = new QGroupBox("Conexión");
+  marco->setObjectName("fraEnlace");
+  auto* grupo = new QButtonGroup(this);
+  grupo->addButton(optSerie_);
+  grupo->addButton(optIP_);
+  chkTel_->setObjectName("chkTel");
+  txtTelefono_->setAccessibleName("Teléfono");
+  txtComandos_->setObjectName("txtComandos");
+  DireccionIP_->setObjectName("DireccionIP");
+  DireccionIP_->setAccessibleName("Dirección IP");
+  CVerifVelocidad_->setToolTip("Verificar velocidad de conexión");
+  // Both stand in the dialog without an action.
+  CParar_->setEnabled(false);
+  cmdTelefono_->setEnabled(false);
+
+  auto* reja = new QGridLayout(marco);
+  reja->setColumnMinimumWidth(0, 20);
+  reja->setColumnStretch(2, 1);
+  reja->addWidget(optSerie_, 0, 0, 1, 5);
+  reja->addWidget(lblPuertos_, 1, 1);
+  reja->addWidget(cboPuertos_, 1, 2);
+  reja->addWidget(lblVelocidad_, 2, 1);
+  reja->addWidget(CVelocidad_, 2, 2);
+  reja->addWidget(CVerifVelocidad_, 2, 3);
+  reja->addWidget(CParar_, 2, 4);
+  reja->addWidget(chkTel_, 3, 1);
+  reja->addWidget(txtTelefono_, 3, 2, 1, 2);
+  reja->addWidget(cmdTelefono_, 3, 4);
+  reja->addWidget(lblComandos_, 4, 1);
+  reja->addWidget(txtComandos_, 4, 2, 1, 3);
+  reja->setRowMinimumHeight(5, 6);
+  reja->addWidget(optIP_, 6, 0, 1, 2);
+  reja->addWidget(DireccionIP_, 6, 2);
+  auto* puerto = new QHBoxLayout;
+  puerto->addWidget(lblPuertoIP_);
+  puerto->addWidget(PuertoIP_);
+  reja->addLayout(puerto, 6, 3, 1, 2);
+  return marco;
+}
+
+QWidget* frmPresentacion::ArmarBotones() {
+  auto* fila = new QWidget;
+  auto* botones = new QHBoxLayout(fila);
+  botones->setContentsMargins(0, 0, 0, 0);
+  botones->addWidget(cmdAyuda_);
+  botones->addStretch(1);
+  botones->addWidget(AceptarLecturaCFG_);
+  botones->addWidget(CancelarLecturaCFG_);
+  AceptarLecturaCFG_->setDefault(true);
+  return fila;
+}
+
+void frmPresentacion::Ordenar() {
+  OrdenDeTab({OptionRTU_, OptionXML_, txtIdentificador_, optSerie_, cboPuertos_, CVelocidad_, CVerifVelocidad_, CParar_,
+              chkTel_, txtTelefono_, cmdTelefono_, txtComandos_, optIP_, DireccionIP_, PuertoIP_, AceptarLecturaCFG_,
+              CancelarLecturaCFG_, cmdAyuda_});
+  AceptarLecturaCFG_->setFocus();
+}
+
+void frmPresentacion::Llenar() {
+  CargarPuertos(*cboPuertos_, PuertosOfrecidos(mod_.puertos));
+  for (const std::int32_t velocidad : kVelocidades) AgregarEntrada(*CVelocidad_, QString::number(velocidad), velocidad);
+  const EntradaEnlace entrada = LeerEntrada(mod_.propiedades);
+  SeleccionarValor(*cboPuertos_, entrada.puerto);
+  SeleccionarValor(*CVelocidad_, entrada.velocidad);
+  (entrada.por_ip ? optIP_ : optSerie_)->setChecked(true);
+  chkTel_->setChecked(entrada.telefono);
+  txtTelefono_->setText(Q(entrada.numero_telefono));
+  txtComandos_->setText(Q(entrada.comandos));
+  PuertoIP_->setText(Q(entrada.puerto_ip));
+  DireccionIP_->setText(Q(entrada.direccion));
+  txtIdentificador_->setText(Q(entrada.identificador));
+  mod_.conexion.OlvidarLlamada();
+}
+
+void frmPresentacion::ConectarControles() {
+  for (QRadioButton* opcion : {OptionRTU_, OptionXML_, optSerie_, optIP_}) {
+    connect(opcion, &QRadioButton::clicked, this, &frmPresentacion::ActivarDesactivarControles);
+  }
+  connect(chkTel_, &QCheckBox::clicked, this, [this] {
+    CambioTelefono();
+    if (txtTelefono_->isEnabled()) txtTelefono_->setFocus();
+  });
+  connect(CVerifVelocidad_, &QPushButton::clicked, this, &frmPresentacion::VerificarVelocidad);
+  connect(AceptarLecturaCFG_, &QPushButton::clicked, this, &frmPresentacion::Aceptar);
+  connect(CancelarLecturaCFG_, &QPushButton::clicked, this, &frmPresentacion::reject);
+  connect(cmdAyuda_, &QPushButton::clicked, this, [this] { AbrirAyuda(mod_.archivo_ayuda); });
+}
+
+void frmPresentacion::FijarFuente(bool desde_utr_only) {
+  OptionRTU_->setChecked(true);
+  OptionXML_->setEnabled(!desde_utr_only);
+}
+
+void frmPresentacion::ActivarDesactivarControles() {
+  const bool utr = OptionRTU_->isChecked();
+  const bool serie = utr && optSerie_->isChecked();
+  const bool ip = utr && optIP_->isChecked();
+  for (QWidget* control : std::initializer_list<QWidget*>{optIP_, optSerie_, txtIdentificador_, lblIdentificador_,
+                                                          lblPuertos_, lblVelocidad_, lblPuertoIP_}) {
+    control->setEnabled(utr);
+  }
+  for (QWidget* control : std::initializer_list<QWidget*>{CVelocidad_, cboPuertos_, CVerifVelocidad_, chkTel_}) {
+    control->setEnabled(serie);
+  }
+  DireccionIP_->setEnabled(ip);
+  PuertoIP_->setEnabled(ip);
+  if (!utr) txtIdentificador_->setText("0");
+  CambioTelefono();
+}
+
+void frmPresentacion::CambioTelefono() {
+  const bool llama = OptionRTU_->isChecked() && chkTel_->isChecked();
+  txtTelefono_->setEnabled(llama);
+  lblComandos_->setEnabled(llama);
+  txtComandos_->setEnabled(llama);
+  if (!chkTel_->isChecked()) txtTelefono_->clear();
+}
+
+EntradaEnlace frmPresentacion::Entrada() const {
+  EntradaEnlace entrada;
+  entrada.por_ip = optIP_->isChecked();
+  entrada.puerto = ValorElegido(*cboPuertos_);
+  entrada.velocidad = ValorElegido(*CVelocidad_);
+  entrada.telefono = chkTel_->isChecked();
+  entrada.numero_telefono = U(txtTelefono_->text());
+  entrada.comandos = U(txtComandos_->text());
+  entrada.direccion = Direccion();
+  entrada.puerto_ip = Puerto();
+  entrada.identificador = U(txtIdentificador_->text());
+  return entrada;
+}
+
+std::string frmPresentacion::Direccion() const {
+  return U(DireccionIP_->text());
+}
+std::string frmPresentacion::Puerto() const {
+  return U(PuertoIP_->text());
+}
+
+void frmPresentacion::Aceptar() {
+  Habilitar(false);
+  cancelado_ = false;
+  if (OptionXML_->isChecked()) {
+    ElegirArchivo();
+    Habilitar(true);
+  } else if (!AceptarUTR()) {
+    Habilitar(true);
+    return;
+  }
+  if (cancelado_) return;
+  Acepto = !fuente_.empty();
+  done(Acepto ? Accepted : Rejected);
+}
+
+void frmPresentacion::ElegirArchivo() {
+  const PunteroDeEspera espera(mod_.operador);
+  PedidoArchivo pedido;
+  pedido.titulo = "Abrir configuración...";
+  pedido.filtro = bShowUCG ? "Configuración exportada (*.ucg)|*.ucg" : "Archivos de configuración (*.icf)|*.icf";
+  const auto ruta = mod_.operador.ElegirAbrir(pedido);
+  fuente_ = ruta ? ruta->string() : std::string();
+}
+
+bool frmPresentacion::AceptarUTR() {
+  fuente_ = kFuenteUTR;
+  const EntradaEnlace entrada = Entrada();
+  const std::vector<std::string> reparos = ValidarDatos(entrada);
+  if (!reparos.empty()) {
+    mod_.operador.Mostrar({"Debe completar lo siguiente:\n" + Unir(reparos, "\n"), U(windowTitle()),
+                           Icono::kInformacion, Botones::kAceptar});
+    return false;
+  }
+  const PunteroDeEspera espera(mod_.operador);
+  mod_.conexion.FijarPorIP(entrada.por_ip);
+  if (entrada.telefono && !LlamarPorTelefono(mod_, entrada, U(windowTitle()))) return false;
+  if (cancelado_) return false;
+  EscribirEntrada(mod_.propiedades, entrada);
+  GuardarAjustes(mod_, "frmPresentacion", "AceptarLecturaCFG_Click", U(windowTitle()));
+  return true;
+}
+
+void frmPresentacion::reject() {
+  cancelado_ = true;
+  if (mod_.atender) mod_.atender();
+  IgnorandoErrores([&] { mod_.comunicador.Cancelar(false); });
+  Acepto = false;
+  QDialog::reject();
+}
+
+void frmPresentacion::VerificarVelocidad() {
+  cancelado_ = false;
+  Habilitar(false);  // whole: an option clicked meanwhile would give the button its use back
+  picInfo_->show();
+  if (mod_.atender) mod_.atender();
+  const std::int32_t puerto = ValorElegido(*cboPuertos_);
+  std::optional<std::int32_t> velocidad;
+  {
+    const PunteroDeEspera espera(mod_.operador);
+    velocidad = BuscarVelocidad(mod_, puerto == 0 ? kPuertoDefecto : puerto, kVelocidades);
+  }
+  if (velocidad && !cancelado_) {
+    mod_.operador.Mostrar(
+        {"La velocidad es de " + std::to_string(*velocidad) + " bps", "Atención", Icono::kNinguno, Botones::kAceptar});
+    SeleccionarValor(*CVelocidad_, *velocidad);
+  }
+  Habilitar(true);
+  picInfo_->hide();
+}
+
+void frmPresentacion::Habilitar(bool activo) {
+  // A control that is disabled loses the focus, and gets it back with its use.
+  if (!activo) foco_ = focusWidget();
+  cuerpo_->setEnabled(activo);
+  AceptarLecturaCFG_->setEnabled(activo);
+  cmdAyuda_->setEnabled(activo);
+  if (activo && foco_ != nullptr) foco_->setFocus();
+}
+
+void frmPresentacion::MostrarLectura() {
+  Habilitar(false);
+  picInfo_->show();
+  setModal(false);
+  if (Acepto) move(pos());  // where the operator had it, instead of wherever a new window goes
+  show();
+  if (mod_.atender) mod_.atender();
+}
+
+}  // namespace utr

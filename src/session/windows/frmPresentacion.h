@@ -1,0 +1,98 @@
+#pragma once
+
+#include <QDialog>
+#include <string>
+
+#include "session/AjustesEnlace.h"
+#include "session/ModRTU.h"
+
+class QCheckBox;
+class QComboBox;
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QRadioButton;
+
+namespace utr {
+
+class PanelAviso;
+
+// "Configuración": where the configuration comes from, and how the unit is reached. It is made for one read, stays on
+// the screen with its panel while the read runs, and goes with it. Esc and the close button cancel.
+class frmPresentacion : public QDialog {
+  Q_OBJECT
+
+ public:
+  explicit frmPresentacion(ModRTU& mod, QWidget* parent = nullptr);
+
+  bool Acepto = false;
+  bool bShowUCG = false;  // a file choice offers exported configurations; set it before the dialog is shown
+
+  // Takes the unit as the only source, or leaves the choice free.
+  void FijarFuente(bool desde_utr_only);
+
+  // Puts the controls in the state of the options.
+  void ActivarDesactivarControles();
+
+  // kFuenteUTR or the path of a file; empty when none was chosen.
+  const std::string& Fuente() const noexcept { return fuente_; }
+  std::string Direccion() const;
+  std::string Puerto() const;
+
+  // Shows the dialog without blocking, with its panel and everything but Cancelar disabled, while a read runs.
+  void MostrarLectura();
+
+  void reject() override;
+
+ private:
+  void Armar();
+  QGroupBox* ArmarFuente();
+  QGroupBox* ArmarEquipo();
+  QGroupBox* ArmarEnlace();
+  QWidget* ArmarBotones();
+  void Ordenar();
+  void ConectarControles();
+  void Llenar();
+
+  void Aceptar();
+  bool AceptarUTR();
+  void ElegirArchivo();
+  void VerificarVelocidad();
+  void CambioTelefono();
+  void Habilitar(bool activo);
+  EntradaEnlace Entrada() const;
+
+  ModRTU& mod_;
+  std::string fuente_;
+  bool cancelado_ = false;
+  QWidget* foco_ = nullptr;
+
+  QRadioButton* OptionRTU_;
+  QRadioButton* OptionXML_;
+  QLineEdit* txtIdentificador_;
+  QLabel* lblIdentificador_;
+  QRadioButton* optSerie_;
+  QComboBox* cboPuertos_;
+  QLabel* lblPuertos_;
+  QComboBox* CVelocidad_;
+  QLabel* lblVelocidad_;
+  QPushButton* CVerifVelocidad_;
+  QPushButton* CParar_;
+  QCheckBox* chkTel_;
+  QLineEdit* txtTelefono_;
+  QPushButton* cmdTelefono_;
+  QLineEdit* txtComandos_;
+  QLabel* lblComandos_;
+  QRadioButton* optIP_;
+  QLineEdit* DireccionIP_;
+  QLineEdit* PuertoIP_;
+  QLabel* lblPuertoIP_;
+  PanelAviso* picInfo_;
+  QPushButton* AceptarLecturaCFG_;
+  QPushButton* CancelarLecturaCFG_;
+  QPushButton* cmdAyuda_;
+  QWidget* cuerpo_;  // everything but the panel and the buttons
+};
+
+}  // namespace utr

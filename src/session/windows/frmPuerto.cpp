@@ -1,0 +1,138 @@
+#include "session/windows/frmPuerto.h"
+
+#include <QComboBox>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QRadioButton>
+#include <QVBoxLayout>
+#include <array>
+
+#include "base/Numeros.h"
+#include "session/AjustesEnlace.h"
+#include "session/Puertos.h"
+#include "session/windows/modCOM.h"
+#include "widgets/Ayuda.h"
+#include "widgets/AyudaCombos.h"
+#include "widgets/Campos.h"
+#include "widgets/Tamanos.h"
+#include "widgets/TextoQt.h"
+
+namespace utr {
+namespace {
+
+constexpr std::array<std::int32_t, 6> kVelocidades{300, 1200, 2400, 4800, 9600, 19200};
+constexpr int kCifrasPuerto = 5;
+
+}  // namespace
+
+frmPuerto::frmPuerto(ModRTU& mod, QWidget* parent)
+    : QDialog(parent),
+      mod_(mod),
+      optSerie_(new QRadioButton("&Serie")),
+      CPuerto_(new QComboBox),
+      CVelocidad_(new QComboBox),
+      optIP_(new QRadioButton("&Dirección IP")),
+      DireccionIP_(new QLineEdit),
+      PuertoIP_(new CampoDigitos("PuertoIP", kCifrasPuerto)),
+      CmdOK_(Boton("CmdOK", "Aceptar")),
+      CmdCancel_(Boton("CmdCancel", "Cancelar")),
+      cmdAyuda_(Boton("cmdAyuda", "A&yuda")) {
+  setObjectName("frmPuerto");
+  setWindowTitle("Configuración del Puerto de comunicación");
+  Armar();
+  Llenar();
+  for (QRadioButton* opcion : {optSerie_, optIP_}) {
+    connect(opcion, &QRadioButton::clicked, this, &frmPuerto::ActivarDesactivarControles);
+  }
+  connect(CmdOK_, &QPushButton::clicked, this, &frmPuerto::Aceptar);
+  connect(CmdCancel_, &QPushButton::clicked, this, &frmPuerto::reject);
+  connect(cmdAyuda_, &QPushButton::clicked, this, [this] { AbrirAyuda(mod_.archivo_ayuda); });
+  ActivarDesactivarControles();
+  resize(sizeHint().expandedTo(QSize(460, 0)));
+  RecordarTamano(this);
+}
+
+void frmPuerto::Armar() {
+  optSerie_->setObjectName("optSerie");
+  CPuerto_->setObjectName("CPuerto");
+  CVelocidad_->setObjectName("CVelocidad");
+  optIP_->setObjectName("optIP");
+  DireccionIP_->setObjectName("DireccionIP");
+  DireccionIP_->setAccessibleName("Dirección IP");
+
+  auto* reja = new QGridLayout;
+  reja->setColumnMinimumWidth(0, 20);
+  reja->setColumnStretch(2, 1);
+  reja->addWidget(optSerie_, 0, 0, 1, 3);
+  reja->addWidget(Rotulo("lblPuerto", "&Puerto:", CPuerto_), 1, 1);
+  reja->addWidget(CPuerto_, 1, 2);
+  reja->addWidget(Rotulo("lblVelocidad", "&Velocidad:", CVelocidad_), 2, 1);
+  reja->addWidget(CVelocidad_, 2, 2);
+  reja->setRowMinimumHeight(3, 6);
+  reja->addWidget(optIP_, 4, 0, 1, 2);
+  reja->addWidget(DireccionIP_, 4, 2);
+  reja->addWidget(Rotulo("lblPuertoIP", "P&uerto:", PuertoIP_), 5, 1);
+  reja->addWidget(PuertoIP_, 5, 2);
+
+  CmdOK_->setDefault(true);
+  auto* botones = new QHBoxLayout;
+  botones->addWidget(cmdAyuda_);
+  botones->addStretch(1);
+  botones->addWidget(CmdOK_);
+  botones->addWidget(CmdCancel_);
+  auto* todo = new QVBoxLayout(this);
+  todo->setContentsMargins(16, 16, 16, 16);
+  todo->addLayout(reja);
+  todo->addStretch(1);
+  todo->addSpacing(12);
+  todo->addLayout(botones);
+  OrdenDeTab({optSerie_, CPuerto_, CVelocidad_, optIP_, DireccionIP_, PuertoIP_, CmdOK_, CmdCancel_, cmdAyuda_});
+}
+
+void frmPuerto::Llenar() {
+  CargarPuertos(*CPuerto_, PuertosFijos());
+  for (const std::int32_t velocidad : kVelocidades) AgregarEntrada(*CVelocidad_, QString::number(velocidad), velocidad);
+  const EntradaEnlace entrada = LeerEntrada(mod_.propiedades);
+  SeleccionarValor(*CPuerto_, entrada.puerto);
+  SeleccionarValor(*CVelocidad_, entrada.velocidad);
+  (entrada.por_ip ? optIP_ : optSerie_)->setChecked(true);
+  PuertoIP_->setText(Q(entrada.puerto_ip));
+  DireccionIP_->setText(Q(entrada.direccion));
+}
+
+void frmPuerto::ActivarDesactivarControles() {
+  CPuerto_->setEnabled(optSerie_->isChecked());
+  CVelocidad_->setEnabled(optSerie_->isChecked());
+  DireccionIP_->setEnabled(optIP_->isChecked());
+  PuertoIP_->setEnabled(optIP_->isChecked());
+}
+
+void frmPuerto::Aceptar() {
+  mod_.conexion.FijarPorIP(optIP_->isChecked());
+  if (mod_.conexion.PorIP()) {
+    puerto_ = std::to_string(Entero32(Val(U(PuertoIP_->text()))));
+    velocidad_ = U(DireccionIP_->text());
+  } else {
+    const std::int32_t puerto = ValorElegido(*CPuerto_);
+    const std::int32_t velocidad = ValorElegido(*CVelocidad_);
+    puerto_ = std::to_string(puerto == 0 ? kPuertoDefecto : puerto);
+    velocidad_ = std::to_string(velocidad == 0 ? kVelocidadDefecto : velocidad);
+  }
+  EscribirPuerto(mod_.propiedades, puerto_, velocidad_);
+  GuardarAjustes(mod_, "frmPuerto", "CmdOK_Click", U(windowTitle()));
+  Configuro = true;
+  accept();
+}
+
+void frmPuerto::reject() {
+  puerto_ = std::to_string(kPuertoDefecto);
+  velocidad_ = std::to_string(kVelocidadDefecto);
+  Configuro = false;
+  QDialog::reject();
+}
+
+std::string frmPuerto::PSettings() const {
+  return TextoEnlace(velocidad_);
+}
+
+}  // namespace utr

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QDialog>
+#include <string>
+
+#include "session/ModRTU.h"
+
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QRadioButton;
+
+namespace utr {
+
+// "Configuración del Puerto de comunicación": the plain choice of port and speed, or of an address. Esc and the close
+// button cancel and leave the settings alone.
+class frmPuerto : public QDialog {
+  Q_OBJECT
+
+ public:
+  explicit frmPuerto(ModRTU& mod, QWidget* parent = nullptr);
+
+  bool Configuro = false;
+
+  std::string PSettings() const;                          // link settings text
+  const std::string& PPuerto() const { return puerto_; }  // serial or TCP port
+
+  void reject() override;
+
+ private:
+  void Armar();
+  void Llenar();
+  void ActivarDesactivarControles();
+  void Aceptar();
+
+  ModRTU& mod_;
+  std::string puerto_;
+  std::string velocidad_;
+  QRadioButton* optSerie_;
+  QComboBox* CPuerto_;
+  QComboBox* CVelocidad_;
+  QRadioButton* optIP_;
+  QLineEdit* DireccionIP_;
+  QLineEdit* PuertoIP_;
+  QPushButton* CmdOK_;
+  QPushButton* CmdCancel_;
+  QPushButton* cmdAyuda_;
+};
+
+}  // namespace utr

@@ -1,0 +1,24 @@
+#include "session/windows/modCOM.h"
+
+#include <QSerialPortInfo>
+
+#include "session/Puertos.h"
+#include "widgets/AyudaCombos.h"
+#include "widgets/TextoQt.h"
+
+namespace utr {
+
+std::vector<PuertoSerie> PuertosDelEquipo::Listar() {
+  std::vector<std::string> nombres;
+  for (const QSerialPortInfo& puerto : QSerialPortInfo::availablePorts()) nombres.push_back(U(puerto.portName()));
+  return NumerarPuertos(std::move(nombres));
+}
+
+void CargarPuertos(QComboBox& lista, const std::vector<PuertoSerie>& puertos) {
+  lista.clear();
+  for (const PuertoSerie& puerto : puertos) {
+    AgregarEntrada(lista, Q(TextoPuerto(puerto.numero)), puerto.numero, Q(puerto.nombre));
+  }
+}
+
+}  // namespace utr
