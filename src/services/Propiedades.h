@@ -38,6 +38,11 @@ class Propiedades {
   // Writes the value; one that equals the default leaves the key out.
   void Escribir(std::string_view nombre, const Propiedad& valor, const Propiedad& defecto);
 
+  // All keys and values, to be put back later. Neither reads nor writes the file.
+  using Bolsa = std::map<std::string, Propiedad, std::less<>>;
+  const Bolsa& Contenido() const noexcept { return bolsa_; }
+  void Reponer(Bolsa bolsa) { bolsa_ = std::move(bolsa); }
+
   // The file's content as one block; empty when it doesn't exist (an empty file is left then) or can't be read.
   std::string LeerArchivoPropiedades() const;
 
@@ -57,7 +62,7 @@ class Propiedades {
   const Propiedad* Buscar(std::string_view nombre) const;
 
   std::filesystem::path archivo_;
-  std::map<std::string, Propiedad, std::less<>> bolsa_;
+  Bolsa bolsa_;
 };
 
 }  // namespace utr

@@ -1,5 +1,7 @@
 #include "session/AjustesEnlace.h"
 
+#include <algorithm>
+
 #include "base/Numeros.h"
 #include "driver/Textos.h"
 
@@ -15,10 +17,10 @@ Propiedad Texto(std::string_view texto) {
   return Propiedad{std::string(texto)};
 }
 
-// The speed in the store; 0 where it holds an address or anything else that is no number.
+// The speed in the store; 0 where it holds an address or anything else that is no speed.
 std::int32_t VelocidadSerie(const Propiedades& propiedades) {
   const std::string texto = propiedades.LeerTexto(clave::kVelocidad, std::to_string(kVelocidadDefecto));
-  return EsNumerico(texto) ? propiedades.LeerEntero(clave::kVelocidad, kVelocidadDefecto) : 0;
+  return EsNumerico(texto) ? std::max(0, propiedades.LeerEntero(clave::kVelocidad, kVelocidadDefecto)) : 0;
 }
 
 void EscribirSerie(Propiedades& propiedades, const EntradaEnlace& entrada) {
@@ -52,7 +54,7 @@ EntradaEnlace LeerEntrada(const Propiedades& propiedades) {
     entrada.direccion = propiedades.LeerTexto(clave::kVelocidad, kDireccionDefecto);
     return entrada;
   }
-  entrada.puerto = puerto;
+  entrada.puerto = std::max(0, puerto);
   entrada.velocidad = VelocidadSerie(propiedades);
   entrada.telefono = propiedades.LeerLogico(clave::kPorTelefono, false);
   if (entrada.telefono) {
@@ -62,20 +64,24 @@ EntradaEnlace LeerEntrada(const Propiedades& propiedades) {
   return entrada;
 }
 
-std::vector<std::string> ValidarDatos(const EntradaEnlace& entrada) {
-  std::vector<std::string> reparos;
-  if (entrada.telefono && entrada.numero_telefono.empty())
-    reparos.emplace_back("Debe especificar un número de teléfono");
-  if (entrada.por_ip && !EsDireccionIP(entrada.direccion)) reparos.emplace_back("Dirección IP inválida");
+std::vector<Reparo> ValidarDatos(const EntradaEnlace& entrada) {
+  using C = CampoEnlace;
+  std::vector<Reparo> reparos;
+  const auto exigir = [&](bool mal, C campo, std::string_view texto) {
+    if (mal) reparos.push_back({campo, std::string(texto)});
+  };
+  const double identificador = Val(entrada.identificador);
+  exigir(entrada.telefono && entrada.numero_telefono.empty(), C::kTelefono, "Debe especificar un número de teléfono");
+  exigir(entrada.por_ip && !EsDireccionIP(entrada.direccion), C::kDireccion, "Dirección IP inválida");
   // Port 10 passes, whatever the sentence says, and is read back as a serial port.
-  if (entrada.por_ip && (entrada.puerto_ip.empty() || Val(entrada.puerto_ip) < kUltimoPuertoSerie)) {
-    reparos.emplace_back("El puerto debe ser superior a 10");
-  }
-  if (entrada.identificador.empty()) {
-    reparos.emplace_back("Debe indicar un identificador de UTR o cero (0) si desconoce el mismo");
-  } else if (const double numero = Val(entrada.identificador); numero < 0 || numero > kMayorIdentificador) {
-    reparos.emplace_back("El identificador debe estar comprendido entre 1 y 65535");
-  }
+  exigir(entrada.por_ip && (entrada.puerto_ip.empty() || Val(entrada.puerto_ip) < kUltimoPuertoSerie), C::kPuertoIP,
+         "El puerto debe ser superior a 10");
+  exigir(entrada.identificador.empty(), C::kIdentificador,
+         "Debe indicar un identificador de UTR o cero (0) si desconoce el mismo");
+  exigir(!entrada.identificador.empty() && (identificador < 0 || identificador > kMayorIdentificador),
+         C::kIdentificador, "El identificador debe estar comprendido entre 1 y 65535");
+  exigir(!entrada.por_ip && entrada.puerto == 0, C::kPuerto, kFaltaPuerto);
+  exigir(!entrada.por_ip && entrada.velocidad == 0, C::kVelocidad, kFaltaVelocidad);
   return reparos;
 }
 

@@ -33,11 +33,23 @@ struct EntradaEnlace {
   std::string identificador = "0";
 };
 
-// The entry that the store describes. `velocidad` is 0 where the key holds no number while a serial link is meant.
+// The entry that the store describes. `puerto` and `velocidad` are 0 where the keys hold none while a serial link is
+// meant.
 EntradaEnlace LeerEntrada(const Propiedades& propiedades);
 
+// A complaint about an entry: its sentence and the field that is wrong.
+enum class CampoEnlace { kTelefono, kDireccion, kPuertoIP, kIdentificador, kPuerto, kVelocidad };
+struct Reparo {
+  CampoEnlace campo;
+  std::string texto;
+};
+
 // The complaints about an entry, in the order in which they are shown; none when it can be used.
-std::vector<std::string> ValidarDatos(const EntradaEnlace& entrada);
+std::vector<Reparo> ValidarDatos(const EntradaEnlace& entrada);
+
+// What a serial entry lacks where nothing is chosen: a port, a speed, in this order.
+inline constexpr std::string_view kFaltaPuerto = "Debe elegir un puerto de comunicaciones";
+inline constexpr std::string_view kFaltaVelocidad = "Debe elegir una velocidad";
 
 // Writes the keys of an entry that passed ValidarDatos, identifier included. Doesn't save.
 void EscribirEntrada(Propiedades& propiedades, const EntradaEnlace& entrada);

@@ -39,6 +39,7 @@ void Conexion::Conectar(std::string_view enlace, std::string_view puerto) {
 void Conexion::ConectarSegunAjustes() {
   const std::string velocidad = propiedades_.LeerTexto(clave::kVelocidad, std::to_string(kVelocidadDefecto));
   const std::int32_t puerto = propiedades_.LeerEntero(clave::kPuerto, kPuertoDefecto);
+  por_ip_ = !HayPuertoSerie(propiedades_);
   Conectar(TextoEnlace(velocidad), std::to_string(puerto));
 }
 

@@ -36,7 +36,7 @@ class Conexion {
   // Opens the link: `enlace` is the link settings text, `puerto` the serial or TCP port. Raises what the driver raises;
   // the port then counts as disconnected.
   void Conectar(std::string_view enlace, std::string_view puerto);
-  // The same with speed (or address) and port of the settings.
+  // The same with speed (or address) and port of the settings, whose kind the link then has.
   void ConectarSegunAjustes();
 
   // Dials over the open port. True: the call stands. Raises what the driver raises; no call stands then.

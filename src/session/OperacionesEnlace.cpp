@@ -14,7 +14,12 @@ constexpr std::int64_t kSegundosPorDia = 24 * 60 * 60;
 // The page whose reading tells that a unit is there.
 constexpr std::string_view kPaginaDePrueba = "35";
 
-bool Responde(ModRTU& mod) {
+// Whether a unit answers at that speed, which stays in the store.
+bool Probar(ModRTU& mod, std::int32_t puerto, std::int32_t velocidad) {
+  mod.propiedades.Escribir(clave::kPuerto, Propiedad{std::int64_t{puerto}}, Propiedad{std::int64_t{kPuertoDefecto}});
+  mod.propiedades.Escribir(clave::kVelocidad, Propiedad{std::int64_t{velocidad}},
+                           Propiedad{std::int64_t{kVelocidadDefecto}});
+  IgnorandoErrores([&] { mod.propiedades.GrabarYRecargar(); });
   bool responde = false;
   IgnorandoErrores([&] {
     mod.conexion.ConectarSegunAjustes();
@@ -48,15 +53,20 @@ void PonerEnHora(ModRTU& mod) {
 
 }  // namespace
 
-std::optional<std::int32_t> BuscarVelocidad(ModRTU& mod, std::int32_t puerto,
-                                            std::span<const std::int32_t> velocidades) {
-  for (const std::int32_t velocidad : velocidades.subspan(velocidades.empty() ? 0 : 1)) {
-    mod.propiedades.Escribir(clave::kPuerto, Propiedad{std::int64_t{puerto}}, Propiedad{std::int64_t{kPuertoDefecto}});
-    mod.propiedades.Escribir(clave::kVelocidad, Propiedad{std::int64_t{velocidad}},
-                             Propiedad{std::int64_t{kVelocidadDefecto}});
-    IgnorandoErrores([&] { mod.propiedades.GrabarYRecargar(); });
-    if (Responde(mod)) return velocidad;
+std::optional<std::int32_t> BuscarVelocidad(ModRTU& mod, const BusquedaVelocidad& busqueda) {
+  const Propiedades::Bolsa anterior = mod.propiedades.Contenido();
+  const auto cancelada = [&] {
     if (mod.atender) mod.atender();
+    if (!busqueda.cancelada || !busqueda.cancelada()) return false;
+    mod.propiedades.Reponer(anterior);
+    IgnorandoErrores([&] { mod.propiedades.GrabarYRecargar(); });
+    return true;
+  };
+  for (const std::int32_t velocidad : busqueda.velocidades.subspan(busqueda.velocidades.empty() ? 0 : 1)) {
+    if (busqueda.probando) busqueda.probando(velocidad);
+    const bool responde = Probar(mod, busqueda.puerto, velocidad);
+    if (cancelada()) return std::nullopt;
+    if (responde) return velocidad;
   }
   return std::nullopt;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -11,11 +12,18 @@
 // What the windows of the connection do with the driver.
 namespace utr {
 
+// A search for the speed of a unit. `probando` is told of each speed ahead of its try; `cancelada` is asked behind it.
+struct BusquedaVelocidad {
+  std::int32_t puerto = kPuertoDefecto;
+  std::span<const std::int32_t> velocidades;
+  std::function<void(std::int32_t)> probando{};
+  std::function<bool()> cancelada{};
+};
+
 // Tries the speeds on a serial port, all but the first one, and gives the first at which the unit answers. A speed
 // whose port doesn't open didn't answer. Each speed tried is left in the store, so that the last one stays there when
-// none does.
-std::optional<std::int32_t> BuscarVelocidad(ModRTU& mod, std::int32_t puerto,
-                                            std::span<const std::int32_t> velocidades);
+// none does; a search that was cancelled gives none and leaves the store, in memory and on disk, as it was before it.
+std::optional<std::int32_t> BuscarVelocidad(ModRTU& mod, const BusquedaVelocidad& busqueda);
 
 // Calls the unit through the modem and gives whether the call stands. Messages are titled `titulo`.
 bool LlamarPorTelefono(ModRTU& mod, const EntradaEnlace& entrada, std::string_view titulo);

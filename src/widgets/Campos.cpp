@@ -3,11 +3,48 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QRegularExpressionValidator>
+#include <algorithm>
 
 namespace utr {
 
+namespace {
+
+bool EsSalto(QChar letra) {
+  return letra == '\n' || letra == '\r' || letra == QChar::LineSeparator || letra == QChar::ParagraphSeparator;
+}
+
+// Mends what comes in instead of refusing it.
+class UnaLinea : public QRegularExpressionValidator {
+ public:
+  UnaLinea(const char* permitido, QObject* dueno)
+      : QRegularExpressionValidator(QRegularExpression(QString::fromLatin1(permitido)), dueno) {}
+
+  State validate(QString& texto, int& cursor) const override {
+    if (std::any_of(texto.cbegin(), texto.cend(), EsSalto)) Mendar(texto, cursor);
+    return QRegularExpressionValidator::validate(texto, cursor);
+  }
+
+ private:
+  static void Mendar(QString& texto, int& cursor) {
+    while (!texto.isEmpty() && EsSalto(texto.back())) texto.chop(1);
+    qsizetype delante = 0;
+    while (delante < texto.size() && EsSalto(texto.at(delante))) ++delante;
+    texto.remove(0, delante);
+    texto.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    std::replace_if(texto.begin(), texto.end(), EsSalto, QChar(' '));
+    cursor = static_cast<int>(std::min<qsizetype>(cursor, texto.size()));
+  }
+};
+
+}  // namespace
+
+void SinSaltosDeLinea(QLineEdit& campo) {
+  campo.setValidator(new UnaLinea(".*", &campo));
+}
+
 CampoTexto::CampoTexto(const char* nombre, QWidget* parent) : QLineEdit(parent) {
   setObjectName(QString::fromLatin1(nombre));
+  SinSaltosDeLinea(*this);
 }
 
 void CampoTexto::focusInEvent(QFocusEvent* evento) {
@@ -19,7 +56,7 @@ void CampoTexto::focusInEvent(QFocusEvent* evento) {
 CampoDigitos::CampoDigitos(const char* nombre, int cifras, QWidget* parent) : CampoTexto(nombre, parent) {
   setMaxLength(cifras);
   // What is pasted is held to the same rule as what is typed.
-  setValidator(new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[0-9]*")), this));
+  setValidator(new UnaLinea("[0-9]*", this));
 }
 
 void CampoDigitos::keyPressEvent(QKeyEvent* evento) {

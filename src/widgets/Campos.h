@@ -6,7 +6,11 @@
 
 namespace utr {
 
-// A text field that selects its whole text when it gets the focus.
+// The field takes no line breaks, whatever is pasted or stored: within the text they become blanks, at its ends
+// nothing.
+void SinSaltosDeLinea(QLineEdit& campo);
+
+// A text field of one line that selects its whole text when it gets the focus.
 class CampoTexto : public QLineEdit {
   Q_OBJECT
 
@@ -17,7 +21,8 @@ class CampoTexto : public QLineEdit {
   void focusInEvent(QFocusEvent* evento) override;
 };
 
-// The same for whole numbers: any key that types something else than a digit is swallowed with a beep.
+// The same for whole numbers: any key that types something else than a digit is swallowed with a beep, and anything
+// else is refused from the clipboard.
 class CampoDigitos : public CampoTexto {
   Q_OBJECT
 

@@ -7,7 +7,7 @@
 namespace utr {
 
 PanelAviso::PanelAviso(const char* nombre, const QString& texto, QWidget* parent)
-    : QFrame(parent), etiqueta_(new QLabel(texto, this)) {
+    : QFrame(parent), etiqueta_(new QLabel(texto, this)), detalle_(new QLabel(this)) {
   setObjectName(QString::fromLatin1(nombre));
   setAccessibleName(texto);
   setFrameShape(QFrame::StyledPanel);
@@ -20,10 +20,22 @@ PanelAviso::PanelAviso(const char* nombre, const QString& texto, QWidget* parent
   auto* caja = new QVBoxLayout(this);
   caja->setContentsMargins(24, 18, 24, 18);
   caja->addWidget(etiqueta_);
+  detalle_->setObjectName("lblDetalle");
+  detalle_->setTextFormat(Qt::PlainText);
+  detalle_->setAlignment(Qt::AlignCenter);
+  detalle_->setForegroundRole(QPalette::ToolTipText);
+  detalle_->hide();
+  caja->addWidget(detalle_);
 }
 
 QString PanelAviso::Texto() const {
   return etiqueta_->text();
+}
+
+void PanelAviso::Detallar(const QString& texto) {
+  detalle_->setText(texto);
+  detalle_->setVisible(!texto.isEmpty());
+  setAccessibleDescription(texto);
 }
 
 ZonaLista::ZonaLista(QWidget* lista, QWidget* parent)

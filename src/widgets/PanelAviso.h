@@ -18,8 +18,12 @@ class PanelAviso : public QFrame {
 
   QString Texto() const;
 
+  // A second, smaller line that tells how the work goes on; none when empty.
+  void Detallar(const QString& texto);
+
  private:
   QLabel* etiqueta_;
+  QLabel* detalle_;
 };
 
 // The place of a list with its panels: exactly the panels that are told are seen, or the list when there are none.

@@ -7,6 +7,12 @@
 namespace utr {
 namespace {
 
+std::vector<std::string> Reparos(const EntradaEnlace& entrada) {
+  std::vector<std::string> textos;
+  for (const Reparo& reparo : ValidarDatos(entrada)) textos.push_back(reparo.texto);
+  return textos;
+}
+
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -38,18 +44,18 @@ TEST(AjustesEnlace, ReparosDelIdentificador) {
   for (const auto& caso : casos) {
     EntradaEnlace entrada;
     entrada.identificador = caso.identificador;
-    const auto reparos = ValidarDatos(entrada);
+    const auto reparos = Reparos(entrada);
     EXPECT_EQ(reparos.empty() ? "" : reparos.front(), caso.reparo) << caso.identificador;
   }
 }
 
 TEST(AjustesEnlace, ReparosDelEnlacePorIP) {
-  EXPECT_THAT(ValidarDatos(PorIP("192.168.0.1", "1000")), IsEmpty());
-  EXPECT_THAT(ValidarDatos(PorIP("192.168.0.1", "10")), IsEmpty()) << "10 passes, whatever the sentence says";
-  EXPECT_THAT(ValidarDatos(PorIP("192.168.0.1", "9")), ElementsAre(kPuertoBajo));
-  EXPECT_THAT(ValidarDatos(PorIP("192.168.0.1", "")), ElementsAre(kPuertoBajo));
+  EXPECT_THAT(Reparos(PorIP("192.168.0.1", "1000")), IsEmpty());
+  EXPECT_THAT(Reparos(PorIP("192.168.0.1", "10")), IsEmpty()) << "10 passes, whatever the sentence says";
+  EXPECT_THAT(Reparos(PorIP("192.168.0.1", "9")), ElementsAre(kPuertoBajo));
+  EXPECT_THAT(Reparos(PorIP("192.168.0.1", "")), ElementsAre(kPuertoBajo));
   for (const char* direccion : {"", "192.168.0", "192.168.0.256", "a.b.c.d", "1.2.3.4.5"}) {
-    EXPECT_THAT(ValidarDatos(PorIP(direccion, "1000")), ElementsAre(kDireccionInvalida)) << direccion;
+    EXPECT_THAT(Reparos(PorIP(direccion, "1000")), ElementsAre(kDireccionInvalida)) << direccion;
   }
 }
 
@@ -57,10 +63,10 @@ TEST(AjustesEnlace, TodosLosReparosEnSuOrden) {
   EntradaEnlace entrada = PorIP("x", "1");
   entrada.telefono = true;
   entrada.identificador = "";
-  EXPECT_THAT(ValidarDatos(entrada), ElementsAre(kSinTelefono, kDireccionInvalida, kPuertoBajo, kSinIdentificador));
+  EXPECT_THAT(Reparos(entrada), ElementsAre(kSinTelefono, kDireccionInvalida, kPuertoBajo, kSinIdentificador));
   entrada.por_ip = false;
   entrada.identificador = "70000";
-  EXPECT_THAT(ValidarDatos(entrada), ElementsAre(kSinTelefono, kIdentificadorFuera));
+  EXPECT_THAT(Reparos(entrada), ElementsAre(kSinTelefono, kIdentificadorFuera));
 }
 
 class Ajustes : public prueba::ModPrueba, public testing::Test {

@@ -37,7 +37,7 @@ class Operaciones : public prueba::ModPrueba, public testing::Test {
 
 TEST_F(Operaciones, LaVelocidadSeBuscaDesdeLaSegunda) {
   ResponderA("19200");
-  EXPECT_EQ(BuscarVelocidad(mod, 3, kVelocidades), 19200);
+  EXPECT_EQ(BuscarVelocidad(mod, {.puerto = 3, .velocidades = kVelocidades}), 19200);
   EXPECT_THAT(comunicador.llamadas, ElementsAre("Conectar(9600,n,8,1,3)", "LeerPagina(35,si)",
                                                 "Conectar(19200,n,8,1,3)", "LeerPagina(35,si)"));
   Propiedades guardadas(propiedades.Archivo());
@@ -48,28 +48,48 @@ TEST_F(Operaciones, LaVelocidadSeBuscaDesdeLaSegunda) {
 
 TEST_F(Operaciones, LaPrimeraQueRespondeTermina) {
   ResponderA("9600");
-  EXPECT_EQ(BuscarVelocidad(mod, 1, kVelocidades), 9600);
+  EXPECT_EQ(BuscarVelocidad(mod, {.puerto = 1, .velocidades = kVelocidades}), 9600);
   EXPECT_EQ(comunicador.Cuantas("Conectar"), 1U);
 }
 
 TEST_F(Operaciones, UnEquipoA1200NoSeEncuentraYQuedaLaUltima) {
   ResponderA("1200");
-  EXPECT_EQ(BuscarVelocidad(mod, 1, kVelocidades), std::nullopt);
+  EXPECT_EQ(BuscarVelocidad(mod, {.puerto = 1, .velocidades = kVelocidades}), std::nullopt);
   EXPECT_EQ(propiedades.LeerEntero(clave::kVelocidad, 9600), 19200);
 }
 
 TEST_F(Operaciones, UnPuertoQueFallaEsUnaVelocidadQueNoResponde) {
   comunicador.Falla("Conectar", Error(8005, "x", "y"), 1);
   comunicador.Devuelve("LeerPagina", "1");
-  EXPECT_EQ(BuscarVelocidad(mod, 1, kVelocidades), 19200);
+  EXPECT_EQ(BuscarVelocidad(mod, {.puerto = 1, .velocidades = kVelocidades}), 19200);
   comunicador.Falla("LeerPagina", Error(9, "x", "y"));
-  EXPECT_EQ(BuscarVelocidad(mod, 1, kVelocidades), std::nullopt);
+  EXPECT_EQ(BuscarVelocidad(mod, {.puerto = 1, .velocidades = kVelocidades}), std::nullopt);
 }
 
-TEST_F(Operaciones, EntreVelocidadesCorrenLosEventos) {
+TEST_F(Operaciones, LaBusquedaCanceladaTerminaConSuIntentoYReponeLosAjustes) {
+  EscribirPuerto(propiedades, "2", "4800");
+  propiedades.GrabarArchivoPropiedades();
+  const Propiedades::Bolsa antes = propiedades.Contenido();
+  std::vector<std::int32_t> probadas;
+  bool cancelada = false;
+  comunicador.Devuelve("LeerPagina", "1,0,0");  // even a speed that answers counts no more
+  comunicador.al_llamar = [&](const std::string&) { cancelada = true; };
+  EXPECT_EQ(BuscarVelocidad(mod, {.puerto = 1,
+                                  .velocidades = kVelocidades,
+                                  .probando = [&](std::int32_t velocidad) { probadas.push_back(velocidad); },
+                                  .cancelada = [&] { return cancelada; }}),
+            std::nullopt);
+  EXPECT_THAT(probadas, ElementsAre(9600));
+  EXPECT_EQ(propiedades.Contenido(), antes);
+  Propiedades guardadas(propiedades.Archivo());
+  guardadas.CargarPropiedades();
+  EXPECT_EQ(guardadas.Contenido(), antes);
+}
+
+TEST_F(Operaciones, TrasCadaIntentoCorrenLosEventos) {
   int vueltas = 0;
   mod.atender = [&] { ++vueltas; };
-  BuscarVelocidad(mod, 1, kVelocidades);
+  BuscarVelocidad(mod, {.puerto = 1, .velocidades = kVelocidades});
   EXPECT_EQ(vueltas, 2);
 }
 

@@ -23,6 +23,7 @@ frmConfirmPass::frmConfirmPass(ModRTU& mod, std::string ClaveOri, QWidget* paren
     txtPassword_[i] = new QLineEdit;
     txtPassword_[i]->setObjectName(QString("txtPassword(%1)").arg(i));
     txtPassword_[i]->setEchoMode(QLineEdit::Password);
+    SinSaltosDeLinea(*txtPassword_[i]);
     lblLabels_[i] = Rotulo(qPrintable(QString("lblLabels(%1)").arg(i)), rotulos[i], txtPassword_[i]);
     campos->addWidget(lblLabels_[i], static_cast<int>(i), 0);
     campos->addWidget(txtPassword_[i], static_cast<int>(i), 1);

@@ -17,6 +17,7 @@ frmLogin::frmLogin(ModRTU& mod, std::string clave, QWidget* parent)
   setWindowTitle("Contraseña");
   txtPassword_->setObjectName("txtPassword");
   txtPassword_->setEchoMode(QLineEdit::Password);
+  SinSaltosDeLinea(*txtPassword_);
   auto* figura = new QLabel;
   figura->setPixmap(IconoDe("adminutr").pixmap(48, 48));
   auto* entrada = new QVBoxLayout;

@@ -138,7 +138,9 @@ QGroupBox* frmPresentacion::ArmarEnlace() {
   chkTel_->setObjectName("chkTel");
   txtTelefono_->setAccessibleName("Teléfono");
   txtComandos_->setObjectName("txtComandos");
+  SinSaltosDeLinea(*txtComandos_);
   DireccionIP_->setObjectName("DireccionIP");
+  SinSaltosDeLinea(*DireccionIP_);
   DireccionIP_->setAccessibleName("Dirección IP");
   CVerifVelocidad_->setToolTip("Verificar velocidad de conexión");
   // Both stand in the dialog without an action.
@@ -193,8 +195,7 @@ void frmPresentacion::Llenar() {
   CargarPuertos(*cboPuertos_, PuertosOfrecidos(mod_.puertos));
   for (const std::int32_t velocidad : kVelocidades) AgregarEntrada(*CVelocidad_, QString::number(velocidad), velocidad);
   const EntradaEnlace entrada = LeerEntrada(mod_.propiedades);
-  SeleccionarValor(*cboPuertos_, entrada.puerto);
-  SeleccionarValor(*CVelocidad_, entrada.velocidad);
+  ElegirEnlace(*cboPuertos_, *CVelocidad_, entrada);
   (entrada.por_ip ? optIP_ : optSerie_)->setChecked(true);
   chkTel_->setChecked(entrada.telefono);
   txtTelefono_->setText(Q(entrada.numero_telefono));
@@ -206,12 +207,13 @@ void frmPresentacion::Llenar() {
 }
 
 void frmPresentacion::ConectarControles() {
+  connect(optIP_, &QRadioButton::toggled, this, &frmPresentacion::CambioDeMedio);
   for (QRadioButton* opcion : {OptionRTU_, OptionXML_, optSerie_, optIP_}) {
-    connect(opcion, &QRadioButton::clicked, this, &frmPresentacion::ActivarDesactivarControles);
+    connect(opcion, &QRadioButton::toggled, this, &frmPresentacion::ActivarDesactivarControles);
   }
-  connect(chkTel_, &QCheckBox::clicked, this, [this] {
+  connect(chkTel_, &QCheckBox::toggled, this, [this] {
     CambioTelefono();
-    if (txtTelefono_->isEnabled()) txtTelefono_->setFocus();
+    if (txtTelefono_->isEnabled() && chkTel_->hasFocus()) txtTelefono_->setFocus();
   });
   connect(CVerifVelocidad_, &QPushButton::clicked, this, &frmPresentacion::VerificarVelocidad);
   connect(AceptarLecturaCFG_, &QPushButton::clicked, this, &frmPresentacion::Aceptar);
@@ -249,6 +251,17 @@ void frmPresentacion::CambioTelefono() {
   if (!chkTel_->isChecked()) txtTelefono_->clear();
 }
 
+// An address isn't called: the tick steps back with its number, and both come back with the serial port.
+void frmPresentacion::CambioDeMedio(bool por_ip) {
+  if (por_ip) {
+    telefono_de_serie_ = chkTel_->isChecked() ? std::optional(txtTelefono_->text()) : std::nullopt;
+    chkTel_->setChecked(false);
+  } else if (telefono_de_serie_) {
+    chkTel_->setChecked(true);
+    txtTelefono_->setText(*telefono_de_serie_);
+  }
+}
+
 EntradaEnlace frmPresentacion::Entrada() const {
   EntradaEnlace entrada;
   entrada.por_ip = optIP_->isChecked();
@@ -271,13 +284,13 @@ std::string frmPresentacion::Puerto() const {
 }
 
 void frmPresentacion::Aceptar() {
-  Habilitar(false);
+  if (ocupacion_ != Ocupacion::kLibre) return;
+  Ocupar(Ocupacion::kEligiendo);
   cancelado_ = false;
   if (OptionXML_->isChecked()) {
     ElegirArchivo();
-    Habilitar(true);
+    Ocupar(Ocupacion::kLibre);
   } else if (!AceptarUTR()) {
-    Habilitar(true);
     return;
   }
   if (cancelado_) return;
@@ -294,64 +307,117 @@ void frmPresentacion::ElegirArchivo() {
   fuente_ = ruta ? ruta->string() : std::string();
 }
 
+// False: the dialog goes on, free again.
 bool frmPresentacion::AceptarUTR() {
   fuente_ = kFuenteUTR;
   const EntradaEnlace entrada = Entrada();
-  const std::vector<std::string> reparos = ValidarDatos(entrada);
+  const std::vector<Reparo> reparos = ValidarDatos(entrada);
   if (!reparos.empty()) {
-    mod_.operador.Mostrar({"Debe completar lo siguiente:\n" + Unir(reparos, "\n"), U(windowTitle()),
-                           Icono::kInformacion, Botones::kAceptar});
+    MostrarReparos(reparos);
     return false;
   }
   const PunteroDeEspera espera(mod_.operador);
   mod_.conexion.FijarPorIP(entrada.por_ip);
-  if (entrada.telefono && !LlamarPorTelefono(mod_, entrada, U(windowTitle()))) return false;
-  if (cancelado_) return false;
+  const bool sigue = (!entrada.telefono || Llamar(entrada)) && !cancelado_;
+  if (!sigue) {
+    Ocupar(Ocupacion::kLibre);
+    return false;
+  }
   EscribirEntrada(mod_.propiedades, entrada);
   GuardarAjustes(mod_, "frmPresentacion", "AceptarLecturaCFG_Click", U(windowTitle()));
   return true;
 }
 
+// All in one box; the operator finds himself at the first field that is wrong.
+void frmPresentacion::MostrarReparos(const std::vector<Reparo>& reparos) {
+  std::vector<std::string> lineas;
+  for (const Reparo& reparo : reparos) lineas.push_back(reparo.texto);
+  mod_.operador.Mostrar({"Debe completar lo siguiente:\n" + Unir(lineas, "\n"), U(windowTitle()), Icono::kInformacion,
+                         Botones::kAceptar});
+  Ocupar(Ocupacion::kLibre);
+  CampoDe(reparos.front().campo)->setFocus();
+}
+
+QWidget* frmPresentacion::CampoDe(CampoEnlace campo) const {
+  switch (campo) {
+    case CampoEnlace::kTelefono:
+      return txtTelefono_;
+    case CampoEnlace::kDireccion:
+      return DireccionIP_;
+    case CampoEnlace::kPuertoIP:
+      return PuertoIP_;
+    case CampoEnlace::kIdentificador:
+      return txtIdentificador_;
+    case CampoEnlace::kPuerto:
+      return cboPuertos_;
+    case CampoEnlace::kVelocidad:
+      break;
+  }
+  return CVelocidad_;
+}
+
+bool frmPresentacion::Llamar(const EntradaEnlace& entrada) {
+  Ocupar(Ocupacion::kLlamando);
+  return LlamarPorTelefono(mod_, entrada, U(windowTitle()));
+}
+
 void frmPresentacion::reject() {
+  if (ocupacion_ == Ocupacion::kLeyendo) return;  // a read can't be dropped: its result counts
   cancelado_ = true;
   if (mod_.atender) mod_.atender();
   IgnorandoErrores([&] { mod_.comunicador.Cancelar(false); });
   Acepto = false;
+  if (ocupacion_ == Ocupacion::kVerificando) {
+    CancelarLecturaCFG_->setEnabled(false);  // the try that runs ends first; the check then closes the dialog
+    return;
+  }
   QDialog::reject();
 }
 
 void frmPresentacion::VerificarVelocidad() {
+  if (ValorElegido(*cboPuertos_) == 0) return MostrarReparos({{CampoEnlace::kPuerto, std::string(kFaltaPuerto)}});
   cancelado_ = false;
-  Habilitar(false);  // whole: an option clicked meanwhile would give the button its use back
-  picInfo_->show();
+  Ocupar(Ocupacion::kVerificando);
   if (mod_.atender) mod_.atender();
-  const std::int32_t puerto = ValorElegido(*cboPuertos_);
-  std::optional<std::int32_t> velocidad;
-  {
-    const PunteroDeEspera espera(mod_.operador);
-    velocidad = BuscarVelocidad(mod_, puerto == 0 ? kPuertoDefecto : puerto, kVelocidades);
-  }
-  if (velocidad && !cancelado_) {
+  const std::optional<std::int32_t> velocidad = BuscarSuVelocidad();
+  if (velocidad) {
     mod_.operador.Mostrar(
         {"La velocidad es de " + std::to_string(*velocidad) + " bps", "Atención", Icono::kNinguno, Botones::kAceptar});
     SeleccionarValor(*CVelocidad_, *velocidad);
   }
-  Habilitar(true);
-  picInfo_->hide();
+  Ocupar(Ocupacion::kLibre);
+  if (cancelado_) QDialog::reject();
 }
 
-void frmPresentacion::Habilitar(bool activo) {
+std::optional<std::int32_t> frmPresentacion::BuscarSuVelocidad() {
+  const PunteroDeEspera espera(mod_.operador);
+  BusquedaVelocidad busqueda;
+  busqueda.puerto = ValorElegido(*cboPuertos_);
+  busqueda.velocidades = kVelocidades;
+  busqueda.cancelada = [this] { return cancelado_; };
+  busqueda.probando = [this](std::int32_t velocidad) {
+    picInfo_->Detallar(QStringLiteral("Probando a %1 bps").arg(velocidad));
+    picInfo_->repaint();
+  };
+  return BuscarVelocidad(mod_, busqueda);
+}
+
+void frmPresentacion::Ocupar(Ocupacion ocupacion) {
+  const bool libre = ocupacion == Ocupacion::kLibre;
   // A control that is disabled loses the focus, and gets it back with its use.
-  if (!activo) foco_ = focusWidget();
-  cuerpo_->setEnabled(activo);
-  AceptarLecturaCFG_->setEnabled(activo);
-  cmdAyuda_->setEnabled(activo);
-  if (activo && foco_ != nullptr) foco_->setFocus();
+  if (!libre && ocupacion_ == Ocupacion::kLibre) foco_ = focusWidget();
+  ocupacion_ = ocupacion;
+  cuerpo_->setEnabled(libre);
+  AceptarLecturaCFG_->setEnabled(libre);
+  cmdAyuda_->setEnabled(libre);
+  CancelarLecturaCFG_->setEnabled(ocupacion != Ocupacion::kLeyendo);
+  picInfo_->setVisible(!libre && ocupacion != Ocupacion::kEligiendo);
+  picInfo_->Detallar({});
+  if (libre && foco_ != nullptr) foco_->setFocus();
 }
 
 void frmPresentacion::MostrarLectura() {
-  Habilitar(false);
-  picInfo_->show();
+  Ocupar(Ocupacion::kLeyendo);
   setModal(false);
   if (Acepto) move(pos());  // where the operator had it, instead of wherever a new window goes
   show();

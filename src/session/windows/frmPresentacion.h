@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QDialog>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "session/AjustesEnlace.h"
 #include "session/ModRTU.h"
@@ -40,7 +42,7 @@ class frmPresentacion : public QDialog {
   std::string Direccion() const;
   std::string Puerto() const;
 
-  // Shows the dialog without blocking, with its panel and everything but Cancelar disabled, while a read runs.
+  // Shows the dialog without blocking, with its panel and everything disabled, while a read runs. It can't be closed.
   void MostrarLectura();
 
   void reject() override;
@@ -60,12 +62,22 @@ class frmPresentacion : public QDialog {
   void ElegirArchivo();
   void VerificarVelocidad();
   void CambioTelefono();
-  void Habilitar(bool activo);
+  void CambioDeMedio(bool por_ip);
+  bool Llamar(const EntradaEnlace& entrada);
+  void MostrarReparos(const std::vector<Reparo>& reparos);
+  QWidget* CampoDe(CampoEnlace campo) const;
+  std::optional<std::int32_t> BuscarSuVelocidad();
   EntradaEnlace Entrada() const;
+
+  // What the dialog is at. Only what can be dropped leaves Cancelar its use.
+  enum class Ocupacion { kLibre, kEligiendo, kLlamando, kVerificando, kLeyendo };
+  void Ocupar(Ocupacion ocupacion);
 
   ModRTU& mod_;
   std::string fuente_;
   bool cancelado_ = false;
+  Ocupacion ocupacion_ = Ocupacion::kLibre;
+  std::optional<QString> telefono_de_serie_;  // the number that a choice of IP put aside
   QWidget* foco_ = nullptr;
 
   QRadioButton* OptionRTU_;

@@ -41,8 +41,9 @@ frmPuerto::frmPuerto(ModRTU& mod, QWidget* parent)
   setWindowTitle("Configuración del Puerto de comunicación");
   Armar();
   Llenar();
-  for (QRadioButton* opcion : {optSerie_, optIP_}) {
-    connect(opcion, &QRadioButton::clicked, this, &frmPuerto::ActivarDesactivarControles);
+  connect(optIP_, &QRadioButton::toggled, this, &frmPuerto::ActivarDesactivarControles);
+  for (const QComboBox* lista : {CPuerto_, CVelocidad_}) {
+    connect(lista, &QComboBox::currentIndexChanged, this, &frmPuerto::ActivarDesactivarControles);
   }
   connect(CmdOK_, &QPushButton::clicked, this, &frmPuerto::Aceptar);
   connect(CmdCancel_, &QPushButton::clicked, this, &frmPuerto::reject);
@@ -58,6 +59,7 @@ void frmPuerto::Armar() {
   CVelocidad_->setObjectName("CVelocidad");
   optIP_->setObjectName("optIP");
   DireccionIP_->setObjectName("DireccionIP");
+  SinSaltosDeLinea(*DireccionIP_);
   DireccionIP_->setAccessibleName("Dirección IP");
 
   auto* reja = new QGridLayout;
@@ -93,8 +95,7 @@ void frmPuerto::Llenar() {
   CargarPuertos(*CPuerto_, PuertosFijos());
   for (const std::int32_t velocidad : kVelocidades) AgregarEntrada(*CVelocidad_, QString::number(velocidad), velocidad);
   const EntradaEnlace entrada = LeerEntrada(mod_.propiedades);
-  SeleccionarValor(*CPuerto_, entrada.puerto);
-  SeleccionarValor(*CVelocidad_, entrada.velocidad);
+  ElegirEnlace(*CPuerto_, *CVelocidad_, entrada);
   (entrada.por_ip ? optIP_ : optSerie_)->setChecked(true);
   PuertoIP_->setText(Q(entrada.puerto_ip));
   DireccionIP_->setText(Q(entrada.direccion));
@@ -105,6 +106,8 @@ void frmPuerto::ActivarDesactivarControles() {
   CVelocidad_->setEnabled(optSerie_->isChecked());
   DireccionIP_->setEnabled(optIP_->isChecked());
   PuertoIP_->setEnabled(optIP_->isChecked());
+  // No box tells here what is missing.
+  CmdOK_->setEnabled(optIP_->isChecked() || (ValorElegido(*CPuerto_) != 0 && ValorElegido(*CVelocidad_) != 0));
 }
 
 void frmPuerto::Aceptar() {
@@ -113,10 +116,8 @@ void frmPuerto::Aceptar() {
     puerto_ = std::to_string(Entero32(Val(U(PuertoIP_->text()))));
     velocidad_ = U(DireccionIP_->text());
   } else {
-    const std::int32_t puerto = ValorElegido(*CPuerto_);
-    const std::int32_t velocidad = ValorElegido(*CVelocidad_);
-    puerto_ = std::to_string(puerto == 0 ? kPuertoDefecto : puerto);
-    velocidad_ = std::to_string(velocidad == 0 ? kVelocidadDefecto : velocidad);
+    puerto_ = std::to_string(ValorElegido(*CPuerto_));
+    velocidad_ = std::to_string(ValorElegido(*CVelocidad_));
   }
   EscribirPuerto(mod_.propiedades, puerto_, velocidad_);
   GuardarAjustes(mod_, "frmPuerto", "CmdOK_Click", U(windowTitle()));

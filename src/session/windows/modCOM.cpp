@@ -21,4 +21,14 @@ void CargarPuertos(QComboBox& lista, const std::vector<PuertoSerie>& puertos) {
   }
 }
 
+void ElegirEnlace(QComboBox& puertos, QComboBox& velocidades, const EntradaEnlace& entrada) {
+  const auto ofrecer = [&](QComboBox& lista, std::int32_t numero, const std::string& texto) {
+    if (!entrada.por_ip && numero > 0 && lista.findData(numero) < 0) AgregarAjena(lista, Q(texto), numero);
+    SeleccionarValor(lista, numero);
+    MostrarAyudaDelElegido(lista);
+  };
+  ofrecer(puertos, entrada.puerto, TextoPuerto(entrada.puerto));
+  ofrecer(velocidades, entrada.velocidad, std::to_string(entrada.velocidad));
+}
+
 }  // namespace utr

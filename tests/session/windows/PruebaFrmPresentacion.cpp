@@ -5,6 +5,7 @@
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -97,12 +98,80 @@ TEST_F(Presentacion, LosAjustesPorIPSeMuestran) {
   EXPECT_EQ(Ver("txtIdentificador"), "44");
 }
 
-TEST_F(Presentacion, UnaDireccionDondeSeEsperaVelocidadNoEligeNada) {
-  Guardar("PUERTO", Propiedad{std::int64_t{10}});
+TEST_F(Presentacion, UnEnlaceGuardadoQueElEquipoNoOfreceQueda) {
+  puertos.puertos = {{1, "ttyS0"}, {3, "ttyS2"}};
+  Guardar("PUERTO", Propiedad{std::int64_t{5}});
+  Guardar("Velocidad", Propiedad{std::int64_t{4800}});
+  Abrir();
+  for (const auto& [nombre, texto] : {std::pair("cboPuertos", "COM 5"), std::pair("CVelocidad", "4800")}) {
+    auto& lista = El<QComboBox>(nombre);
+    EXPECT_EQ(lista.currentText(), texto);
+    EXPECT_EQ(lista.currentIndex(), lista.count() - 1) << "at the end";
+    EXPECT_FALSE(lista.itemIcon(lista.currentIndex()).isNull());
+    EXPECT_EQ(lista.toolTip(), "No está entre los de este equipo");
+    EXPECT_EQ(lista.findText(texto), lista.currentIndex()) << "once";
+  }
+  Pulsar("CVerifVelocidad");
+  EXPECT_THAT(comunicador.De("Conectar"), ElementsAre("Conectar(9600,n,8,1,5)", "Conectar(19200,n,8,1,5)"))
+      << "the told speeds alone, on the stored port";
+  El<QComboBox>("CVelocidad").setCurrentText("4800");
+  EXPECT_TRUE(Jugar([&](QDialog&) { Pulsar("AceptarLecturaCFG"); }));
+  EXPECT_EQ(propiedades.LeerEntero(clave::kPuerto, 1), 5);
+  EXPECT_EQ(propiedades.LeerEntero(clave::kVelocidad, 9600), 4800);
+}
+
+TEST_F(Presentacion, SinEleccionNadaSeConectaNiSeGuarda) {
+  puertos.puertos = {{1, "ttyS0"}};
+  Guardar("PUERTO", Propiedad{std::int64_t{0}});
   Guardar("Velocidad", Propiedad{std::string("192.168.0.1")});
   Abrir();
   EXPECT_EQ(Elegido("CVelocidad"), "");
   EXPECT_EQ(Elegido("cboPuertos"), "");
+  Poner("txtIdentificador", "");
+  operador.Espera(
+      "Debe completar lo siguiente:\nDebe indicar un identificador de UTR o cero (0) si desconoce el mismo\n"
+      "Debe elegir un puerto de comunicaciones\nDebe elegir una velocidad");
+  operador.Espera("Debe completar lo siguiente:\nDebe elegir un puerto de comunicaciones");
+  EXPECT_FALSE(Jugar([&](QDialog&) {
+    Pulsar("AceptarLecturaCFG");
+    Pulsar("CVerifVelocidad");
+    Pulsar("CancelarLecturaCFG");
+  }));
+  EXPECT_TRUE(comunicador.De("Conectar").empty());
+  EXPECT_FALSE(std::filesystem::exists(propiedades.Archivo()));
+}
+
+TEST_F(Presentacion, UnaDireccionIPNoLlamaPorTelefono) {
+  Abrir();
+  Pulsar("chkTel");
+  Poner("txtTelefono", "411");
+  El<QRadioButton>("optIP").setChecked(true);  // as an assistive tool does, without a click
+  EXPECT_FALSE(El<QCheckBox>("chkTel").isChecked());
+  EXPECT_EQ(Ver("txtTelefono"), "");
+  EXPECT_TRUE(Activo("DireccionIP"));
+  El<QRadioButton>("optSerie").setChecked(true);
+  EXPECT_TRUE(El<QCheckBox>("chkTel").isChecked());
+  EXPECT_EQ(Ver("txtTelefono"), "411");
+  El<QRadioButton>("optIP").setChecked(true);
+  Poner("DireccionIP", "10.0.0.9");
+  EXPECT_TRUE(Jugar([&](QDialog&) { Pulsar("AceptarLecturaCFG"); }));
+  EXPECT_TRUE(comunicador.llamadas.empty()) << "no call";
+}
+
+TEST_F(Presentacion, LosCamposDeUnaLineaNoTomanSaltos) {
+  Abrir();
+  Pulsar("chkTel");
+  const std::pair<const char*, const char*> casos[] = {
+      {"txtTelefono", "411 22"}, {"txtComandos", "411 22"}, {"DireccionIP", "411 22"}};
+  for (const auto& [nombre, queda] : casos) {
+    auto& campo = El<QLineEdit>(nombre);
+    campo.clear();
+    campo.insert("\n411\r\n22\r\n");
+    EXPECT_EQ(campo.text(), queda) << nombre;
+  }
+  Poner("txtIdentificador", "");
+  El<QLineEdit>("txtIdentificador").insert("\n70\r\n");
+  EXPECT_EQ(Ver("txtIdentificador"), "70");
 }
 
 TEST_F(Presentacion, LosControlesSiguenALasOpciones) {
@@ -163,6 +232,18 @@ TEST_F(Presentacion, LaLecturaSeMuestraDondeElOperadorLoTenia) {
   EXPECT_EQ(dialogo->pos(), lugar);
 }
 
+TEST_F(Presentacion, UnaLecturaNoSeCancela) {
+  Abrir();
+  Jugar([&](QDialog&) { Pulsar("AceptarLecturaCFG"); });
+  dialogo->MostrarLectura();
+  EXPECT_FALSE(Activo("CancelarLecturaCFG"));
+  dialogo->reject();
+  dialogo->close();
+  EXPECT_TRUE(dialogo->isVisible());
+  EXPECT_TRUE(dialogo->Acepto) << "its result counts";
+  EXPECT_EQ(comunicador.Cuantas("Cancelar"), 0U);
+}
+
 TEST_F(Presentacion, LosReparosSeDicenJuntosYElDialogoSigue) {
   Abrir();
   Pulsar("optIP");
@@ -177,6 +258,7 @@ TEST_F(Presentacion, LosReparosSeDicenJuntosYElDialogoSigue) {
     Pulsar("AceptarLecturaCFG");
     EXPECT_TRUE(ventana.isVisible());
     EXPECT_TRUE(Activo("DireccionIP"));
+    EXPECT_EQ(ventana.focusWidget(), &El<QLineEdit>("DireccionIP")) << "the first that is wrong";
     EXPECT_FALSE(conexion.PorIP());
     Pulsar("CancelarLecturaCFG");
   }));
@@ -249,6 +331,7 @@ TEST_F(Presentacion, LaLlamadaFallidaDejaElDialogo) {
     EXPECT_FALSE(Activo("AceptarLecturaCFG")) << "nothing is entered a second time";
     EXPECT_FALSE(Activo("txtTelefono"));
     EXPECT_TRUE(Activo("CancelarLecturaCFG")) << "but the call can be abandoned";
+    EXPECT_FALSE(El<PanelAviso>("picInfo").isHidden());
   };
   operador.Espera("Error al comunicarse por teléfono");
   EXPECT_FALSE(Jugar([&](QDialog& ventana) {
@@ -290,6 +373,24 @@ TEST_F(Presentacion, VerificarVelocidadEligeLaQueResponde) {
   EXPECT_TRUE(Activo("CVerifVelocidad"));
   EXPECT_TRUE(El<PanelAviso>("picInfo").isHidden());
   EXPECT_EQ(operador.ocupado, 0);
+}
+
+TEST_F(Presentacion, CancelarLaVerificacionLaTerminaYEntoncesCierra) {
+  Abrir();
+  comunicador.Devuelve("LeerPagina", "1,0,0");
+  comunicador.al_llamar = [&](const std::string& llamada) {
+    if (!llamada.starts_with("LeerPagina")) return;
+    EXPECT_EQ(El<QLabel>("lblDetalle").text(), "Probando a 9600 bps");
+    Pulsar("CancelarLecturaCFG");
+    EXPECT_TRUE(dialogo->isVisible()) << "no moment without a window";
+    EXPECT_FALSE(Activo("CancelarLecturaCFG"));
+  };
+  EXPECT_FALSE(Jugar([&](QDialog& ventana) {
+    Pulsar("CVerifVelocidad");
+    EXPECT_FALSE(ventana.isVisible());
+  }));
+  EXPECT_EQ(comunicador.Cuantas("LeerPagina"), 1U);
+  EXPECT_TRUE(propiedades.Contenido().empty()) << "as before the check";
 }
 
 TEST_F(Presentacion, VerificarVelocidadSinRespuestaCalla) {

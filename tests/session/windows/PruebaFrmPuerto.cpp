@@ -65,6 +65,28 @@ TEST_F(Puerto, PorIP) {
   });
 }
 
+TEST_F(Puerto, LoGuardadoQueNoSeOfreceQuedaYSinEleccionNoSeAcepta) {
+  EscribirPuerto(propiedades, "7", "2400");
+  Jugar([](QDialog& ventana) {
+    EXPECT_EQ(Hallar<QComboBox>(ventana, "CPuerto").currentText(), "COM 7");
+    Hallar<QPushButton>(ventana, "CmdOK").click();
+  });
+  EXPECT_EQ(dialogo->PPuerto(), "7");
+  EXPECT_EQ(dialogo->PSettings(), "2400,n,8,1");
+  EscribirPuerto(propiedades, "0", "9600");
+  Jugar([](QDialog& ventana) {
+    auto& aceptar = Hallar<QPushButton>(ventana, "CmdOK");
+    EXPECT_FALSE(aceptar.isEnabled());
+    Hallar<QRadioButton>(ventana, "optIP").setChecked(true);
+    EXPECT_TRUE(aceptar.isEnabled());
+    Hallar<QRadioButton>(ventana, "optSerie").setChecked(true);
+    EXPECT_FALSE(aceptar.isEnabled());
+    Hallar<QComboBox>(ventana, "CPuerto").setCurrentText("COM 2");
+    EXPECT_TRUE(aceptar.isEnabled());
+    ventana.close();
+  });
+}
+
 TEST_F(Puerto, CancelarNoTocaLosAjustes) {
   EscribirPuerto(propiedades, "3", "1200");
   Jugar([](QDialog& ventana) {
