@@ -52,6 +52,12 @@ class Operador {
   virtual void PunteroOcupado(bool ocupado) = 0;
 };
 
+// A question with yes and no under that title; true for yes.
+bool Preguntar(Operador& operador, std::string_view titulo, std::string_view texto);
+
+// A piece of information under that title.
+void Informar(Operador& operador, std::string_view titulo, std::string_view texto);
+
 // The hourglass for the span of a scope; it comes off on every way out.
 class PunteroDeEspera {
  public:

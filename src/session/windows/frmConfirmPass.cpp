@@ -5,6 +5,7 @@
 #include <QVBoxLayout>
 
 #include "session/Acceso.h"
+#include "session/windows/frmLogin.h"
 #include "widgets/Ayuda.h"
 #include "widgets/Campos.h"
 #include "widgets/Tamanos.h"
@@ -74,6 +75,27 @@ void frmConfirmPass::CambioActual() {
 void frmConfirmPass::CambioNueva() {
   CmdOK_->setEnabled(PuedeCambiarClave(U(txtPassword_[0]->text()), ClaveOri_) &&
                      ClaveNuevaValida(U(txtPassword_[1]->text()), U(txtPassword_[2]->text())));
+}
+
+namespace {
+
+void GrabarClave(ModRTU& mod, const std::string& nueva) {
+  const Propiedad defecto{std::string(kClaveDefecto)};
+  const std::string anterior = ClaveActual(mod);
+  mod.propiedades.Escribir(clave::kClave, Propiedad{nueva}, defecto);
+  AlFallar([&] { mod.propiedades.GrabarArchivoPropiedades(); },
+           [&] { mod.propiedades.Escribir(clave::kClave, Propiedad{anterior}, defecto); });
+}
+
+}  // namespace
+
+void CambiarContrasena(ModRTU& mod, QWidget& principal) {
+  RegistrandoYMostrando(mod.registro, mod.operador, "frmPpal", "Contrasena", U(principal.windowTitle()),
+                        Redaccion::kCompletada, [&] {
+                          frmConfirmPass dialogo(mod, ClaveActual(mod), &principal);
+                          dialogo.exec();
+                          if (dialogo.Aceptar) GrabarClave(mod, dialogo.ClaveNueva());
+                        });
 }
 
 }  // namespace utr

@@ -34,4 +34,8 @@ class frmConfirmPass : public QDialog {
   QPushButton* CmdOK_;
 };
 
+// Asks for a new password and saves it; one that couldn't be saved isn't in force. Shows its failures, under the title
+// of `principal`.
+void CambiarContrasena(ModRTU& mod, QWidget& principal);
+
 }  // namespace utr

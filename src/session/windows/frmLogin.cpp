@@ -85,4 +85,10 @@ std::string ClaveActual(const ModRTU& mod) {
   return mod.propiedades.LeerTexto(clave::kClave, kClaveDefecto);
 }
 
+bool PedirClave(ModRTU& mod, QWidget* parent) {
+  frmLogin entrada(mod, ClaveActual(mod), parent);
+  entrada.exec();
+  return entrada.LoginSucceeded;
+}
+
 }  // namespace utr

@@ -33,4 +33,7 @@ class frmLogin : public QDialog {
 // The password in the settings, or the default one.
 std::string ClaveActual(const ModRTU& mod);
 
+// Asks for the password in force. True: it was given.
+bool PedirClave(ModRTU& mod, QWidget* parent = nullptr);
+
 }  // namespace utr

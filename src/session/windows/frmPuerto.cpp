@@ -9,6 +9,7 @@
 
 #include "base/Numeros.h"
 #include "session/AjustesEnlace.h"
+#include "session/OperacionesEnlace.h"
 #include "session/Puertos.h"
 #include "session/windows/modCOM.h"
 #include "widgets/Ayuda.h"
@@ -134,6 +135,21 @@ void frmPuerto::reject() {
 
 std::string frmPuerto::PSettings() const {
   return TextoEnlace(velocidad_);
+}
+
+void ConfigurarPuerto(ModRTU& mod, QWidget& principal) {
+  const auto configurar = [&] {
+    frmPuerto dialogo(mod, &principal);
+    dialogo.exec();
+    std::string falla;
+    if (dialogo.Configuro) falla = AbrirPuerto(mod, dialogo.PSettings(), dialogo.PPuerto());
+    mod.comunicador.ModoConexion(true);
+    mod.conexion.Avisar();
+    if (!falla.empty()) throw Error(error::kPuertoEnUso, "MsCOmm", falla);
+  };
+  RegistrandoYMostrando(mod.registro, mod.operador, "frmPpal", "ConfigurarPuerto", U(principal.windowTitle()),
+                        Redaccion::kCompletada,
+                        [&] { AlFallar(configurar, [&] { mod.conexion.MarcarConectado(false); }); });
 }
 
 }  // namespace utr

@@ -48,4 +48,7 @@ class frmPuerto : public QDialog {
   QPushButton* cmdAyuda_;
 };
 
+// Asks for a port and opens the link there. Shows its failures, under the title of `principal`.
+void ConfigurarPuerto(ModRTU& mod, QWidget& principal);
+
 }  // namespace utr

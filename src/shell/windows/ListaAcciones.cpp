@@ -115,11 +115,19 @@ void ListaAcciones::Elegir(int fila) {
   detalles_->setCurrentIndex(modelo_->index(fila, 0));
 }
 
+void ListaAcciones::ElegirPrimera() {
+  for (int fila = 0; fila < modelo_->rowCount(); ++fila) {
+    if (modelo_->item(fila)->isEnabled()) return Elegir(fila);
+  }
+}
+
 bool ListaAcciones::eventFilter(QObject* vigilado, QEvent* evento) {
   if (evento->type() == QEvent::KeyPress) {
     const int tecla = static_cast<QKeyEvent*>(evento)->key();
     if (tecla == Qt::Key_Return || tecla == Qt::Key_Enter) {
-      EjecutarFila(detalles_->currentIndex());
+      // A row may be current without being seen as chosen; then Enter must not run it.
+      const QModelIndexList elegidas = detalles_->selectionModel()->selectedIndexes();
+      if (!elegidas.isEmpty()) EjecutarFila(elegidas.front());
       return true;
     }
   }

@@ -30,8 +30,11 @@ class ListaAcciones : public QWidget {
   // Makes a row current.
   void Elegir(int fila);
 
+  // Makes the first row that can be used current.
+  void ElegirPrimera();
+
  signals:
-  // A double click on a row that can be used, or Enter with it current.
+  // A double click on a row that can be used, or Enter with it selected.
   void Ejecutar(int indice);
 
  protected:

@@ -33,9 +33,7 @@ Main::~Main() = default;
 bool Main::Entrar() {
   FijarArchivoAyuda(mod_);
   propiedades_.CargarPropiedades();
-  frmLogin entrada(mod_, ClaveActual(mod_));
-  entrada.exec();
-  return entrada.LoginSucceeded;
+  return PedirClave(mod_);
 }
 
 int Main::Correr() {

@@ -5,31 +5,10 @@
 #include <QMenuBar>
 #include <QToolBar>
 
+#include "shell/windows/AccionesPpal.h"
 #include "widgets/Iconos.h"
 
 namespace utr {
-
-const std::array<AccionPpal, kCuantasAcciones> kAcciones{{
-    {"&Agenda", "agenda", false},
-    {"&Eventos", "eventos", true},
-    {"&Datos", "datos", true},
-    {"&Parametrizar", "parametrizar", false},
-    {"&Leer Configuracion", "leer-configuracion", true},
-    {"Co&ntraseña", "contrasena", true},
-    {"&Puesta en marcha UTR", "puesta-en-marcha", false},
-    {"P&uerto", "puerto", true},
-    {"Salidas Digitales", "salidas-digitales", false},
-}};
-
-const std::array<AccionPpal, kCuantasAvanzadas> kAvanzadas{{
-    {"Co&mandos", "comandos", false},
-    {"C&onfigurar", "configurar", false},
-    {"&Recuperar Datos", "recuperar", false},
-    {"Proce&sar Datos", "procesar", false},
-    {"&Visualización de archivos", "visualizacion", false},
-    {"Cola de &Transmisión", "cola-tx", true},
-    {"&Exportar configuración", "exportar-configuracion", true},
-}};
 
 namespace {
 
@@ -72,7 +51,7 @@ void MenuPpal::ArmarAcciones(QMainWindow* ventana) {
   for (std::size_t i = 0; i < kAcciones.size(); ++i) {
     QAction* accion =
         Entrada(mnuAcc, QString("mnuAcciones(%1)").arg(i), kAcciones[i].texto, IconoDe(kAcciones[i].icono));
-    accion->setEnabled(kAcciones[i].construida);
+    accion->setEnabled(kAcciones[i].Construida());
     connect(accion, &QAction::triggered, this, [this, i] { emit Accion(static_cast<int>(i)); });
   }
   mnuAcc->addSeparator();
@@ -80,7 +59,7 @@ void MenuPpal::ArmarAcciones(QMainWindow* ventana) {
   for (std::size_t i = 0; i < kAvanzadas.size(); ++i) {
     QAction* accion =
         Entrada(mnuAvanzadas, QString("mnuAccAvanzadas(%1)").arg(i), kAvanzadas[i].texto, IconoDe(kAvanzadas[i].icono));
-    accion->setEnabled(kAvanzadas[i].construida);
+    accion->setEnabled(kAvanzadas[i].Construida());
     connect(accion, &QAction::triggered, this, [this, i] { emit Avanzada(static_cast<int>(i)); });
   }
   mnuAcc->addSeparator();

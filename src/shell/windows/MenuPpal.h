@@ -14,17 +14,6 @@ class QToolBar;
 
 namespace utr {
 
-// One command of the main window's two numbered menus.
-struct AccionPpal {
-  const char* texto;
-  const char* icono;
-  bool construida;  // a command that isn't built stands in its place, disabled
-};
-inline constexpr std::size_t kCuantasAcciones = 9;
-inline constexpr std::size_t kCuantasAvanzadas = 7;
-extern const std::array<AccionPpal, kCuantasAcciones> kAcciones;
-extern const std::array<AccionPpal, kCuantasAvanzadas> kAvanzadas;
-
 // Menus and toolbar of the main window. They tell what was asked for and show the states that they are given.
 class MenuPpal : public QObject {
   Q_OBJECT

@@ -2,20 +2,18 @@
 
 #include <QMainWindow>
 #include <functional>
-#include <memory>
 #include <string>
 
 #include "session/LecturaConfiguracion.h"
 #include "session/ModRTU.h"
-
-class QDialog;
+#include "session/windows/FlujoLectura.h"
 
 namespace utr {
 
 class BarraEstado;
 class ListaAcciones;
 class MenuPpal;
-class frmPresentacion;
+struct AccionPpal;
 
 // The main window: list of actions, menus, toolbar and status bar. It owns the table of channels, opens every dialog
 // with what it needs, and keeps the connection buttons honest. While an action runs no other one is entered and the
@@ -25,14 +23,17 @@ class frmPpal : public QMainWindow {
 
  public:
   explicit frmPpal(ModRTU& mod, QWidget* parent = nullptr);
+  ~frmPpal() override;
 
   // What the window does once, before it is shown: it meets the link and reads the configuration.
   void Cargar();
 
-  // Asks where the configuration comes from and reads it. `DesdeUTROnly`: from the unit alone; `ShowUCG`: files are
-  // exported configurations; `MostrarConfig` and `SoloMostrarLaCFG`: the list of channels follows, only to look at.
-  // False after a failure, which was shown; true also after a cancel.
-  bool LeerConfiguracion(bool DesdeUTROnly, bool MostrarConfig, bool SoloMostrarLaCFG, bool ShowUCG);
+  // Asks where the configuration comes from and reads it. False after a failure, which was shown; true also after a
+  // cancel.
+  bool LeerConfiguracion(const PedidoConfiguracion& pedido);
+
+  // The same as the menu asks for it: the list of channels follows, only to look at.
+  void LeerConfiguracion();
 
   // Reads from the unit with the settings as they stand, without a question. False after a failure, which was shown.
   bool LeerConfiguracionDirectaUTR();
@@ -57,31 +58,22 @@ class frmPpal : public QMainWindow {
   void closeEvent(QCloseEvent* evento) override;
 
  private:
-  using CrearVista = std::function<std::unique_ptr<QDialog>(const TablaPtr& rec_config)>;
-
   void ArmarLista();
   void ConectarControles();
   void Operar(const char* procedimiento, const std::function<void()>& operacion);
   void mnuAcciones_Click(int indice);
   void mnuAccAvanzadas_Click(int indice);
+  void Ejecutar(const AccionPpal& accion);
   bool ReconectarSiHaceFalta();
   void BotonConected();
   void BotonDisconected();
   void MostrarEnlace();
-  void AceptarLectura(frmPresentacion& dialogo);
-  void ReabrirEnlace();
-  void MostrarVista(const char* procedimiento, const CrearVista& crear);
-  void OfrecerLectura();
-  bool LeerParaExportar();
-  bool Preguntar(const std::string& texto);
-  void Informar(const std::string& texto);
-  void GrabarClave(const std::string& nueva);
   void Descargar();
-  QWidget* Encima();
   std::string Titulo() const;
 
   ModRTU& mod_;
   LecturaConfiguracion lectura_;
+  FlujoLectura flujo_;
   MenuPpal* menu_;
   ListaAcciones* lista_;
   BarraEstado* barra_estado_;

@@ -35,11 +35,18 @@ TEST_F(Ppal, LaCargaSigueSuOrden) {
   EXPECT_EQ(operador.ocupado, 0);
 }
 
-TEST_F(Ppal, LaListaMuestraLosMenusEnSuOrdenSinMnemonicos) {
+TEST_F(Ppal, LaListaArrancaOrdenadaConSuPrimeraAccionElegida) {
   Cargar(false);
   auto& lista = Hallar<ListaAcciones>(*ventana, "Lista");
-  EXPECT_EQ(lista.Textos(), QStringList({"Agenda", "Eventos", "Datos", "Parametrizar", "Leer Configuracion",
-                                         "Contraseña", "Puesta en marcha UTR", "Puerto", "Salidas Digitales"}));
+  EXPECT_EQ(lista.Textos(), QStringList({"Agenda", "Contraseña", "Datos", "Eventos", "Leer Configuracion",
+                                         "Parametrizar", "Puerto", "Puesta en marcha UTR", "Salidas Digitales"}));
+  auto* arbol = lista.findChild<QTreeView*>();
+  ASSERT_EQ(arbol->selectionModel()->selectedIndexes().size(), 1);
+  EXPECT_EQ(arbol->selectionModel()->selectedIndexes().front().data().toString(), "Contraseña")
+      << "the first that can be used";
+  arbol->clearSelection();
+  QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+  QCoreApplication::sendEvent(arbol, &enter);  // runs nothing
   Ejecutar("Sort Descending");
   EXPECT_EQ(lista.Textos().front(), "Salidas Digitales");
   EXPECT_EQ(lista.Indice(0), 8) << "the tag goes with its row";
@@ -78,6 +85,35 @@ TEST_F(Ppal, UnaFallaAlEntrarSeDiceYLaVentanaQueda) {
   EXPECT_EQ(Panel("PUERTO"), " Desconectado ");
   EXPECT_FALSE(Hallar<QLabel>(*ventana, "PUERTO").isEnabled());
   EXPECT_TRUE(ventana->isVisible());
+}
+
+TEST_F(Ppal, ElPanelSigueAUnEnlaceQueSeMueveOSePierde) {
+  Cargar();
+  // The port that is tried first is taken; the driver then has none open.
+  comunicador.al_llamar = [&](const std::string& llamada) {
+    if (llamada.starts_with("Conectar")) comunicador.Devuelve("EstadoPuerto", false);
+  };
+  comunicador.Falla("Conectar", Error(8005, "MSComm", "tomado"));
+  for (const char* boton : {"AceptarLecturaCFG", "CancelarLecturaCFG"}) {
+    comunicador.Devuelve("EstadoPuerto", true);
+    conexion.MarcarConectado(true);
+    ASSERT_EQ(Panel("PUERTO").substr(0, 5), " COM ");
+    ventanas.Espera("frmPresentacion", [boton](QDialog& d) { Pulsar(d, boton); });
+    operador.Espera("La operación solicitada no puede ser completada\n[tomado]");
+    Elegir(4);
+    EXPECT_EQ(Panel("PUERTO"), " Desconectado ") << boton;
+    EXPECT_FALSE(Conectado()) << boton;
+  }
+}
+
+TEST_F(Ppal, UnaEstacionPorIPLoEsDesdeElPrincipio) {
+  propiedades.Escribir(clave::kPuerto, Propiedad{std::int64_t{3000}}, Propiedad{std::int64_t{1}});
+  propiedades.Escribir(clave::kVelocidad, Propiedad{std::string("10.0.0.5")}, Propiedad{std::string()});
+  comunicador.Devuelve("EstadoPuerto", false);
+  Cargar(false);
+  EXPECT_EQ(Panel("PUERTO"), "Puerto: 3000 ");
+  EXPECT_EQ(Panel("Velocidad"), " IP: 10.0.0.5 ");
+  EXPECT_FALSE(Accion("Conected").isVisible());
 }
 
 TEST_F(Ppal, UnManejadorRotoNoImpideEntrar) {

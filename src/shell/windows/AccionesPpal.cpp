@@ -1,0 +1,33 @@
+#include "shell/windows/AccionesPpal.h"
+
+#include "shell/windows/frmPpal.h"
+
+namespace utr {
+
+const std::array<AccionPpal, 9> kAcciones{{
+    {.texto = "&Agenda", .icono = "agenda", .reconecta = true},
+    {.texto = "&Eventos", .icono = "eventos", .hacer = &frmPpal::MostrarEventos, .reconecta = true},
+    {.texto = "&Datos", .icono = "datos", .hacer = &frmPpal::MostrarDatos, .reconecta = true},
+    {.texto = "&Parametrizar", .icono = "parametrizar", .reconecta = true, .olvida_predefinida = true},
+    {.texto = "&Leer Configuracion",
+     .icono = "leer-configuracion",
+     .hacer = &frmPpal::LeerConfiguracion,
+     .reconecta = true,
+     .olvida_predefinida = true},
+    {.texto = "Co&ntraseña", .icono = "contrasena", .hacer = &frmPpal::Contrasena, .reconecta = true},
+    {.texto = "&Puesta en marcha UTR", .icono = "puesta-en-marcha", .reconecta = true},
+    {.texto = "P&uerto", .icono = "puerto", .hacer = &frmPpal::ConfigurarPuerto},
+    {.texto = "Salidas Digitales", .icono = "salidas-digitales", .reconecta = true},
+}};
+
+const std::array<AccionPpal, 7> kAvanzadas{{
+    {.texto = "Co&mandos", .icono = "comandos"},
+    {.texto = "C&onfigurar", .icono = "configurar"},
+    {.texto = "&Recuperar Datos", .icono = "recuperar"},
+    {.texto = "Proce&sar Datos", .icono = "procesar"},
+    {.texto = "&Visualización de archivos", .icono = "visualizacion"},
+    {.texto = "Cola de &Transmisión", .icono = "cola-tx", .hacer = &frmPpal::ColaDeTransmicion},
+    {.texto = "&Exportar configuración", .icono = "exportar-configuracion", .hacer = &frmPpal::ExportarConfiguracion},
+}};
+
+}  // namespace utr

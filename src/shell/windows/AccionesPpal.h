@@ -1,0 +1,23 @@
+#pragma once
+
+#include <array>
+
+namespace utr {
+
+class frmPpal;
+
+// One command of the main window's two numbered menus.
+struct AccionPpal {
+  const char* texto;
+  const char* icono;
+  void (frmPpal::*hacer)() = nullptr;  // nothing: not built yet, so that it stands in its place, disabled
+  bool reconecta = false;              // a port that was lost is asked about first
+  bool olvida_predefinida = false;     // the predefined parametrization in use is forgotten
+
+  bool Construida() const { return hacer != nullptr; }
+};
+
+extern const std::array<AccionPpal, 9> kAcciones;   // "&Acciones"
+extern const std::array<AccionPpal, 7> kAvanzadas;  // "A&vanzadas", behind the password
+
+}  // namespace utr
