@@ -14,6 +14,7 @@ struct Descripcion {
 constexpr std::array kDescripciones = {
     Descripcion{error::kLlamada, "Llamada o argumento no válido"},
     Descripcion{error::kDesborde, "Desbordamiento: el número excede el rango permitido"},
+    Descripcion{error::kSubindice, "El subíndice está fuera del intervalo"},
     Descripcion{error::kTipos, "No coinciden los tipos: el texto no es un número o una fecha válida"},
     Descripcion{error::kArchivo, "Error de acceso al archivo"},
     Descripcion{error::kSinRegistro, "No hay un registro actual en la tabla"},

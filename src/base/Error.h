@@ -10,6 +10,7 @@ namespace utr {
 namespace error {
 inline constexpr std::int32_t kLlamada = 5;          // a call with arguments that cannot be served
 inline constexpr std::int32_t kDesborde = 6;         // a number beyond the range of its type
+inline constexpr std::int32_t kSubindice = 9;        // a place beyond the end of a list
 inline constexpr std::int32_t kTipos = 13;           // a text that is not the number or date that was asked for
 inline constexpr std::int32_t kArchivo = 75;         // a file that cannot be read, written or understood
 inline constexpr std::int32_t kSinRegistro = 3021;   // a field asked for while no row is current

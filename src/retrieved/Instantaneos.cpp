@@ -13,8 +13,6 @@ namespace utr {
 
 namespace {
 
-constexpr std::int32_t kSubindice = 9;
-
 // The channels of a stretch of the frame.
 struct Tramo {
   std::int16_t desde;
@@ -86,7 +84,8 @@ std::int32_t ValorInstantaneo(Tabla& lectura, std::int16_t canal) {
   if (lugar < 0) return 0;
   const auto valores = Separar(trama, '/');
   if (static_cast<std::size_t>(lugar) >= valores.size())
-    throw Error(kSubindice, "ValorInstantaneo", "La lectura instantánea no llega hasta el canal " + NombreCanal(canal));
+    throw Error(error::kSubindice, "ValorInstantaneo",
+                "La lectura instantánea no llega hasta el canal " + NombreCanal(canal));
   return LeerEntero32(valores[static_cast<std::size_t>(lugar)]);
 }
 

@@ -5,9 +5,9 @@
 #include <QHBoxLayout>
 #include <QRadioButton>
 #include <QVBoxLayout>
-#include <array>
 
 #include "base/Numeros.h"
+#include "driver/PaginaCero.h"
 #include "session/AjustesEnlace.h"
 #include "session/OperacionesEnlace.h"
 #include "session/Puertos.h"
@@ -21,7 +21,6 @@
 namespace utr {
 namespace {
 
-constexpr std::array<std::int32_t, 6> kVelocidades{300, 1200, 2400, 4800, 9600, 19200};
 constexpr int kCifrasPuerto = 5;
 
 }  // namespace
@@ -94,7 +93,8 @@ void frmPuerto::Armar() {
 
 void frmPuerto::Llenar() {
   CargarPuertos(*CPuerto_, PuertosFijos());
-  for (const std::int32_t velocidad : kVelocidades) AgregarEntrada(*CVelocidad_, QString::number(velocidad), velocidad);
+  for (const std::int32_t velocidad : pagina0::kVelocidades)
+    AgregarEntrada(*CVelocidad_, QString::number(velocidad), velocidad);
   const EntradaEnlace entrada = LeerEntrada(mod_.propiedades);
   ElegirEnlace(*CPuerto_, *CVelocidad_, entrada);
   (entrada.por_ip ? optIP_ : optSerie_)->setChecked(true);

@@ -1,6 +1,7 @@
 #include "shell/windows/BarraEstado.h"
 
 #include <QLabel>
+#include <algorithm>
 
 #include "widgets/TextoQt.h"
 
@@ -17,9 +18,9 @@ QLabel* Panel(const char* nombre) {
 }  // namespace
 
 BarraEstado::BarraEstado(QWidget* parent)
-    : QStatusBar(parent), puerto_(Panel("PUERTO")), velocidad_(Panel("Velocidad")) {
+    : QStatusBar(parent), panel1_(Panel("Panel1")), puerto_(Panel("PUERTO")), velocidad_(Panel("Velocidad")) {
   setObjectName("BarraEstado");
-  addWidget(Panel("Panel1"), 1);
+  addWidget(panel1_, 1);
   addPermanentWidget(puerto_);
   addPermanentWidget(velocidad_);
   puerto_->setWhatsThis("El puerto por el que se habla con la UTR, o que no hay ninguno abierto.");
@@ -31,6 +32,36 @@ void BarraEstado::Mostrar(const TextosPanel& textos) {
   velocidad_->setText(Q(textos.velocidad));
   puerto_->setEnabled(textos.habilitados);
   velocidad_->setEnabled(textos.habilitados);
+}
+
+void BarraEstado::Texto(std::string_view texto) {
+  texto_ = Q(texto);
+  pasos_ = hechos_ = 0;
+  MostrarProgreso();
+}
+
+void BarraEstado::Rango(std::int64_t pasos) {
+  pasos_ = pasos;
+  MostrarProgreso();
+}
+
+void BarraEstado::Posicion(std::int64_t hechos) {
+  hechos_ = hechos;
+  MostrarProgreso();
+}
+
+void BarraEstado::Descartado(std::string_view que, std::string_view porque) {
+  texto_ = Q(que) + ": " + Q(porque);
+  MostrarProgreso();
+}
+
+// Painted at once: the work that tells it may not let events run.
+void BarraEstado::MostrarProgreso() {
+  const QString parte =
+      pasos_ > 0 && hechos_ > 0 ? QStringLiteral(" %1 %").arg(100 * std::min(hechos_, pasos_) / pasos_) : QString();
+  if (panel1_->text() == texto_ + parte) return;
+  panel1_->setText(texto_ + parte);
+  panel1_->repaint();
 }
 
 }  // namespace utr

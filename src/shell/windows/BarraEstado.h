@@ -2,14 +2,16 @@
 
 #include <QStatusBar>
 
+#include "base/Progreso.h"
 #include "session/OperacionesEnlace.h"
 
 class QLabel;
 
 namespace utr {
 
-// The status bar: panel 1 for progress, and the two panels that tell the link.
-class BarraEstado : public QStatusBar {
+// The status bar: panel 1 for progress, and the two panels that tell the link. What is told to it as progress is seen
+// at once, with the part that is done behind the text; it offers no cancel, and what was left out stays as the text.
+class BarraEstado : public QStatusBar, public Progreso {
   Q_OBJECT
 
  public:
@@ -17,7 +19,19 @@ class BarraEstado : public QStatusBar {
 
   void Mostrar(const TextosPanel& textos);
 
+  void Texto(std::string_view texto) override;
+  void Rango(std::int64_t pasos) override;
+  void Posicion(std::int64_t hechos) override;
+  bool Cancelado() override { return false; }
+  void Descartado(std::string_view que, std::string_view porque) override;
+
  private:
+  void MostrarProgreso();
+
+  QString texto_;
+  std::int64_t pasos_ = 0;
+  std::int64_t hechos_ = 0;
+  QLabel* panel1_;
   QLabel* puerto_;
   QLabel* velocidad_;
 };

@@ -6,6 +6,7 @@
 #include <QTreeView>
 
 #include "ConPpal.h"
+#include "base/Progreso.h"
 #include "shell/windows/ListaAcciones.h"
 
 namespace utr {
@@ -258,6 +259,22 @@ TEST_F(Ppal, AlCerrarSeGuardaYSeDesconecta) {
   Propiedades guardadas(propiedades.Archivo());
   guardadas.CargarPropiedades();
   EXPECT_EQ(guardadas.LeerEntero(clave::kPuerto, 1), 2);
+}
+
+TEST_F(Ppal, ElPanel1DiceComoVaUnTrabajo) {
+  Cargar();
+  auto& barra = dynamic_cast<Progreso&>(Hallar<QStatusBar>(*ventana, "BarraEstado"));
+  barra.Texto("Leyendo");
+  EXPECT_EQ(Panel("Panel1"), "Leyendo");
+  barra.Rango(300);
+  barra.Posicion(100);
+  EXPECT_EQ(Panel("Panel1"), "Leyendo 33 %");
+  barra.Posicion(900);
+  EXPECT_EQ(Panel("Panel1"), "Leyendo 100 %") << "never more than the whole";
+  barra.Descartado("Página 7", "sin respuesta");
+  EXPECT_EQ(Panel("Panel1"), "Página 7: sin respuesta 100 %");
+  barra.Texto("");
+  EXPECT_EQ(Panel("Panel1"), "");
 }
 
 TEST_F(Ppal, LaBarraDeEstadoSeMuestraYSeOculta) {
