@@ -1,6 +1,7 @@
 #include "base/Error.h"
 
 #include <array>
+#include <system_error>
 #include <utility>
 
 namespace utr {
@@ -27,8 +28,11 @@ constexpr std::array kDescripciones = {
 
 }  // namespace
 
-Error::Error(std::int32_t numero, std::string origen, std::string descripcion)
-    : numero_(numero), origen_(std::move(origen)), descripcion_(std::move(descripcion)) {}
+Error::Error(std::int32_t numero, std::string origen, std::string descripcion, int error_del_sistema)
+    : numero_(numero),
+      origen_(std::move(origen)),
+      descripcion_(std::move(descripcion)),
+      error_del_sistema_(error_del_sistema) {}
 
 std::string DescripcionDe(std::int32_t numero) {
   for (const auto& d : kDescripciones) {
@@ -48,6 +52,10 @@ Error ErrorActual() {
     return e;
   } catch (const std::bad_alloc&) {
     return Error(7, "sistema", "Memoria insuficiente");
+  } catch (const std::system_error& e) {
+    const bool del_sistema =
+        e.code().category() == std::system_category() || e.code().category() == std::generic_category();
+    return Error(error::kLlamada, e.what(), "Error interno inesperado", del_sistema ? e.code().value() : 0);
   } catch (const std::exception& e) {
     return Error(error::kLlamada, e.what(), "Error interno inesperado");
   } catch (...) {

@@ -22,20 +22,24 @@ inline constexpr std::int32_t kCancelado = 32755;    // a common dialog that was
 }  // namespace error
 
 // The one exception type of the system: a number, a source (the procedure or component that raised it) and a
-// description in Spanish, since the description reaches the operator in brackets.
+// description in Spanish, since the description reaches the operator in brackets. Whoever raises it because the
+// operating system refused something hands over the system's own error number (errno) of that refusal at once; nobody
+// looks it up later, when it may be that of something else.
 class Error : public std::exception {
  public:
-  Error(std::int32_t numero, std::string origen, std::string descripcion);
+  Error(std::int32_t numero, std::string origen, std::string descripcion, int error_del_sistema = 0);
 
   std::int32_t Numero() const noexcept { return numero_; }
   const std::string& Origen() const noexcept { return origen_; }
   const std::string& Descripcion() const noexcept { return descripcion_; }
+  int ErrorDelSistema() const noexcept { return error_del_sistema_; }  // 0: the system had no part in it
   const char* what() const noexcept override { return descripcion_.c_str(); }
 
  private:
   std::int32_t numero_;
   std::string origen_;
   std::string descripcion_;
+  int error_del_sistema_;
 };
 
 // The Spanish description of one of the numbers above; a general sentence for any other number.
@@ -45,7 +49,8 @@ std::string DescripcionDe(std::int32_t numero);
 [[noreturn]] void Lanzar(std::int32_t numero, std::string origen);
 
 // The exception in flight as an Error: itself when it is one; want of memory is number 7, any other exception becomes
-// number 5 with its own words as source, each with a Spanish sentence as description. Call it only from inside a catch.
+// number 5 with its own words as source, each with a Spanish sentence as description; the system's error of a
+// std::system_error goes along. Call it only from inside a catch.
 Error ErrorActual();
 
 }  // namespace utr

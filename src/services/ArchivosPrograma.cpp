@@ -1,5 +1,6 @@
 #include "services/ArchivosPrograma.h"
 
+#include <cerrno>
 #include <fstream>
 #include <iterator>
 
@@ -12,10 +13,11 @@ namespace {
 
 std::string LeerEntero(const std::filesystem::path& ruta) {
   if (!ExisteArchivo(ruta)) return {};
+  errno = 0;
   std::ifstream entrada(ruta, std::ios::binary);
   std::string contenido{std::istreambuf_iterator<char>(entrada), {}};
   if (!entrada.is_open() || entrada.bad() || std::filesystem::is_directory(ruta))
-    throw Error(error::kArchivo, "LeerArchivoBinario", "No se puede leer el archivo " + ruta.string());
+    throw Error(error::kArchivo, "LeerArchivoBinario", "No se puede leer el archivo " + ruta.string(), errno);
   return contenido;
 }
 

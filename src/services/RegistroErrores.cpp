@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <cerrno>
 #include <fstream>
 
 namespace utr {
@@ -24,11 +23,10 @@ RegistroErrores::RegistroErrores(std::filesystem::path archivo, const Reloj& rel
 
 void RegistroErrores::RegistrarError(const Error& error, std::string_view modulo,
                                      std::string_view procedimiento) noexcept {
-  const int ultimo_error_del_sistema = errno;
   try {
     const std::string linea =
         fmt::format("{},{},{},{},{},{},{}\n", error.Numero(), EntreComillas(error.Origen()),
-                    EntreComillas(error.Descripcion()), ultimo_error_del_sistema,
+                    EntreComillas(error.Descripcion()), error.ErrorDelSistema(),
                     EntreComillas(TextoFechaHora(reloj_.Ahora())), EntreComillas(modulo), EntreComillas(procedimiento));
     std::ofstream(archivo_, std::ios::binary | std::ios::app) << linea;
   } catch (...) {

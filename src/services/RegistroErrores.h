@@ -17,8 +17,9 @@ class RegistroErrores {
   RegistroErrores(std::filesystem::path archivo, const Reloj& reloj);
 
   // Appends number, source, description, last system error, present date and time, module and procedure,
-  // comma-separated, texts in double quotes (a quote inside is doubled, line ends become blanks). The file is opened
-  // for that line and closed after it. Never raises, shows nothing.
+  // comma-separated, texts in double quotes (a quote inside is doubled, line ends become blanks). The system error is
+  // the one that the error carries, 0 when the system had no part in it. The file is opened for that line and closed
+  // after it. Never raises, shows nothing.
   void RegistrarError(const Error& error, std::string_view modulo, std::string_view procedimiento) noexcept;
 
  private:
