@@ -1,6 +1,5 @@
 #include "session/LecturaConfiguracion.h"
 
-#include <optional>
 #include <utility>
 
 #include "base/Error.h"
@@ -60,18 +59,7 @@ bool LecturaConfiguracion::TieneFilas() const {
 }
 
 void LecturaConfiguracion::Guardar(const std::filesystem::path& ruta) const {
-  std::filesystem::path entera = ruta;
-  entera += ".nueva";
-  std::error_code fallo;
-  std::filesystem::remove(entera, fallo);
-  const std::optional<Error> falla = FallaDe([&] {
-    rec_config_->Save(entera);
-    std::filesystem::rename(entera, ruta);
-  });
-  if (!falla) return;
-  std::filesystem::remove(entera, fallo);
-  // The operator is told of the file that he named, not of the one in between.
-  throw Error(error::kArchivo, "ExportarConfiguracion", "No se puede escribir el archivo " + ruta.string());
+  rec_config_->GuardarSobre(ruta);
 }
 
 void LecturaConfiguracion::Liberar() {

@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <charconv>
 #include <ostream>
-#include <system_error>
 
 #include "base/Archivos.h"
 #include "base/Error.h"
@@ -262,12 +261,11 @@ void EscribirTodo(const DatosTabla& datos, std::ostream& salida) {
 
 }  // namespace
 
-void EscribirPersistido(const DatosTabla& datos, const std::filesystem::path& ruta) {
-  std::error_code falla;
-  if (std::filesystem::exists(ruta, falla)) {
-    throw Error(error::kArchivo, "Tabla", "El archivo ya existe: " + ruta.string());
-  }
-  EscribirEntero(ruta, [&](std::ostream& salida) { EscribirTodo(datos, salida); });
+void EscribirPersistido(const DatosTabla& datos, const std::filesystem::path& ruta, bool reemplazar) {
+  // No reader takes a table without fields for one.
+  if (datos.campos.empty()) throw Error(error::kLlamada, "Tabla", "No se puede guardar una tabla sin campos");
+  const auto escribir = [&](std::ostream& salida) { EscribirTodo(datos, salida); };
+  reemplazar ? EscribirEntero(ruta, escribir) : EscribirNuevo(ruta, escribir);
 }
 
 }  // namespace utr

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
 #include <fstream>
 #include <memory>
@@ -472,13 +473,15 @@ Bytes LeerBytes(const std::filesystem::path& ruta) {
   constexpr std::size_t kTramo = 256 * 1024;
   std::error_code falla;
   const auto tamano = std::filesystem::file_size(ruta, falla);
+  if (falla) throw Error(error::kArchivo, "Tabla", "No se puede abrir el archivo " + ruta.string(), falla.value());
+  errno = 0;
   std::ifstream entrada(ruta, std::ios::binary);
-  if (falla || !entrada) throw Error(error::kArchivo, "Tabla", "No se puede abrir el archivo " + ruta.string());
+  if (!entrada) throw Error(error::kArchivo, "Tabla", "No se puede abrir el archivo " + ruta.string(), errno);
   Bytes bytes(tamano);
   while (bytes.Largo() < tamano) {
     const std::size_t cuantos = std::min<std::size_t>(kTramo, tamano - bytes.Largo());
     if (!entrada.read(bytes.Lugar(), static_cast<std::streamsize>(cuantos))) {
-      throw Error(error::kArchivo, "Tabla", "No se puede leer el archivo " + ruta.string());
+      throw Error(error::kArchivo, "Tabla", "No se puede leer el archivo " + ruta.string(), errno);
     }
     bytes.Agregar(cuantos);
   }

@@ -43,7 +43,8 @@ TipoCampo TipoDeDeclaracion(std::string_view dt, std::string_view dbtype, bool f
 // Reads a file; raises kArchivo with a Spanish description for anything that isn't a whole table.
 std::shared_ptr<DatosTabla> LeerPersistido(const std::filesystem::path& ruta);
 
-// Writes a new file, whole or not at all. Raises kArchivo when it exists or can't be written.
-void EscribirPersistido(const DatosTabla& datos, const std::filesystem::path& ruta);
+// Writes all rows to a file, whole or not at all: one that mustn't be there yet, or in place of a former one. Raises
+// kArchivo when it can't be written and kLlamada for a table without fields.
+void EscribirPersistido(const DatosTabla& datos, const std::filesystem::path& ruta, bool reemplazar);
 
 }  // namespace utr

@@ -119,7 +119,12 @@ void Tabla::Open(const std::filesystem::path& ruta) {
 void Tabla::Save(const std::filesystem::path& ruta, int formato) const {
   ExigirAbierta();
   if (formato != 1) Lanzar(error::kLlamada, "Tabla");
-  EscribirPersistido(*datos_, ruta);
+  EscribirPersistido(*datos_, ruta, false);
+}
+
+void Tabla::GuardarSobre(const std::filesystem::path& ruta) const {
+  ExigirAbierta();
+  EscribirPersistido(*datos_, ruta, true);
 }
 
 void Tabla::Close() noexcept {

@@ -117,10 +117,15 @@ class Tabla {
   // as before. The cursor stands on the first row. Rows that the file holds as pending inserts stay pending.
   void Open(const std::filesystem::path& ruta);
 
-  // Writes all rows (filter and sort apart) to a new file in persisted XML form: to a temporary name beside it first,
-  // renamed when whole. Rows that were not posted are written as pending inserts. Raises kArchivo when the file exists,
-  // and kLlamada for a format other than 1.
+  // Writes the whole table to a new file in persisted XML form, whole or not at all: all rows in the order of adding,
+  // whatever the filter and the sort, since a file is the table and not a view of it. Rows that were not posted are
+  // written as pending inserts. Raises kArchivo when anything of that name is there, also a link that leads nowhere,
+  // or when it can't be written; kLlamada for a format other than 1 and for a table without fields, which couldn't be
+  // opened again.
   void Save(const std::filesystem::path& ruta, int formato = 1) const;
+
+  // Save in place of a former file, which stays as it was when the new one can't be written whole.
+  void GuardarSobre(const std::filesystem::path& ruta) const;
 
   // Ends the use of this table; clones go on. Closing a closed table does nothing.
   void Close() noexcept;

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "session/LecturaConfiguracion.h"
+#include "support/DispositivoLleno.h"
 #include "support/ModPrueba.h"
 #include "support/Tablas.h"
 
@@ -123,7 +124,7 @@ TEST_F(Lectura, LoGuardadoSeAbreIgual) {
   lectura.Preparar((carpeta / "e.ucg").string());
   EXPECT_EQ(lectura.RecConfig()->FieldCount(), TablaDeCanales({})->FieldCount());
   EXPECT_THAT(Canales(), ElementsAre("1", "15"));
-  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(carpeta.Ruta()), {}), 1) << "no leftovers";
+  EXPECT_EQ(carpeta.Cuantos(), 1U) << "no leftovers";
 }
 
 TEST_F(Lectura, UnGuardadoQueFallaDejaElArchivoAnterior) {
@@ -137,7 +138,13 @@ TEST_F(Lectura, UnGuardadoQueFallaDejaElArchivoAnterior) {
     EXPECT_EQ(falla->Descripcion(), "No se puede escribir el archivo " + ruta.string());
   }
   EXPECT_TRUE(std::filesystem::exists(carpeta / "ocupada.ucg" / "adentro"));
-  EXPECT_FALSE(std::filesystem::exists(carpeta / "ocupada.ucg.nueva"));
+  prueba::EscribirTodo(carpeta / "e.ucg", "anterior");
+  {
+    const DispositivoLleno lleno(1000);
+    EXPECT_TRUE(FallaDe([&] { lectura.Guardar(carpeta / "e.ucg"); }));
+  }
+  EXPECT_EQ(prueba::LeerTodo(carpeta / "e.ucg"), "anterior");
+  EXPECT_EQ(carpeta.Cuantos(), 2U) << "no leftovers";
 }
 
 TEST_F(Lectura, LiberarCierraLaTabla) {

@@ -170,6 +170,41 @@ TEST(Persistido, NoReemplazaUnArchivoQueExiste) {
   EXPECT_EQ(prueba::LeerTodo(carpeta / "t.xml"), "anterior");
   EXPECT_EQ(NumeroDeError([&] { t->Save(carpeta / "u.xml", 0); }), error::kLlamada);
   EXPECT_EQ(NumeroDeError([&] { t->Save(carpeta / "no" / "u.xml"); }), error::kArchivo);
+  std::filesystem::create_symlink(carpeta / "lejos.xml", carpeta / "enlace.xml");
+  EXPECT_EQ(NumeroDeError([&] { t->Save(carpeta / "enlace.xml"); }), error::kArchivo);
+  EXPECT_EQ(carpeta.Cuantos(), 2U);
+  t->GuardarSobre(carpeta / "t.xml");
+  Tabla leida;
+  leida.Open(carpeta / "t.xml");
+  EXPECT_EQ(Recorrido(leida, "C"), "1");
+}
+
+TEST(Persistido, UnaTablaSinCamposNoSeGuarda) {
+  const Carpeta carpeta;
+  prueba::EscribirTodo(carpeta / "t.xml", "anterior");
+  Tabla t;
+  t.Open();
+  EXPECT_EQ(NumeroDeError([&] { t.Save(carpeta / "u.xml"); }), error::kLlamada);
+  EXPECT_EQ(NumeroDeError([&] { t.GuardarSobre(carpeta / "t.xml"); }), error::kLlamada);
+  EXPECT_EQ(prueba::LeerTodo(carpeta / "t.xml"), "anterior");
+  EXPECT_EQ(carpeta.Cuantos(), 1U);
+}
+
+TEST(Persistido, GuardaLaTablaEnteraAunqueSeMuestreUnaParte) {
+  const Carpeta carpeta;
+  const auto t = prueba::TablaDeTextos({"C", "n"}, {{"b", "1"}, {"a", "2"}, {"b", "3"}});
+  t->AddNew();
+  t->Set("n", "4");
+  t->Save(carpeta / "sin filtro.xml");
+  t->Filter("C='b'");
+  t->Sort("n DESC");
+  t->MoveLast();
+  t->Save(carpeta / "con filtro.xml");
+  EXPECT_EQ(prueba::LeerTodo(carpeta / "con filtro.xml"), prueba::LeerTodo(carpeta / "sin filtro.xml"));
+  EXPECT_EQ(t->Texto("n"), "1") << "and the cursor stays";
+  Tabla leida;
+  leida.Open(carpeta / "con filtro.xml");
+  EXPECT_EQ(Recorrido(leida, "n"), "1 2 3 4");
 }
 
 // Bytes of a file and what a reader sees of its rows: fields joined by "|", rows by "/".

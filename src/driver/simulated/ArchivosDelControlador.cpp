@@ -65,15 +65,7 @@ void EscribirImp(Tabla& tabla, const std::filesystem::path& ruta, int tipo) {
     for (const CampoImp& campo : campos) imp.Set(campo.nombre, TextoSiEsta(*filas, campo.origen));
   }
   imp.UpdateBatch();
-  std::filesystem::path nuevo = ruta;
-  nuevo += ".nuevo";
-  std::filesystem::remove(nuevo);
-  imp.Save(nuevo);
-  std::error_code falla;
-  std::filesystem::rename(nuevo, ruta, falla);
-  if (!falla) return;
-  std::filesystem::remove(nuevo, falla);
-  Lanzar(error::kArchivo, "Comunicador");
+  imp.GuardarSobre(ruta);
 }
 
 }  // namespace utr::simulada
