@@ -9,6 +9,7 @@
 #include <optional>
 #include <sstream>
 
+#include "base/Archivos.h"
 #include "base/Error.h"
 #include "base/Numeros.h"
 #include "base/Texto.h"
@@ -78,6 +79,8 @@ std::string Propiedades::LeerTexto(std::string_view nombre, std::string_view def
 }
 
 void Propiedades::Escribir(std::string_view nombre, const Propiedad& valor, const Propiedad& defecto) {
+  const auto* texto = std::get_if<std::string>(&valor);
+  if (!EsUtf8(nombre) || (texto != nullptr && !EsUtf8(*texto))) Lanzar(error::kLlamada, "Propiedades");
   if (valor == defecto) {
     if (const auto lugar = bolsa_.find(nombre); lugar != bolsa_.end()) bolsa_.erase(lugar);
     return;
@@ -112,14 +115,10 @@ void Propiedades::GrabarArchivoPropiedades() const {
   for (const auto& [nombre, valor] : bolsa_) {
     std::visit([&, &clave = nombre](const auto& dato) { tabla.insert_or_assign(clave, dato); }, valor);
   }
-  std::error_code ignorado;
-  std::filesystem::remove(archivo_, ignorado);
-  std::ofstream salida(archivo_, std::ios::binary | std::ios::trunc);
-  salida << tabla << '\n';
-  salida.close();
-  if (!salida) {
-    throw Error(error::kArchivo, "GrabarArchivoPropiedades", "No se puede escribir el archivo " + archivo_.string());
-  }
+  // Every text in one line between double quotes, the one form that holds any text.
+  constexpr auto kForma = toml::toml_formatter::default_flags & ~toml::format_flags::allow_multi_line_strings &
+                          ~toml::format_flags::allow_literal_strings;
+  EscribirEntero(archivo_, [&](std::ostream& salida) { salida << toml::toml_formatter{tabla, kForma} << '\n'; });
 }
 
 void Propiedades::GrabarYRecargar() {

@@ -35,7 +35,8 @@ class Propiedades {
   bool LeerLogico(std::string_view nombre, bool defecto) const;
   std::string LeerTexto(std::string_view nombre, std::string_view defecto) const;
 
-  // Writes the value; one that equals the default leaves the key out.
+  // Writes the value; one that equals the default leaves the key out. Any text comes back from the file as it was; one
+  // that is no UTF-8 would make the file unreadable, so it raises kLlamada and changes nothing.
   void Escribir(std::string_view nombre, const Propiedad& valor, const Propiedad& defecto);
 
   // All keys and values, to be put back later. Neither reads nor writes the file.
@@ -49,8 +50,8 @@ class Propiedades {
   // Sets the bag from the file. Never raises: anything unreadable gives an empty bag.
   void CargarPropiedades();
 
-  // Replaces the file by the bag's content: deletes the old one (a failure of that is ignored) and writes the new one.
-  // Raises kArchivo when it can't be written.
+  // Replaces the file by the bag's content, whole or not at all. Raises kArchivo when it can't be written; the former
+  // file stays then.
   void GrabarArchivoPropiedades() const;
 
   // GrabarArchivoPropiedades and CargarPropiedades: what the program runs on is what the file holds.

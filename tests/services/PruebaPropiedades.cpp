@@ -6,6 +6,7 @@
 #include "base/Error.h"
 #include "services/Propiedades.h"
 #include "support/Carpeta.h"
+#include "support/DispositivoLleno.h"
 
 namespace utr {
 namespace {
@@ -39,6 +40,50 @@ TEST_F(Propiedades_, CadaValorVuelveConSuTipo) {
   EXPECT_EQ(leidas.LeerTexto("Clave", "Pampas"), "con \"comillas\", ñ y\nlíneas\\");
   EXPECT_EQ(leidas.LeerTexto("Factor", ""), "0.25");
   EXPECT_EQ(leidas.LeerTexto("Número", ""), "0012") << "a text of digits stays a text";
+}
+
+TEST_F(Propiedades_, CualquierTextoVuelveComoEra) {
+  std::mt19937 azar(20261123);
+  const char* const piezas[] = {"\n", "\r\n", "'", "'\''", "\"",   "\"\"\"", "\\",     "\\n",    "#", "=",
+                                "[",  "ñ",    "💧", "\t",   "\x7f", "\x01",   "\u0085", "\u2028", " ", "x"};
+  for (int vuelta = 0; vuelta < 300; ++vuelta) {
+    const auto texto = [&] {
+      std::string t;
+      for (auto n = azar() % 6; n > 0; --n) t += piezas[azar() % std::size(piezas)];
+      return azar() % 8 == 0 ? t + '\0' : t;
+    };
+    const std::string valor = texto();
+    const std::string nombre = texto();
+    Propiedades bolsa(archivo_);
+    bolsa.Escribir("Clave", valor, Entero(0));
+    bolsa.Escribir("." + nombre, Texto("otra"), Entero(0));
+    bolsa.GrabarYRecargar();
+    ASSERT_EQ(bolsa.LeerTexto("Clave", "Pampas"), valor) << prueba::LeerTodo(archivo_);
+    ASSERT_EQ(bolsa.LeerTexto("." + nombre, ""), "otra") << prueba::LeerTodo(archivo_);
+  }
+}
+
+TEST_F(Propiedades_, UnTextoQueNoEsUtf8SeRechaza) {
+  Propiedades bolsa(archivo_);
+  EXPECT_THROW(bolsa.Escribir("Clave", Texto("a\xF1o"), Texto("Pampas")), Error);
+  bolsa.Escribir("PUERTO", Entero(3), Entero(1));
+  bolsa.GrabarYRecargar();
+  EXPECT_EQ(bolsa.LeerEntero("PUERTO", 1), 3);
+  EXPECT_EQ(bolsa.LeerTexto("Clave", "Pampas"), "Pampas");
+}
+
+TEST_F(Propiedades_, ConElDiscoLlenoQuedaElArchivoAnterior) {
+  Propiedades bolsa(archivo_);
+  bolsa.Escribir("Clave", Texto("anterior"), Texto("Pampas"));
+  bolsa.GrabarYRecargar();
+  bolsa.Escribir("Clave", std::string(100000, 'x'), Texto("Pampas"));
+  {
+    const DispositivoLleno lleno(10);
+    EXPECT_THROW(bolsa.GrabarArchivoPropiedades(), Error);
+  }
+  bolsa.CargarPropiedades();
+  EXPECT_EQ(bolsa.LeerTexto("Clave", "Pampas"), "anterior");
+  EXPECT_EQ(carpeta_.Cuantos(), 1U);
 }
 
 TEST_F(Propiedades_, UnValorDeOtroTipoSeConvierteODaElDefecto) {

@@ -148,7 +148,7 @@ TEST_F(Ajustes, PorIPSeOlvidaElTelefono) {
 TEST_F(Ajustes, ElDialogoDePuertoEscribeTextos) {
   EscribirPuerto(propiedades, "4", "300");
   propiedades.GrabarYRecargar();
-  EXPECT_NE(prueba::LeerTodo(propiedades.Archivo()).find("'4'"), std::string::npos);
+  EXPECT_NE(prueba::LeerTodo(propiedades.Archivo()).find("\"4\""), std::string::npos);
   EXPECT_EQ(LeerEntrada(propiedades).puerto, 4);
   EXPECT_EQ(LeerEntrada(propiedades).velocidad, 300);
 }
