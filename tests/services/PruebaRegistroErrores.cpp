@@ -1,12 +1,15 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <ostream>
 #include <stdexcept>
 
+#include "base/Archivos.h"
 #include "services/RegistroErrores.h"
 #include "support/Carpeta.h"
 #include "support/OperadorGuion.h"
 #include "support/RelojFalso.h"
+#include "tables/Tabla.h"
 
 namespace utr {
 namespace {
@@ -26,14 +29,30 @@ class Registro : public testing::Test {
 }
 
 TEST_F(Registro, UnaLineaPorErrorConTodosSusCampos) {
-  errno = ENOENT;
-  registro_.RegistrarError(Error(8005, "Con \"comillas\"", "dos\nlíneas"), "frmPpal", "mnuAccAvanzadas_Click ");
-  errno = 0;
+  errno = EIO;  // of something else, long ago
+  registro_.RegistrarError(Error(8005, "Con \"comillas\"", "dos\nlíneas", ENOENT), "frmPpal", "mnuAccAvanzadas_Click ");
   registro_.RegistrarError(Error(-3, "", ""), "m", "p");
   EXPECT_EQ(Log(),
             "8005,\"Con \"\"comillas\"\"\",\"dos líneas\",2,\"03/02/2026 04:05:06\",\"frmPpal\","
             "\"mnuAccAvanzadas_Click \"\n"
             "-3,\"\",\"\",0,\"03/02/2026 04:05:06\",\"m\",\"p\"\n");
+}
+
+TEST_F(Registro, ElErrorDelSistemaEsElDeEsaFalla) {
+  const std::string perdida = (carpeta_ / "no/x").string();
+  const std::function<void()> fallas[] = {
+      [&] { EscribirEntero(perdida, [](std::ostream&) {}); },
+      [&] { ArchivoCreciente{perdida}; },
+      [&] { Tabla().Open(std::filesystem::path(perdida)); },
+      [&] { std::filesystem::copy(perdida, perdida); },
+  };
+  for (const auto& falla : fallas) {
+    const auto error = FallaDe([&] {
+      AlFallar(falla, [] { errno = EIO; });  // what runs between the failure and its line
+    });
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error->ErrorDelSistema(), ENOENT) << error->Descripcion();
+  }
 }
 
 TEST_F(Registro, UnRegistroInalcanzableCallaYNoTapaElError) {
