@@ -11,13 +11,15 @@
 namespace utr {
 namespace {
 
-constexpr std::size_t kMaximoPrefijo = 400;
-
 bool EsDigito(char c) {
   return c >= '0' && c <= '9';
 }
 bool EsBlanco(char c) {
   return c == ' ' || c == '\t' || c == '\n' || c == '\r';
+}
+
+bool EsExponente(char c) {
+  return c == 'e' || c == 'E' || c == 'd' || c == 'D';
 }
 
 // The length of the longest prefix of the form [sign] digits [. digits] [e [sign] digits]; 0 when it holds no digit.
@@ -33,7 +35,7 @@ std::size_t LargoNumero(std::string_view t) {
     digitos += i - punto - 1;
   }
   if (digitos == 0) return 0;
-  if (i < t.size() && (t[i] == 'e' || t[i] == 'E' || t[i] == 'd' || t[i] == 'D')) {
+  if (i < t.size() && EsExponente(t[i])) {
     std::size_t j = i + 1;
     if (j < t.size() && (t[j] == '+' || t[j] == '-')) ++j;
     const std::size_t exponente = j;
@@ -43,21 +45,42 @@ std::size_t LargoNumero(std::string_view t) {
   return i;
 }
 
-// Whether a number that lies beyond a double is too small rather than too big: its first digit other than 0 stands
-// behind the decimal point once the exponent has moved it.
-bool EsDiminuto(std::string_view t) {
-  const auto e = std::min(t.find_first_of("eE"), t.size());
-  const auto punto = std::min(t.find('.'), e);
-  const auto cifra = t.find_first_of("123456789");
-  const auto lugar = static_cast<std::int64_t>(punto) - static_cast<std::int64_t>(cifra);
+// A number digit by digit: 0.c1c2c3... × 10^punto, without zeros at either end of the digits; 0 has no digits.
+struct Exacto {
+  bool negativo = false;
+  std::string cifras;
+  std::int64_t punto = 0;
+
+  int Signo() const { return cifras.empty() ? 0 : (negativo ? -1 : 1); }
+};
+
+// What stands behind the "e". Far beyond any double it doesn't grow further, so that sums with it stay in range.
+std::int64_t Exponente(std::string_view cifras) {
+  constexpr std::int64_t kTope = std::int64_t{1} << 62;
+  if (cifras.starts_with('+')) cifras.remove_prefix(1);
   std::int64_t exponente = 0;
-  if (e < t.size()) {
-    std::string_view cifras = t.substr(e + 1);
-    if (cifras.starts_with('+')) cifras.remove_prefix(1);
-    const auto leido = std::from_chars(cifras.data(), cifras.data() + cifras.size(), exponente);
-    if (leido.ec != std::errc()) return cifras.starts_with('-');
-  }
-  return lugar + exponente < 0;
+  const auto leido = std::from_chars(cifras.data(), cifras.data() + cifras.size(), exponente);
+  if (leido.ec != std::errc()) return cifras.starts_with('-') ? -kTope : kTope;
+  return std::clamp(exponente, -kTope, kTope);
+}
+
+// The digits of a text that LargoNumero took whole.
+Exacto Descomponer(std::string_view t) {
+  Exacto x;
+  const auto e = static_cast<std::size_t>(std::find_if(t.begin(), t.end(), EsExponente) - t.begin());
+  std::string_view mantisa = t.substr(0, e);
+  x.negativo = mantisa.starts_with('-');
+  if (x.negativo || mantisa.starts_with('+')) mantisa.remove_prefix(1);
+  const auto punto = std::min(mantisa.find('.'), mantisa.size());
+  x.cifras = mantisa;
+  if (punto < mantisa.size()) x.cifras.erase(punto, 1);
+  const auto primera = std::min(x.cifras.find_first_not_of('0'), x.cifras.size());
+  x.cifras.erase(0, primera);
+  x.cifras.erase(x.cifras.find_last_not_of('0') + 1);
+  if (x.cifras.empty()) return x;
+  x.punto = static_cast<std::int64_t>(punto) - static_cast<std::int64_t>(primera);
+  if (e < t.size()) x.punto += Exponente(t.substr(e + 1));
+  return x;
 }
 
 // The value of a text that LargoNumero took whole. Beyond a double: infinite, or 0 for what is too small.
@@ -73,7 +96,8 @@ double Convertir(std::string_view t) {
   double valor = 0;
   const auto [fin, problema] = std::from_chars(t.data(), t.data() + t.size(), valor);
   if (problema != std::errc::result_out_of_range) return valor;
-  if (EsDiminuto(t)) return 0;
+  const Exacto x = Descomponer(t);
+  if (x.cifras.empty() || x.punto < 0) return 0;  // too small rather than too big
   return t.front() == '-' ? -std::numeric_limits<double>::infinity() : std::numeric_limits<double>::infinity();
 }
 
@@ -134,6 +158,48 @@ double RedondearPar(double numero) {
   return std::fmod(piso, 2.0) == 0 ? piso : piso + 1;
 }
 
+// The whole part of a number, and how what is left of it compares with a half.
+struct ParteEntera {
+  std::uint64_t entero = 0;
+  int contra_la_mitad = -1;
+  bool exacta = true;
+};
+
+// Nothing for a whole part of 20 digits or more.
+std::optional<ParteEntera> Partir(const Exacto& x) {
+  ParteEntera parte;
+  parte.exacta = x.punto >= static_cast<std::int64_t>(x.cifras.size());
+  if (x.punto < 0 || x.cifras.empty()) return parte;
+  if (x.punto > 19) return std::nullopt;
+  const auto n = static_cast<std::size_t>(x.punto);
+  std::string enteras = x.cifras.substr(0, n);
+  enteras.resize(n, '0');
+  std::from_chars(enteras.data(), enteras.data() + n, parte.entero);
+  if (parte.exacta) return parte;
+  parte.contra_la_mitad = x.cifras.compare(n, std::string::npos, "5");
+  return parte;
+}
+
+std::optional<std::int64_t> ConSigno(std::uint64_t magnitud, bool negativo) {
+  constexpr auto kMayor = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
+  if (magnitud > kMayor + (negativo ? 1U : 0U)) return std::nullopt;
+  return static_cast<std::int64_t>(negativo ? ~magnitud + 1 : magnitud);
+}
+
+std::optional<std::int64_t> EnteroLlano(std::string_view texto) {
+  texto = SinBlancos(texto);
+  std::int64_t numero = 0;
+  const auto [fin, problema] = std::from_chars(texto.data(), texto.data() + texto.size(), numero);
+  const bool todo = problema == std::errc() && fin == texto.data() + texto.size();
+  return todo ? std::optional(numero) : std::nullopt;
+}
+
+Exacto LeerExacto(std::string_view texto) {
+  const auto limpio = Normalizar(texto);
+  if (!limpio) Lanzar(error::kTipos, "LeerDoble");
+  return Descomponer(*limpio);
+}
+
 template <typename Entero>
 Entero AEntero(double numero) {
   const double redondo = RedondearPar(numero);
@@ -150,8 +216,8 @@ double Val(std::string_view texto) {
   std::string limpio;
   for (const char c : texto) {
     if (EsBlanco(c)) continue;
+    if (!EsDigito(c) && !EsExponente(c) && c != '+' && c != '-' && c != '.') break;
     limpio.push_back(c);
-    if (limpio.size() == kMaximoPrefijo) break;
   }
   const std::size_t largo = LargoNumero(limpio);
   if (largo == 0) return 0;
@@ -178,6 +244,35 @@ std::int16_t LeerEntero16(std::string_view texto) {
 std::int32_t LeerEntero32(std::string_view texto) {
   return Entero32(LeerDoble(texto));
 }
+std::int64_t LeerEntero64(std::string_view texto) {
+  if (const auto llano = EnteroLlano(texto)) return *llano;
+  const Exacto x = LeerExacto(texto);
+  auto parte = Partir(x);
+  if (!parte) Lanzar(error::kDesborde, "LeerEntero64");
+  const bool impar = (parte->entero & 1U) != 0;
+  if (parte->contra_la_mitad > 0 || (parte->contra_la_mitad == 0 && impar)) ++parte->entero;
+  const auto numero = ConSigno(parte->entero, x.negativo);
+  if (!numero) Lanzar(error::kDesborde, "LeerEntero64");
+  return *numero;
+}
+
+std::optional<std::int64_t> EnteroExacto(std::string_view texto) {
+  if (const auto llano = EnteroLlano(texto)) return llano;
+  const auto limpio = Normalizar(texto);
+  if (!limpio) return std::nullopt;
+  const Exacto x = Descomponer(*limpio);
+  const auto parte = Partir(x);
+  return parte && parte->exacta ? ConSigno(parte->entero, x.negativo) : std::nullopt;
+}
+
+std::strong_ordering CompararNumeros(std::string_view a, std::string_view b) {
+  const Exacto x = LeerExacto(a);
+  const Exacto y = LeerExacto(b);
+  if (x.Signo() != y.Signo() || x.Signo() == 0) return x.Signo() <=> y.Signo();
+  const auto orden = x.punto != y.punto ? x.punto <=> y.punto : x.cifras <=> y.cifras;
+  return x.Signo() > 0 ? orden : 0 <=> orden;
+}
+
 std::int16_t Entero16(double numero) {
   return AEntero<std::int16_t>(numero);
 }

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <compare>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -23,6 +25,18 @@ double LeerDoble(std::string_view texto);
 // Strict reading followed by the rounding of Entero16 or Entero32. Raise 13 and 6.
 std::int16_t LeerEntero16(std::string_view texto);
 std::int32_t LeerEntero32(std::string_view texto);
+
+// Strict reading rounded half to even, exact in all 64 bits: "9,007,199,254,740,993.5" gives 9007199254740994. Raises
+// 13 and 6.
+std::int64_t LeerEntero64(std::string_view texto);
+
+// The whole number that a text is ("4", "4.0", "4e2"), exact in all 64 bits; nothing for a fraction, a number beyond
+// 64 bits or a text that is no number.
+std::optional<std::int64_t> EnteroExacto(std::string_view texto);
+
+// Compares two numbers given as texts that pass EsNumerico, digit by digit, beyond what a double tells apart: "2.0"
+// equals "2", and 9007199254740993 is more than 9007199254740992. Raises error 13 for a text that is no number.
+std::strong_ordering CompararNumeros(std::string_view a, std::string_view b);
 
 // A double rounded half to even (2.5 is 2, 3.5 is 4). Raises error 6 when the result doesn't fit.
 std::int16_t Entero16(double numero);

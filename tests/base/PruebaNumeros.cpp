@@ -1,6 +1,10 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <limits>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "base/Error.h"
 #include "base/Numeros.h"
@@ -40,6 +44,81 @@ TEST(Numeros, LoQueNoCabeEnUnDobleEsCeroODesborda) {
        {std::string("1e400"), "1" + ceros, "12" + ceros + ".5e-3", std::string("1e99999999999999999999")}) {
     EXPECT_FALSE(EsNumerico(grande)) << grande;
   }
+}
+
+TEST(Numeros, ElExponenteMasLargoNoDaLaVuelta) {
+  const double infinito = std::numeric_limits<double>::infinity();
+  const std::string ceros(500, '0');
+  const std::pair<std::string, double> casos[] = {{"1e9223372036854775807", infinito},
+                                                  {"12.5e9223372036854775807", infinito},
+                                                  {"-1e9223372036854775808", -infinito},
+                                                  {"0.01e-9223372036854775808", 0},
+                                                  {"0.01e-9223372036854775807", 0},
+                                                  {"0e9223372036854775807", 0},
+                                                  {"1" + ceros + "e-500", 1},
+                                                  {"0." + ceros + "25e501", 2.5}};
+  for (const auto& [texto, valor] : casos) EXPECT_EQ(Val(texto), valor) << texto;
+}
+
+TEST(Numeros, LosEnterosDe64BitsSonExactos) {
+  const struct {
+    const char* texto;
+    std::optional<std::int64_t> leido;   // rounded
+    std::optional<std::int64_t> exacto;  // only where it is whole
+  } casos[] = {
+      {"9007199254740993", 9007199254740993, 9007199254740993},
+      {" +9,007,199,254,740,993.0 ", 9007199254740993, 9007199254740993},
+      {"-90071992547409.93e2", -9007199254740993, -9007199254740993},
+      {"9007199254740993.5", 9007199254740994, {}},
+      {"9007199254740992.5", 9007199254740992, {}},
+      {"9007199254740992.50001", 9007199254740993, {}},
+      {"-2.5", -2, {}},
+      {".5", 0, {}},
+      {"0.04", 0, {}},
+      {"4e2", 400, 400},
+      {"-0.000", 0, 0},
+      {"9223372036854775807.0", std::numeric_limits<std::int64_t>::max(), std::numeric_limits<std::int64_t>::max()},
+      {"-9223372036854775808.0", std::numeric_limits<std::int64_t>::min(), std::numeric_limits<std::int64_t>::min()},
+      {"9223372036854775808", {}, {}},
+      {"9223372036854775807.5", {}, {}},
+      {"1e19", {}, {}},
+      {"1e9223372036854775807", {}, {}},
+  };
+  for (const auto& c : casos) {
+    EXPECT_EQ(EnteroExacto(c.texto), c.exacto) << c.texto;
+    if (c.leido) {
+      EXPECT_EQ(LeerEntero64(c.texto), *c.leido) << c.texto;
+    } else {
+      EXPECT_EQ(NumeroDeError([&] { LeerEntero64(c.texto); }), error::kDesborde) << c.texto;
+    }
+  }
+  EXPECT_EQ(NumeroDeError([] { LeerEntero64("x"); }), error::kTipos);
+  EXPECT_FALSE(EnteroExacto(""));
+}
+
+TEST(Numeros, LaComparacionMiraTodasLasCifras) {
+  // Each is more than the one before it; texts of one line are equal.
+  const std::vector<std::vector<const char*>> orden = {
+      {"-1e30"},
+      {"-9007199254740993", "-9,007,199,254,740,993.0"},
+      {"-9007199254740992"},
+      {"-.010", "-1e-2"},
+      {"-0.0099999999999999999999"},
+      {"0", "-0.00", "0e5"},
+      {"1e-400"},
+      {"1"},
+      {"1.0000000000000000000001"},
+      {"18446744073709551614"},
+      {"18446744073709551615", "1.8446744073709551615e19"},
+  };
+  for (std::size_t i = 0; i < orden.size(); ++i) {
+    for (std::size_t j = 0; j < orden.size(); ++j) {
+      for (const char* a : orden[i]) {
+        for (const char* b : orden[j]) EXPECT_EQ(CompararNumeros(a, b), i <=> j) << a << " and " << b;
+      }
+    }
+  }
+  EXPECT_EQ(NumeroDeError([] { CompararNumeros("1", "N/D"); }), error::kTipos);
 }
 
 TEST(Numeros, PruebaYLecturaEstrictaCoinciden) {
