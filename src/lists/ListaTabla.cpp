@@ -4,6 +4,7 @@
 #include <array>
 #include <bit>
 #include <charconv>
+#include <limits>
 #include <numeric>
 #include <unordered_map>
 #include <utility>
@@ -99,6 +100,23 @@ void OrdenarClaves(std::vector<ClaveNumero>& claves) {
     std::partial_sum(lugares.begin(), lugares.end(), lugares.begin());
     for (const ClaveNumero& clave : claves) otras[lugares[digito(clave)]++] = clave;
     claves.swap(otras);
+  }
+}
+
+// Texts without a value have the small keys, far below those of all numbers.
+bool EsDeValor(const ClaveNumero& clave) {
+  return clave.clave > std::numeric_limits<std::uint32_t>::max();
+}
+
+// Sorts numbers that a double doesn't tell apart, which stand together, by all their digits.
+template <typename Texto>
+void OrdenarIguales(std::vector<ClaveNumero>& claves, Texto texto) {
+  for (auto desde = claves.begin(); desde != claves.end();) {
+    const auto hasta = std::find_if(desde, claves.end(), [&](const auto& otra) { return otra.clave != desde->clave; });
+    if (hasta - desde > 1 && EsDeValor(*desde)) {
+      std::sort(desde, hasta, [&](const auto& a, const auto& b) { return CompararNumeros(texto(a), texto(b)) < 0; });
+    }
+    desde = hasta;
   }
 }
 
@@ -309,7 +327,12 @@ std::vector<std::uint32_t> ListaTabla::RangosDeValor(std::size_t columna, ClaseO
     claves[sin_valor[i].indice].clave = anterior + (sin_valor[i].clave == sin_valor[i - 1].clave ? 0 : 1);
   }
   OrdenarClaves(claves);
-  return Rangos(claves, [](const auto& a, const auto& b) { return a.clave == b.clave; });
+  const auto texto = [&](const ClaveNumero& clave) { return TextoDeIndice(clave.indice, columna); };
+  if (clase == ClaseOrden::kNumero) OrdenarIguales(claves, texto);
+  return Rangos(claves, [&](const auto& a, const auto& b) {
+    if (a.clave != b.clave) return false;
+    return clase != ClaseOrden::kNumero || !EsDeValor(a) || CompararNumeros(texto(a), texto(b)) == 0;
+  });
 }
 
 // Distributes the rows by the rank of their text, which keeps the order of equal ones in both directions.

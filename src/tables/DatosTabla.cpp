@@ -1,7 +1,6 @@
 #include "tables/DatosTabla.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <limits>
 
@@ -39,14 +38,6 @@ std::int64_t EnteroDe(double numero) {
   return static_cast<std::int64_t>(redondo);
 }
 
-std::int64_t EnteroDe(std::string_view texto) {
-  const auto cifras = Recortar(texto);
-  std::int64_t numero = 0;
-  const auto [fin, problema] = std::from_chars(cifras.data(), cifras.data() + cifras.size(), numero);
-  if (problema == std::errc() && fin == cifras.data() + cifras.size()) return numero;
-  return EnteroDe(LeerDoble(texto));
-}
-
 bool LogicoDe(std::string_view texto) {
   if (IgualSinCaso(texto, "True")) return true;
   if (IgualSinCaso(texto, "False")) return false;
@@ -71,7 +62,7 @@ double ADoble(const Valor& valor) {
 
 std::int64_t AEntero(const Valor& valor) {
   return std::visit(Casos{[](std::monostate) { return std::int64_t{0}; },
-                          [](std::string_view t) { return EnteroDe(t); }, [](double n) { return EnteroDe(n); },
+                          [](std::string_view t) { return LeerEntero64(t); }, [](double n) { return EnteroDe(n); },
                           [](std::int64_t n) { return n; }, [](bool b) { return std::int64_t{b ? -1 : 0}; }},
                     valor);
 }

@@ -88,6 +88,7 @@ class Columna {
   Valor Leer(std::size_t fila) const noexcept;
   bool EsNulo(std::size_t fila) const noexcept;
   double Numero(std::size_t fila) const noexcept;  // of a number or truth value that isn't null
+  std::int64_t Entero(std::size_t fila) const noexcept { return enteros_[fila]; }  // of an integer that isn't null
 
   // Raises kTipos or kDesborde for a value that the type doesn't take, and changes nothing then.
   void Escribir(std::size_t fila, const Valor& valor);

@@ -64,16 +64,29 @@ std::vector<std::uint32_t> LugaresPor(const Diccionario& textos, Clave clave) {
   return lugares;
 }
 
+// A decimal number as a key: most are told apart by their doubles, the others digit by digit.
+struct ClaveDecimal {
+  double cerca = 0;
+  std::string_view texto;
+
+  bool operator<(const ClaveDecimal& otra) const {
+    if (cerca != otra.cerca) return cerca < otra.cerca;
+    return texto != otra.texto && CompararNumeros(texto, otra.texto) < 0;
+  }
+};
+
 std::vector<std::uint32_t> LugaresDeTextos(const Columna& columna) {
-  if (EsDecimal(columna.Tipo())) return LugaresPor(columna.Textos(), LeerDoble);
+  const auto decimal = [](std::string_view texto) { return ClaveDecimal{LeerDoble(texto), texto}; };
+  if (EsDecimal(columna.Tipo())) return LugaresPor(columna.Textos(), decimal);
   return LugaresPor(columna.Textos(), Minusculas);
 }
 
 // The numbers of all texts that hold this number.
-std::vector<std::uint32_t> IgualesEnValor(const Diccionario& textos, double numero) {
+std::vector<std::uint32_t> IgualesEnValor(const Diccionario& textos, double numero, std::string_view valor) {
   std::vector<std::uint32_t> numeros;
   for (std::uint32_t n = 1; n <= textos.Cantidad(); ++n) {
-    if (LeerDoble(textos.Texto(n)) == numero) numeros.push_back(n);
+    const auto texto = textos.Texto(n);
+    if (LeerDoble(texto) == numero && CompararNumeros(texto, valor) == 0) numeros.push_back(n);
   }
   return numeros;
 }
@@ -342,6 +355,10 @@ Tabla::Igualdad Tabla::Preparar(std::string_view criterio) const {
     igualdad.numero = -1;
   } else if (columna.DeClase() == Clase::kLogico && IgualSinCaso(igualdad.valor, "False")) {
     igualdad.numero = 0;
+  } else if (columna.DeClase() == Clase::kEntero) {
+    const auto entero = EnteroExacto(igualdad.valor);
+    igualdad.entero = entero.value_or(0);
+    igualdad.vacia = !entero;
   } else if (EsNumerico(igualdad.valor)) {
     igualdad.numero = LeerDoble(igualdad.valor);
     if (columna.DeClase() == Clase::kLogico && igualdad.numero != 0) igualdad.numero = -1;
@@ -357,14 +374,15 @@ void Tabla::Actualizar(Igualdad& igualdad) const {
   if (columna.DeClase() != Clase::kTexto || igualdad.vacia) return;
   const Diccionario& textos = columna.Textos();
   if (igualdad.distintos == textos.Cantidad() && igualdad.distintos > 0) return;
-  igualdad.textos =
-      EsDecimal(columna.Tipo()) ? IgualesEnValor(textos, igualdad.numero) : textos.IgualesSinCaso(igualdad.valor);
+  igualdad.textos = EsDecimal(columna.Tipo()) ? IgualesEnValor(textos, igualdad.numero, igualdad.valor)
+                                              : textos.IgualesSinCaso(igualdad.valor);
   igualdad.distintos = textos.Cantidad();
 }
 
 bool Tabla::Coincide(const Igualdad& igualdad, std::size_t fila) const {
   const Columna& columna = datos_->columnas[igualdad.campo];
   if (igualdad.vacia || columna.EsNulo(fila)) return false;
+  if (columna.DeClase() == Clase::kEntero) return columna.Entero(fila) == igualdad.entero;
   if (columna.DeClase() != Clase::kTexto) return columna.Numero(fila) == igualdad.numero;
   const std::uint32_t texto = columna.Indice(fila);
   return std::find(igualdad.textos.begin(), igualdad.textos.end(), texto) != igualdad.textos.end();
@@ -422,8 +440,10 @@ void Tabla::OrdenarPorValor() const {
   } else {
     // A true is -1 to an operator of numbers, but false comes ahead of true in a list.
     const double signo = columna.DeClase() == Clase::kLogico ? -1 : 1;
+    const bool entera = columna.DeClase() == Clase::kEntero;
     ordenar([&](std::uint32_t a, std::uint32_t b) {
       if (columna.EsNulo(a) || columna.EsNulo(b)) return columna.EsNulo(a) && !columna.EsNulo(b);
+      if (entera) return columna.Entero(a) < columna.Entero(b);
       return columna.Numero(a) * signo < columna.Numero(b) * signo;
     });
   }

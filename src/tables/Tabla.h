@@ -201,9 +201,9 @@ class Tabla {
 
   // Keeps the rows where a field equals a value: "Canal='3'", "TDirV='Si'", "Id= 4", "Fecha=01/01/2001". A doubled
   // apostrophe inside quotes stands for one. Texts compare exactly but for case, as the service does; numbers as
-  // numbers (a value that isn't one keeps no row). An empty text clears it. The cursor goes to the first row that is
-  // left. Raises kLlamada for a text of another form and kCampo for an unknown field.
-  // Equality on a text costs a constant time, whatever the number of rows, after the first filter on that field.
+  // numbers, integers and decimals in all their digits (a value that isn't one keeps no row). An empty text clears it.
+  // The cursor goes to the first row that is left. Raises kLlamada for a text of another form and kCampo for an unknown
+  // field. Equality on a text costs a constant time, whatever the number of rows, after the first filter on that field.
   void Filter(std::string_view criterio);
   const std::string& Filter() const noexcept { return filtro_; }
 
@@ -246,7 +246,8 @@ class Tabla {
     std::size_t distintos = 0;          // how many texts the column had when they were looked up
     std::string valor;
     double numero = 0;
-    bool vacia = false;  // nothing can be equal
+    std::int64_t entero = 0;  // of a column of integers, since a double doesn't tell all of them apart
+    bool vacia = false;       // nothing can be equal
   };
   Igualdad Preparar(std::string_view criterio) const;
   void Actualizar(Igualdad& igualdad) const;

@@ -123,6 +123,40 @@ TEST(Tabla, LosDecimalesSeComparanComoNumeros) {
   EXPECT_EQ(t.Texto("n"), "9.5");
 }
 
+TEST(Tabla, LosNumerosGrandesSeComparanEnTodasSusCifras) {
+  for (const TipoCampo tipo : {TipoCampo::kEntero64, TipoCampo::kEntero64SinSigno, TipoCampo::kDecimal}) {
+    Tabla t;
+    t.Append("n", tipo);
+    t.Open();
+    for (const char* n : {"9007199254740993", "9007199254740992", "9007199254740994.0", "2", "9007199254740993"}) {
+      t.AddNew();
+      t.Set("n", n);
+    }
+    const auto filas = [&] {
+      std::string vistas;
+      for (std::size_t i = 0; i < t.RecordCount(); ++i) vistas += std::to_string(t.FilaVista(i));
+      return vistas;
+    };
+    t.Sort("n ASC");
+    EXPECT_EQ(filas(), "31042");
+    t.Sort("n DESC");
+    EXPECT_EQ(filas(), "20413");
+    t.Sort("");
+    for (const auto& [filtro, quedan] :
+         std::initializer_list<std::pair<const char*, const char*>>{{"n=9007199254740993", "04"},
+                                                                    {"n='9,007,199,254,740,992.0'", "1"},
+                                                                    {"n=9007199254740993.5", ""},
+                                                                    {"n=2e0", "3"},
+                                                                    {"n=1e400", ""}}) {
+      t.Filter(filtro);
+      EXPECT_EQ(filas(), quedan) << filtro;
+    }
+    t.Filter("");
+    t.Find("n=9007199254740994");
+    EXPECT_EQ(t.FilaActual(), 2U);
+  }
+}
+
 TEST(Tabla, UnClonCompartaFilasYTieneCursorPropio) {
   const auto t = TablaDeTextos({"Canal"}, {{"1"}, {"2"}, {"3"}});
   t->Filter("Canal='2'");
