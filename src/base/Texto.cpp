@@ -12,13 +12,19 @@ void AgregarUtf8(std::string& destino, std::uint32_t codigo) {
   } else if (codigo < 0x800) {
     destino.push_back(static_cast<char>(0xC0 | (codigo >> 6)));
     destino.push_back(static_cast<char>(0x80 | (codigo & 0x3F)));
-  } else {
+  } else if (codigo < 0x10000) {
     destino.push_back(static_cast<char>(0xE0 | (codigo >> 12)));
+    destino.push_back(static_cast<char>(0x80 | ((codigo >> 6) & 0x3F)));
+    destino.push_back(static_cast<char>(0x80 | (codigo & 0x3F)));
+  } else {
+    destino.push_back(static_cast<char>(0xF0 | (codigo >> 18)));
+    destino.push_back(static_cast<char>(0x80 | ((codigo >> 12) & 0x3F)));
     destino.push_back(static_cast<char>(0x80 | ((codigo >> 6) & 0x3F)));
     destino.push_back(static_cast<char>(0x80 | (codigo & 0x3F)));
   }
 }
 
+constexpr std::uint32_t kSustituto = 0xFFFD;  // stands for what is no character
 constexpr std::uint64_t kNoAscii = 0x8080808080808080ULL;
 
 // The code points of the bytes 0x80 to 0x9F in the code page 1252 (0 where the page has none).
@@ -64,6 +70,17 @@ std::size_t Secuencia(std::string_view b, std::size_t i) {
     return 4;
   }
   return 0;
+}
+
+// The first place from `i` on that isn't ASCII, or the end.
+std::size_t SaltarAscii(std::string_view bytes, std::size_t i) {
+  std::uint64_t ocho = 0;
+  for (; i + 8 <= bytes.size(); i += 8) {
+    std::memcpy(&ocho, bytes.data() + i, 8);
+    if ((ocho & kNoAscii) != 0) break;
+  }
+  while (i < bytes.size() && static_cast<unsigned char>(bytes[i]) < 0x80) ++i;
+  return i;
 }
 
 }  // namespace
@@ -131,7 +148,7 @@ std::string DesdeCp1252(std::string_view bytes) {
     const auto c = static_cast<unsigned char>(b);
     if (c >= 0x80 && c <= 0x9F) {
       const auto codigo = kCp1252[c - 0x80U];
-      AgregarUtf8(texto, codigo == 0 ? 0xFFFDU : codigo);
+      AgregarUtf8(texto, codigo == 0 ? kSustituto : codigo);
     } else {
       AgregarUtf8(texto, c);
     }
@@ -139,20 +156,61 @@ std::string DesdeCp1252(std::string_view bytes) {
   return texto;
 }
 
+std::string DesdeUtf16(std::string_view bytes, bool alto_primero) {
+  std::string texto;
+  texto.reserve(bytes.size() / 2 + bytes.size() / 8);
+  const auto unidad = [&](std::size_t i) {
+    const auto a = static_cast<unsigned char>(bytes[i]);
+    const auto b = static_cast<unsigned char>(bytes[i + 1]);
+    return static_cast<std::uint32_t>(alto_primero ? a << 8 | b : b << 8 | a);
+  };
+  for (std::size_t i = 0; i < bytes.size(); i += 2) {
+    std::uint32_t codigo = i + 1 < bytes.size() ? unidad(i) : kSustituto;
+    if (codigo >= 0xD800 && codigo <= 0xDFFF) {
+      const std::uint32_t segunda = codigo <= 0xDBFF && i + 3 < bytes.size() ? unidad(i + 2) : 0;
+      const bool par = segunda >= 0xDC00 && segunda <= 0xDFFF;
+      codigo = par ? 0x10000 + ((codigo - 0xD800) << 10) + (segunda - 0xDC00) : kSustituto;
+      if (par) i += 2;
+    }
+    AgregarUtf8(texto, codigo);
+  }
+  return texto;
+}
+
+std::string ReparadoUtf8(std::string_view bytes) {
+  std::string texto;
+  texto.reserve(bytes.size() + bytes.size() / 8);
+  for (;;) {
+    const std::size_t bien = PrefijoUtf8(bytes);
+    texto += bytes.substr(0, bien);
+    if (bien == bytes.size()) return texto;
+    AgregarUtf8(texto, kSustituto);
+    bytes.remove_prefix(bien + 1);
+  }
+}
+
+bool TieneUtf8(std::string_view bytes) {
+  std::size_t i = 0;
+  for (;;) {
+    i = SaltarAscii(bytes, i);
+    if (i >= bytes.size()) return false;
+    if (Secuencia(bytes, i) != 0) return true;
+    ++i;
+  }
+}
+
+std::string ComoUtf8(std::string_view bytes) {
+  return TieneUtf8(bytes) ? ReparadoUtf8(bytes) : DesdeCp1252(bytes);
+}
+
 std::size_t PrefijoUtf8(std::string_view bytes) {
   std::size_t i = 0;
-  while (i < bytes.size()) {
-    std::uint64_t ocho = kNoAscii;
-    if (i + 8 <= bytes.size()) std::memcpy(&ocho, bytes.data() + i, 8);
-    if ((ocho & kNoAscii) == 0) {
-      i += 8;
-      continue;
-    }
-    const std::size_t largo = Secuencia(bytes, i);
-    if (largo == 0) break;
+  for (;;) {
+    i = SaltarAscii(bytes, i);
+    const std::size_t largo = i < bytes.size() ? Secuencia(bytes, i) : 0;
+    if (largo == 0) return i;
     i += largo;
   }
-  return i;
 }
 
 bool EsUtf8(std::string_view bytes) {

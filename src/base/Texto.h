@@ -34,6 +34,17 @@ std::size_t Largo(std::string_view texto);
 // Bytes in the code page 1252 as UTF-8.
 std::string DesdeCp1252(std::string_view bytes);
 
+// UTF-16 as UTF-8; half a pair and a last single byte become U+FFFD.
+std::string DesdeUtf16(std::string_view bytes, bool alto_primero);
+
+// UTF-8 with every byte that isn't part of a character replaced by U+FFFD.
+std::string ReparadoUtf8(std::string_view bytes);
+
+// Bytes of an unknown encoding as UTF-8: with at least one whole character beyond ASCII they are damaged UTF-8 and are
+// repaired, with none they are code page 1252.
+std::string ComoUtf8(std::string_view bytes);
+bool TieneUtf8(std::string_view bytes);  // there is such a character
+
 // How many bytes from the first on are well-formed UTF-8, in whole characters.
 std::size_t PrefijoUtf8(std::string_view bytes);
 
