@@ -22,9 +22,9 @@ bool NecesitaEscape(std::string_view texto) {
 }
 
 // The text as an attribute's value. Characters of control other than tab and line ends have no place in XML and are
-// left out; bytes that are no UTF-8 are taken as code page 1252.
+// left out; bytes that are no UTF-8 are read as ComoUtf8 does.
 std::string Escapar(std::string_view original) {
-  const std::string convertido = EsUtf8(original) ? std::string(original) : DesdeCp1252(original);
+  const std::string convertido = EsUtf8(original) ? std::string(original) : ComoUtf8(original);
   constexpr std::string_view kHex = "0123456789abcdef";
   std::string s;
   for (const char c : convertido) {

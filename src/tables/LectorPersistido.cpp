@@ -1,7 +1,5 @@
 #include <algorithm>
-#include <cerrno>
 #include <cstring>
-#include <fstream>
 #include <memory>
 #include <optional>
 #include <pugixml.hpp>
@@ -10,6 +8,7 @@
 #include "base/Fechas.h"
 #include "base/Numeros.h"
 #include "base/Texto.h"
+#include "tables/BytesPersistidos.h"
 #include "tables/Persistido.h"
 
 namespace utr {
@@ -211,12 +210,16 @@ std::string_view CortarTramo(std::string_view filas) {
   return filas.substr(0, corte);
 }
 
+[[noreturn]] void NoEsTabla(const std::string& nombre, const std::string& motivo) {
+  throw Error(error::kArchivo, "Tabla", "El archivo " + nombre + " no es una tabla válida: " + motivo);
+}
+
 constexpr int kEnvolturas = 50;  // how deep wrappers are looked into
 
 class LectorFilas {
  public:
-  LectorFilas(DatosTabla& datos, std::vector<ColumnaEntrada> columnas, std::string elemento)
-      : datos_(datos), columnas_(std::move(columnas)), elemento_(std::move(elemento)) {}
+  LectorFilas(DatosTabla& datos, std::vector<ColumnaEntrada> columnas, std::string elemento, std::string archivo)
+      : datos_(datos), columnas_(std::move(columnas)), elemento_(std::move(elemento)), archivo_(std::move(archivo)) {}
 
   // Plain rows that stand in text of their own, a stretch at a time, so that neither time nor memory goes into a tree
   // of the whole file. False: something else than plain rows stood there.
@@ -246,51 +249,88 @@ class LectorFilas {
         pendientes_.push_back(hijo);
       } else if (Es(hijo, uri::kRowset, "update")) {
         LeerCambio(hijo);
-      } else if (!Es(hijo, uri::kRowset, "delete") && envolturas < kEnvolturas) {
-        LeerDatos(hijo, envolturas + 1);  // a wrapper that isn't ours: its rows are plain
+      } else if (!Es(hijo, uri::kRowset, "delete")) {
+        // A wrapper that isn't ours: its rows are plain.
+        envolturas < kEnvolturas ? LeerDatos(hijo, envolturas + 1) : ExigirSinFilas(hijo);
       }
+    }
+  }
+
+  // Raises kArchivo when the node is a row or has one below, where nothing reads it: it would vanish without a word.
+  void ExigirSinFilas(pugi::xml_node raiz) {
+    if (EsFila(raiz)) NoEsTabla(archivo_, kInalcanzable);
+    for (auto nodo = raiz.first_child(); nodo;) {
+      if (EsFila(nodo)) NoEsTabla(archivo_, kInalcanzable);
+      if (nodo.first_child()) {
+        nodo = nodo.first_child();
+        continue;
+      }
+      while (nodo != raiz && !nodo.next_sibling()) nodo = nodo.parent();
+      nodo = nodo == raiz ? pugi::xml_node() : nodo.next_sibling();
     }
   }
 
   void Terminar() {
     datos_.publicadas = datos_.filas;
     for (const auto nodo : pendientes_) {
-      for (const auto hijo : nodo.children()) {
-        if (EsFila(hijo)) LeerFila(hijo, nullptr);
-      }
+      for (const auto fila : FilasDe(nodo)) LeerFila(fila, nullptr);
     }
   }
 
  private:
+  static constexpr const char* kInalcanzable = "tiene registros fuera de su lugar";
+
   bool EsFila(pugi::xml_node nodo) {
     const std::string_view nombre = nodo.name();
     if (nombre == nombre_fila_) return true;
-    if (!IgualSinCaso(Local(nombre), elemento_) || Espacio(nodo, Prefijo(nombre)) != uri::kFila) return false;
+    if (!IgualSinCaso(Local(nombre), elemento_)) return false;
+    const auto espacio = Espacio(nodo, Prefijo(nombre));
+    if (espacio.empty() && !Prefijo(nombre).empty()) NoEsTabla(archivo_, kInalcanzable);  // of no known kind
+    if (espacio != uri::kFila) return false;
     nombre_fila_ = nombre;
     return true;
   }
 
-  // The old row whole, then the new values over it; without either of them the other one is a plain row.
-  void LeerCambio(pugi::xml_node nodo) {
-    pugi::xml_node original;
-    pugi::xml_node nueva;
+  std::vector<pugi::xml_node> FilasDe(pugi::xml_node nodo) {
+    std::vector<pugi::xml_node> filas;
     for (const auto hijo : nodo.children()) {
-      if (EsFila(hijo)) nueva = hijo;
-      if (!Es(hijo, uri::kRowset, "original")) continue;
-      for (const auto nieto : hijo.children()) {
-        if (EsFila(nieto)) original = nieto;
+      if (EsFila(hijo)) {
+        filas.push_back(hijo);
+      } else {
+        ExigirSinFilas(hijo);
       }
     }
-    if (original) LeerFila(original, &nueva);
-    if (!original && nueva) LeerFila(nueva, nullptr);
+    return filas;
+  }
+
+  // The old row whole, then the new values over it; without either of them the other one is a plain row.
+  void LeerCambio(pugi::xml_node nodo) {
+    std::vector<pugi::xml_node> originales;
+    std::vector<pugi::xml_node> nuevas;
+    for (const auto hijo : nodo.children()) {
+      if (EsFila(hijo)) {
+        nuevas.push_back(hijo);
+      } else if (Es(hijo, uri::kRowset, "original")) {
+        const auto filas = FilasDe(hijo);
+        originales.insert(originales.end(), filas.begin(), filas.end());
+      } else {
+        ExigirSinFilas(hijo);
+      }
+    }
+    for (std::size_t i = 0; i < std::max(originales.size(), nuevas.size()); ++i) {
+      const auto* nueva = i < nuevas.size() ? &nuevas[i] : nullptr;
+      i < originales.size() ? LeerFila(originales[i], nueva) : LeerFila(*nueva, nullptr);
+    }
   }
 
   void LeerFila(pugi::xml_node fila, const pugi::xml_node* cambio) {
     datos_.AgregarFila();
     LeerValores(fila);
-    if (cambio == nullptr || !*cambio) return;
+    for (const auto hijo : fila.children()) ExigirSinFilas(hijo);
+    if (cambio == nullptr) return;
     AnularForzados(*cambio);
     LeerValores(*cambio);
+    for (const auto hijo : cambio->children()) ExigirSinFilas(hijo);
   }
 
   void LeerValores(pugi::xml_node fila) {
@@ -360,54 +400,9 @@ class LectorFilas {
   std::vector<ColumnaEntrada> columnas_;
   std::vector<EnEspera> en_espera_;
   std::string elemento_;
+  std::string archivo_;
   std::string nombre_fila_ = "\n";  // the name of a row in this file, once one was seen
   std::vector<pugi::xml_node> pendientes_;
-};
-
-[[noreturn]] void NoEsTabla(const std::string& nombre, const std::string& motivo) {
-  throw Error(error::kArchivo, "Tabla", "El archivo " + nombre + " no es una tabla válida: " + motivo);
-}
-
-// The bytes of a file as they come in, looked at while they are at hand: whether they are UTF-8 and hold no zero byte.
-class Bytes {
- public:
-  explicit Bytes(std::size_t capacidad) : datos_(std::make_unique_for_overwrite<char[]>(capacidad)) {}
-
-  char* Lugar() { return datos_.get() + largo_; }
-  void Agregar(std::size_t cuantos) {
-    const std::string_view tramo(Lugar(), cuantos);
-    con_ceros_ = con_ceros_ || tramo.find('\0') != tramo.npos;
-    largo_ += cuantos;
-    if (utf8_) {
-      validos_ += PrefijoUtf8({datos_.get() + validos_, largo_ - validos_});
-      utf8_ = largo_ - validos_ < 4;  // the last character may be waiting for its other bytes
-    }
-  }
-
-  // Makes the bytes fit for the parser and tells how they are to be read.
-  pugi::xml_encoding Preparar() {
-    const std::string_view v(datos_.get(), largo_);
-    if (v.starts_with("\xFF\xFE") || v.starts_with("\xFE\xFF") || v.starts_with(std::string_view("<\0", 2)) ||
-        v.starts_with(std::string_view("\0<", 2))) {
-      return pugi::encoding_auto;
-    }
-    if (con_ceros_) std::replace(datos_.get(), datos_.get() + largo_, '\0', ' ');  // a zero would end the text
-    if (utf8_ && validos_ == largo_) return v.starts_with("<?xml") ? pugi::encoding_auto : pugi::encoding_utf8;
-    const std::string texto = DesdeCp1252(v);
-    datos_ = std::make_unique_for_overwrite<char[]>(texto.size());
-    largo_ = texto.copy(datos_.get(), texto.size());
-    return pugi::encoding_utf8;
-  }
-
-  char* Datos() { return datos_.get(); }
-  std::size_t Largo() const { return largo_; }
-
- private:
-  std::unique_ptr<char[]> datos_;
-  std::size_t largo_ = 0;
-  std::size_t validos_ = 0;
-  bool utf8_ = true;
-  bool con_ceros_ = false;
 };
 
 pugi::xml_node BuscarHijo(pugi::xml_node nodo, std::string_view espacio, std::string_view local) {
@@ -459,33 +454,21 @@ std::shared_ptr<DatosTabla> LeerDocumento(const pugi::xml_document& documento, c
   auto datos = std::make_shared<DatosTabla>();
   datos->actualizable = Marca(Atributo(elemento, uri::kRowset, "updatable"), false);
   for (const auto& c : columnas) datos->AgregarCampo(c.campo);
-  LectorFilas lector(*datos, std::move(columnas), std::string(Atributo(elemento, "", "name")));
+  LectorFilas lector(*datos, std::move(columnas), std::string(Atributo(elemento, "", "name")), nombre);
   if (!lector.LeerTramos({partes.filas, partes.largo_filas}, partes.filas)) return nullptr;
+  for (const auto otra : documento.children()) {
+    if (otra != raiz) lector.ExigirSinFilas(otra);
+  }
   for (const auto hijo : raiz.children()) {
-    if (Es(hijo, uri::kRowset, "data")) lector.LeerDatos(hijo);
+    if (Es(hijo, uri::kRowset, "data")) {
+      lector.LeerDatos(hijo);
+    } else {
+      lector.ExigirSinFilas(hijo);
+    }
   }
   lector.Terminar();
   for (auto& columna : datos->columnas) columna.Ajustar();
   return datos;
-}
-
-Bytes LeerBytes(const std::filesystem::path& ruta) {
-  constexpr std::size_t kTramo = 256 * 1024;
-  std::error_code falla;
-  const auto tamano = std::filesystem::file_size(ruta, falla);
-  if (falla) throw Error(error::kArchivo, "Tabla", "No se puede abrir el archivo " + ruta.string(), falla.value());
-  errno = 0;
-  std::ifstream entrada(ruta, std::ios::binary);
-  if (!entrada) throw Error(error::kArchivo, "Tabla", "No se puede abrir el archivo " + ruta.string(), errno);
-  Bytes bytes(tamano);
-  while (bytes.Largo() < tamano) {
-    const std::size_t cuantos = std::min<std::size_t>(kTramo, tamano - bytes.Largo());
-    if (!entrada.read(bytes.Lugar(), static_cast<std::streamsize>(cuantos))) {
-      throw Error(error::kArchivo, "Tabla", "No se puede leer el archivo " + ruta.string(), errno);
-    }
-    bytes.Agregar(cuantos);
-  }
-  return bytes;
 }
 
 // Files written by hand hold apostrophes within their apostrophes: one that doesn't end its value becomes an entity.
@@ -516,20 +499,16 @@ enum class Modo { kTramos, kEntero, kReparado };
 
 // One reading of the file; nothing when it isn't of the layout that the mode allows.
 std::shared_ptr<DatosTabla> Intentar(const std::filesystem::path& ruta, Modo modo) {
-  Bytes bytes = LeerBytes(ruta);
-  const auto codificacion = bytes.Preparar();
+  BytesPersistidos bytes = LeerBytes(ruta);
   Partes partes;
   if (modo == Modo::kTramos) partes = Partir(bytes.Datos(), bytes.Largo());
   if (modo == Modo::kTramos && partes.filas == nullptr) return nullptr;
-  if (modo == Modo::kReparado) {
-    if (codificacion != pugi::encoding_utf8) return nullptr;
-    partes.documento = EscaparComillas({bytes.Datos(), bytes.Largo()});
-  }
+  if (modo == Modo::kReparado) partes.documento = EscaparComillas(bytes.Vista());
   pugi::xml_document documento;
+  const bool propio = modo == Modo::kEntero;
   const auto resultado =
-      modo == Modo::kEntero
-          ? documento.load_buffer_inplace(bytes.Datos(), bytes.Largo(), kLectura, codificacion)
-          : documento.load_buffer_inplace(partes.documento.data(), partes.documento.size(), kLectura, codificacion);
+      documento.load_buffer_inplace(propio ? bytes.Datos() : partes.documento.data(),
+                                    propio ? bytes.Largo() : partes.documento.size(), kLectura, pugi::encoding_utf8);
   if (!resultado) return nullptr;
   return LeerDocumento(documento, ruta.filename().string(), partes);
 }

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <limits>
 
+#include "base/Texto.h"
 #include "support/Carpeta.h"
 #include "tables/Comun.h"
 
@@ -242,6 +243,11 @@ std::string Veces(std::string_view texto, int veces) {
   return s;
 }
 
+// A table of one row whose text stands in the file as given.
+std::string ConTexto(const std::string& texto) {
+  return kCabeza + kEsquemaSimple + "<rs:data><z:row Id='1' Town='" + texto + "'/></rs:data></xml>";
+}
+
 std::vector<Entrada> Entradas() {
   const std::string cambios =
       kCabeza + kEsquemaSimple +
@@ -272,6 +278,33 @@ std::vector<Entrada> Entradas() {
            "<rs:data><z:row Id='1' Town='Caba\xF1"
            "a'/></rs:data></xml>",
        "Id|Town/1|Cabaña"},
+      {"un byte malo entre caracteres enteros", ConTexto("Precipitaci\xC3\xB3n \xF1 \xE2\x82"),
+       "Id|Town/1|Precipitación � ��"},
+      {"declara UTF-8 con un byte malo",
+       "<?xml version='1.0' encoding='utf-8'?>" + ConTexto("Caba\xF1"
+                                                           "a"),
+       "Id|Town/1|Caba�a"},
+      {"marca de UTF-8 con un byte malo",
+       "\xEF\xBB\xBF" + ConTexto("Caba\xF1"
+                                 "a"),
+       "Id|Town/1|Caba�a"},
+      {"declara ANSI y parece UTF-8",
+       "<?xml version=\"1.0\" encoding=\"Windows-1252\"?>\r\n" + ConTexto("\xC3\xB3 \x80"), "Id|Town/1|Ã³ €"},
+      {"declara lo que no es", "<?xml version='1.0' encoding='UTF-16'?>" + ConTexto("ñ"), "Id|Town/1|ñ"},
+      {"referencias que no son caracteres",
+       ConTexto("&#xD83D;-&#x110000;-&#57343;-&#0;-&#x1;-&#xFFFF;-&#x100000041;-&#99999999999999999999;"),
+       "Id|Town/1|�-�-�-�-�-�-�-�"},
+      {"referencias que lo son", ConTexto("&#x41;&#66;&#xFFFD;&#x1F4A7;&#x9;&#xx;&#;&#x 41;&amp;#x110000;"),
+       "Id|Town/1|AB�💧\t&#xx;&#;&#x 41;&#x110000;"},
+      {"media pareja en utf-16", Reemplazar(Utf16(ConTexto("a@b"), false), std::string_view("@\0", 2), "\x3D\xD8"),
+       "Id|Town/1|a�b"},
+      {"pareja en utf-16 y letra suelta",
+       Reemplazar(Utf16(ConTexto("a@b"), true), std::string_view("\0@", 2), "\xD8\x3D\xDC\xA7") + "x", "Id|Town/1|a💧b"},
+      {"varios cambios en uno",
+       kCabeza + kEsquemaSimple +
+           "<rs:data><rs:update><rs:original><z:row Id='1'/></rs:original><z:row Town='a'/>"
+           "<rs:original><z:row Id='2'/><z:row Id='3'/></rs:original><z:row Town='b'/></rs:update></rs:data></xml>",
+       "Id|Town/1|a/2|b/3|-"},
       {"blancos crudos", kCabeza + kEsquemaSimple + "<rs:data><z:row Id=' 1 ' Town=' a\t\r\nb '/></rs:data></xml>",
        "Id|Town/1| a\t\r\nb "},
       {"claves en otro caso y desconocidas",
@@ -344,6 +377,17 @@ std::vector<Entrada> Entradas() {
        "f|n|b|h/2008-01-25T13:04:00|15.5|True|0a0b/2008-01-25T13:04:00|10|False|-/2008-01-25T00:00:00|-|-|-/"
        "1899-12-30T10:00:00|-|-|-"},
   };
+}
+
+TEST(Persistido, UnTextoConUnByteMaloSeGuardaComoSeLee) {
+  const Carpeta carpeta;
+  const auto t = prueba::TablaDeTextos({"C"}, {{"Precipitaci\xC3\xB3n \xF1"},
+                                               {"Caba\xF1"
+                                                "a"}});
+  t->Save(carpeta / "t.xml");
+  Tabla leida;
+  leida.Open(carpeta / "t.xml");
+  EXPECT_EQ(Vista(leida), "C/Precipitación �/Cabaña");
 }
 
 TEST(Persistido, LeeLasFormasDeOtrosEscritores) {
