@@ -11,8 +11,6 @@
 namespace utr {
 namespace {
 
-constexpr std::int64_t kSegundosDia = 86400;
-
 std::chrono::year_month_day FechaCivil(const FechaHora& f) {
   return std::chrono::year{f.anio} / std::chrono::month{static_cast<unsigned>(f.mes)} /
          std::chrono::day{static_cast<unsigned>(f.dia)};

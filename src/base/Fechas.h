@@ -9,6 +9,8 @@
 // Dates and times of day as the system writes them: day first, built by hand, independent of the locale.
 namespace utr {
 
+inline constexpr std::int64_t kSegundosDia = 86400;
+
 // A moment of the proleptic Gregorian calendar to the second, without zone: years 100 to 9999.
 struct FechaHora {
   int anio = 1899;

@@ -10,7 +10,7 @@ namespace utr::simulada {
 namespace {
 
 const std::int64_t kAhora = Segundos({2026, 3, 15, 10, 0, 0});
-constexpr std::int64_t kDia = 86400;
+constexpr std::int64_t kDia = kSegundosDia;
 
 bool MismosBytes(Memoria& a, Memoria& b) {
   return std::equal(a.Bytes().begin(), a.Bytes().end(), b.Bytes().begin());

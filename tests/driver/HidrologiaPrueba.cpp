@@ -7,7 +7,7 @@ namespace utr::simulada {
 namespace {
 
 constexpr std::int64_t kHora = 3600;
-constexpr std::int64_t kDia = 86400;
+constexpr std::int64_t kDia = kSegundosDia;
 const std::int64_t kAhora = Segundos({2026, 3, 15, 10, 0, 0});
 
 // One look an hour back over so many days.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/Fechas.h"
 #include "base/Numeros.h"
 
 namespace utr::simulada {
@@ -10,7 +11,7 @@ namespace utr::simulada {
 namespace {
 
 constexpr std::int64_t kMinuto = 60;
-constexpr std::int64_t kDia = 86400;
+constexpr std::int64_t kDia = kSegundosDia;
 constexpr int kMinutosDia = 1440;
 constexpr std::int64_t kMayorAusencia = 60 * kDia;
 

@@ -4,11 +4,13 @@
 #include <cmath>
 #include <numbers>
 
+#include "base/Fechas.h"
+
 namespace utr::simulada {
 
 namespace {
 
-constexpr std::int64_t kDia = 86400;
+constexpr std::int64_t kDia = kSegundosDia;
 constexpr double kVuelta = 2 * std::numbers::pi;
 constexpr std::int64_t kMemoriaDelRio = 20;  // days after which a storm no longer shows
 constexpr std::int64_t kEntreCrecidas = 11;  // days; each such block has one large storm

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "base/Fechas.h"
+
 namespace utr::simulada {
 
 namespace {
@@ -147,7 +149,6 @@ Suceso LeerSuceso(VistaPagina pagina, unsigned indice) {
 
 namespace {
 constexpr std::int64_t kOrigen = 10957;  // days from 01/01/1970 to 01/01/2000
-constexpr std::int64_t kSegundosDia = 86400;
 }  // namespace
 
 std::int32_t DiaDe(std::int64_t segundos) {

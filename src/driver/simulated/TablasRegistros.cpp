@@ -10,8 +10,6 @@ namespace utr::simulada {
 
 namespace {
 
-constexpr std::int64_t kSegundosDia = 86400;
-
 // Fields of the two tables, by position.
 enum CampoMuestra : std::size_t { kFecha, kHora, kCanal, kValor, kMaximo, kMinimo, kValidacion, kColaTX };
 enum CampoSuceso : std::size_t { kCodigo = 2, kValor1, kValor2 };
