@@ -75,7 +75,7 @@ std::string TextoPresente(const Tabla& registro, std::string_view columna) {
 
 // Files written on a machine with the other decimal separator are read on this one.
 double LeerConstante(std::string_view texto) {
-  return LeerDoble(SeparadorEsPunto() ? Reemplazar(texto, ",", ".") : Reemplazar(texto, ".", ","));
+  return LeerDoble(Reemplazar(texto, ",", "."));
 }
 
 bool LeerLogico(const Tabla& registro, std::string_view columna) {
