@@ -66,7 +66,7 @@ template <typename Clave, typename Leer>
 std::vector<std::pair<Clave, std::uint32_t>> Claves(const Tabla& tabla, std::size_t campo, Leer leer) {
   std::vector<std::pair<Clave, std::uint32_t>> claves;
   for (std::uint32_t fila = 0; fila < tabla.RecordCount(); ++fila)
-    claves.emplace_back(leer(tabla.TextoEn(fila, campo)), fila);
+    claves.emplace_back(leer(tabla.Filas().Texto(fila, campo)), fila);
   return claves;
 }
 

@@ -186,15 +186,15 @@ ListaTabla::Fuente ListaTabla::PrepararColumna(const Tabla& tabla, const Columna
   if (fuente.directa) return fuente;
   fuente.textos.push_back(PresentarNulo(columna));
   if (fuente.de_texto) {
-    for (std::size_t i = 1; i <= tabla.Distintos(campo); ++i)
-      fuente.textos.push_back(Presentar(columna, tabla.Distinto(campo, i)));
+    const TextosColumna textos = tabla.Textos(campo);
+    for (std::size_t i = 1; i <= textos.Cantidad(); ++i) fuente.textos.push_back(Presentar(columna, textos.Texto(i)));
     return fuente;
   }
   std::unordered_map<std::string, std::uint32_t> vistos;
   for (std::size_t posicion = 0; posicion < tabla.RecordCount(); ++posicion) {
-    const std::size_t fila = tabla.FilaVista(posicion);
+    const std::size_t fila = tabla.Filas().EnVista(posicion);
     if (fila >= fuente.indices.size()) fuente.indices.resize(fila + 1, 0);
-    const Valor valor = tabla.ValorEn(fila, campo);
+    const Valor valor = tabla.Filas().Value(fila, campo);
     if (std::holds_alternative<std::monostate>(valor)) continue;
     const auto [visto, nuevo] = vistos.try_emplace(TextoDe(valor), static_cast<std::uint32_t>(fuente.textos.size()));
     if (nuevo) fuente.textos.push_back(Presentar(columna, visto->first));
@@ -205,31 +205,24 @@ ListaTabla::Fuente ListaTabla::PrepararColumna(const Tabla& tabla, const Columna
 
 std::size_t ListaTabla::Fila(std::size_t posicion) const {
   if (posicion >= Cantidad()) Lanzar(error::kLlamada, "ListaTabla");
-  return con_vista_ ? vista_[posicion] : tabla_->FilaVista(posicion);
-}
-
-std::optional<std::size_t> ListaTabla::PosicionDe(std::size_t fila) const {
-  for (std::size_t posicion = 0; posicion < Cantidad(); ++posicion) {
-    if (Fila(posicion) == fila) return posicion;
-  }
-  return std::nullopt;
+  return con_vista_ ? vista_[posicion] : tabla_->Filas().EnVista(posicion);
 }
 
 std::size_t ListaTabla::Indices(const Fuente& fuente) const {
   if (fuente.campo < 0) return 1;
-  return fuente.directa ? tabla_->Distintos(static_cast<std::size_t>(fuente.campo)) + 1 : fuente.textos.size();
+  return fuente.directa ? tabla_->Textos(static_cast<std::size_t>(fuente.campo)).Cantidad() + 1 : fuente.textos.size();
 }
 
 std::size_t ListaTabla::IndiceDe(std::size_t fila, const Fuente& fuente) const {
   if (fuente.campo < 0) return 0;
-  return fuente.de_texto ? tabla_->IndiceTexto(fila, static_cast<std::size_t>(fuente.campo)) : fuente.indices[fila];
+  return fuente.de_texto ? tabla_->Textos(static_cast<std::size_t>(fuente.campo)).De(fila) : fuente.indices[fila];
 }
 
 std::string_view ListaTabla::TextoDeIndice(std::size_t indice, std::size_t columna) const {
   const Fuente& fuente = fuentes_[columna];
   if (fuente.campo < 0) return kGuion;
   if (!fuente.directa) return fuente.textos[indice];
-  if (indice > 0) return tabla_->Distinto(static_cast<std::size_t>(fuente.campo), indice);
+  if (indice > 0) return tabla_->Textos(static_cast<std::size_t>(fuente.campo)).Texto(indice);
   return columnas_[columna].presentacion == Presentacion::kGuionSiNulo ? kGuion : std::string_view{};
 }
 
@@ -276,7 +269,7 @@ void ListaTabla::RehacerVista() {
   con_vista_ = tabla_ && (!filtro_.empty() || orden_);
   if (!con_vista_) return;
   vista_.resize(total_);
-  for (std::size_t i = 0; i < total_; ++i) vista_[i] = static_cast<std::uint32_t>(tabla_->FilaVista(i));
+  for (std::size_t i = 0; i < total_; ++i) vista_[i] = static_cast<std::uint32_t>(tabla_->Filas().EnVista(i));
   if (!filtro_.empty()) DejarLasQueContienen(vista_);
   if (orden_) OrdenarFilas(vista_);
 }

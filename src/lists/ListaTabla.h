@@ -38,15 +38,13 @@ class ListaTabla {
   // table, empties the list. Raises kCampo for a table without a field that a column needs; the list is empty then.
   void Mostrar(TablaPtr tabla);
   void Vaciar() noexcept;
-  const TablaPtr& LaTabla() const noexcept { return tabla_; }
 
   // Rows on show, and all rows that the table gave.
   std::size_t Cantidad() const noexcept { return con_vista_ ? vista_.size() : total_; }
   std::size_t Total() const noexcept { return total_; }
 
-  // The row of a position, and the position of a row (nothing when it isn't on show; costs a walk over the positions).
+  // The row of a position.
   std::size_t Fila(std::size_t posicion) const;
-  std::optional<std::size_t> PosicionDe(std::size_t fila) const;
 
   // The text shown. Agregar appends it to `salida` instead.
   std::string Texto(std::size_t posicion, std::size_t columna) const;

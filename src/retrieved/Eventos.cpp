@@ -43,14 +43,14 @@ class ConstructorEventos {
     for (std::size_t i = kFecha; i <= kValor2; ++i) campos_[i] = origen.IndiceCampo(kCampos[i].nombre);
   }
 
-  std::string Leer(std::size_t fila, Lugar campo) const { return origen_.TextoEn(fila, campos_[campo]); }
+  std::string Leer(std::size_t fila, Lugar campo) const { return origen_.Filas().Texto(fila, campos_[campo]); }
 
   // Adds the event unless its time says that there is none.
   void Agregar(std::size_t fila, const std::string& fecha, Tabla& resultado) {
     if (Largo(Leer(fila, kHora)) <= 1) return;
     resultado.AddNew();
     resultado.Set(kFecha, fecha);
-    resultado.Set(kHora, origen_.ValorEn(fila, campos_[kHora]));
+    resultado.Set(kHora, origen_.Filas().Value(fila, campos_[kHora]));
     PonerCodigo(Leer(fila, kCodigo), resultado);
     PonerValores(fila, resultado);
     resultado.UpdateBatch();
@@ -81,8 +81,8 @@ class ConstructorEventos {
                                              : EscalarValorEvento(valor2, canal, configuracion_));
       resultado.Set(kValor1, "Canal: " + canal);
     } else {
-      resultado.Set(kValor1, origen_.ValorEn(fila, campos_[kValor1]));
-      resultado.Set(kValor2, origen_.ValorEn(fila, campos_[kValor2]));
+      resultado.Set(kValor1, origen_.Filas().Value(fila, campos_[kValor1]));
+      resultado.Set(kValor2, origen_.Filas().Value(fila, campos_[kValor2]));
     }
   }
 
@@ -149,7 +149,7 @@ TablaPtr ArmarRegistrosEventos(const TablaPtr& origen, Tabla* configuracion, Tab
   ConstructorEventos constructor(*origen, configuracion, descripciones, true);
   std::string fecha_en_curso;
   for (std::size_t posicion = 0; posicion < filas; ++posicion) {
-    const std::size_t fila = origen->FilaVista(posicion);
+    const std::size_t fila = origen->Filas().EnVista(posicion);
     // Any text that is longer than one character is a marker here, a date or not.
     const std::string fecha = constructor.Leer(fila, kFecha);
     if (Largo(fecha) > 1) {
@@ -173,7 +173,7 @@ TablaPtr ArmarEventosPendientes(const TablaPtr& origen, Tabla* configuracion, Ta
   std::string fecha_en_curso = kFechaProvisional;
   bool fecha_vista = false;
   for (std::size_t posicion = 0; posicion < filas; ++posicion) {
-    const std::size_t fila = origen->FilaVista(posicion);
+    const std::size_t fila = origen->Filas().EnVista(posicion);
     const std::string fecha = constructor.Leer(fila, kFecha);
     if (!EsFecha(fecha)) {
       constructor.Agregar(fila, fecha_en_curso, *resultado);

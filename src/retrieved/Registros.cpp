@@ -70,7 +70,7 @@ class Traduccion {
     if (indice < numeros_.size() && numeros_[indice] != 0) return resultado.SetIndice(campo, numeros_[indice]);
     resultado.Set(campo, producir());
     if (indice >= numeros_.size()) numeros_.resize(indice + 1 + numeros_.size() / 2);
-    numeros_[indice] = resultado.IndiceTexto(resultado.FilaActual(), campo);
+    numeros_[indice] = resultado.Textos(campo).De(resultado.Filas().Actual());
   }
 
  private:
@@ -127,21 +127,21 @@ class ConstructorRegistros {
         campos_(origen) {
     for (std::size_t i = kFecha; i <= kColaTX; ++i) {
       es_texto_[i] = ClaseDe(origen.Field(campos_.lugar[i]).tipo) == Clase::kTexto;
-      recordable_[i] = es_texto_[i] && origen.Distintos(campos_.lugar[i]) <= kRecordables;
+      recordable_[i] = es_texto_[i] && origen.Textos(campos_.lugar[i]).Cantidad() <= kRecordables;
     }
   }
 
   void Construir() {
     const std::size_t filas = origen_.RecordCount();
     resultado_.Reservar(filas);
-    for (std::size_t posicion = 0; posicion < filas; ++posicion) Agregar(origen_.FilaVista(posicion));
+    for (std::size_t posicion = 0; posicion < filas; ++posicion) Agregar(origen_.Filas().EnVista(posicion));
     if (configuracion_ != nullptr && resultado_.RecordCount() > 0) configuracion_->Filter("");
   }
 
  private:
   void Agregar(std::size_t fila) {
     if (EsMarcador(fila)) {
-      fecha_ = origen_.TextoEn(fila, campos_.lugar[kFecha]);
+      fecha_ = origen_.Filas().Texto(fila, campos_.lugar[kFecha]);
       traduccion_fecha_ = {};
       if (!es_cola_) return;
     }
@@ -164,7 +164,7 @@ class ConstructorRegistros {
   }
 
   void Copiar(std::size_t fila, Lugar campo) {
-    const auto leer = [&] { return origen_.ValorEn(fila, campos_.lugar[campo]); };
+    const auto leer = [&] { return origen_.Filas().Value(fila, campos_.lugar[campo]); };
     if (recordable_[campo]) {
       copiados_[campo].Poner(resultado_, campo, Indice(fila, campo), leer);
     } else {
@@ -180,11 +180,11 @@ class ConstructorRegistros {
     return *marcadores_[indice];
   }
 
-  std::uint32_t Indice(std::size_t fila, Lugar campo) const { return origen_.IndiceTexto(fila, campos_.lugar[campo]); }
+  std::uint32_t Indice(std::size_t fila, Lugar campo) const { return origen_.Textos(campos_.lugar[campo]).De(fila); }
 
   // The text of a value of the source, valid until the next call.
   std::string_view Leer(std::size_t fila, Lugar campo) {
-    const Valor valor = origen_.ValorEn(fila, campos_.lugar[campo]);
+    const Valor valor = origen_.Filas().Value(fila, campos_.lugar[campo]);
     if (const auto* texto = std::get_if<std::string_view>(&valor)) return *texto;
     auxiliar_ = TextoDe(valor);
     return auxiliar_;

@@ -241,8 +241,10 @@ bool Tabla::Eof() const noexcept {
   return fila_ == kNinguna;
 }
 
-bool Tabla::Bof() const noexcept {
-  return datos_->filas == 0 || (TieneVista() && vista_.empty());
+bool Tabla::Bof() const {
+  if (!TieneVista()) return datos_->filas == 0;
+  Sincronizar();
+  return vista_.empty();
 }
 
 std::size_t Tabla::RecordCount() const {
@@ -250,15 +252,6 @@ std::size_t Tabla::RecordCount() const {
   if (!TieneVista()) return datos_->filas;
   Sincronizar();
   return vista_.size();
-}
-
-std::size_t Tabla::FilaVista(std::size_t posicion) const {
-  if (posicion >= RecordCount()) Lanzar(error::kSinRegistro, "Tabla");
-  return TieneVista() ? vista_[posicion] : posicion;
-}
-
-std::size_t Tabla::FilaActual() const {
-  return ExigirFila();
 }
 
 void Tabla::IrAFila(std::size_t fila) {
@@ -307,15 +300,10 @@ void Tabla::Set(std::string_view campo, const Valor& valor) {
   Set(IndiceCampo(campo), valor);
 }
 
-Valor Tabla::ValorEn(std::size_t fila, std::size_t campo) const {
-  ExigirAbierta();
-  ExigirCampo(campo);
-  if (fila >= datos_->filas) Lanzar(error::kSinRegistro, "Tabla");
-  return datos_->columnas[campo].Leer(fila);
-}
-
-std::string Tabla::TextoEn(std::size_t fila, std::size_t campo) const {
-  return TextoDe(ValorEn(fila, campo));
+void Tabla::SetIndice(std::size_t campo, std::uint32_t indice) {
+  const std::size_t fila = ExigirFila();
+  if (indice > Textos(campo).Cantidad()) Lanzar(error::kLlamada, "Tabla");
+  datos_->columnas[campo].EscribirIndice(fila, indice);
 }
 
 // --- Change ----------------------------------------------------------------------------------------------------------
@@ -506,32 +494,50 @@ void Tabla::Find(std::string_view criterio) {
   while (!Eof() && !Coincide(igualdad, fila_)) MoveNext();
 }
 
-// --- Whole columns ---------------------------------------------------------------------------------------------------
+// --- Views -----------------------------------------------------------------------------------------------------------
 
-std::size_t Tabla::Distintos(std::size_t campo) const {
+FilasTabla Tabla::Filas() const {
+  return FilasTabla(*this);
+}
+
+TextosColumna Tabla::Textos(std::size_t campo) const {
   ExigirCampo(campo);
-  return datos_->columnas[campo].Textos().Cantidad();
+  if (datos_->columnas[campo].DeClase() != Clase::kTexto) Lanzar(error::kLlamada, "Tabla");
+  return {*datos_, campo};
 }
 
-std::string_view Tabla::Distinto(std::size_t campo, std::size_t indice) const {
-  if (indice == 0 || indice > Distintos(campo)) Lanzar(error::kLlamada, "Tabla");
-  return datos_->columnas[campo].Textos().Texto(static_cast<std::uint32_t>(indice));
+std::size_t FilasTabla::EnVista(std::size_t posicion) const {
+  if (posicion >= tabla_.RecordCount()) Lanzar(error::kSinRegistro, "Tabla");
+  return tabla_.TieneVista() ? tabla_.vista_[posicion] : posicion;
 }
 
-std::uint32_t Tabla::IndiceTexto(std::size_t fila, std::size_t campo) const {
-  ExigirCampo(campo);
-  const Columna& columna = datos_->columnas[campo];
-  if (columna.DeClase() != Clase::kTexto) Lanzar(error::kLlamada, "Tabla");
-  if (fila >= datos_->filas) Lanzar(error::kSinRegistro, "Tabla");
-  return columna.Indice(fila);
+std::size_t FilasTabla::Actual() const {
+  return tabla_.ExigirFila();
 }
 
-void Tabla::SetIndice(std::size_t campo, std::uint32_t indice) {
-  const std::size_t fila = ExigirFila();
-  if (indice > Distintos(campo) || datos_->columnas[campo].DeClase() != Clase::kTexto) {
-    Lanzar(error::kLlamada, "Tabla");
-  }
-  datos_->columnas[campo].EscribirIndice(fila, indice);
+Valor FilasTabla::Value(std::size_t fila, std::size_t campo) const {
+  tabla_.ExigirAbierta();
+  tabla_.ExigirCampo(campo);
+  if (fila >= tabla_.datos_->filas) Lanzar(error::kSinRegistro, "Tabla");
+  return tabla_.datos_->columnas[campo].Leer(fila);
+}
+
+std::string FilasTabla::Texto(std::size_t fila, std::size_t campo) const {
+  return TextoDe(Value(fila, campo));
+}
+
+std::size_t TextosColumna::Cantidad() const noexcept {
+  return datos_.columnas[campo_].Textos().Cantidad();
+}
+
+std::string_view TextosColumna::Texto(std::size_t indice) const {
+  if (indice == 0 || indice > Cantidad()) Lanzar(error::kLlamada, "Tabla");
+  return datos_.columnas[campo_].Textos().Texto(static_cast<std::uint32_t>(indice));
+}
+
+std::uint32_t TextosColumna::De(std::size_t fila) const {
+  if (fila >= datos_.filas) Lanzar(error::kSinRegistro, "Tabla");
+  return datos_.columnas[campo_].Indice(fila);
 }
 
 std::size_t Tabla::Memoria() const noexcept {

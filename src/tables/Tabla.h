@@ -81,10 +81,14 @@ using Valor = std::variant<std::monostate, std::string_view, double, std::int64_
 std::string TextoDe(const Valor& valor);
 
 class DatosTabla;
+class FilasTabla;
+class TextosColumna;
 class Tabla;
 using TablaPtr = std::shared_ptr<Tabla>;
 
-// A client-side table: named typed fields, rows, and one cursor with a filter and a sort order.
+// A client-side table: named typed fields, rows, and one cursor with a filter and a sort order. Whoever reads it
+// otherwise than row by row asks it for one of the two views below it: Filas, the rows by their identity, and Textos,
+// the distinct texts of a column.
 //
 // Rows are shared between a table and its clones; fields too. Cursor, filter, sort and state are each clone's own.
 // Field names are found without regard to case. Not for more than one thread.
@@ -151,21 +155,16 @@ class Tabla {
   void MoveNext();  // raises kSinRegistro when already past the end
   void MoveLast();
   bool Eof() const noexcept;  // past the last row, or no rows
-  bool Bof() const noexcept;  // no rows (there is no moving backwards past the first)
+  bool Bof() const;           // no rows (there is no moving backwards past the first)
   std::size_t RecordCount() const;
-
-  // The rows on show by position, without moving the cursor: FilaVista(0) is the first. Positions hold until the next
-  // change of filter, sort or rows. Lists read the table through these.
-  std::size_t FilaVista(std::size_t posicion) const;  // the identity of the row: its place in the order of adding
-  std::size_t FilaActual() const;                     // identity of the current row; raises kSinRegistro
-  void IrAFila(std::size_t fila);                     // makes that row current
+  void IrAFila(std::size_t fila);  // makes the row of that identity current; raises kSinRegistro when there is none
 
   // --- Values of the current row -------------------------------------------------------------------------------------
 
   Valor Value(std::size_t campo) const;
   Valor Value(std::string_view campo) const;
 
-  // The value as text, null as "". A text column gives its text without a copy while the view lives.
+  // The value as a text of its own, null as "". Whoever wants no copy takes the Value of a text column.
   std::string Texto(std::size_t campo) const;
   std::string Texto(std::string_view campo) const;
   bool EsNulo(std::size_t campo) const;
@@ -181,9 +180,9 @@ class Tabla {
   void Set(std::size_t campo, const std::string& texto) { Set(campo, Valor{std::string_view{texto}}); }
   void Set(std::string_view campo, const std::string& texto) { Set(campo, Valor{std::string_view{texto}}); }
 
-  // The same by row identity, for readers that don't want to move the cursor.
-  Valor ValorEn(std::size_t fila, std::size_t campo) const;
-  std::string TextoEn(std::size_t fila, std::size_t campo) const;
+  // Writes text `indice` of a text column (0 is null) without looking the text up, for builders that write the same
+  // texts by the thousand. Raises kLlamada for a column of another kind and for a text that it never held.
+  void SetIndice(std::size_t campo, std::uint32_t indice);
 
   // --- Change --------------------------------------------------------------------------------------------------------
 
@@ -216,23 +215,17 @@ class Tabla {
   // that matches becomes current; without one, or past the end already, the cursor ends after the last row.
   void Find(std::string_view criterio);
 
-  // --- Whole columns -------------------------------------------------------------------------------------------------
+  // --- Views ---------------------------------------------------------------------------------------------------------
 
-  // For text columns only: the distinct texts that the column has ever held and, for a row, which one it is (0 is
-  // null, n stands for Distinto(campo, n)). Widths, filters-as-you-type and sorting by text look at each text once.
-  std::size_t Distintos(std::size_t campo) const;
-  std::string_view Distinto(std::size_t campo, std::size_t indice) const;
-  std::uint32_t IndiceTexto(std::size_t fila, std::size_t campo) const;
-
-  // Gives the current row text `indice` of a text column (0 is null) without looking the text up, for builders that
-  // write the same texts by the thousand. Raises kLlamada for a column of another kind and for a text that it never
-  // held.
-  void SetIndice(std::size_t campo, std::uint32_t indice);
+  // Neither moves the cursor, and neither outlives the table. Raises kLlamada for a column that holds no texts.
+  FilasTabla Filas() const;
+  TextosColumna Textos(std::size_t campo) const;
 
   // Bytes held by rows, texts and indexes.
   std::size_t Memoria() const noexcept;
 
  private:
+  friend class FilasTabla;
   friend TablaPtr CopiarRecordset(Tabla& origen, bool con_datos);  // a file may repeat a field's name, Append doesn't
 
   explicit Tabla(std::shared_ptr<DatosTabla> datos);
@@ -281,6 +274,49 @@ class Tabla {
   mutable std::size_t posicion_ = 0;   // of the current row in the view, or of the row that follows it when it left
   mutable bool actual_fuera_ = false;  // the current row isn't in the view
   std::size_t fila_ = kNinguna;        // the current row; none: past the end
+};
+
+// The rows of a table by their identity: the place of a row in the order of adding, which neither filter nor sort
+// changes. Lists and builders read a table through it.
+class FilasTabla {
+ public:
+  // The row at a position of those on show: EnVista(0) is the first. Positions hold until the next change of filter,
+  // sort or rows. Raises kSinRegistro beyond the last one.
+  std::size_t EnVista(std::size_t posicion) const;
+
+  // The current row of the cursor. Raises kSinRegistro when there is none.
+  std::size_t Actual() const;
+
+  // Tabla::Value and Tabla::Texto of any row. Raise kSinRegistro for a row that isn't there.
+  Valor Value(std::size_t fila, std::size_t campo) const;
+  std::string Texto(std::size_t fila, std::size_t campo) const;
+
+ private:
+  friend class Tabla;
+  explicit FilasTabla(const Tabla& tabla) : tabla_(tabla) {}
+
+  const Tabla& tabla_;
+};
+
+// The distinct texts that a text column has ever held, by number from 1 (0 is null). Widths, filters as one types and
+// sorting by text look at each text once.
+class TextosColumna {
+ public:
+  std::size_t Cantidad() const noexcept;
+
+  // Text number `indice`; raises kLlamada for 0 and for one that the column never held. The view lives as long as the
+  // table's rows do.
+  std::string_view Texto(std::size_t indice) const;
+
+  // Which one a row holds. Raises kSinRegistro for a row that isn't there.
+  std::uint32_t De(std::size_t fila) const;
+
+ private:
+  friend class Tabla;
+  TextosColumna(const DatosTabla& datos, std::size_t campo) : datos_(datos), campo_(campo) {}
+
+  const DatosTabla& datos_;
+  std::size_t campo_;
 };
 
 // A new table with the same fields; with `con_datos` all rows of the source from its first on (its filter and sort

@@ -194,7 +194,7 @@ TEST_P(Contrato, LasSalidasSeVenEnLosInstantaneos) {
   banco->Conectar();
   const auto estado = [&](std::size_t lugar) {
     const TablaPtr t = Driver().LeerInstantaneos();
-    return t->TextoEn(lugar, 0);
+    return t->Filas().Texto(lugar, 0);
   };
   for (const bool encender : {true, false, true}) {
     EXPECT_TRUE(Driver().GrabarSalidaDigital(1, encender));

@@ -164,11 +164,11 @@ TEST(Escenario, LoQuitadoVuelveALoDeFabrica) {
   EXPECT_EQ(texto("TStorage"), "60");
   EXPECT_EQ(texto("AMax"), "22.5");
   EXPECT_EQ(banco.Driver().LeerPagina("34", false), "1,2,3");
-  EXPECT_EQ(banco.Driver().LeerInstantaneos()->TextoEn(36, 0), "1");
+  EXPECT_EQ(banco.Driver().LeerInstantaneos()->Filas().Texto(36, 0), "1");
   banco.Escenario("");
   EXPECT_EQ(texto("TStorage"), "10");
   EXPECT_EQ(banco.Driver().LeerPagina("34", false), "0,0,0");
-  EXPECT_EQ(banco.Driver().LeerInstantaneos()->TextoEn(36, 0), "0");
+  EXPECT_EQ(banco.Driver().LeerInstantaneos()->Filas().Texto(36, 0), "0");
   EXPECT_EQ(banco.Driver().LeerDatos("", "", 3)->RecordCount(), historia) << "the records stay";
   banco.Escenario("[historia]\ndias = 2");
   EXPECT_LT(banco.Driver().LeerDatos("", "", 3)->RecordCount(), 400U) << "another history is made anew";

@@ -175,8 +175,6 @@ TEST(ListaTabla, FiltroYOrdenSeCombinanYSeQuitan) {
   lista.Filtrar("2");
   EXPECT_EQ(Columna(lista, 0), (Textos{"21", "12", "2"}));
   EXPECT_EQ(lista.Fila(0), 0U);
-  EXPECT_EQ(lista.PosicionDe(3), 2U);
-  EXPECT_EQ(lista.PosicionDe(4), std::nullopt);
   lista.QuitarOrden();
   lista.Filtrar("");
   EXPECT_EQ(Columna(lista, 0), (Textos{"21", "3", "12", "2", "1"}));
@@ -187,7 +185,7 @@ TEST(ListaTabla, NoTocaLaTablaYSigueSuFiltroYOrden) {
   tabla->Filter("g='x'");
   tabla->Sort("a DESC");
   tabla->MoveNext();
-  const std::size_t actual = tabla->FilaActual();
+  const std::size_t actual = tabla->Filas().Actual();
   ListaTabla lista({{"A", "a", P::kTalCual, O::kNumero}});
   lista.Mostrar(tabla);
   EXPECT_EQ(Columna(lista, 0), (Textos{"4", "3", "1"}));
@@ -196,7 +194,7 @@ TEST(ListaTabla, NoTocaLaTablaYSigueSuFiltroYOrden) {
   lista.Filtrar("");
   lista.Ordenar({0});
   EXPECT_EQ(Columna(lista, 0), (Textos{"1", "3", "4"}));
-  EXPECT_EQ(tabla->FilaActual(), actual);
+  EXPECT_EQ(tabla->Filas().Actual(), actual);
   EXPECT_EQ(tabla->Filter(), "g='x'");
   EXPECT_EQ(tabla->Sort(), "a DESC");
 }
@@ -212,7 +210,6 @@ TEST(ListaTabla, TablasQueNoSeListan) {
     EXPECT_EQ(error.Numero(), error::kCampo);
   }
   EXPECT_EQ(lista.Cantidad(), 0U);
-  EXPECT_EQ(lista.LaTabla(), nullptr);
   EXPECT_TRUE(lista.TextosDistintos(0).empty());
   EXPECT_EQ(lista.Filtro(), "");
   lista.Mostrar(nullptr);

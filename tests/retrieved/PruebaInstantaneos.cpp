@@ -59,9 +59,9 @@ TEST_F(PruebaPresentacion, UnaFilaPorCanalHabilitado) {
     EXPECT_EQ(tabla->Field(i).tamano, campos[i].second);
   }
   EXPECT_EQ(tabla->Texto("Fecha") + " " + tabla->Texto("Hora"), "15/03/2026 10:00:00");
-  EXPECT_EQ(canales_->FilaActual(), 0U);
-  EXPECT_EQ(trama_->FilaActual(), 0U);
-  EXPECT_EQ(tabla->FilaActual(), 0U);
+  EXPECT_EQ(canales_->Filas().Actual(), 0U);
+  EXPECT_EQ(trama_->Filas().Actual(), 0U);
+  EXPECT_EQ(tabla->Filas().Actual(), 0U);
 }
 
 TEST_F(PruebaPresentacion, CuentasOUnidades) {

@@ -89,15 +89,30 @@ TEST(Filtro, SigueLosCambiosQueVienenDeUnClon) {
   clon->IrAFila(1);
   clon->Set("C", "1");
   EXPECT_EQ(t->RecordCount(), 3U);
-  EXPECT_EQ(t->FilaVista(1), 1U);
+  EXPECT_EQ(t->Filas().EnVista(1), 1U);
   clon->AddNew();
   clon->Set("C", "1");
   EXPECT_EQ(t->RecordCount(), 4U);
   t->MoveLast();
-  EXPECT_EQ(t->FilaActual(), 4U);
+  EXPECT_EQ(t->Filas().Actual(), 4U);
   clon->IrAFila(0);
   clon->Set("C", Valor{});
   EXPECT_EQ(Recorrido(*t, "C"), "1 1 1");
+}
+
+TEST(Filtro, BofVeLosCambiosDeUnClonSinQueNadieCuente) {
+  const auto t = TablaDeTextos({"C"}, {{"1"}, {"2"}});
+  t->Filter("C='1'");
+  const auto clon = t->Clone();
+  for (const bool vacia : {true, false}) {
+    clon->Set("C", vacia ? "2" : "1");
+    EXPECT_EQ(t->Bof(), vacia);
+  }
+  t->Filter("C='3'");
+  EXPECT_TRUE(t->Bof());
+  clon->AddNew();
+  clon->Set("C", "3");
+  EXPECT_FALSE(t->Bof());
 }
 
 TEST(Filtro, UnTextoQueSoloCambiaDeCasoSigueEnElFiltro) {
@@ -120,16 +135,16 @@ TEST(Filtro, UnaFilaQueSaleYVuelveNoHaceRetroceder) {
     t->Sort(orden);
     const auto clon = t->Clone();
     t->MoveNext();
-    clon->IrAFila(t->FilaActual());
+    clon->IrAFila(t->Filas().Actual());
     t->MoveNext();
-    const std::size_t ultima = t->FilaVista(3);
+    const std::size_t ultima = t->Filas().EnVista(3);
     clon->Set("A", "y");
     t->Set("A", "y");
     EXPECT_EQ(t->RecordCount(), 2U) << orden;
     clon->Set("A", "x");
     EXPECT_EQ(t->RecordCount(), 3U) << orden;
     t->MoveNext();
-    EXPECT_EQ(t->FilaActual(), ultima) << orden;
+    EXPECT_EQ(t->Filas().Actual(), ultima) << orden;
   }
 }
 
@@ -145,9 +160,9 @@ TEST(Filtro, FindBuscaHaciaAdelanteDesdeLaFilaActual) {
   }
   t.MoveFirst();
   t.Find("Id=5");
-  EXPECT_EQ(t.FilaActual(), 1U);
+  EXPECT_EQ(t.Filas().Actual(), 1U);
   t.Find("Id=3");
-  EXPECT_EQ(t.FilaActual(), 2U);
+  EXPECT_EQ(t.Filas().Actual(), 2U);
   t.Find("Id=5");
   EXPECT_TRUE(t.Eof()) << "only forward";
   for (const char* nada : {"Id=", "Id=abc", "Id=99", "Nombre=n9"}) {
@@ -157,7 +172,7 @@ TEST(Filtro, FindBuscaHaciaAdelanteDesdeLaFilaActual) {
   }
   t.MoveFirst();
   t.Find("Nombre=N8");
-  EXPECT_EQ(t.FilaActual(), 3U);
+  EXPECT_EQ(t.Filas().Actual(), 3U);
 }
 
 // Random changes, additions, filters and sorts against a plain model.

@@ -134,7 +134,7 @@ TEST(Tabla, LosNumerosGrandesSeComparanEnTodasSusCifras) {
     }
     const auto filas = [&] {
       std::string vistas;
-      for (std::size_t i = 0; i < t.RecordCount(); ++i) vistas += std::to_string(t.FilaVista(i));
+      for (std::size_t i = 0; i < t.RecordCount(); ++i) vistas += std::to_string(t.Filas().EnVista(i));
       return vistas;
     };
     t.Sort("n ASC");
@@ -153,7 +153,7 @@ TEST(Tabla, LosNumerosGrandesSeComparanEnTodasSusCifras) {
     }
     t.Filter("");
     t.Find("n=9007199254740994");
-    EXPECT_EQ(t.FilaActual(), 2U);
+    EXPECT_EQ(t.Filas().Actual(), 2U);
   }
 }
 
@@ -181,8 +181,8 @@ TEST(Tabla, LosTextosNoSeMuevenCuandoSeAgregaMas) {
   t->AddNew();
   t->Set("A", std::string(100000, 'y'));
   EXPECT_EQ(texto, "primero");
-  EXPECT_EQ(t->TextoEn(20001, 0).size(), 100000U);
-  EXPECT_EQ(t->TextoEn(12345, 0), "texto numero 12344" + std::string(12344 % 40, 'x'));
+  EXPECT_EQ(t->Filas().Texto(20001, 0).size(), 100000U);
+  EXPECT_EQ(t->Filas().Texto(12345, 0), "texto numero 12344" + std::string(12344 % 40, 'x'));
 }
 
 TEST(Tabla, OrdenarEsEstableYVuelveAlOrdenDeIngreso) {
@@ -218,7 +218,7 @@ TEST(Tabla, OrdenarEsEstableYVuelveAlOrdenDeIngreso) {
 TEST(Tabla, SetIndiceEscribeUnTextoQueLaColumnaYaTuvo) {
   const auto t = TablaDeTextos({"Canal"}, {{"1"}, {"2"}});
   t->Filter("Canal='2'");
-  t->SetIndice(0, t->IndiceTexto(0, 0));
+  t->SetIndice(0, t->Textos(0).De(0));
   t->Filter("Canal='1'");
   EXPECT_EQ(t->RecordCount(), 2U) << "the filter sees it";
   t->SetIndice(0, 0);
