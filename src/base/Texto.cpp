@@ -83,6 +83,17 @@ std::size_t SaltarAscii(std::string_view bytes, std::size_t i) {
   return i;
 }
 
+// Whether there is a whole character beyond ASCII.
+bool TieneUtf8(std::string_view bytes) {
+  std::size_t i = 0;
+  for (;;) {
+    i = SaltarAscii(bytes, i);
+    if (i >= bytes.size()) return false;
+    if (Secuencia(bytes, i) != 0) return true;
+    ++i;
+  }
+}
+
 }  // namespace
 
 std::string_view Recortar(std::string_view texto) {
@@ -186,16 +197,6 @@ std::string ReparadoUtf8(std::string_view bytes) {
     if (bien == bytes.size()) return texto;
     AgregarUtf8(texto, kSustituto);
     bytes.remove_prefix(bien + 1);
-  }
-}
-
-bool TieneUtf8(std::string_view bytes) {
-  std::size_t i = 0;
-  for (;;) {
-    i = SaltarAscii(bytes, i);
-    if (i >= bytes.size()) return false;
-    if (Secuencia(bytes, i) != 0) return true;
-    ++i;
   }
 }
 

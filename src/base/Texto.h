@@ -43,7 +43,6 @@ std::string ReparadoUtf8(std::string_view bytes);
 // Bytes of an unknown encoding as UTF-8: with at least one whole character beyond ASCII they are damaged UTF-8 and are
 // repaired, with none they are code page 1252.
 std::string ComoUtf8(std::string_view bytes);
-bool TieneUtf8(std::string_view bytes);  // there is such a character
 
 // How many bytes from the first on are well-formed UTF-8, in whole characters.
 std::size_t PrefijoUtf8(std::string_view bytes);
