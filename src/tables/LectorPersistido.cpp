@@ -283,7 +283,7 @@ class LectorFilas {
   bool EsFila(pugi::xml_node nodo) {
     const std::string_view nombre = nodo.name();
     if (nombre == nombre_fila_) return true;
-    if (!IgualSinCaso(Local(nombre), elemento_)) return false;
+    if (!IgualSinCaso(Local(nombre), elemento_) && !IgualSinCaso(Local(nombre), Local(kFilaPropia))) return false;
     const auto espacio = Espacio(nodo, Prefijo(nombre));
     if (espacio.empty() && !Prefijo(nombre).empty()) NoEsTabla(archivo_, kInalcanzable);  // of no known kind
     if (espacio != uri::kFila) return false;

@@ -300,6 +300,10 @@ std::vector<Entrada> Entradas() {
        "Id|Town/1|a�b"},
       {"pareja en utf-16 y letra suelta",
        Reemplazar(Utf16(ConTexto("a@b"), true), std::string_view("\0@", 2), "\xD8\x3D\xDC\xA7") + "x", "Id|Town/1|a💧b"},
+      {"filas que el esquema nombra de otro modo",
+       Reemplazar(kCabeza + kEsquemaSimple, "name='row'", "name='Fila'") +
+           "<rs:data><z:row Id='1'/><z:fila Id='2'/></rs:data></xml>",
+       "Id|Town/1|-/2|-"},
       {"varios cambios en uno",
        kCabeza + kEsquemaSimple +
            "<rs:data><rs:update><rs:original><z:row Id='1'/></rs:original><z:row Town='a'/>"
