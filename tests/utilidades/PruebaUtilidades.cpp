@@ -1,9 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <ostream>
-#include <stdexcept>
-
-#include "base/Archivos.h"
 #include "base/Error.h"
 #include "driver/Utilidades.h"
 #include "support/Carpeta.h"
@@ -46,21 +42,6 @@ TEST(GrabarTexto, DestinoImposible) {
   std::filesystem::create_directory(carpeta / "ocupado");
   prueba::EscribirTodo(carpeta / "ocupado/dentro", "x");
   EXPECT_FALSE(GrabarTexto("x", carpeta / "ocupado"));
-  EXPECT_EQ(carpeta.Cuantos(), 1U);
-}
-
-TEST(EscribirEntero, FallaDelEscritorDejaElAnterior) {
-  const prueba::Carpeta carpeta;
-  ASSERT_TRUE(GrabarTexto("anterior", carpeta / "a.txt"));
-  EXPECT_THROW(EscribirEntero(carpeta / "a.txt",
-                              [](std::ostream& salida) {
-                                salida << "medio";
-                                throw std::runtime_error("corte");
-                              }),
-               std::runtime_error);
-  EXPECT_THROW(EscribirEntero(carpeta / "a.txt", [](std::ostream& salida) { salida.setstate(std::ios::failbit); }),
-               Error);
-  EXPECT_EQ(prueba::LeerTodo(carpeta / "a.txt"), "anterior");
   EXPECT_EQ(carpeta.Cuantos(), 1U);
 }
 
