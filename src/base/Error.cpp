@@ -23,6 +23,7 @@ constexpr std::array kDescripciones = {
     Descripcion{error::kTablaCerrada, "La operación no se permite con la tabla cerrada"},
     Descripcion{error::kTablaAbierta, "La operación no se permite con la tabla abierta"},
     Descripcion{error::kPuertoEnUso, "El puerto se encuentra abierto o en uso"},
+    Descripcion{error::kSinRespuesta, "La UTR no responde"},
     Descripcion{error::kCancelado, "La operación fue cancelada"},
 };
 

@@ -18,6 +18,7 @@ inline constexpr std::int32_t kCampo = 3265;         // a field that the table l
 inline constexpr std::int32_t kTablaCerrada = 3704;  // an operation on a closed table
 inline constexpr std::int32_t kTablaAbierta = 3705;  // a definition or opening of a table that is open already
 inline constexpr std::int32_t kPuertoEnUso = 8005;   // a serial port that is open already or in use
+inline constexpr std::int32_t kSinRespuesta = 8020;  // the unit doesn't answer
 inline constexpr std::int32_t kCancelado = 32755;    // a common dialog that was cancelled
 }  // namespace error
 

@@ -19,8 +19,10 @@ namespace utr {
 //
 // An operation fails in one of three ways: by its result (false, an empty page text, a negative state), by raising
 // Error, or by giving no table (null) or a table without rows, where a table without rows is a success of the read.
-// Unless an operation says otherwise, a unit that doesn't answer means false, empty text or no table, and a broken
-// driver raises.
+// Unless an operation says otherwise, a unit that doesn't answer means false or an empty text, and a broken driver
+// raises. Reads of records, of present values and of the configuration raise kSinRespuesta (8020) for a unit that
+// doesn't answer: silence must not read as "no data". No table (null) is what they give for a unit that answers without
+// data.
 //
 // Calls block the one thread of the program; the driver may let events of the interface run inside a long operation.
 // Cancelar is the only operation that may be called while another one runs.
@@ -54,6 +56,7 @@ class Comunicador {
 
   // 7. The present values of all channels: rows with a field `Valor`; joined by "/" in order they are one frame of raw
   // values (place 0 to 13: channels 1 to 14; 14, 15: 22, 23; 28: 15; 29 to 34: 16 to 21; 35 to 37: the outputs).
+  // Raises kSinRespuesta without an answer; null when the unit answers without values.
   virtual TablaPtr LeerInstantaneos() = 0;
 
   // 8. Date text of a day number, the inverse of DescribirCodigo. Needs no link.
@@ -69,7 +72,7 @@ class Comunicador {
   virtual std::int32_t DescribirCodigo(std::string_view fecha) = 0;
 
   // 12. The schedule: fields HorarioInteger, Descripcion, TCond, TOblig, TWind; an entry counts where Descripcion is
-  // "OK". Null when it can't be read.
+  // "OK". Null when it can't be read, silence included.
   virtual TablaPtr LeerAgenda() = 0;
 
   // 13. Page text of a flash page (track 0 to 31, page 0 to 1023): 64 bytes and two trailing items that are never 255,
@@ -83,8 +86,8 @@ class Comunicador {
   // TCond). False: not written.
   virtual bool GrabarAgenda(Tabla& tabla) = 0;
 
-  // 16. The table of channels as the unit holds it; `desdeUTR` is always true. Raises, or gives null, without an
-  // answer.
+  // 16. The table of channels as the unit holds it; `desdeUTR` is always true. Raises kSinRespuesta without an answer;
+  // null when the unit answers without a configuration.
   virtual TablaPtr ConfiguracionAlmacenada(bool desdeUTR) = 0;
 
   // 17. The table of channels held in a configuration file (.icf). Raises for a file that it can't read or understand.
@@ -95,15 +98,18 @@ class Comunicador {
   virtual bool GrabarParametrizacion(Tabla& tabla) = 0;
 
   // 19. Events between two date texts, both ends included; two empty texts ask for the pending ones. Fields Fecha,
-  // Hora, Codigo, Valor1, Valor2; a row with a Fecha is a marker. Null when they can't be read.
+  // Hora, Codigo, Valor1, Valor2; a row with a Fecha is a marker. Raises kSinRespuesta without an answer; null when the
+  // unit answers without events.
   virtual TablaPtr LeerEventos(std::string_view desde, std::string_view hasta) = 0;
 
   // 20. Historic records of a channel, counted from 0, between two date texts. Fields Fecha, Hora, Canal, Valor,
-  // Maximo, Minimo, Validacion, ColaTX; a row whose Fecha is a date is a marker. Null when they can't be read.
+  // Maximo, Minimo, Validacion, ColaTX; a row whose Fecha is a date is a marker. Raises kSinRespuesta without an
+  // answer; null when the unit answers without data.
   virtual TablaPtr LeerDatos(std::string_view desde, std::string_view hasta, std::int16_t canal) = 0;
 
   // 21. Transmission queue between two date texts, or what is pending for two empty texts. Fields of LeerDatos; a row
-  // may carry date and sample together. Null when it can't be read.
+  // may carry date and sample together. Raises kSinRespuesta without an answer; null when the unit answers without
+  // data.
   virtual TablaPtr LeerColaTx(std::string_view desde, std::string_view hasta) = 0;
 
   // 22. The unit's clock, "dd/mm/yyyy HH:mm:ss"; empty without an answer.
@@ -141,7 +147,8 @@ class Comunicador {
   virtual bool ModoConexion(bool activo) = 0;
 
   // 33. Writes a file for manual insertion (.imp) from a table, whole or not at all: `tipo` 0 events, 1 data and queue.
-  // Replaces a file that exists. False: not written. Needs no link.
+  // Replaces a file that exists. False: refused, for another `tipo`. Raises kArchivo, with the reason, for a file that
+  // can't be written. Needs no link.
   virtual bool ExportarImp(Tabla& tabla, std::string_view ruta, int tipo) = 0;
 
   // 34. The table of channels of a configuration file, for commissioning. As LeerArchivoConfiguracion.
@@ -177,7 +184,7 @@ class Comunicador {
   virtual bool GrabarSalidaDigital(int salida, bool encender) = 0;
 
   // 45. to 47. As LeerDatos, LeerEventos and LeerColaTx, from the unit's cartridge, which doesn't know what is pending:
-  // two empty texts ask for everything in it. Null without a cartridge.
+  // two empty texts ask for everything in it. Raise kSinRespuesta without an answer; null without a cartridge.
   virtual TablaPtr LeerDatosCartucho(std::string_view desde, std::string_view hasta, std::int16_t canal) = 0;
   virtual TablaPtr LeerEventosCartucho(std::string_view desde, std::string_view hasta) = 0;
   virtual TablaPtr LeerColaTxCartucho(std::string_view desde, std::string_view hasta) = 0;

@@ -1,5 +1,6 @@
 #include "driver/Contrato.h"
 #include "support/Carpeta.h"
+#include "support/DispositivoLleno.h"
 
 // Writing: pages, flags, channels, schedule, outputs, erasing, restarts and files.
 namespace utr::prueba {
@@ -307,8 +308,22 @@ TEST_P(Contrato, ElArchivoDeInsercionManual) {
   EXPECT_EQ(Filas(leido()), std::vector<std::string>{"0|15/03/2026 10:00:00||||"});
   const std::string antes = LeerTodo(ruta);
   EXPECT_FALSE(Driver().ExportarImp(datos, ruta, 7));
-  EXPECT_FALSE(Driver().ExportarImp(datos, banco->Archivo("no/hay/carpeta.imp"), 1));
   EXPECT_EQ(LeerTodo(ruta), antes);
+}
+
+// A file that can't be written is an error with its reason, not a refusal: the operator must hear of it.
+TEST_P(Contrato, UnArchivoDeInsercionQueNoSePuedeEscribirSeDice) {
+  banco->Conectar();
+  const TablaPtr datos = Driver().LeerDatos("", TextoFecha(banco->Ahora()), 0);
+  const std::string ruta = banco->Archivo("datos.imp");
+  EscribirTodo(ruta, "viejo");
+  EXPECT_EQ(NumeroDeError([&] { Driver().ExportarImp(*datos, banco->Archivo("no/hay/carpeta.imp"), 1); }),
+            error::kArchivo);
+  {
+    const DispositivoLleno lleno(4096);
+    EXPECT_EQ(NumeroDeError([&] { Driver().ExportarImp(*datos, ruta, 1); }), error::kArchivo);
+  }
+  EXPECT_EQ(LeerTodo(ruta), "viejo");
 }
 
 }  // namespace utr::prueba

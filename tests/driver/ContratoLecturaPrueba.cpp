@@ -249,7 +249,9 @@ TEST_P(Contrato, ElCartuchoEsOtraMemoria) {
   EXPECT_GT(Driver().LeerDatos(hoy, hoy, 0)->RecordCount(), 0U) << "the flash keeps its records";
   banco->QuitarCartucho(true);
   EXPECT_FALSE(Driver().BorrarCartucho());
-  EXPECT_EQ(Driver().LeerDatosCartucho("", hoy, 0), nullptr);
+  EXPECT_EQ(Driver().LeerDatosCartucho("", hoy, 0), nullptr) << "a unit that answers without data";
+  EXPECT_EQ(Driver().LeerEventosCartucho("", hoy), nullptr);
+  EXPECT_EQ(Driver().LeerColaTxCartucho("", hoy), nullptr);
 }
 
 TEST_P(Contrato, ElTiempoQuePasaDejaRegistros) {

@@ -48,8 +48,8 @@ TablaPtr LeerIcf(const std::filesystem::path& ruta) {
   return tabla;
 }
 
-void EscribirImp(Tabla& tabla, const std::filesystem::path& ruta, int tipo) {
-  if (tipo != 0 && tipo != 1) Lanzar(error::kLlamada, "Comunicador");
+bool EscribirImp(Tabla& tabla, const std::filesystem::path& ruta, int tipo) {
+  if (tipo != 0 && tipo != 1) return false;
   const std::span<const CampoImp> campos =
       tipo == 1 ? std::span<const CampoImp>{kDatos} : std::span<const CampoImp>{kEventos};
   Tabla imp;
@@ -66,6 +66,7 @@ void EscribirImp(Tabla& tabla, const std::filesystem::path& ruta, int tipo) {
   }
   imp.UpdateBatch();
   imp.GuardarSobre(ruta);
+  return true;
 }
 
 }  // namespace utr::simulada

@@ -11,7 +11,6 @@ namespace utr::simulada {
 // Numbers of the errors of the link, beside kPuertoEnUso.
 namespace error_enlace {
 inline constexpr std::int32_t kPuertoInexistente = 8002;
-inline constexpr std::int32_t kSinRespuesta = 8020;    // the unit doesn't answer
 inline constexpr std::int32_t kDireccionMuda = 10060;  // nobody answers at the address
 }  // namespace error_enlace
 

@@ -111,6 +111,10 @@ bool ComunicadorSimulado::Interior::Responde() {
   return llega;
 }
 
+void ComunicadorSimulado::Interior::ExigirRespuesta() {
+  if (!Responde()) Lanzar(error::kSinRespuesta, "Comunicador");
+}
+
 void ComunicadorSimulado::Interior::Esperar(double segundos) {
   reloj.Esperar(segundos * escenario.tiempos.factor, atender);
 }

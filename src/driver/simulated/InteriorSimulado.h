@@ -47,6 +47,9 @@ struct ComunicadorSimulado::Interior {
   // The unit answers; when it doesn't, the time that its silence takes has passed.
   bool Responde();
 
+  // For reads whose silence must not pass for a unit without data: raises kSinRespuesta when it doesn't answer.
+  void ExigirRespuesta();
+
   // Waits so many seconds, times the factor of the scenario.
   void Esperar(double segundos);
 

@@ -153,15 +153,7 @@ bool ComunicadorSimulado::GrabarSalidaDigital(int salida, bool encender) {
 bool ComunicadorSimulado::ExportarImp(Tabla& tabla, std::string_view ruta, int tipo) {
   const std::string argumentos =
       fmt::format("{}, {}, {}", interior_->Describir(Op::kExportarImp, &tabla), Citar(ruta), tipo);
-  return interior_->Operar(Op::kExportarImp, argumentos, [&] {
-    try {
-      simulada::EscribirImp(tabla, ruta, tipo);
-      return true;
-    } catch (...) {
-      interior_->bitacora.Aviso(interior_->fecha, "ExportarImp: " + ErrorActual().Descripcion());
-      return false;
-    }
-  });
+  return interior_->Operar(Op::kExportarImp, argumentos, [&] { return simulada::EscribirImp(tabla, ruta, tipo); });
 }
 
 }  // namespace utr

@@ -105,7 +105,7 @@ TablaPtr ComunicadorSimulado::DecodificarPaginaCola(std::span<const std::uint8_t
 
 TablaPtr ComunicadorSimulado::LeerInstantaneos() {
   return interior_->Operar(Op::kLeerInstantaneos, "", [&]() -> TablaPtr {
-    if (!interior_->Responde()) return nullptr;
+    interior_->ExigirRespuesta();
     return simulada::TablaInstantaneos(interior_->Unidad().Instantaneos(interior_->ahora));
   });
 }
@@ -136,9 +136,7 @@ std::string ComunicadorSimulado::LeerPaginaFlash(std::int16_t pista, std::int16_
 
 TablaPtr ComunicadorSimulado::ConfiguracionAlmacenada(bool desdeUTR) {
   return interior_->Operar(Op::kConfiguracionAlmacenada, desdeUTR ? "si" : "no", [&]() -> TablaPtr {
-    if (!interior_->Responde()) {
-      throw Error(simulada::error_enlace::kSinRespuesta, "Comunicador", "La UTR no responde");
-    }
+    interior_->ExigirRespuesta();
     return interior_->Unidad().canales.ComoTabla();
   });
 }
@@ -154,7 +152,7 @@ TablaPtr ComunicadorSimulado::CargarConfiguracion(std::string_view ruta) {
 TablaPtr ComunicadorSimulado::LeerEventos(std::string_view desde, std::string_view hasta) {
   return interior_->Operar(Op::kLeerEventos, TextoRango(desde, hasta), [&]() -> TablaPtr {
     const Rango rango = simulada::LeerRango(desde, hasta);
-    if (!interior_->Responde()) return nullptr;
+    interior_->ExigirRespuesta();
     simulada::Estacion& unidad = interior_->Unidad();
     if (!EsPendiente(desde, hasta)) return SucesosDe(unidad.memoria, rango);
     return simulada::SucesosPendientes(unidad.memoria, simulada::DiaDe(unidad.Reloj(interior_->ahora)));
@@ -166,7 +164,7 @@ TablaPtr ComunicadorSimulado::LeerDatos(std::string_view desde, std::string_view
   const std::string argumentos = TextoRango(desde, hasta) + ", " + std::to_string(canal);
   return interior_->Operar(Op::kLeerDatos, argumentos, contexto, [&]() -> TablaPtr {
     const Rango rango = simulada::LeerRango(desde, hasta);
-    if (!interior_->Responde()) return nullptr;
+    interior_->ExigirRespuesta();
     return DatosDe(interior_->Unidad().memoria, interior_->Unidad().canales, rango, canal + 1);
   });
 }
@@ -175,7 +173,8 @@ TablaPtr ComunicadorSimulado::LeerColaTx(std::string_view desde, std::string_vie
   return interior_->Operar(Op::kLeerColaTx, TextoRango(desde, hasta), [&]() -> TablaPtr {
     Rango rango = simulada::LeerRango(desde, hasta);
     rango.solo_pendiente = EsPendiente(desde, hasta);
-    return interior_->Responde() ? ColaDe(interior_->Unidad().memoria, rango) : nullptr;
+    interior_->ExigirRespuesta();
+    return ColaDe(interior_->Unidad().memoria, rango);
   });
 }
 
@@ -184,7 +183,8 @@ TablaPtr ComunicadorSimulado::LeerDatosCartucho(std::string_view desde, std::str
   const std::string argumentos = TextoRango(desde, hasta) + ", " + std::to_string(canal);
   return interior_->Operar(Op::kLeerDatosCartucho, argumentos, contexto, [&]() -> TablaPtr {
     const Rango rango = simulada::LeerRango(desde, hasta);
-    if (!interior_->Responde() || !interior_->Unidad().TieneCartucho()) return nullptr;
+    interior_->ExigirRespuesta();
+    if (!interior_->Unidad().TieneCartucho()) return nullptr;
     return DatosDe(interior_->Unidad().cartucho, interior_->Unidad().canales, rango, canal + 1);
   });
 }
@@ -192,7 +192,8 @@ TablaPtr ComunicadorSimulado::LeerDatosCartucho(std::string_view desde, std::str
 TablaPtr ComunicadorSimulado::LeerEventosCartucho(std::string_view desde, std::string_view hasta) {
   return interior_->Operar(Op::kLeerEventosCartucho, TextoRango(desde, hasta), [&]() -> TablaPtr {
     const Rango rango = simulada::LeerRango(desde, hasta);
-    if (!interior_->Responde() || !interior_->Unidad().TieneCartucho()) return nullptr;
+    interior_->ExigirRespuesta();
+    if (!interior_->Unidad().TieneCartucho()) return nullptr;
     return SucesosDe(interior_->Unidad().cartucho, rango);
   });
 }
@@ -200,7 +201,8 @@ TablaPtr ComunicadorSimulado::LeerEventosCartucho(std::string_view desde, std::s
 TablaPtr ComunicadorSimulado::LeerColaTxCartucho(std::string_view desde, std::string_view hasta) {
   return interior_->Operar(Op::kLeerColaTxCartucho, TextoRango(desde, hasta), [&]() -> TablaPtr {
     const Rango rango = simulada::LeerRango(desde, hasta);
-    if (!interior_->Responde() || !interior_->Unidad().TieneCartucho()) return nullptr;
+    interior_->ExigirRespuesta();
+    if (!interior_->Unidad().TieneCartucho()) return nullptr;
     return ColaDe(interior_->Unidad().cartucho, rango);
   });
 }
