@@ -24,6 +24,10 @@ namespace utr {
 // doesn't answer: silence must not read as "no data". No table (null) is what they give for a unit that answers without
 // data.
 //
+// A table that is handed over is taken as it shows itself: the rows that pass its filter, in the order of its sort.
+// What a filter leaves out never goes to the unit or into a file. The driver keeps no hold of the table and leaves its
+// cursor where it is.
+//
 // Calls block the one thread of the program; the driver may let events of the interface run inside a long operation.
 // Cancelar is the only operation that may be called while another one runs.
 class Comunicador {
@@ -93,7 +97,7 @@ class Comunicador {
   // 17. The table of channels held in a configuration file (.icf). Raises for a file that it can't read or understand.
   virtual TablaPtr LeerArchivoConfiguracion(std::string_view ruta) = 0;
 
-  // 18. Writes the parametrization of the channels in the table; channels that it lacks stay as they are. False:
+  // 18. Writes the parametrization of the channels in the table; channels that it doesn't show stay as they are. False:
   // failed.
   virtual bool GrabarParametrizacion(Tabla& tabla) = 0;
 
@@ -192,7 +196,8 @@ class Comunicador {
   // 48. Erases the cartridge. False: not erased.
   virtual bool BorrarCartucho() = 0;
 
-  // 49. Writes the whole channel configuration: channels that the table lacks become disabled. False: not written.
+  // 49. Writes the whole channel configuration: channels that the table doesn't show become disabled. False: not
+  // written.
   virtual bool GrabarConfiguracion(Tabla& tabla) = 0;
 };
 

@@ -1,6 +1,7 @@
 #include "driver/Contrato.h"
 #include "support/Carpeta.h"
 #include "support/DispositivoLleno.h"
+#include "support/Tablas.h"
 
 // Writing: pages, flags, channels, schedule, outputs, erasing, restarts and files.
 namespace utr::prueba {
@@ -143,6 +144,34 @@ TEST_P(Contrato, LaConfiguracionReemplaza) {
   EXPECT_NE(DeCanal(1, "Flags"), "0");
   for (const int canal : {2, 15, 16, 23}) EXPECT_EQ(DeCanal(canal, "Flags"), "0") << canal;
   EXPECT_EQ(Driver().ConfiguracionAlmacenada(true)->RecordCount(), 23U);
+}
+
+// A table that is handed over filtered or sorted goes as it shows itself.
+TEST_P(Contrato, DeUnaTablaFiltradaSoloVaLoQueMuestra) {
+  banco->Conectar();
+  const TablaPtr todos = Driver().ConfiguracionAlmacenada(true);
+  const std::string antes = DeCanal(2, "AMax");
+  for (; !todos->Eof(); todos->MoveNext()) todos->Set("AMax", "7.5");
+  todos->Filter("Canal='1'");
+  ASSERT_TRUE(Driver().GrabarParametrizacion(*todos));
+  EXPECT_EQ(DeCanal(1, "AMax"), "7.5");
+  EXPECT_EQ(DeCanal(2, "AMax"), antes);
+  EXPECT_EQ(todos->Texto("Canal"), "1") << "its cursor stays";
+  EXPECT_EQ(todos->Filter(), "Canal='1'");
+  ASSERT_TRUE(Driver().GrabarConfiguracion(*todos));
+  EXPECT_NE(DeCanal(1, "Flags"), "0");
+  EXPECT_EQ(DeCanal(2, "Flags"), "0") << "a channel that isn't shown is one that the table lacks";
+
+  const TablaPtr agenda = Entradas({"480", "90", "1439", "7"});
+  agenda->Set("TWind", "Si");  // of the last one
+  agenda->Filter("TWind='No'");
+  agenda->Sort("HorarioInteger DESC");
+  ASSERT_TRUE(Driver().GrabarAgenda(*agenda));
+  std::vector<std::string> minutos;
+  for (const TablaPtr t = Driver().LeerAgenda(); !t->Eof(); t->MoveNext()) {
+    if (t->Texto("Descripcion") == "OK") minutos.push_back(t->Texto("HorarioInteger"));
+  }
+  EXPECT_EQ(minutos, (std::vector<std::string>{"90", "480", "1439"})) << "by text, from the last one";
 }
 
 TEST_P(Contrato, NuevePilasComoMucho) {
@@ -309,6 +338,19 @@ TEST_P(Contrato, ElArchivoDeInsercionManual) {
   const std::string antes = LeerTodo(ruta);
   EXPECT_FALSE(Driver().ExportarImp(datos, ruta, 7));
   EXPECT_EQ(LeerTodo(ruta), antes);
+}
+
+TEST_P(Contrato, ElArchivoDeInsercionLlevaLoQueLaTablaMuestra) {
+  const TablaPtr datos =
+      TablaDeTextos({"Fecha", "Canal", "Valor"},
+                    {{"15/03/2026", "EA01", "1"}, {"15/03/2026", "EA02", "2"}, {"15/03/2026", "EA01", "3"}});
+  datos->Filter("Canal='EA01'");
+  datos->Sort("Valor DESC");
+  const std::string ruta = banco->Archivo("datos.imp");
+  ASSERT_TRUE(Driver().ExportarImp(*datos, ruta, 1));
+  Tabla leida;
+  leida.Open(std::filesystem::path(ruta));
+  EXPECT_EQ(Filas(leida.Clone()), (std::vector<std::string>{"1|15/03/2026|EA01|3||||", "1|15/03/2026|EA01|1||||"}));
 }
 
 // A file that can't be written is an error with its reason, not a refusal: the operator must hear of it.

@@ -6,6 +6,7 @@
 #include "base/Fechas.h"
 #include "base/Numeros.h"
 #include "base/Texto.h"
+#include "driver/TablasEntregadas.h"
 
 namespace utr::simulada {
 
@@ -100,7 +101,7 @@ TablaPtr Agenda::ComoTabla() const {
 }
 
 bool Agenda::Escribir(Tabla& tabla) {
-  const TablaPtr clon = tabla.Clone();
+  const TablaPtr clon = ALaVista(tabla);
   const std::size_t campo_minuto = clon->IndiceCampo("HorarioInteger");
   std::vector<Entrada> nuevas;
   for (; !clon->Eof(); clon->MoveNext()) {

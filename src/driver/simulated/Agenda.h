@@ -35,9 +35,9 @@ class Agenda {
 
   TablaPtr ComoTabla() const;
 
-  // Takes the entries of a table with the fields HorarioInteger, TOblig, TWind and TCond in place of those that
-  // counted. False, with nothing changed, for a minute outside the day, a minute that is no number or more entries than
-  // places. Raises error 3265 for a table without those fields.
+  // Takes the entries that a table shows, with the fields HorarioInteger, TOblig, TWind and TCond in place of those
+  // that counted. False, with nothing changed, for a minute outside the day, a minute that is no number or more entries
+  // than places. Raises error 3265 for a table without those fields.
   bool Escribir(Tabla& tabla);
 
   const std::vector<Entrada>& Entradas() const { return entradas_; }

@@ -2,6 +2,7 @@
 
 #include "base/Error.h"
 #include "base/Texto.h"
+#include "driver/TablasEntregadas.h"
 #include "driver/simulated/Canales.h"
 
 namespace utr::simulada {
@@ -58,7 +59,7 @@ bool EscribirImp(Tabla& tabla, const std::filesystem::path& ruta, int tipo) {
   for (const CampoImp& campo : campos) imp.Append(campo.nombre, TipoCampo::kVarChar, campo.tamano);
   imp.Open();
   imp.Reservar(tabla.RecordCount());
-  for (const TablaPtr filas = tabla.Clone(); !filas->Eof(); filas->MoveNext()) {
+  for (const TablaPtr filas = ALaVista(tabla); !filas->Eof(); filas->MoveNext()) {
     imp.AddNew();
     imp.Set("Tipo", Valor{std::int64_t{tipo}});
     imp.Set("Fecha", FechaDeFila(*filas));

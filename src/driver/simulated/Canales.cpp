@@ -5,6 +5,7 @@
 
 #include "base/Numeros.h"
 #include "base/Texto.h"
+#include "driver/TablasEntregadas.h"
 #include "driver/simulated/CanalesDeFabrica.h"
 
 namespace utr::simulada {
@@ -155,7 +156,7 @@ TablaPtr Canales::ComoTabla() const {
 }
 
 bool Canales::Mezclar(Tabla& tabla) {
-  const TablaPtr clon = tabla.Clone();
+  const TablaPtr clon = ALaVista(tabla);
   const std::size_t campo_canal = clon->IndiceCampo("Canal");
   auto filas = filas_;
   for (; !clon->Eof(); clon->MoveNext()) {

@@ -52,11 +52,12 @@ class Canales {
   // All rows as a new table, on its first row.
   TablaPtr ComoTabla() const;
 
-  // Takes over the rows of a table, channel by channel and column by column; columns that it lacks stay as they are.
-  // False, with nothing changed, when a row names no channel from 1 to 23. Raises error 3265 without a field Canal.
+  // Takes over the rows that a table shows, channel by channel and column by column; columns that it lacks stay as they
+  // are. False, with nothing changed, when a row names no channel from 1 to 23. Raises error 3265 without a field
+  // Canal.
   bool Mezclar(Tabla& tabla);
 
-  // The same, and every channel that the table lacks becomes disabled.
+  // The same, and every channel that the table doesn't show becomes disabled.
   bool Reemplazar(Tabla& tabla);
 
   // Gives the stacks to these channels in their order; nine at most and no channel twice, else false.

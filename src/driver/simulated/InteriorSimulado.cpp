@@ -2,6 +2,8 @@
 
 #include <sys/stat.h>
 
+#include "driver/TablasEntregadas.h"
+
 namespace utr {
 
 namespace {
@@ -123,7 +125,7 @@ std::string ComunicadorSimulado::Interior::Describir(Op op, const Tabla* tabla) 
   if (tabla == nullptr) return "sin tabla";
   if (!tabla->Abierta()) return "tabla cerrada";
   std::string texto = fmt::format("tabla de {} filas y {} campos", tabla->RecordCount(), tabla->FieldCount());
-  if (escenario.tablas_enteras) texto += ", " + bitacora.GuardarTabla(De(op).nombre, *tabla);
+  if (escenario.tablas_enteras) texto += ", " + bitacora.GuardarTabla(De(op).nombre, *CopiarALaVista(*tabla));
   return texto;
 }
 
