@@ -1,6 +1,7 @@
 #include "configuration/ConfigColl.h"
 
 #include <algorithm>
+#include <variant>
 
 #include "base/Error.h"
 #include "base/Numeros.h"
@@ -11,57 +12,57 @@ namespace utr {
 
 namespace {
 
-struct ColumnaTexto {
-  const char* nombre;
-  std::uint32_t ancho;
-  std::string Config::*miembro;
-};
+using Miembro = std::variant<std::string Config::*, double Config::*, bool Config::*>;
 
-// The text columns in the order of the table, parted where the two columns of another type stand.
-constexpr ColumnaTexto kHastaCanal[] = {
-    {"Tipo", 5, &Config::Tipo},
-    {"Pila", 5, &Config::Pila},
-    {"Flags", 5, &Config::Flags},
-    {"TMed", 10, &Config::TMed},
-    {"TRead", 10, &Config::TRead},
-    {"TEval", 10, &Config::TEval},
-    {"TStorage", 10, &Config::TStorage},
-    {"TDiscret", 10, &Config::TDiscret},
-    {"TCero", 10, &Config::TCero},
-    {"TResetAlarma", 10, &Config::TResetAlarma},
-    {"MaxValid", 20, &Config::MaxValid},
-    {"MinValid", 20, &Config::MinValid},
-    {"MaxSubVal", 20, &Config::MaxSubVal},
-    {"MaxBajVal", 20, &Config::MaxBajVal},
-    {"MaxSubTx", 20, &Config::MaxSubTx},
-    {"MaxBajTx", 20, &Config::MaxBajTx},
-    {"AMax", 20, &Config::AMax},
-    {"AMin", 20, &Config::AMin},
-    {"AlSub", 20, &Config::AlSub},
-    {"AlBaj", 20, &Config::AlBaj},
-    {"AlMaxPico", 20, &Config::AlMaxPico},
-    {"AlMinPico", 20, &Config::AlMinPico},
-    {"RangoMax", 20, &Config::RangoMax},
-    {"RangoMin", 20, &Config::RangoMin},
-    {"Rango", 20, &Config::Rango},
-    {"Span", 20, &Config::Span},
-    {"Cero", 20, &Config::Cero},
-    {"Bits", 5, &Config::Bits},
-    {"Pagina", 5, &Config::Pagina},
-    {"Canal", 30, &Config::Canal},
+// The field that holds each column of the channel table, in the order of the table.
+constexpr struct {
+  std::string_view columna;
+  Miembro miembro;
+} kMiembros[] = {
+    {"Tipo", &Config::Tipo},
+    {"Pila", &Config::Pila},
+    {"Flags", &Config::Flags},
+    {"TMed", &Config::TMed},
+    {"TRead", &Config::TRead},
+    {"TEval", &Config::TEval},
+    {"TStorage", &Config::TStorage},
+    {"TDiscret", &Config::TDiscret},
+    {"TCero", &Config::TCero},
+    {"TResetAlarma", &Config::TResetAlarma},
+    {"MaxValid", &Config::MaxValid},
+    {"MinValid", &Config::MinValid},
+    {"MaxSubVal", &Config::MaxSubVal},
+    {"MaxBajVal", &Config::MaxBajVal},
+    {"MaxSubTx", &Config::MaxSubTx},
+    {"MaxBajTx", &Config::MaxBajTx},
+    {"AMax", &Config::AMax},
+    {"AMin", &Config::AMin},
+    {"AlSub", &Config::AlSub},
+    {"AlBaj", &Config::AlBaj},
+    {"AlMaxPico", &Config::AlMaxPico},
+    {"AlMinPico", &Config::AlMinPico},
+    {"RangoMax", &Config::RangoMax},
+    {"RangoMin", &Config::RangoMin},
+    {"Rango", &Config::Rango},
+    {"Span", &Config::Span},
+    {"Cero", &Config::Cero},
+    {"Bits", &Config::Bits},
+    {"Pagina", &Config::Pagina},
+    {"Canal", &Config::Canal},
+    {"CtePluvi", &Config::CtePluvi},
+    {"NivRefLmn", &Config::NivRefLmn},
+    {"Resolucion", &Config::Resolucion},
+    {"Descripcion", &Config::Descripcion},
+    {"Modificado", &Config::Modificado},
+    {"Parametro", &Config::Parametro},
+    {"Unidad", &Config::Unidad},
+    {"RangoNegativo", &Config::RangoNegativo},
 };
-constexpr ColumnaTexto kHastaDescripcion[] = {
-    {"NivRefLmn", 20, &Config::NivRefLmn},
-    {"Resolucion", 30, &Config::Resolucion},
-    {"Descripcion", 30, &Config::Descripcion},
-};
-constexpr ColumnaTexto kHastaElFin[] = {
-    {"Parametro", 4, &Config::Parametro},
-    {"Unidad", 4, &Config::Unidad},
-    {"RangoNegativo", 4, &Config::RangoNegativo},
-};
-constexpr const char* kCtePluvi = "CtePluvi";
-constexpr const char* kModificado = "Modificado";
+static_assert(std::equal(std::begin(kMiembros), std::end(kMiembros), kColumnasDeCanal.begin(), kColumnasDeCanal.end(),
+                         [](const auto& campo, const ColumnaCanal& columna) {
+                           return campo.columna == columna.nombre;
+                         }),
+              "each column has its field");
 
 std::string ClaveDe(std::string_view canal) {
   return "C" + std::string(Recortar(canal));
@@ -85,41 +86,26 @@ bool LeerLogico(const Tabla& registro, std::string_view columna) {
   return LeerDoble(texto) != 0;
 }
 
-template <std::size_t N>
-void CopiarColumnas(const Tabla& registro, const ColumnaTexto (&columnas)[N], Config& config) {
-  for (const ColumnaTexto& columna : columnas)
-    IgnorandoErrores([&] { config.*columna.miembro = TextoPresente(registro, columna.nombre); });
-}
+// Each of the three ways in which a column is read into its field.
+struct Lectura {
+  const Tabla& registro;
+  std::string_view columna;
+  Config& config;
 
-template <std::size_t N>
-void AgregarTextos(Tabla& tabla, const ColumnaTexto (&columnas)[N]) {
-  for (const ColumnaTexto& columna : columnas) tabla.Append(columna.nombre, TipoCampo::kVarChar, columna.ancho);
-}
-
-template <std::size_t N>
-void EscribirColumnas(Tabla& tabla, const ColumnaTexto (&columnas)[N], const Config& config) {
-  for (const ColumnaTexto& columna : columnas) tabla.Set(columna.nombre, config.*columna.miembro);
-}
+  void operator()(std::string Config::*campo) const { config.*campo = TextoPresente(registro, columna); }
+  void operator()(double Config::*campo) const { config.*campo = LeerConstante(TextoPresente(registro, columna)); }
+  void operator()(bool Config::*campo) const { config.*campo = LeerLogico(registro, columna); }
+};
 
 void EscribirFila(Tabla& tabla, const Config& config) {
   tabla.AddNew();
-  EscribirColumnas(tabla, kHastaCanal, config);
-  tabla.Set(kCtePluvi, Valor{config.CtePluvi});
-  EscribirColumnas(tabla, kHastaDescripcion, config);
-  tabla.Set(kModificado, Valor{config.Modificado});
-  EscribirColumnas(tabla, kHastaElFin, config);
+  for (std::size_t i = 0; i < std::size(kMiembros); ++i) {
+    std::visit([&](auto campo) { tabla.Set(i, Valor{config.*campo}); }, kMiembros[i].miembro);
+  }
   tabla.UpdateBatch();
 }
 
 }  // namespace
-
-void AgregarColumnasDeCanales(Tabla& tabla) {
-  AgregarTextos(tabla, kHastaCanal);
-  tabla.Append(kCtePluvi, TipoCampo::kDoble);
-  AgregarTextos(tabla, kHastaDescripcion);
-  tabla.Append(kModificado, TipoCampo::kLogico);
-  AgregarTextos(tabla, kHastaElFin);
-}
 
 ConfigPtr ConfigColl::Add(std::int16_t canal, const Tabla& registro, std::string_view clave) {
   if (ConfigPtr presente = Item(canal)) return presente;
@@ -127,11 +113,9 @@ ConfigPtr ConfigColl::Add(std::int16_t canal, const Tabla& registro, std::string
   IgnorandoErrores([&] {
     if (registro.BuscarCampo("Nombre") >= 0) config->Nombre = registro.Texto("Nombre");
   });
-  CopiarColumnas(registro, kHastaCanal, *config);
-  IgnorandoErrores([&] { config->CtePluvi = LeerConstante(TextoPresente(registro, kCtePluvi)); });
-  CopiarColumnas(registro, kHastaDescripcion, *config);
-  IgnorandoErrores([&] { config->Modificado = LeerLogico(registro, kModificado); });
-  CopiarColumnas(registro, kHastaElFin, *config);
+  for (const auto& [columna, miembro] : kMiembros) {
+    IgnorandoErrores([&, nombre = columna, &m = miembro] { std::visit(Lectura{registro, nombre, *config}, m); });
+  }
   config->Key = ClaveDe(std::to_string(canal));
   const std::string clave_final = clave.empty() ? config->Key : std::string(clave);
   if (Buscar(clave_final) == elementos_.end()) elementos_.emplace_back(clave_final, config);

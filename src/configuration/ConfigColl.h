@@ -7,13 +7,11 @@
 #include <vector>
 
 #include "configuration/Config.h"
+#include "driver/CanalesUTR.h"
 #include "services/RegistroErrores.h"
 #include "tables/Tabla.h"
 
 namespace utr {
-
-// Appends the 38 columns of the channel table to a closed table, in their order.
-void AgregarColumnasDeCanales(Tabla& tabla);
 
 // The channels of a station in the order in which they were added, each under a key: "C" and the channel number unless
 // another one was given. Objects are shared with whoever asks for them.

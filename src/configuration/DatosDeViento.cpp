@@ -2,18 +2,19 @@
 
 #include <string>
 
+#include "driver/CanalesUTR.h"
 #include "services/RegistroErrores.h"
 
 namespace utr {
 
 namespace {
 
-void CopiarMarca(Tabla& configuracion, Tabla& tabla, std::string_view marca, const char* tipo) {
+void CopiarMarca(Tabla& configuracion, Tabla& tabla, std::string_view marca, TipoSensor tipo) {
   IgnorandoErrores([&] {
     tabla.Filter(std::string(marca) + "='Si'");
     if (tabla.RecordCount() == 0) return;
     configuracion.Filter("Canal='" + tabla.Texto("Canal") + "'");
-    configuracion.Set("Tipo", tipo);
+    configuracion.Set("Tipo", TextoTipo(tipo));
   });
   IgnorandoErrores([&] { configuracion.Filter(""); });
   IgnorandoErrores([&] { tabla.Filter(""); });
@@ -22,8 +23,8 @@ void CopiarMarca(Tabla& configuracion, Tabla& tabla, std::string_view marca, con
 }  // namespace
 
 void CopiarDatosDeViento(Tabla& configuracion, Tabla& tabla) {
-  CopiarMarca(configuracion, tabla, "TDirV", "3");
-  CopiarMarca(configuracion, tabla, "TVelV", "2");
+  CopiarMarca(configuracion, tabla, "TDirV", TipoSensor::kDireccionViento);
+  CopiarMarca(configuracion, tabla, "TVelV", TipoSensor::kVelocidadViento);
 }
 
 }  // namespace utr

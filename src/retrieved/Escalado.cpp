@@ -1,6 +1,8 @@
 #include "retrieved/Escalado.h"
 
+#include <algorithm>
 #include <cmath>
+#include <span>
 
 #include "base/Error.h"
 #include "base/Numeros.h"
@@ -10,7 +12,22 @@ namespace utr {
 
 namespace {
 
-constexpr double kPluviometro = 5;
+using T = TipoSensor;
+using Tipo = std::optional<TipoSensor>;
+
+// Which kinds each scaler takes as a line, and which of them with the reference level; the others stay as they come.
+constexpr T kHistoricos[] = {T::kNivel, T::kMeteorologico, T::kVelocidadViento, T::kDireccionViento};
+constexpr T kHistoricosConNivel[] = {T::kNivel, T::kMeteorologico};
+constexpr T kInstantaneos[] = {T::kNivel, T::kMeteorologico, T::kVelocidadViento, T::kDireccionViento,
+                               T::kSupervisionAnalogica};
+constexpr T kEventosConNivel[] = {T::kNivel, T::kMeteorologico};
+// Events of all kinds are lines; those of the gauge are multiplied by its constant.
+constexpr T kEventosConConstante[] = {T::kPluviometro};
+constexpr T kDiferenciasConConstante[] = {T::kPluviometro};
+
+bool EsUnoDe(std::span<const T> tipos, Tipo tipo) {
+  return std::find(tipos.begin(), tipos.end(), tipo) != tipos.end();
+}
 
 double Numero(const Tabla& configuracion, std::string_view campo) {
   return Val(configuracion.Texto(campo));
@@ -39,7 +56,7 @@ void RegistrarSpan(const ContextoRegistros& contexto) {
 // is an error all the same.
 struct EscalaEvento {
   explicit EscalaEvento(const Tabla& configuracion)
-      : tipo(LeerEntero16(configuracion.Texto("Tipo"))),
+      : tipo(TipoDeNumero(LeerEntero16(configuracion.Texto("Tipo")))),
         cero(NumeroEstricto(configuracion, "Cero")),
         span(NumeroEstricto(configuracion, "Span")),
         rango_min(Numero(configuracion, "RangoMin")),
@@ -49,7 +66,7 @@ struct EscalaEvento {
     if (span == 0) span = 1;
   }
 
-  std::int16_t tipo;
+  Tipo tipo;
   double cero;
   double span;
   double rango_min;
@@ -67,7 +84,7 @@ bool SeleccionarCanal(std::string_view canal, Tabla* configuracion) {
 }
 
 EscalaHistorica::EscalaHistorica(const Tabla& configuracion)
-    : tipo_(Numero(configuracion, "Tipo")),
+    : tipo_(LeerTipo(configuracion.Texto("Tipo"))),
       cero_(Numero(configuracion, "Cero")),
       span_(Numero(configuracion, "Span")),
       rango_min_(Numero(configuracion, "RangoMin")),
@@ -76,20 +93,18 @@ EscalaHistorica::EscalaHistorica(const Tabla& configuracion)
       nivel_(Numero(configuracion, "NivRefLmn")) {}
 
 bool EscalaHistorica::SinSpan() const noexcept {
-  const bool escala = tipo_ == 0 || tipo_ == 1 || tipo_ == 2 || tipo_ == 3;
-  return escala && span_ <= 0;
+  return EsUnoDe(kHistoricos, tipo_) && span_ <= 0;
 }
 
 std::string EscalaHistorica::Escalar(std::string_view valor, const ContextoRegistros& contexto) const {
-  if (tipo_ == kPluviometro) return TextoDeLluvia(Val(valor), constante_);
-  const bool con_nivel = tipo_ == 0 || tipo_ == 1;
-  if (!con_nivel && tipo_ != 2 && tipo_ != 3) return std::string(valor);
+  if (tipo_ == T::kPluviometro) return TextoDeLluvia(Val(valor), constante_);
+  if (!EsUnoDe(kHistoricos, tipo_)) return std::string(valor);
   if (span_ <= 0) {
     RegistrarSpan(contexto);
     return std::string(valor);
   }
   const double base = Base(Val(valor), cero_, rango_, span_, rango_min_);
-  return FormatoFijo(con_nivel ? base + nivel_ : base);
+  return FormatoFijo(EsUnoDe(kHistoricosConNivel, tipo_) ? base + nivel_ : base);
 }
 
 std::string EscalarValor(std::string_view valor, std::string_view canal, Tabla* configuracion,
@@ -101,10 +116,10 @@ std::string EscalarValor(std::string_view valor, std::string_view canal, Tabla* 
 std::string EscalarValorInstantaneo(std::string_view valor, std::string_view /*canal*/, Tabla* configuracion,
                                     bool con_nivel_referencia, const ContextoRegistros& contexto) {
   if (configuracion == nullptr || configuracion->RecordCount() == 0) return std::string(valor);
-  const double tipo = Numero(*configuracion, "Tipo");
+  const Tipo tipo = LeerTipo(configuracion->Texto("Tipo"));
   const double nivel = con_nivel_referencia ? NumeroEstricto(*configuracion, "NivRefLmn") : 0;
-  if (tipo == kPluviometro) return TextoDeLluvia(Val(valor), Numero(*configuracion, "CtePluvi"));
-  if (!(tipo == 0 || tipo == 1 || tipo == 2 || tipo == 3 || tipo == 4)) return std::string(valor);
+  if (tipo == T::kPluviometro) return TextoDeLluvia(Val(valor), Numero(*configuracion, "CtePluvi"));
+  if (!EsUnoDe(kInstantaneos, tipo)) return std::string(valor);
   const double span = Numero(*configuracion, "Span");
   if (span <= 0) {
     RegistrarSpan(contexto);
@@ -119,15 +134,8 @@ std::string EscalarValorEvento(std::string_view valor, std::string_view canal, T
   if (!SeleccionarCanal(canal, configuracion)) return std::string(valor);
   const EscalaEvento escala(*configuracion);
   const double base = Base(Val(valor), escala.cero, escala.rango, escala.span, escala.rango_min);
-  switch (escala.tipo) {
-    case 0:
-    case 1:
-      return FormatoFijo(base + Numero(*configuracion, "NivRefLmn"));
-    case 5:
-      return FormatoFijo(base * escala.constante);
-    default:
-      return FormatoFijo(base);
-  }
+  if (EsUnoDe(kEventosConNivel, escala.tipo)) return FormatoFijo(base + Numero(*configuracion, "NivRefLmn"));
+  return FormatoFijo(EsUnoDe(kEventosConConstante, escala.tipo) ? base * escala.constante : base);
 }
 
 std::string EscalarDiferenciaEvento(std::string_view valor, std::string_view canal, Tabla* configuracion) {
@@ -135,7 +143,7 @@ std::string EscalarDiferenciaEvento(std::string_view valor, std::string_view can
   const EscalaEvento escala(*configuracion);
   NumeroEstricto(*configuracion, "NivRefLmn");
   const double diferencia = (Val(valor) * escala.rango) / escala.span;
-  return FormatoFijo(escala.tipo == 5 ? diferencia * escala.constante : diferencia);
+  return FormatoFijo(EsUnoDe(kDiferenciasConConstante, escala.tipo) ? diferencia * escala.constante : diferencia);
 }
 
 }  // namespace utr

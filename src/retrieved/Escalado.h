@@ -1,8 +1,10 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
+#include "driver/CanalesUTR.h"
 #include "retrieved/ContextoRegistros.h"
 #include "tables/Tabla.h"
 
@@ -47,7 +49,7 @@ class EscalaHistorica {
   bool SinSpan() const noexcept;
 
  private:
-  double tipo_;
+  std::optional<TipoSensor> tipo_;
   double cero_;
   double span_;
   double rango_min_;

@@ -13,21 +13,6 @@ namespace utr {
 
 namespace {
 
-// The channels of a stretch of the frame.
-struct Tramo {
-  std::int16_t desde;
-  std::int16_t hasta;
-  int lugar;  // of the first one, from 0
-};
-constexpr Tramo kTramos[] = {{1, 14, 0}, {15, 21, 28}, {22, 23, 14}, {24, 26, 35}};
-
-int LugarEnTrama(std::int16_t canal) {
-  for (const Tramo& tramo : kTramos) {
-    if (canal >= tramo.desde && canal <= tramo.hasta) return tramo.lugar + canal - tramo.desde;
-  }
-  return -1;
-}
-
 std::string UnirTrama(Tabla& lectura) {
   std::vector<std::string> valores;
   const std::size_t campo = lectura.IndiceCampo("Valor");
@@ -80,13 +65,12 @@ TablaPtr Presentar(Tabla& lectura, Tabla& configuracion, bool escalados, bool co
 
 std::int32_t ValorInstantaneo(Tabla& lectura, std::int16_t canal) {
   const std::string trama = UnirTrama(lectura);
-  const int lugar = LugarEnTrama(canal);
-  if (lugar < 0) return 0;
+  const auto lugar = LugarEnTrama(canal);
+  if (!lugar) return 0;
   const auto valores = Separar(trama, '/');
-  if (static_cast<std::size_t>(lugar) >= valores.size())
-    throw Error(error::kSubindice, "ValorInstantaneo",
-                "La lectura instantánea no llega hasta el canal " + NombreCanal(canal));
-  return LeerEntero32(valores[static_cast<std::size_t>(lugar)]);
+  if (*lugar >= valores.size())
+    throw Error(error::kSubindice, "ValorInstantaneo", "La lectura instantánea no llega hasta el canal " + NombreCanal(canal));
+  return LeerEntero32(valores[*lugar]);
 }
 
 TablaPtr PresentacionDatosInstantaneos(Tabla& lectura, Tabla& configuracion, bool escalados, bool con_nivel_referencia,

@@ -1,7 +1,5 @@
 #include "retrieved/Lectores.h"
 
-#include <algorithm>
-
 #include "base/Numeros.h"
 #include "base/Texto.h"
 #include "configuration/Canales.h"
@@ -15,12 +13,9 @@ namespace {
 
 constexpr std::int64_t kLecturaFresca = 9000;  // milliseconds
 constexpr std::int16_t kPausaInstantaneos = 3;
-constexpr double kTiposConHistoria[] = {0, 1, 2, 3, 5};
 
 bool TieneHistoria(const Tabla& canal) {
-  const double tipo = Val(canal.Texto("Tipo"));
-  return CanalHabilitado(LeerFlags(canal.Texto("Flags"))) &&
-         std::find(std::begin(kTiposConHistoria), std::end(kTiposConHistoria), tipo) != std::end(kTiposConHistoria);
+  return CanalHabilitado(LeerFlags(canal.Texto("Flags"))) && GuardaHistoria(LeerTipo(canal.Texto("Tipo")));
 }
 
 std::string EntradaDeCanal(const Tabla& fila, Catalogo& catalogo) {

@@ -5,15 +5,6 @@
 namespace utr {
 namespace {
 
-constexpr const char* kNombres[] = {"EA01", "EA02", "EA03", "EA04", "EA05", "EA06", "EA07", "EA08", "EA09",
-                                    "EA10", "EA11", "EA12", "EA13", "EA14", "PLV",  "ED1",  "ED2",  "ED5",
-                                    "ED6",  "ED7",  "ED8",  "EA15", "EA16", "SD1",  "SD2",  "SD3"};
-
-TEST(NombreCanal, TodosYLosDeAfuera) {
-  for (std::int16_t canal = 1; canal <= 26; ++canal) EXPECT_EQ(NombreCanal(canal), kNombres[canal - 1]);
-  for (const int canal : {0, -1, 27, 32767, -32768}) EXPECT_EQ(NombreCanal(static_cast<std::int16_t>(canal)), "N/D");
-}
-
 TEST(TipoEntrada, PorTramos) {
   for (std::int16_t canal = -1; canal <= 28; ++canal) {
     const bool analogica = (canal >= 1 && canal <= 14) || canal == 22 || canal == 23;
@@ -23,20 +14,6 @@ TEST(TipoEntrada, PorTramos) {
                                                      : "N/D";
     EXPECT_EQ(TipoEntrada(canal), clase) << canal;
   }
-}
-
-TEST(NumeroCanal, SoloAnalogicosYLluvia) {
-  const std::pair<const char*, int> casos[] = {{"EA15", 22}, {"EA16", 23}, {"EA17", 0}, {"EA01", 1},  {"EA14", 14},
-                                               {"ea07", 0},  {"plv", 15},  {"PLV", 15}, {"7", 7},     {"15", 22},
-                                               {"ED1", 0},   {"SD1", 0},   {"", 0},     {"EA", 0},    {"EA0", 0},
-                                               {"EAEA3", 3}, {"N/D", 0},   {"EA-1", 0}, {"EA2.5", 0}, {"1e9", 0}};
-  for (const auto& [nombre, canal] : casos) EXPECT_EQ(NumeroCanal(nombre), canal) << nombre;
-}
-
-TEST(NumeroDeNombre, EsInversaDeNombreCanal) {
-  for (std::int16_t canal = 1; canal <= 26; ++canal) EXPECT_EQ(NumeroDeNombre(NombreCanal(canal)), canal);
-  EXPECT_EQ(NumeroDeNombre("N/D"), 0);
-  EXPECT_EQ(NumeroDeNombre("ED3"), 0);
 }
 
 struct CasoTipo {

@@ -1,16 +1,10 @@
+#include "driver/CanalesUTR.h"
 #include "driver/Contrato.h"
 
 // Reading: configuration, schedule, present values, records by date and by page.
 namespace utr::prueba {
 
 namespace {
-
-constexpr const char* kColumnas[] = {
-    "Tipo",       "Pila",         "Flags",      "TMed",      "TRead",     "TEval",        "TStorage", "TDiscret",
-    "TCero",      "TResetAlarma", "MaxValid",   "MinValid",  "MaxSubVal", "MaxBajVal",    "MaxSubTx", "MaxBajTx",
-    "AMax",       "AMin",         "AlSub",      "AlBaj",     "AlMaxPico", "AlMinPico",    "RangoMax", "RangoMin",
-    "Rango",      "Span",         "Cero",       "Bits",      "Pagina",    "Canal",        "CtePluvi", "NivRefLmn",
-    "Resolucion", "Descripcion",  "Modificado", "Parametro", "Unidad",    "RangoNegativo"};
 
 // Reply frames of the pages of some tracks, as a recovery file gives them: the last item dropped, 13 bytes ahead.
 std::vector<std::vector<std::uint8_t>> Respuestas(Comunicador& driver, int desde, int hasta) {
@@ -42,11 +36,14 @@ TEST_P(Contrato, LaConfiguracionTieneSusColumnasYSusCanales) {
   ASSERT_EQ(t->RecordCount(), 23U);
   std::set<std::string> con_historia;
   std::set<std::string> pilas;
-  for (std::size_t i = 0; i < std::size(kColumnas); ++i) EXPECT_EQ(t->Field(i).nombre, kColumnas[i]);
+  for (std::size_t i = 0; i < kColumnasDeCanal.size(); ++i) {
+    EXPECT_EQ(t->Field(i).nombre, kColumnasDeCanal[i].nombre);
+    EXPECT_EQ(t->Field(i).tipo, kColumnasDeCanal[i].tipo) << i;
+    EXPECT_EQ(t->Field(i).tamano, kColumnasDeCanal[i].tamano) << i;
+  }
   for (int canal = 1; !t->Eof(); t->MoveNext(), ++canal) {
     EXPECT_EQ(t->Texto("Canal"), std::to_string(canal));
-    const std::string tipo = t->Texto("Tipo");
-    if ((std::stoi(t->Texto("Flags")) & 1) == 0 || tipo == "4" || tipo == "7") continue;
+    if ((std::stoi(t->Texto("Flags")) & 1) == 0 || !GuardaHistoria(LeerTipo(t->Texto("Tipo")))) continue;
     con_historia.insert(t->Texto("Canal"));
     pilas.insert(t->Texto("Pila"));
   }

@@ -9,7 +9,6 @@ namespace utr::simulada {
 
 namespace {
 
-constexpr std::size_t kColumnasDelContrato = 38;  // those ahead of Nombre
 constexpr std::string_view kOpcional = "Modificado";
 
 struct CampoImp {
@@ -40,11 +39,10 @@ std::string FechaDeFila(const Tabla& tabla) {
 TablaPtr LeerIcf(const std::filesystem::path& ruta) {
   auto tabla = std::make_shared<Tabla>();
   tabla->Open(ruta);
-  const auto& columnas = Canales::Columnas();
-  for (std::size_t i = 0; i < kColumnasDelContrato; ++i) {
-    if (columnas[i].nombre == kOpcional || tabla->BuscarCampo(columnas[i].nombre) >= 0) continue;
+  for (const ColumnaCanal& columna : kColumnasDeCanal) {
+    if (columna.nombre == kOpcional || tabla->BuscarCampo(columna.nombre) >= 0) continue;
     throw Error(error::kArchivo, "Comunicador",
-                "El archivo de configuración no tiene la columna " + std::string{columnas[i].nombre});
+                "El archivo de configuración no tiene la columna " + std::string{columna.nombre});
   }
   return tabla;
 }

@@ -13,29 +13,11 @@ namespace utr::simulada {
 namespace {
 
 constexpr int kPilaDelPluviometro = 8;
-constexpr int kTipoPluviometro = 5;
-constexpr int kTipoDireccion = 3;
-constexpr int kTipoVelocidad = 2;
-
+// The columns of the channel table and what the station says beyond them.
 std::vector<ColumnaCanal> ArmarColumnas() {
-  std::vector<ColumnaCanal> columnas;
-  const auto agregar = [&columnas](std::initializer_list<const char*> nombres, std::uint32_t tamano) {
-    for (const char* nombre : nombres) columnas.push_back({nombre, TipoCampo::kVarChar, tamano});
-  };
-  agregar({"Tipo", "Pila", "Flags"}, 5);
-  agregar({"TMed", "TRead", "TEval", "TStorage", "TDiscret", "TCero", "TResetAlarma"}, 10);
-  agregar({"MaxValid", "MinValid", "MaxSubVal", "MaxBajVal", "MaxSubTx", "MaxBajTx", "AMax", "AMin", "AlSub", "AlBaj",
-           "AlMaxPico", "AlMinPico", "RangoMax", "RangoMin", "Rango", "Span", "Cero"},
-          20);
-  agregar({"Bits", "Pagina"}, 5);
-  agregar({"Canal"}, 30);
-  columnas.push_back({"CtePluvi", TipoCampo::kDoble, 8});
-  agregar({"NivRefLmn"}, 20);
-  agregar({"Resolucion", "Descripcion"}, 30);
-  columnas.push_back({"Modificado", TipoCampo::kLogico, 2});
-  agregar({"Parametro", "Unidad", "RangoNegativo"}, 4);
-  agregar({"Nombre"}, 30);
-  agregar({"TDirV", "TVelV"}, 2);
+  std::vector<ColumnaCanal> columnas(kColumnasDeCanal.begin(), kColumnasDeCanal.end());
+  columnas.push_back({"Nombre", TipoCampo::kVarChar, 30});
+  for (const char* marca : {"TDirV", "TVelV"}) columnas.push_back({marca, TipoCampo::kVarChar, 2});
   return columnas;
 }
 
@@ -77,14 +59,10 @@ int NumeroEntero(const std::vector<std::string>& fila, const char* columna) {
   return static_cast<int>(std::clamp(Numero(fila, columna), 0.0, 65535.0));
 }
 
-bool TipoConHistoria(int tipo) {
-  return tipo <= kTipoDireccion || tipo == kTipoPluviometro;
-}
-
 ParametrosCanal LeerParametros(const std::vector<std::string>& fila, int canal) {
   ParametrosCanal p;
   p.canal = canal;
-  p.tipo = NumeroEntero(fila, "Tipo");
+  p.tipo = LeerTipo(fila[LugarDe("Tipo")]);
   p.pila = fila[LugarDe("Pila")].empty() ? kSinPila : NumeroEntero(fila, "Pila");
   p.flags = static_cast<unsigned>(NumeroEntero(fila, "Flags"));
   p.t_read = NumeroEntero(fila, "TRead");
@@ -147,8 +125,8 @@ TablaPtr Canales::ComoTabla() const {
     }
     tabla->Set("CtePluvi", Valor{parametros_[i].cte_pluvi});
     tabla->Set("Modificado", Valor{false});
-    tabla->Set("TDirV", parametros_[i].tipo == kTipoDireccion ? "Si" : "No");
-    tabla->Set("TVelV", parametros_[i].tipo == kTipoVelocidad ? "Si" : "No");
+    tabla->Set("TDirV", parametros_[i].tipo == TipoSensor::kDireccionViento ? "Si" : "No");
+    tabla->Set("TVelV", parametros_[i].tipo == TipoSensor::kVelocidadViento ? "Si" : "No");
   }
   tabla->UpdateBatch();
   tabla->MoveFirst();
@@ -242,13 +220,13 @@ void Canales::RepartirPilas() {
   };
   for (const auto& p : parametros_) {
     if (!p.TieneHistoria() || con_pila(p.canal)) continue;
-    int elegida = p.tipo == kTipoPluviometro && libre(kPilaDelPluviometro) ? kPilaDelPluviometro : -1;
+    int elegida = p.tipo == TipoSensor::kPluviometro && libre(kPilaDelPluviometro) ? kPilaDelPluviometro : -1;
     for (int pila = 0; pila < kPilas && elegida < 0; ++pila) elegida = libre(pila) && !en_reserva(pila) ? pila : -1;
     for (int pila = 0; pila < kPilas && elegida < 0; ++pila) elegida = libre(pila) ? pila : -1;
     if (elegida >= 0) tomar(elegida, p.canal);
   }
   for (const auto& p : parametros_) {
-    if (!p.TieneHistoria() && TipoConHistoria(p.tipo) && libre(p.pila)) tomar(p.pila, p.canal);
+    if (!p.TieneHistoria() && GuardaHistoria(p.tipo) && libre(p.pila)) tomar(p.pila, p.canal);
   }
   const std::size_t columna = LugarDe("Pila");
   for (auto& fila : filas_) fila[columna] = std::to_string(kSinPila);

@@ -2,29 +2,24 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "driver/CanalesUTR.h"
 #include "driver/simulated/Memoria.h"
 #include "tables/Tabla.h"
 
 namespace utr::simulada {
 
-inline constexpr int kCanales = 23;
+inline constexpr int kCanales = kUltimaEntrada;
 inline constexpr int kSinPila = 255;  // an erased byte: the channel has no stack
-
-// One column of the channel table.
-struct ColumnaCanal {
-  const char* nombre;
-  TipoCampo tipo;
-  std::uint32_t tamano;
-};
 
 // The numbers of a channel that the unit itself works with, read from its texts.
 struct ParametrosCanal {
   int canal = 0;
-  int tipo = 0;
+  std::optional<TipoSensor> tipo = TipoSensor::kNivel;
   int pila = kSinPila;
   unsigned flags = 0;
   int t_read = 0, t_eval = 0, t_storage = 0, t_discret = 0, t_cero = 0;  // minutes
@@ -34,7 +29,7 @@ struct ParametrosCanal {
 
   bool Habilitado() const { return (flags & 1) != 0; }
   bool Alarmas() const { return (flags & 2) != 0; }
-  bool TieneHistoria() const { return Habilitado() && (tipo <= 3 || tipo == 5) && t_storage > 0; }
+  bool TieneHistoria() const { return Habilitado() && GuardaHistoria(tipo) && t_storage > 0; }
 
   // Counts of a value in engineering units (without the level reference): 0 to 65535.
   std::uint16_t Cuentas(double valor) const;

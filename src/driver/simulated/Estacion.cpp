@@ -29,14 +29,7 @@ constexpr struct {
 } kBanderas[] = {{bandera::kErrorFlash, 0x4000}, {bandera::kCondicional, 0x0200}, {bandera::kTxHora, 0x0040},
                  {bandera::kTxSuceso, 0x0100},   {bandera::kTxVentana, 0x0080},   {bandera::kTxObligatoria, 0x0020}};
 
-constexpr std::size_t kLugarSD1 = 35;
-
-// Place of a channel in the frame of present values.
-std::size_t LugarEnTrama(int canal) {
-  const auto numero = static_cast<std::size_t>(canal);
-  if (canal <= 14) return numero - 1;
-  return canal <= 21 ? numero + 13 : numero - 8;
-}
+const std::size_t kLugarSD1 = *LugarEnTrama(24);
 
 std::size_t LargoDePagina(int numero) {
   return numero == 34 || numero == 35 ? 3 : kBytesPagina;
@@ -206,10 +199,10 @@ std::array<std::int32_t, Estacion::kTrama> Estacion::Instantaneos(std::int64_t a
   for (int canal = 1; canal <= kCanales; ++canal) {
     const ParametrosCanal& p = canales.Parametros(canal);
     if (!p.Habilitado() || hidrologia_.Falla(canal, reloj)) continue;
-    std::int32_t& lugar = trama[LugarEnTrama(canal)];
-    if (p.tipo == 5) {
+    std::int32_t& lugar = trama[*LugarEnTrama(static_cast<std::int16_t>(canal))];
+    if (p.tipo == TipoSensor::kPluviometro) {
       lugar = hidrologia_.VuelcosEntre(medianoche, reloj, p.cte_pluvi);  // counted since midnight
-    } else if (p.tipo == 7) {
+    } else if (p.tipo == TipoSensor::kSupervisionDigital) {
       lugar = hidrologia_.Valor(canal, reloj) != 0 ? 1 : 0;
     } else {
       lugar = p.Cuentas(hidrologia_.Valor(canal, reloj));

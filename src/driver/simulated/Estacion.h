@@ -128,7 +128,7 @@ class Estacion {
 
   // --- Present values ------------------------------------------------------------------------------------------------
 
-  static constexpr std::size_t kTrama = 38;
+  static constexpr std::size_t kTrama = kLugaresDeTrama;
   std::array<std::int32_t, kTrama> Instantaneos(std::int64_t ahora) const;
 
  private:

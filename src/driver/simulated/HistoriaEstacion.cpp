@@ -10,7 +10,6 @@ namespace utr::simulada {
 namespace {
 
 constexpr std::int64_t kMinuto = 60;
-constexpr int kTipoPluviometro = 5;
 constexpr int kCanalPuerta = 16;
 constexpr int kCanalBateria = 10;
 
@@ -70,7 +69,7 @@ class Registro {
   void Canal(const ParametrosCanal& p, bool obligatoria) {
     const bool guarda = minuto_ % p.t_storage == 0;
     const bool falla = h_.Falla(p.canal, t_);
-    if (p.Alarmas() && p.tipo != kTipoPluviometro && !falla && Toca(p.t_eval)) Alarmas(p);
+    if (p.Alarmas() && p.tipo != TipoSensor::kPluviometro && !falla && Toca(p.t_eval)) Alarmas(p);
     const bool condicional = !falla && Toca(p.t_discret) && Condicional(p);
     if (!guarda && !obligatoria && !condicional) return;
     Muestra muestra = Tomar(p, falla);
@@ -97,7 +96,7 @@ class Registro {
       m.marcas = marca::kSinValor | marca::kSinExtremos;
       return m;
     }
-    if (p.tipo == kTipoPluviometro) {
+    if (p.tipo == TipoSensor::kPluviometro) {
       m.valor = Vuelcos(p, p.t_storage);
       m.marcas = marca::kSinExtremos | marca::kValidado;
       return m;
@@ -118,7 +117,7 @@ class Registro {
 
   // A change since the last conditional time that is large enough to be sent; it leaves an event with the difference.
   bool Condicional(const ParametrosCanal& p) {
-    const bool lluvia = p.tipo == kTipoPluviometro;
+    const bool lluvia = p.tipo == TipoSensor::kPluviometro;
     const double cambio = lluvia ? Vuelcos(p, p.t_discret) * p.cte_pluvi
                                  : h_.Valor(p.canal, t_) - Antes(p.canal, t_ - p.t_discret * kMinuto);
     const bool subida = p.max_sub_tx > 0 && cambio > p.max_sub_tx;
@@ -145,7 +144,7 @@ class Registro {
     const auto variacion = static_cast<std::int32_t>(Diferencia(p, valor - previo));
     if (p.al_sub > 0 && valor - previo > p.al_sub) Suceder(suceso::kVariacionAscendente, p.canal - 1, variacion);
     if (p.al_baj > 0 && previo - valor > p.al_baj) Suceder(suceso::kVariacionDescendente, p.canal - 1, variacion);
-    if (p.tipo == 0) return;  // a level has no peaks of its own
+    if (p.tipo == TipoSensor::kNivel) return;  // a level has no peaks of its own
     const Hidrologia::Extremos extremos = e_.MundoEn(antes).ExtremosDe(p.canal, antes);
     const double arriba = valor + h_.ExtremosDe(p.canal, t_).arriba;
     const double abajo = valor - h_.ExtremosDe(p.canal, t_).abajo;
