@@ -151,8 +151,8 @@ class Comunicador {
   virtual bool ModoConexion(bool activo) = 0;
 
   // 33. Writes a file for manual insertion (.imp) from a table, whole or not at all: `tipo` 0 events, 1 data and queue.
-  // Replaces a file that exists. False: refused, for another `tipo`. Raises kArchivo, with the reason, for a file that
-  // can't be written. Needs no link.
+  // The channel goes by its short code ("EA01") though the table hold its number. Replaces a file that exists. False:
+  // refused, for another `tipo`. Raises kArchivo, with the reason, for a file that can't be written. Needs no link.
   virtual bool ExportarImp(Tabla& tabla, std::string_view ruta, int tipo) = 0;
 
   // 34. The table of channels of a configuration file, for commissioning. As LeerArchivoConfiguracion.

@@ -353,6 +353,23 @@ TEST_P(Contrato, ElArchivoDeInsercionLlevaLoQueLaTablaMuestra) {
   EXPECT_EQ(Filas(leida.Clone()), (std::vector<std::string>{"1|15/03/2026|EA01|3||||", "1|15/03/2026|EA01|1||||"}));
 }
 
+TEST_P(Contrato, ElArchivoDeInsercionNombraElCanalDeUnaSolaManera) {
+  const std::pair<const char*, const char*> casos[] = {{"1", "EA01"}, {" 7", "EA07"},   {"15", "PLV"},  {"22", "EA15"},
+                                                       {"18", "ED5"}, {"EA03", "EA03"}, {"PLV", "PLV"}, {"N/D", "N/D"},
+                                                       {"99", "99"},  {"", ""}};
+  const TablaPtr datos = TablaDeTextos({"Canal"});
+  std::vector<std::string> esperadas;
+  for (const auto& [canal, codigo] : casos) {
+    AgregarFilas(*datos, {{canal}});
+    esperadas.push_back("1||" + std::string(codigo) + "|||||");
+  }
+  const std::string ruta = banco->Archivo("datos.imp");
+  ASSERT_TRUE(Driver().ExportarImp(*datos, ruta, 1));
+  Tabla leida;
+  leida.Open(std::filesystem::path(ruta));
+  EXPECT_EQ(Filas(leida.Clone()), esperadas);
+}
+
 // A file that can't be written is an error with its reason, not a refusal: the operator must hear of it.
 TEST_P(Contrato, UnArchivoDeInsercionQueNoSePuedeEscribirSeDice) {
   banco->Conectar();

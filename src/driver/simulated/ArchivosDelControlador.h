@@ -12,9 +12,10 @@ namespace utr::simulada {
 TablaPtr LeerIcf(const std::filesystem::path& ruta);
 
 // Writes a file for manual insertion (.imp): the rows that the table shows, as a table in persisted form whose first
-// field, Tipo, is 1 for data and 0 for events, then Fecha with date and time, then canal, Valor, Maximo, Minimo,
-// Validacion or Codigo, Valor1, Valor2; what the source lacks is empty. Replaces a file that exists, whole or not at
-// all. False, with nothing written, for another `tipo`; raises kArchivo for a file that can't be written.
+// field, Tipo, is 1 for data and 0 for events, then Fecha with date and time, then canal (its short code), Valor,
+// Maximo, Minimo, Validacion or Codigo, Valor1, Valor2; what the source lacks is empty. Replaces a file that exists,
+// whole or not at all. False, with nothing written, for another `tipo`; raises kArchivo for a file that can't be
+// written.
 bool EscribirImp(Tabla& tabla, const std::filesystem::path& ruta, int tipo);
 
 }  // namespace utr::simulada
