@@ -65,7 +65,9 @@ TEST_F(FallaDeEscenario, CuantasVeces) {
   } casos[] = {{"cuando = \"siempre\"", "-----"},
                {"", "-----"},
                {"cuando = \"la_primera_vez\"", "-++++"},
-               {"cuando = 3", "---++"}};
+               {"cuando = 3", "---++"},
+               {"despues_de = 2", "++---"},
+               {"despues_de = 1\ncuando = 2", "+--++"}};
   for (const auto& caso : casos) {
     Fallar("LeerPaginaFlash", "vacio", caso.cuando);
     std::string respuestas;
@@ -102,6 +104,127 @@ TEST_F(FallaDeEscenario, LaDemoraNoImpideLaRespuesta) {
   EXPECT_NE(Driver().LeerFechaHora(), "");
   EXPECT_NE(Driver().LeerFechaHora(), "");
   EXPECT_EQ(banco.reloj.esperas, std::vector<double>{2.5});
+}
+
+TEST_F(FallaDeEscenario, LasPrimerasBuenasSonLasQueCumplenLaCondicion) {
+  Fallar("LeerPagina", "vacio", "pagina = 35\ndespues_de = 1");
+  EXPECT_NE(Driver().LeerPagina("34", true), "");
+  EXPECT_NE(Driver().LeerPagina("35", true), "");
+  EXPECT_NE(Driver().LeerPagina("34", true), "");
+  EXPECT_EQ(Driver().LeerPagina("35", true), "");
+}
+
+TEST_F(FallaDeEscenario, LaDemoraQueBloqueaNoDejaCorrerSucesos) {
+  for (const bool bloquea : {false, true}) {
+    int sucesos = 0;
+    banco.AlEsperar([&] { ++sucesos; });
+    banco.Escenario("[equipo]\nmuda = true\n" +
+                    TextoFalla("LeerFechaHora", "demora", bloquea ? "segundos = 6\nbloquea = true" : "segundos = 6"));
+    banco.reloj.esperas.clear();
+    EXPECT_EQ(Driver().LeerFechaHora(), "");
+    EXPECT_EQ(banco.reloj.esperas, (std::vector<double>{6, 1})) << "the delay, then the silence";
+    EXPECT_EQ(sucesos, bloquea ? 0 : 1) << "not even in the silence that follows";
+    Driver().Pausa(1);
+    EXPECT_EQ(sucesos, 1) << "the next call lets them run again";
+  }
+}
+
+TEST_F(FallaDeEscenario, UnaRespuestaPerdidaDejaLoHecho) {
+  Fallar("EscribirPagina", "falso", "respuesta_perdida = true");
+  EXPECT_FALSE(Driver().EscribirPagina("34", "5,5,5"));
+  EXPECT_EQ(Driver().LeerPagina("34", false), "5,5,5");
+  Fallar("EscribirPagina", "error", "respuesta_perdida = true\nnumero = 8020");
+  EXPECT_EQ(NumeroDeError([&] { Driver().EscribirPagina("34", "6,6,6"); }), 8020);
+  banco.Reiniciar();
+  banco.Conectar();
+  EXPECT_EQ(Driver().LeerPagina("34", false), "6,6,6") << "the unit keeps it, though nobody heard";
+  banco.Enmudecer(true);
+  Fallar("EscribirPagina", "falso", "respuesta_perdida = true");
+  EXPECT_FALSE(Driver().EscribirPagina("34", "7,7,7"));
+}
+
+TEST_F(FallaDeEscenario, OtroTextoEnLugarDeLaPagina) {
+  for (const char* texto : {"6", "4,7,3", "no es una página"}) {
+    Fallar("LeerPagina", "texto", "pagina = 0\ntexto = \"" + std::string(texto) + "\"");
+    EXPECT_EQ(Driver().LeerPagina("0", false), texto);
+    EXPECT_EQ(Driver().LeerPagina("34", false), "0,0,0");
+  }
+  banco.Escenario("[equipo]\nmuda = true\n" + TextoFalla("LeerPagina", "texto", "texto = \"6\""));
+  EXPECT_EQ(Driver().LeerPagina("0", false), "") << "a silent unit gives no text at all";
+}
+
+TEST_F(FallaDeEscenario, UnaSolaFilaMalaEntreBuenas) {
+  const TablaPtr buena = Driver().LeerDatos("", "", 0);
+  const struct {
+    const char* tipo;
+    const char* resto;
+    const char* campo;
+    const char* esperado;
+  } casos[] = {{"no_numero", "campo = \"Valor\"", "Valor", "abc"},
+               {"fecha_invalida", "valor = \"ayer\"", "Fecha", "ayer"},
+               {"marca_con_hora", "", "Hora", "00:00:00"}};
+  for (const auto& caso : casos) {
+    Fallar("LeerDatos", caso.tipo, std::string(caso.resto) + "\nfila = 5");
+    const TablaPtr mala = Driver().LeerDatos("", "", 0);
+    ASSERT_EQ(mala->RecordCount(), buena->RecordCount());
+    for (std::size_t fila = 0; fila < mala->RecordCount(); ++fila) {
+      for (std::size_t campo = 0; campo < mala->FieldCount(); ++campo) {
+        const bool suya = fila == 4 && mala->Field(campo).nombre == caso.campo;
+        ASSERT_EQ(mala->TextoEn(fila, campo), suya ? caso.esperado : buena->TextoEn(fila, campo)) << caso.tipo << fila;
+      }
+    }
+  }
+}
+
+TEST_F(FallaDeEscenario, UnaMarcaConHora) {
+  Fallar("LeerDatos", "marca_con_hora");
+  const TablaPtr t = Driver().LeerDatos("", "", 0);
+  int marcas = 0;
+  for (; !t->Eof(); t->MoveNext()) {
+    if (t->Texto("Fecha").empty()) continue;
+    EXPECT_EQ(t->Texto("Hora"), "00:00:00");
+    ++marcas;
+  }
+  EXPECT_GT(marcas, 30);
+}
+
+TEST_F(FallaDeEscenario, UnCanalRepetidoYCanalesComoNumeros) {
+  banco.Escenario(TextoFalla("ConfiguracionAlmacenada", "fila_repetida", "fila = 3") +
+                  TextoFalla("ConfiguracionAlmacenada", "no_numero", "campo = \"AMax\"\nfila = 4\nvalor = \"77\""));
+  const TablaPtr repetida = Driver().ConfiguracionAlmacenada(true);
+  EXPECT_EQ(repetida->RecordCount(), 24U);
+  repetida->Filter("Canal='3'");
+  EXPECT_EQ(repetida->RecordCount(), 2U);
+  EXPECT_EQ(repetida->Texto("AMax"), "360");
+  repetida->MoveNext();
+  EXPECT_EQ(repetida->Texto("AMax"), "77");
+
+  banco.Escenario(TextoFalla("ConfiguracionAlmacenada", "texto_como_numero", "campo = \"Canal\"") +
+                  TextoFalla("ConfiguracionAlmacenada", "texto_como_numero", "campo = \"MaxValid\""));
+  const TablaPtr numerica = Driver().ConfiguracionAlmacenada(true);
+  EXPECT_EQ(numerica->Field("Canal").tipo, TipoCampo::kEntero);
+  EXPECT_EQ(numerica->Field("MaxValid").tipo, TipoCampo::kDoble);
+  EXPECT_EQ(numerica->Texto("Canal"), "1");
+  EXPECT_EQ(numerica->Texto("MaxValid"), "12.15");
+}
+
+// Values of a round ago, and then the present ones: a caller that reads but once shows old weather.
+TEST_F(FallaDeEscenario, LosInstantaneosDeHaceUnRato) {
+  const auto trama = [&] {
+    std::vector<std::string> valores;
+    for (const TablaPtr t = Driver().LeerInstantaneos(); !t->Eof(); t->MoveNext()) valores.push_back(t->Texto("Valor"));
+    return valores;
+  };
+  const auto antes = trama();
+  banco.Pasar(6 * 3600);
+  const auto ahora = trama();
+  ASSERT_NE(antes, ahora);
+  Fallar("LeerInstantaneos", "atraso", "cuando = \"la_primera_vez\"");
+  EXPECT_EQ(trama(), antes);
+  EXPECT_EQ(trama(), ahora);
+  banco.Escenario("[valores]\n1 = 7.2\n" + TextoFalla("LeerInstantaneos", "atraso", "cuando = \"la_primera_vez\""));
+  EXPECT_EQ(trama()[0], antes[0]) << "of the world as it was, though a value was nailed since";
+  EXPECT_NE(trama()[0], antes[0]);
 }
 
 TEST_F(FallaDeEscenario, CampoAusente) {

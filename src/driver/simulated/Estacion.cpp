@@ -192,20 +192,21 @@ void Estacion::EscribirEstado(unsigned bits) {
   banderas = (banderas & bandera::kCondicional) | (bits & 0xFF & ~kPropias);
 }
 
-std::array<std::int32_t, Estacion::kTrama> Estacion::Instantaneos(std::int64_t ahora) const {
-  const std::int64_t reloj = Reloj(ahora);
+std::array<std::int32_t, Estacion::kTrama> Estacion::Instantaneos(std::int64_t ahora, std::int64_t atraso) const {
+  const std::int64_t reloj = Reloj(ahora) - atraso;
+  const Hidrologia& mundo = atraso > 0 ? MundoEn(reloj) : hidrologia_;
   const std::int64_t medianoche = SegundosDeDia(DiaDe(reloj));
   std::array<std::int32_t, kTrama> trama{};
   for (int canal = 1; canal <= kCanales; ++canal) {
     const ParametrosCanal& p = canales.Parametros(canal);
-    if (!p.Habilitado() || hidrologia_.Falla(canal, reloj)) continue;
+    if (!p.Habilitado() || mundo.Falla(canal, reloj)) continue;
     std::int32_t& lugar = trama[*LugarEnTrama(static_cast<std::int16_t>(canal))];
     if (p.tipo == TipoSensor::kPluviometro) {
-      lugar = hidrologia_.VuelcosEntre(medianoche, reloj, p.cte_pluvi);  // counted since midnight
+      lugar = mundo.VuelcosEntre(medianoche, reloj, p.cte_pluvi);  // counted since midnight
     } else if (p.tipo == TipoSensor::kSupervisionDigital) {
-      lugar = hidrologia_.Valor(canal, reloj) != 0 ? 1 : 0;
+      lugar = mundo.Valor(canal, reloj) != 0 ? 1 : 0;
     } else {
-      lugar = p.Cuentas(hidrologia_.Valor(canal, reloj));
+      lugar = p.Cuentas(mundo.Valor(canal, reloj));
     }
   }
   // Output 1 opens with the windows of the schedule and reads inverted.

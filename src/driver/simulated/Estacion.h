@@ -129,7 +129,8 @@ class Estacion {
   // --- Present values ------------------------------------------------------------------------------------------------
 
   static constexpr std::size_t kTrama = kLugaresDeTrama;
-  std::array<std::int32_t, kTrama> Instantaneos(std::int64_t ahora) const;
+  // As they were so many seconds ago; the two switched outputs are always as they stand.
+  std::array<std::int32_t, kTrama> Instantaneos(std::int64_t ahora, std::int64_t atraso = 0) const;
 
  private:
   void Registrado(std::int64_t reloj);

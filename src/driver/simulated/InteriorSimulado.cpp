@@ -118,7 +118,7 @@ void ComunicadorSimulado::Interior::ExigirRespuesta() {
 }
 
 void ComunicadorSimulado::Interior::Esperar(double segundos) {
-  reloj.Esperar(segundos * escenario.tiempos.factor, atender);
+  reloj.Esperar(segundos * escenario.tiempos.factor, bloqueada_ ? Atender{} : atender);
 }
 
 std::string ComunicadorSimulado::Interior::Describir(Op op, const Tabla* tabla) {

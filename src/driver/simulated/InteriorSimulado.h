@@ -28,8 +28,8 @@ struct ComunicadorSimulado::Interior {
   // The result of an operation that has none.
   struct Nada {};
 
-  // Runs `cuerpo` as operation `op`. A fault that takes the place of the answer keeps it from running; but a table
-  // without rows is the table that would have come.
+  // Runs `cuerpo` as operation `op`. A fault that takes the place of the answer keeps it from running, unless only the
+  // answer is lost; and a table without rows is the table that would have come.
   template <class Cuerpo>
   auto Operar(Op op, const std::string& argumentos, Contexto contexto, Cuerpo cuerpo) -> decltype(cuerpo());
   template <class Cuerpo>
@@ -50,7 +50,7 @@ struct ComunicadorSimulado::Interior {
   // For reads whose silence must not pass for a unit without data: raises kSinRespuesta when it doesn't answer.
   void ExigirRespuesta();
 
-  // Waits so many seconds, times the factor of the scenario.
+  // Waits so many seconds, times the factor of the scenario. Events run meanwhile, unless a fault blocks this call.
   void Esperar(double segundos);
 
   // Orders of the unit come through these: false without an answer, and the unit is saved when `orden` gives true.
@@ -70,6 +70,7 @@ struct ComunicadorSimulado::Interior {
   simulada::EstadoPersistido estado;
   FechaHora fecha;         // the computer's time at the beginning of the call
   std::int64_t ahora = 0;  // the same in seconds
+  double atraso = 0;       // seconds by which a fault makes the present values of this call old
 
   simulada::Estacion& Unidad() { return estado.estacion; }
 
@@ -106,7 +107,8 @@ struct ComunicadorSimulado::Interior {
   std::string ruta_escenario_;
   Firma firma_;
   int paginas_seguidas_ = 0;
-  bool cambiada_ = false;  // the unit was changed by an order and isn't saved yet
+  bool bloqueada_ = false;  // the call at hand lets no events run
+  bool cambiada_ = false;   // the unit was changed by an order and isn't saved yet
 };
 
 template <class Resultado>
@@ -130,7 +132,13 @@ auto ComunicadorSimulado::Interior::Operar(Op op, const std::string& argumentos,
     if (contexto.puerto == 0) contexto.puerto = enlace.por_ip ? enlace.puerto_ip : enlace.puerto;
     if (contexto.velocidad == 0) contexto.velocidad = enlace.velocidad;
     const simulada::Fallas::Efecto efecto = fallas.Para(op, contexto);
+    bloqueada_ = efecto.bloquea;
+    atraso = efecto.atraso;
     if (efecto.demora > 0) Esperar(efecto.demora);
+    if (efecto.respuesta && efecto.respuesta->respuesta_perdida) {
+      cuerpo();
+      if (cambiada_) Guardar();
+    }
     const auto falla = efecto.respuesta ? std::optional(efecto.respuesta->tipo) : std::nullopt;
     if (falla == simulada::TipoFalla::kError) {
       throw Error(efecto.respuesta->numero, efecto.respuesta->origen, efecto.respuesta->texto);

@@ -293,6 +293,7 @@ const Clave<Falla> kFalla[] = {
        f.tipo = *tipo;
      }},
     {"cuando", LeerCuando},
+    {"despues_de", [](const Dato& d, Falla& f) { f.despues_de = d.Entero(1, 1000000); }},
     {"pista", [](const Dato& d, Falla& f) { f.pista = d.Entero(0, kPistas - 1); }},
     {"pagina", [](const Dato& d, Falla& f) { f.pagina = d.Entero(0, 65535); }},
     {"puerto", [](const Dato& d, Falla& f) { f.puerto = d.Entero(1, 65535); }},
@@ -301,11 +302,47 @@ const Clave<Falla> kFalla[] = {
     {"numero", [](const Dato& d, Falla& f) { f.numero = d.Entero(-2147483647, 2147483647); }},
     {"origen", [](const Dato& d, Falla& f) { f.origen = d.Texto(); }},
     {"texto", [](const Dato& d, Falla& f) { f.texto = d.Texto(); }},
-    {"segundos", [](const Dato& d, Falla& f) { f.segundos = d.Doble(0, 3600); }},
+    {"segundos", [](const Dato& d, Falla& f) { f.segundos = d.Doble(0, 86400); }},
     {"campo", [](const Dato& d, Falla& f) { f.campo = d.Texto(); }},
     {"valor", [](const Dato& d, Falla& f) { f.valor = d.Texto(); }},
+    {"fila", [](const Dato& d, Falla& f) { f.fila = d.Entero(1, 1000000); }},
+    {"respuesta_perdida", [](const Dato& d, Falla& f) { f.respuesta_perdida = d.Logico(); }},
+    {"bloquea", [](const Dato& d, Falla& f) { f.bloquea = d.Logico(); }},
     {"cuantos", [](const Dato& d, Falla& f) { f.cuantos = d.Entero(0, 1000000); }},
 };
+
+// What a fault holds where it says nothing, which depends on its kind.
+void Completar(const toml::table& tabla, Falla& falla) {
+  constexpr struct {
+    TipoFalla tipo;
+    const char* valor;
+  } kValores[] = {{TipoFalla::kFechaInvalida, "32/13/2001"}, {TipoFalla::kMarcaConHora, "00:00:00"}};
+  for (const auto& [tipo, valor] : kValores) {
+    if (falla.tipo == tipo && !tabla.contains("valor")) falla.valor = valor;
+  }
+  if (falla.tipo == TipoFalla::kAtraso && !tabla.contains("segundos")) falla.segundos = 21600;
+}
+
+// What is wrong with a fault whose keys are right one by one; empty when nothing is.
+std::string Reparo(const toml::table& tabla, const Falla& falla) {
+  const std::string operacion{De(falla.operacion).nombre};
+  const std::string tipo = *tabla["tipo"].value<std::string>();
+  if (!Conviene(falla.tipo, falla.operacion)) {
+    return "no puede ser: la operación " + operacion + " no admite \"" + tipo + "\"";
+  }
+  for (const auto& [clave, nodo] : tabla) {
+    if (!Admite(falla.tipo, clave.str())) {
+      return "tiene una clave que \"" + tipo + "\" no usa: " + std::string{clave.str()};
+    }
+  }
+  const Asunto asunto = AsuntoDe(falla.operacion);
+  if ((falla.pista && !asunto.pista) || (falla.pagina && !asunto.pagina) || (falla.canal && !asunto.canal)) {
+    return "pone una condición que " + operacion + " no tiene";
+  }
+  if (falla.tipo == TipoFalla::kTexto && !tabla.contains("texto")) return "necesita texto";
+  if (falla.tipo == TipoFalla::kFilaRepetida && !falla.fila) return "necesita fila";
+  return ReparoDeCampo(falla);
+}
 
 void LeerFallas(const Dato& dato, Escenario& escenario) {
   for (const Dato& item : dato.Lista()) {
@@ -313,18 +350,8 @@ void LeerFallas(const Dato& dato, Escenario& escenario) {
     if (!tabla.contains("operacion") || !tabla.contains("tipo")) item.Mal("necesita operacion y tipo");
     Falla falla;
     LeerClaves(item, kFalla, falla);
-    if (!Conviene(falla.tipo, falla.operacion)) {
-      item.Mal("no puede ser: la operación " + std::string{De(falla.operacion).nombre} + " no admite \"" +
-               *tabla["tipo"].value<std::string>() + "\"");
-    }
-    const Asunto asunto = AsuntoDe(falla.operacion);
-    if ((falla.pista && !asunto.pista) || (falla.pagina && !asunto.pagina) || (falla.canal && !asunto.canal)) {
-      item.Mal("pone una condición que " + std::string{De(falla.operacion).nombre} + " no tiene");
-    }
-    if (falla.tipo == TipoFalla::kFechaInvalida && !tabla.contains("valor")) falla.valor = "32/13/2001";
-    const bool pide_campo = falla.tipo == TipoFalla::kCampoAusente || falla.tipo == TipoFalla::kNumeroComoTexto ||
-                            falla.tipo == TipoFalla::kNoNumero;
-    if (pide_campo && falla.campo.empty()) item.Mal("necesita campo");
+    Completar(tabla, falla);
+    if (const std::string reparo = Reparo(tabla, falla); !reparo.empty()) item.Mal(reparo);
     escenario.fallas.push_back(std::move(falla));
   }
 }
@@ -342,6 +369,19 @@ const Clave<Escenario> kSecciones[] = {
     {"valores", LeerValores},         {"falla", LeerFallas},
 };
 
+// A line of a text, from 1.
+std::string Renglon(const std::string& texto, std::size_t numero) {
+  const auto renglones = Separar(texto, '\n');
+  return numero >= 1 && numero <= renglones.size() ? std::string{Recortar(renglones[numero - 1])} : std::string{};
+}
+
+// The reader of TOML gives its reasons in English: the two that happen in earnest are told in our words.
+std::string MotivoDeSintaxis(std::string_view motivo, const std::string& renglon) {
+  if (motivo.find("redefine") != std::string_view::npos) return "repite una clave o una sección: " + renglon;
+  if (motivo.find("utf-8") != std::string_view::npos) return "hay un carácter que no está en UTF-8";
+  return "no se entiende: " + renglon;
+}
+
 }  // namespace
 
 Escenario LeerEscenarioDeTexto(const std::string& texto) {
@@ -349,9 +389,9 @@ Escenario LeerEscenarioDeTexto(const std::string& texto) {
   try {
     raiz = toml::parse(texto);
   } catch (const toml::parse_error& falla) {
+    const auto linea = falla.source().begin.line;
     throw Error(error::kArchivo, "UTRSimulada.toml",
-                "línea " + std::to_string(falla.source().begin.line) + ": no se entiende (" +
-                    std::string{falla.description()} + ")");
+                "línea " + std::to_string(linea) + ": " + MotivoDeSintaxis(falla.description(), Renglon(texto, linea)));
   }
   Escenario escenario;
   LeerClaves(Dato{raiz, {}}, kSecciones, escenario);

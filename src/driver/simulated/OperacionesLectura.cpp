@@ -106,7 +106,8 @@ TablaPtr ComunicadorSimulado::DecodificarPaginaCola(std::span<const std::uint8_t
 TablaPtr ComunicadorSimulado::LeerInstantaneos() {
   return interior_->Operar(Op::kLeerInstantaneos, "", [&]() -> TablaPtr {
     interior_->ExigirRespuesta();
-    return simulada::TablaInstantaneos(interior_->Unidad().Instantaneos(interior_->ahora));
+    const auto atraso = static_cast<std::int64_t>(interior_->atraso);
+    return simulada::TablaInstantaneos(interior_->Unidad().Instantaneos(interior_->ahora, atraso));
   });
 }
 
