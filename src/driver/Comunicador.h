@@ -98,7 +98,7 @@ class Comunicador {
   virtual TablaPtr LeerArchivoConfiguracion(std::string_view ruta) = 0;
 
   // 18. Writes the parametrization of the channels in the table; channels that it doesn't show stay as they are. False:
-  // failed.
+  // failed, or refused with nothing written: a channel that the unit doesn't have, or a value that it can't work with.
   virtual bool GrabarParametrizacion(Tabla& tabla) = 0;
 
   // 19. Events between two date texts, both ends included; two empty texts ask for the pending ones. Fields Fecha,
@@ -196,8 +196,8 @@ class Comunicador {
   // 48. Erases the cartridge. False: not erased.
   virtual bool BorrarCartucho() = 0;
 
-  // 49. Writes the whole channel configuration: channels that the table doesn't show become disabled. False: not
-  // written.
+  // 49. Writes the whole channel configuration: channels that the table doesn't show become disabled. False: refused as
+  // in GrabarParametrizacion, or not written.
   virtual bool GrabarConfiguracion(Tabla& tabla) = 0;
 };
 

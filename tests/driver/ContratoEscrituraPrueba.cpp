@@ -132,6 +132,57 @@ TEST_P(Contrato, LaParametrizacionMezclaPorCanal) {
   EXPECT_EQ(NumeroDeError([&] { Driver().GrabarParametrizacion(sin_canal); }), error::kCampo);
 }
 
+// What no unit can work with is refused; what the rules of the program let pass in that kind of sensor never is.
+TEST_P(Contrato, LosValoresFueraDeRazonSeRechazan) {
+  banco->Conectar();
+  const struct {
+    const char* tipo;
+    const char* columna;
+    const char* valor;
+    bool acepta;
+  } casos[] = {
+      {"0", "Tipo", "abc", false},       {"0", "Tipo", "6", false},          {"0", "Tipo", "-1", false},
+      {"0", "Tipo", "8", false},         {"0", "Tipo", " 1", true},          {"0", "Flags", "x", false},
+      {"0", "Flags", "-1", false},       {"7", "Flags", "x", false},         {"0", "Flags", "31", true},
+      {"0", "TStorage", "-5", false},    {"0", "TStorage", "99999", false},  {"0", "TStorage", "diez", false},
+      {"1", "TRead", "-1", false},       {"2", "TResetAlarma", "-1", false}, {"3", "TMed", "-1", false},
+      {"5", "TCero", "-1", false},       {"4", "TEval", "-1", false},        {"0", "TStorage", "1440", true},
+      {"0", "TStorage", "", true},       {"0", "TCero", "-5", true},         {"5", "TMed", "-5", true},
+      {"5", "TResetAlarma", "-5", true}, {"4", "TStorage", "-5", true},      {"4", "TMed", "x", true},
+      {"7", "TRead", "-5", true},        {"7", "TStorage", "99999", true},   {"7", "TEval", "x", true},
+      {"0", "Bits", "-3", true},         {"1", "Bits", "17", true},          {"0", "Bits", "x", false},
+      {"7", "Bits", "0", true},          {"0", "AMax", "abc", false},        {"0", "AMax", "-7.5", true},
+      {"0", "AMax", "7,5", true},        {"2", "Span", "-4095", true},       {"2", "Cero", "cero", false},
+      {"7", "AlSub", "x", true},         {"0", "RangoMax", " 12", true},     {"1", "NivRefLmn", "-2.15", true},
+      {"0", "Descripcion", "abc", true}, {"0", "Unidad", "", true},
+  };
+  const TablaPtr buena = Driver().ConfiguracionAlmacenada(true);
+  for (const auto& caso : casos) {
+    ASSERT_TRUE(Driver().GrabarParametrizacion(*buena));
+    const TablaPtr tabla = Driver().ConfiguracionAlmacenada(true);
+    tabla->Filter("Canal='2'");
+    tabla->Set("Tipo", caso.tipo);
+    tabla->Set(caso.columna, caso.valor);
+    const auto antes = Filas(Driver().ConfiguracionAlmacenada(true));
+    const std::string nombre = std::string(caso.tipo) + " " + caso.columna + " " + caso.valor;
+    EXPECT_EQ(Driver().GrabarParametrizacion(*tabla), caso.acepta) << nombre;
+    if (caso.acepta) {
+      EXPECT_EQ(DeCanal(2, caso.columna), caso.valor) << nombre;
+    } else {
+      EXPECT_FALSE(Driver().GrabarConfiguracion(*tabla)) << nombre;
+      EXPECT_EQ(Filas(Driver().ConfiguracionAlmacenada(true)), antes) << nombre;
+    }
+  }
+  // One bad row among good ones refuses all of them.
+  const TablaPtr tabla = Driver().ConfiguracionAlmacenada(true);
+  tabla->Set("AMax", "1.5");
+  tabla->MoveLast();
+  tabla->Set("Tipo", "abc");
+  const auto antes = Filas(Driver().ConfiguracionAlmacenada(true));
+  EXPECT_FALSE(Driver().GrabarConfiguracion(*tabla));
+  EXPECT_EQ(Filas(Driver().ConfiguracionAlmacenada(true)), antes);
+}
+
 TEST_P(Contrato, LaConfiguracionReemplaza) {
   banco->Conectar();
   const TablaPtr todos = Driver().ConfiguracionAlmacenada(true);

@@ -41,6 +41,8 @@ TEST(Escenario, ElArchivoDeConfiguracionDeEjemploSeAbre) {
       banco.Driver().LeerArchivoConfiguracion((std::filesystem::path(ADMINUTR_DATOS) / "EstacionEjemplo.icf").string());
   EXPECT_EQ(t->RecordCount(), 23U);
   EXPECT_EQ(t->Texto("Descripcion"), "Nivel de la laguna");
+  banco.Conectar();
+  EXPECT_TRUE(banco.Driver().GrabarConfiguracion(*t)) << "and the unit takes all of it";
 }
 
 // The examples that a trainer finds commented out must be right too.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <span>
 
 #include "base/Numeros.h"
 #include "base/Texto.h"
@@ -13,6 +14,7 @@ namespace utr::simulada {
 namespace {
 
 constexpr int kPilaDelPluviometro = 8;
+constexpr double kMayorEntero = 65535;  // of the unit's own numbers
 // The columns of the channel table and what the station says beyond them.
 std::vector<ColumnaCanal> ArmarColumnas() {
   std::vector<ColumnaCanal> columnas(kColumnasDeCanal.begin(), kColumnasDeCanal.end());
@@ -51,12 +53,65 @@ int CanalDeFila(const Tabla& tabla, std::size_t campo) {
   return numero >= 1 && numero <= kCanales && numero == std::floor(numero) ? static_cast<int>(numero) : 0;
 }
 
-double Numero(const std::vector<std::string>& fila, const char* columna) {
+double Numero(const std::vector<std::string>& fila, std::string_view columna) {
   return Val(Reemplazar(fila[LugarDe(columna)], ",", "."));
 }
 
 int NumeroEntero(const std::vector<std::string>& fila, const char* columna) {
-  return static_cast<int>(std::clamp(Numero(fila, columna), 0.0, 65535.0));
+  return static_cast<int>(std::clamp(Numero(fila, columna), 0.0, kMayorEntero));
+}
+
+// The kinds in which the unit works with a column.
+using T = TipoSensor;
+constexpr T kTodos[] = {T::kNivel,       T::kMeteorologico,        T::kVelocidadViento,   T::kDireccionViento,
+                        T::kPluviometro, T::kSupervisionAnalogica, T::kSupervisionDigital};
+constexpr std::span kMedidos(kTodos, 6);     // not the digital ones, of which only the flags count
+constexpr std::span kHistoricos(kTodos, 5);  // these keep a history
+constexpr std::span kContinuos(kTodos, 4);   // and these measure at a time of their own
+constexpr T kLluvia[] = {T::kPluviometro};
+constexpr T kConAlarma[] = {T::kNivel, T::kMeteorologico, T::kVelocidadViento, T::kDireccionViento,
+                            T::kSupervisionAnalogica};
+
+// What the unit asks of a column: a number in these kinds, and one that isn't negative where it counts minutes or bits.
+// In any other kind it may hold anything.
+constexpr struct {
+  std::string_view columna;
+  std::span<const T> tipos;
+  bool con_signo;
+} kExigencias[] = {
+    {"Flags", kTodos, false},         {"TMed", kContinuos, false},
+    {"TRead", kMedidos, false},       {"TEval", kMedidos, false},
+    {"TStorage", kHistoricos, false}, {"TDiscret", kHistoricos, false},
+    {"TCero", kLluvia, false},        {"TResetAlarma", kConAlarma, false},
+    {"MaxValid", kMedidos, true},     {"MinValid", kMedidos, true},
+    {"MaxSubVal", kMedidos, true},    {"MaxBajVal", kMedidos, true},
+    {"MaxSubTx", kMedidos, true},     {"MaxBajTx", kMedidos, true},
+    {"AMax", kMedidos, true},         {"AMin", kMedidos, true},
+    {"AlSub", kMedidos, true},        {"AlBaj", kMedidos, true},
+    {"AlMaxPico", kMedidos, true},    {"AlMinPico", kMedidos, true},
+    {"RangoMax", kMedidos, true},     {"RangoMin", kMedidos, true},
+    {"Span", kMedidos, true},         {"Cero", kMedidos, true},
+    {"Bits", kMedidos, true},         {"CtePluvi", kMedidos, true},
+    {"NivRefLmn", kMedidos, true},
+};
+
+// A text that can be read as a number, if only as 0: an empty one, and what begins like a number.
+bool EsLegible(std::string_view texto) {
+  texto = Recortar(texto);
+  return texto.empty() || std::string_view{"0123456789+-.,"}.find(texto.front()) != std::string_view::npos;
+}
+
+// The unit takes a row that it can work with: of a kind that it knows, with numbers where it needs them.
+bool EsAceptable(const std::vector<std::string>& fila) {
+  const std::string& texto_tipo = fila[LugarDe("Tipo")];
+  const auto tipo = LeerTipo(texto_tipo);
+  if (!tipo || !EsLegible(texto_tipo)) return false;
+  return std::all_of(std::begin(kExigencias), std::end(kExigencias), [&](const auto& exigencia) {
+    if (std::find(exigencia.tipos.begin(), exigencia.tipos.end(), *tipo) == exigencia.tipos.end()) return true;
+    const double numero = Numero(fila, exigencia.columna);
+    const bool en_rango = exigencia.con_signo ? std::isfinite(numero) : numero >= 0 && numero <= kMayorEntero;
+    return en_rango && EsLegible(fila[LugarDe(exigencia.columna)]);
+  });
 }
 
 ParametrosCanal LeerParametros(const std::vector<std::string>& fila, int canal) {
@@ -146,6 +201,7 @@ bool Canales::Mezclar(Tabla& tabla) {
       if (campo >= 0) fila[c] = clon->Texto(static_cast<std::size_t>(campo));
     }
     fila[LugarDe("Canal")] = std::to_string(canal);
+    if (!EsAceptable(fila)) return false;
   }
   filas_ = std::move(filas);
   RehacerParametros();

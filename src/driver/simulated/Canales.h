@@ -48,8 +48,9 @@ class Canales {
   TablaPtr ComoTabla() const;
 
   // Takes over the rows that a table shows, channel by channel and column by column; columns that it lacks stay as they
-  // are. False, with nothing changed, when a row names no channel from 1 to 23. Raises error 3265 without a field
-  // Canal.
+  // are. False, with nothing changed, when a row names no channel from 1 to 23 or no kind of sensor, or holds no number
+  // (of times and flags: a negative one, or more than 65535) where a channel of its kind needs one. Raises error 3265
+  // without a field Canal.
   bool Mezclar(Tabla& tabla);
 
   // The same, and every channel that the table doesn't show becomes disabled.
