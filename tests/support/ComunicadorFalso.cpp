@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/Texto.h"
+#include "driver/TablasEntregadas.h"
 
 namespace utr {
 namespace {
@@ -54,6 +55,15 @@ std::vector<std::string> ComunicadorFalso::De(std::string_view operacion) const 
   std::copy_if(llamadas.begin(), llamadas.end(), std::back_inserter(suyas),
                [&](const std::string& llamada) { return llamada.substr(0, llamada.find('(')) == operacion; });
   return suyas;
+}
+
+std::vector<TablaPtr> ComunicadorFalso::Recibidas(std::string_view operacion) const {
+  const auto suyas = recibidas_.find(operacion);
+  return suyas == recibidas_.end() ? std::vector<TablaPtr>() : suyas->second;
+}
+
+void ComunicadorFalso::Recibir(const char* operacion, const Tabla& tabla) {
+  recibidas_[operacion].push_back(tabla.Abierta() ? CopiarALaVista(tabla) : nullptr);
 }
 
 std::string ComunicadorFalso::Anotar(std::string_view operacion, Argumentos argumentos) {
@@ -150,7 +160,8 @@ void ComunicadorFalso::Pausa(std::int16_t segundos) {
   Anotar("Pausa", {N(segundos)});
 }
 
-bool ComunicadorFalso::GrabarAgenda(Tabla&) {
+bool ComunicadorFalso::GrabarAgenda(Tabla& tabla) {
+  Recibir("GrabarAgenda", tabla);
   return Logico("GrabarAgenda", {"tabla"});
 }
 
@@ -162,7 +173,8 @@ TablaPtr ComunicadorFalso::LeerArchivoConfiguracion(std::string_view ruta) {
   return UnaTabla("LeerArchivoConfiguracion", {T(ruta)});
 }
 
-bool ComunicadorFalso::GrabarParametrizacion(Tabla&) {
+bool ComunicadorFalso::GrabarParametrizacion(Tabla& tabla) {
+  Recibir("GrabarParametrizacion", tabla);
   return Logico("GrabarParametrizacion", {"tabla"});
 }
 
@@ -222,7 +234,8 @@ bool ComunicadorFalso::ModoConexion(bool activo) {
   return Logico("ModoConexion", {L(activo)});
 }
 
-bool ComunicadorFalso::ExportarImp(Tabla&, std::string_view ruta, int tipo) {
+bool ComunicadorFalso::ExportarImp(Tabla& tabla, std::string_view ruta, int tipo) {
+  Recibir("ExportarImp", tabla);
   return Logico("ExportarImp", {"tabla", T(ruta), N(tipo)});
 }
 
@@ -286,7 +299,8 @@ bool ComunicadorFalso::BorrarCartucho() {
   return Logico("BorrarCartucho");
 }
 
-bool ComunicadorFalso::GrabarConfiguracion(Tabla&) {
+bool ComunicadorFalso::GrabarConfiguracion(Tabla& tabla) {
+  Recibir("GrabarConfiguracion", tabla);
   return Logico("GrabarConfiguracion", {"tabla"});
 }
 

@@ -32,6 +32,9 @@ class ComunicadorFalso : public Comunicador {
   std::vector<std::string> llamadas;
   std::vector<std::string> De(std::string_view operacion) const;
   std::size_t Cuantas(std::string_view operacion) const { return De(operacion).size(); }
+  // The tables that an operation was given, oldest first: copies of the rows that they showed; null for a closed one.
+  std::vector<TablaPtr> Recibidas(std::string_view operacion) const;
+
   std::vector<std::string> log;  // lines given to EscribirLog, which is not recorded among the calls
   // Called inside every operation, with its text, ahead of failure and answer.
   std::function<void(const std::string&)> al_llamar;
@@ -94,6 +97,7 @@ class ComunicadorFalso : public Comunicador {
     int veces;
   };
 
+  void Recibir(const char* operacion, const Tabla& tabla);
   std::string Anotar(std::string_view operacion, std::initializer_list<std::string> argumentos);
   bool Logico(std::string_view operacion, std::initializer_list<std::string> argumentos = {});
   std::int32_t Numero(std::string_view operacion, std::initializer_list<std::string> argumentos = {});
@@ -105,6 +109,7 @@ class ComunicadorFalso : public Comunicador {
   std::map<std::string, std::function<std::string(const std::string&)>, std::less<>> textos_;
   std::map<std::string, std::function<TablaPtr(const std::string&)>, std::less<>> tablas_;
   std::map<std::string, FallaPedida, std::less<>> fallas_;
+  std::map<std::string, std::vector<TablaPtr>, std::less<>> recibidas_;
 };
 
 }  // namespace utr
