@@ -113,8 +113,8 @@ ConfigPtr ConfigColl::Add(std::int16_t canal, const Tabla& registro, std::string
   IgnorandoErrores([&] {
     if (registro.BuscarCampo("Nombre") >= 0) config->Nombre = registro.Texto("Nombre");
   });
-  for (const auto& [columna, miembro] : kMiembros) {
-    IgnorandoErrores([&, nombre = columna, &m = miembro] { std::visit(Lectura{registro, nombre, *config}, m); });
+  for (const auto& campo : kMiembros) {
+    IgnorandoErrores([&] { std::visit(Lectura{registro, campo.columna, *config}, campo.miembro); });
   }
   config->Key = ClaveDe(std::to_string(canal));
   const std::string clave_final = clave.empty() ? config->Key : std::string(clave);

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <span>
 
 #include "base/Numeros.h"
 #include "base/Texto.h"
@@ -61,38 +60,40 @@ int NumeroEntero(const std::vector<std::string>& fila, const char* columna) {
   return static_cast<int>(std::clamp(Numero(fila, columna), 0.0, kMayorEntero));
 }
 
-// The kinds in which the unit works with a column.
-using T = TipoSensor;
-constexpr T kTodos[] = {T::kNivel,       T::kMeteorologico,        T::kVelocidadViento,   T::kDireccionViento,
-                        T::kPluviometro, T::kSupervisionAnalogica, T::kSupervisionDigital};
-constexpr std::span kMedidos(kTodos, 6);     // not the digital ones, of which only the flags count
-constexpr std::span kHistoricos(kTodos, 5);  // these keep a history
-constexpr std::span kContinuos(kTodos, 4);   // and these measure at a time of their own
-constexpr T kLluvia[] = {T::kPluviometro};
-constexpr T kConAlarma[] = {T::kNivel, T::kMeteorologico, T::kVelocidadViento, T::kDireccionViento,
-                            T::kSupervisionAnalogica};
+// The kinds in which the unit works with a column. Of a digital input it knows the flags alone.
+using Tipo = std::optional<TipoSensor>;
+bool EnTodos(Tipo /*tipo*/) {
+  return true;
+}
+bool EnLosMedidos(Tipo tipo) {
+  return tipo != TipoSensor::kSupervisionDigital;
+}
+bool EnLluvia(Tipo tipo) {
+  return tipo == TipoSensor::kPluviometro;
+}
+bool EnLosDeCurva(Tipo tipo) {
+  return GuardaHistoria(tipo) && !EnLluvia(tipo);
+}
+bool EnLosDeAlarma(Tipo tipo) {
+  return EnLosMedidos(tipo) && !EnLluvia(tipo);
+}
 
-// What the unit asks of a column: a number in these kinds, and one that isn't negative where it counts minutes or bits.
-// In any other kind it may hold anything.
+// What the unit asks of a column: a number in these kinds, and one that isn't negative where it counts minutes or holds
+// bits. In any other kind the column may hold anything.
 constexpr struct {
   std::string_view columna;
-  std::span<const T> tipos;
+  bool (*cuenta)(Tipo);
   bool con_signo;
 } kExigencias[] = {
-    {"Flags", kTodos, false},         {"TMed", kContinuos, false},
-    {"TRead", kMedidos, false},       {"TEval", kMedidos, false},
-    {"TStorage", kHistoricos, false}, {"TDiscret", kHistoricos, false},
-    {"TCero", kLluvia, false},        {"TResetAlarma", kConAlarma, false},
-    {"MaxValid", kMedidos, true},     {"MinValid", kMedidos, true},
-    {"MaxSubVal", kMedidos, true},    {"MaxBajVal", kMedidos, true},
-    {"MaxSubTx", kMedidos, true},     {"MaxBajTx", kMedidos, true},
-    {"AMax", kMedidos, true},         {"AMin", kMedidos, true},
-    {"AlSub", kMedidos, true},        {"AlBaj", kMedidos, true},
-    {"AlMaxPico", kMedidos, true},    {"AlMinPico", kMedidos, true},
-    {"RangoMax", kMedidos, true},     {"RangoMin", kMedidos, true},
-    {"Span", kMedidos, true},         {"Cero", kMedidos, true},
-    {"Bits", kMedidos, true},         {"CtePluvi", kMedidos, true},
-    {"NivRefLmn", kMedidos, true},
+    {"Flags", EnTodos, false},         {"TMed", EnLosDeCurva, false},          {"TRead", EnLosMedidos, false},
+    {"TEval", EnLosMedidos, false},    {"TStorage", GuardaHistoria, false},    {"TDiscret", GuardaHistoria, false},
+    {"TCero", EnLluvia, false},        {"TResetAlarma", EnLosDeAlarma, false}, {"MaxValid", EnLosMedidos, true},
+    {"MinValid", EnLosMedidos, true},  {"MaxSubVal", EnLosMedidos, true},      {"MaxBajVal", EnLosMedidos, true},
+    {"MaxSubTx", EnLosMedidos, true},  {"MaxBajTx", EnLosMedidos, true},       {"AMax", EnLosMedidos, true},
+    {"AMin", EnLosMedidos, true},      {"AlSub", EnLosMedidos, true},          {"AlBaj", EnLosMedidos, true},
+    {"AlMaxPico", EnLosMedidos, true}, {"AlMinPico", EnLosMedidos, true},      {"RangoMax", EnLosMedidos, true},
+    {"RangoMin", EnLosMedidos, true},  {"Span", EnLosMedidos, true},           {"Cero", EnLosMedidos, true},
+    {"Bits", EnLosMedidos, true},      {"CtePluvi", EnLosMedidos, true},       {"NivRefLmn", EnLosMedidos, true},
 };
 
 // A text that can be read as a number, if only as 0: an empty one, and what begins like a number.
@@ -107,7 +108,7 @@ bool EsAceptable(const std::vector<std::string>& fila) {
   const auto tipo = LeerTipo(texto_tipo);
   if (!tipo || !EsLegible(texto_tipo)) return false;
   return std::all_of(std::begin(kExigencias), std::end(kExigencias), [&](const auto& exigencia) {
-    if (std::find(exigencia.tipos.begin(), exigencia.tipos.end(), *tipo) == exigencia.tipos.end()) return true;
+    if (!exigencia.cuenta(tipo)) return true;
     const double numero = Numero(fila, exigencia.columna);
     const bool en_rango = exigencia.con_signo ? std::isfinite(numero) : numero >= 0 && numero <= kMayorEntero;
     return en_rango && EsLegible(fila[LugarDe(exigencia.columna)]);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "base/Fechas.h"
 #include "base/Numeros.h"
@@ -106,11 +107,13 @@ TablaPtr Copiar(const Tabla& tabla, const Copia& como) {
   return copia;
 }
 
-// Whole numbers where all texts of the column are, else numbers with decimals.
+// Whole numbers where all texts of the column are, else numbers of any kind.
 TipoCampo TipoNumerico(const Tabla& tabla, std::size_t campo) {
   for (const TablaPtr filas = tabla.Clone(); !filas->Eof(); filas->MoveNext()) {
     const std::string texto = filas->Texto(campo);
-    if (EsNumerico(texto) && LeerDoble(texto) != std::floor(LeerDoble(texto))) return TipoCampo::kDoble;
+    const double numero = EsNumerico(texto) ? LeerDoble(texto) : 0;
+    if (numero != std::floor(numero) || std::abs(numero) > std::numeric_limits<std::int32_t>::max())
+      return TipoCampo::kDoble;
   }
   return TipoCampo::kEntero;
 }
