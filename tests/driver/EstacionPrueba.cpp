@@ -3,6 +3,7 @@
 #include <map>
 
 #include "base/Fechas.h"
+#include "driver/Dias.h"
 #include "driver/simulated/Estacion.h"
 #include "driver/simulated/TablasRegistros.h"
 

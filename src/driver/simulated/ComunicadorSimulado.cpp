@@ -1,5 +1,6 @@
 #include "driver/simulated/ComunicadorSimulado.h"
 
+#include "driver/Dias.h"
 #include "driver/simulated/InteriorSimulado.h"
 
 // Life of the driver, its log and what needs no link. The other operations lie in OperacionesLectura.cpp,
@@ -24,7 +25,7 @@ void ComunicadorSimulado::EscribirLog(std::string_view linea) noexcept {
 }
 
 std::string ComunicadorSimulado::ConvertirA(std::int16_t numero) {
-  return interior_->Operar(Op::kConvertirA, std::to_string(numero), [&] { return simulada::FechaDeDia(numero); });
+  return interior_->Operar(Op::kConvertirA, std::to_string(numero), [&] { return FechaDeDia(numero); });
 }
 
 }  // namespace utr

@@ -5,6 +5,7 @@
 
 #include "base/Fechas.h"
 #include "base/Numeros.h"
+#include "driver/Dias.h"
 
 namespace utr::simulada {
 

@@ -2,6 +2,7 @@
 #include <cmath>
 #include <numeric>
 
+#include "driver/Dias.h"
 #include "driver/simulated/Estacion.h"
 
 // What the station records while time passes.

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "base/Error.h"
-#include "driver/simulated/Bitacora.h"
+#include "driver/Bitacora.h"
 #include "driver/simulated/ComunicadorSimulado.h"
 #include "driver/simulated/EnlaceSimulado.h"
 #include "driver/simulated/EstadoPersistido.h"
@@ -63,7 +63,7 @@ struct ComunicadorSimulado::Interior {
   std::filesystem::path carpeta;
   Reloj& reloj;
   Atender atender;
-  simulada::Bitacora bitacora;
+  Bitacora bitacora;
   simulada::Escenario escenario;
   simulada::Fallas fallas;
   simulada::EnlaceSimulado enlace;
@@ -84,7 +84,7 @@ struct ComunicadorSimulado::Interior {
   std::string Describir(Op, Nada) { return "hecho"; }
   std::string Describir(Op, bool valor) { return valor ? "si" : "no"; }
   std::string Describir(Op, std::int32_t numero) { return std::to_string(numero); }
-  std::string Describir(Op, const std::string& texto) { return simulada::Citar(texto); }
+  std::string Describir(Op, const std::string& texto) { return Citar(texto); }
   std::string Describir(Op op, const TablaPtr& tabla) { return Describir(op, tabla.get()); }
 
   static void Estropear(const std::vector<simulada::Falla>& fallas, TablaPtr& tabla);

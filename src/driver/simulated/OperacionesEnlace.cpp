@@ -6,8 +6,6 @@
 
 namespace utr {
 
-using simulada::Citar;
-
 namespace {
 
 constexpr double kPasoDeLlamada = 0.1;  // seconds between two looks at whether the call was abandoned

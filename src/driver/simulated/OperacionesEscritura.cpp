@@ -2,13 +2,11 @@
 
 #include "base/Numeros.h"
 #include "base/Texto.h"
+#include "driver/ArchivosDelControlador.h"
 #include "driver/Textos.h"
-#include "driver/simulated/ArchivosDelControlador.h"
 #include "driver/simulated/InteriorSimulado.h"
 
 namespace utr {
-
-using simulada::Citar;
 
 namespace {
 
@@ -153,7 +151,7 @@ bool ComunicadorSimulado::GrabarSalidaDigital(int salida, bool encender) {
 bool ComunicadorSimulado::ExportarImp(Tabla& tabla, std::string_view ruta, int tipo) {
   const std::string argumentos =
       fmt::format("{}, {}, {}", interior_->Describir(Op::kExportarImp, &tabla), Citar(ruta), tipo);
-  return interior_->Operar(Op::kExportarImp, argumentos, [&] { return simulada::EscribirImp(tabla, ruta, tipo); });
+  return interior_->Operar(Op::kExportarImp, argumentos, [&] { return EscribirImp(tabla, ruta, tipo); });
 }
 
 }  // namespace utr

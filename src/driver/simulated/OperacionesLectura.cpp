@@ -2,14 +2,14 @@
 
 #include "base/Numeros.h"
 #include "base/Texto.h"
+#include "driver/ArchivosDelControlador.h"
+#include "driver/Dias.h"
 #include "driver/Textos.h"
-#include "driver/simulated/ArchivosDelControlador.h"
 #include "driver/simulated/InteriorSimulado.h"
 
 namespace utr {
 
 using simulada::Cabecera;
-using simulada::Citar;
 using simulada::Contenido;
 using simulada::FilasMuestras;
 using simulada::FilasSucesos;
@@ -143,11 +143,11 @@ TablaPtr ComunicadorSimulado::ConfiguracionAlmacenada(bool desdeUTR) {
 }
 
 TablaPtr ComunicadorSimulado::LeerArchivoConfiguracion(std::string_view ruta) {
-  return interior_->Operar(Op::kLeerArchivoConfiguracion, Citar(ruta), [&] { return simulada::LeerIcf(ruta); });
+  return interior_->Operar(Op::kLeerArchivoConfiguracion, Citar(ruta), [&] { return LeerIcf(ruta); });
 }
 
 TablaPtr ComunicadorSimulado::CargarConfiguracion(std::string_view ruta) {
-  return interior_->Operar(Op::kCargarConfiguracion, Citar(ruta), [&] { return simulada::LeerIcf(ruta); });
+  return interior_->Operar(Op::kCargarConfiguracion, Citar(ruta), [&] { return LeerIcf(ruta); });
 }
 
 TablaPtr ComunicadorSimulado::LeerEventos(std::string_view desde, std::string_view hasta) {
@@ -156,7 +156,7 @@ TablaPtr ComunicadorSimulado::LeerEventos(std::string_view desde, std::string_vi
     interior_->ExigirRespuesta();
     simulada::Estacion& unidad = interior_->Unidad();
     if (!EsPendiente(desde, hasta)) return SucesosDe(unidad.memoria, rango);
-    return simulada::SucesosPendientes(unidad.memoria, simulada::DiaDe(unidad.Reloj(interior_->ahora)));
+    return simulada::SucesosPendientes(unidad.memoria, DiaDe(unidad.Reloj(interior_->ahora)));
   });
 }
 
@@ -232,7 +232,7 @@ std::string ComunicadorSimulado::LeerPagina(std::string_view pagina, bool silenc
 
 std::int32_t ComunicadorSimulado::DescribirCodigo(std::string_view fecha) {
   return interior_->Operar(Op::kDescribirCodigo, Citar(fecha),
-                           [&]() -> std::int32_t { return simulada::DiaDe(Segundos(ConvertirAFecha(fecha))); });
+                           [&]() -> std::int32_t { return DiaDe(Segundos(ConvertirAFecha(fecha))); });
 }
 
 }  // namespace utr

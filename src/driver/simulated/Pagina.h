@@ -81,8 +81,4 @@ Cabecera LeerCabeceraAbierta(VistaPagina pagina);
 Muestra LeerMuestra(VistaPagina pagina, const Cabecera& cabecera, unsigned indice);
 Suceso LeerSuceso(VistaPagina pagina, unsigned indice);
 
-// Day number of a moment in seconds from 01/01/1970, and the seconds of a day's midnight.
-std::int32_t DiaDe(std::int64_t segundos);
-std::int64_t SegundosDeDia(std::int32_t dia);
-
 }  // namespace utr::simulada

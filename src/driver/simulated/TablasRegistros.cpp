@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "base/Fechas.h"
+#include "driver/Dias.h"
 
 namespace utr::simulada {
 
@@ -63,10 +64,6 @@ bool EnRango(const Cabecera& cabecera, const Rango& rango, std::int64_t momento,
 }
 
 }  // namespace
-
-std::string FechaDeDia(std::int32_t dia) {
-  return TextoFecha(FechaDeSegundos(SegundosDeDia(dia)));
-}
 
 Rango LeerRango(std::string_view desde, std::string_view hasta) {
   Rango rango;

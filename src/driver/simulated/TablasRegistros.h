@@ -60,7 +60,4 @@ TablaPtr SucesosPendientes(const Memoria& memoria, std::int32_t hoy);
 // One row per value of the frame of present values.
 TablaPtr TablaInstantaneos(std::span<const std::int32_t> trama);
 
-// Date text of a day number.
-std::string FechaDeDia(std::int32_t dia);
-
 }  // namespace utr::simulada

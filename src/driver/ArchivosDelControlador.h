@@ -5,7 +5,7 @@
 #include "tables/Tabla.h"
 
 // The files whose inside the driver alone knows.
-namespace utr::simulada {
+namespace utr {
 
 // The table of channels of a configuration file (.icf): the channel table in persisted form, as the central station
 // writes it. Raises kArchivo for a file that can't be read or lacks a column of the channel table.
@@ -18,4 +18,4 @@ TablaPtr LeerIcf(const std::filesystem::path& ruta);
 // written.
 bool EscribirImp(Tabla& tabla, const std::filesystem::path& ruta, int tipo);
 
-}  // namespace utr::simulada
+}  // namespace utr

@@ -1,11 +1,11 @@
-#include "driver/simulated/Bitacora.h"
+#include "driver/Bitacora.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
 #include <fstream>
 
-namespace utr::simulada {
+namespace utr {
 
 namespace {
 
@@ -126,4 +126,4 @@ std::string Bitacora::GuardarTabla(std::string_view operacion, const Tabla& tabl
   }
 }
 
-}  // namespace utr::simulada
+}  // namespace utr

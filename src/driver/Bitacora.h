@@ -7,7 +7,7 @@
 #include "base/Fechas.h"
 #include "tables/Tabla.h"
 
-namespace utr::simulada {
+namespace utr {
 
 // The driver's log: lines at the end of a file that is opened for each writing. A file that can't be written loses its
 // lines and nothing else happens. Lines of calls that come by the thousand may wait in memory for the next other one.
@@ -52,4 +52,4 @@ class Bitacora {
 // behind. The common limit takes in every page of the unit.
 std::string Citar(std::string_view texto, std::size_t mayor = 300);
 
-}  // namespace utr::simulada
+}  // namespace utr

@@ -1,4 +1,4 @@
-#include "driver/simulated/ArchivosDelControlador.h"
+#include "driver/ArchivosDelControlador.h"
 
 #include <cmath>
 
@@ -8,7 +8,7 @@
 #include "driver/CanalesUTR.h"
 #include "driver/TablasEntregadas.h"
 
-namespace utr::simulada {
+namespace utr {
 
 namespace {
 
@@ -83,4 +83,4 @@ bool EscribirImp(Tabla& tabla, const std::filesystem::path& ruta, int tipo) {
   return true;
 }
 
-}  // namespace utr::simulada
+}  // namespace utr
