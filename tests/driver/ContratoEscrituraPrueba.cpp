@@ -1,3 +1,5 @@
+#include <array>
+
 #include "driver/Contrato.h"
 #include "support/Carpeta.h"
 #include "support/DispositivoLleno.h"
@@ -132,55 +134,57 @@ TEST_P(Contrato, LaParametrizacionMezclaPorCanal) {
   EXPECT_EQ(NumeroDeError([&] { Driver().GrabarParametrizacion(sin_canal); }), error::kCampo);
 }
 
-// What no unit can work with is refused; what the rules of the program let pass in that kind of sensor never is.
+// What no unit can work with is refused, all of the table with it.
 TEST_P(Contrato, LosValoresFueraDeRazonSeRechazan) {
+  banco->Conectar();
+  const auto antes = Filas(Driver().ConfiguracionAlmacenada(true));
+  const TablaPtr tabla = Driver().ConfiguracionAlmacenada(true);
+  tabla->Set("AMax", "1.5");  // a good row comes first
+  tabla->MoveNext();
+  const std::array<const char*, 3> casos[] = {
+      {"abc", "Bits", "1"},        {"6", "Bits", "1"},        {"-1", "Bits", "1"},  {"8", "Bits", "1"},
+      {"0", "Flags", "x"},         {"0", "Flags", "-1"},      {"7", "Flags", "x"},  {"0", "TStorage", "-5"},
+      {"0", "TStorage", "99999"},  {"0", "TStorage", "diez"}, {"1", "TRead", "-1"}, {"3", "TMed", "-1"},
+      {"2", "TResetAlarma", "-1"}, {"5", "TCero", "-1"},      {"4", "TEval", "-1"}, {"0", "Bits", "x"},
+      {"0", "AMax", "abc"},        {"2", "Cero", "cero"},
+  };
+  for (const auto& [tipo, columna, valor] : casos) {
+    const std::string buen_tipo = tabla->Texto("Tipo");
+    const std::string bueno = tabla->Texto(columna);
+    tabla->Set("Tipo", tipo);
+    tabla->Set(columna, valor);
+    EXPECT_FALSE(Driver().GrabarParametrizacion(*tabla)) << tipo << columna << valor;
+    EXPECT_FALSE(Driver().GrabarConfiguracion(*tabla)) << tipo << columna << valor;
+    tabla->Set(columna, bueno);
+    tabla->Set("Tipo", buen_tipo);
+  }
+  EXPECT_EQ(Filas(Driver().ConfiguracionAlmacenada(true)), antes);
+  EXPECT_TRUE(Driver().GrabarParametrizacion(*tabla)) << "nothing but those values was in the way";
+}
+
+// And what the rules of the program let pass in a kind of sensor never is.
+TEST_P(Contrato, LoQueLasReglasDejanPasarSeAcepta) {
   banco->Conectar();
   const struct {
     const char* tipo;
-    const char* columna;
-    const char* valor;
-    bool acepta;
+    std::vector<std::pair<const char*, const char*>> valores;
   } casos[] = {
-      {"0", "Tipo", "abc", false},       {"0", "Tipo", "6", false},          {"0", "Tipo", "-1", false},
-      {"0", "Tipo", "8", false},         {"0", "Tipo", " 1", true},          {"0", "Flags", "x", false},
-      {"0", "Flags", "-1", false},       {"7", "Flags", "x", false},         {"0", "Flags", "31", true},
-      {"0", "TStorage", "-5", false},    {"0", "TStorage", "99999", false},  {"0", "TStorage", "diez", false},
-      {"1", "TRead", "-1", false},       {"2", "TResetAlarma", "-1", false}, {"3", "TMed", "-1", false},
-      {"5", "TCero", "-1", false},       {"4", "TEval", "-1", false},        {"0", "TStorage", "1440", true},
-      {"0", "TStorage", "", true},       {"0", "TCero", "-5", true},         {"5", "TMed", "-5", true},
-      {"5", "TResetAlarma", "-5", true}, {"4", "TStorage", "-5", true},      {"4", "TMed", "x", true},
-      {"7", "TRead", "-5", true},        {"7", "TStorage", "99999", true},   {"7", "TEval", "x", true},
-      {"0", "Bits", "-3", true},         {"1", "Bits", "17", true},          {"0", "Bits", "x", false},
-      {"7", "Bits", "0", true},          {"0", "AMax", "abc", false},        {"0", "AMax", "-7.5", true},
-      {"0", "AMax", "7,5", true},        {"2", "Span", "-4095", true},       {"2", "Cero", "cero", false},
-      {"7", "AlSub", "x", true},         {"0", "RangoMax", " 12", true},     {"1", "NivRefLmn", "-2.15", true},
-      {"0", "Descripcion", "abc", true}, {"0", "Unidad", "", true},
+      {" 1", {{"Bits", "-3"}, {"TCero", "-5"}, {"NivRefLmn", "-2.15"}, {"Flags", "31"}, {"RangoMax", " 12"}}},
+      {"0", {{"TStorage", "1440"}, {"TRead", ""}, {"AMax", "-7,5"}, {"Bits", "17"}, {"Unidad", ""}}},
+      {"2", {{"Span", "-4095"}, {"Cero", "-1"}, {"Descripcion", "abc"}, {"TCero", "x"}}},
+      {"4", {{"TStorage", "-5"}, {"TMed", "x"}, {"TDiscret", "-1"}}},
+      {"5", {{"TMed", "-5"}, {"TResetAlarma", "-5"}}},
+      {"7", {{"TRead", "-5"}, {"TStorage", "99999"}, {"TEval", "x"}, {"Bits", "0"}, {"AlSub", "x"}}},
   };
-  const TablaPtr buena = Driver().ConfiguracionAlmacenada(true);
+  int canal = 0;
   for (const auto& caso : casos) {
-    ASSERT_TRUE(Driver().GrabarParametrizacion(*buena));
     const TablaPtr tabla = Driver().ConfiguracionAlmacenada(true);
-    tabla->Filter("Canal='2'");
+    tabla->Filter("Canal='" + std::to_string(++canal) + "'");
     tabla->Set("Tipo", caso.tipo);
-    tabla->Set(caso.columna, caso.valor);
-    const auto antes = Filas(Driver().ConfiguracionAlmacenada(true));
-    const std::string nombre = std::string(caso.tipo) + " " + caso.columna + " " + caso.valor;
-    EXPECT_EQ(Driver().GrabarParametrizacion(*tabla), caso.acepta) << nombre;
-    if (caso.acepta) {
-      EXPECT_EQ(DeCanal(2, caso.columna), caso.valor) << nombre;
-    } else {
-      EXPECT_FALSE(Driver().GrabarConfiguracion(*tabla)) << nombre;
-      EXPECT_EQ(Filas(Driver().ConfiguracionAlmacenada(true)), antes) << nombre;
-    }
+    for (const auto& [columna, valor] : caso.valores) tabla->Set(columna, valor);
+    EXPECT_TRUE(Driver().GrabarParametrizacion(*tabla)) << caso.tipo;
+    for (const auto& [columna, valor] : caso.valores) EXPECT_EQ(DeCanal(canal, columna), valor) << caso.tipo << columna;
   }
-  // One bad row among good ones refuses all of them.
-  const TablaPtr tabla = Driver().ConfiguracionAlmacenada(true);
-  tabla->Set("AMax", "1.5");
-  tabla->MoveLast();
-  tabla->Set("Tipo", "abc");
-  const auto antes = Filas(Driver().ConfiguracionAlmacenada(true));
-  EXPECT_FALSE(Driver().GrabarConfiguracion(*tabla));
-  EXPECT_EQ(Filas(Driver().ConfiguracionAlmacenada(true)), antes);
 }
 
 TEST_P(Contrato, LaConfiguracionReemplaza) {

@@ -221,7 +221,6 @@ bool Conviene(TipoFalla tipo, Op operacion) {
     case TipoFalla::kFalso:
       return da == Da::kLogico || operacion == Op::kLeerEstado;
     case TipoFalla::kVacio:
-      return da == Da::kTexto;
     case TipoFalla::kTexto:
       return da == Da::kTexto;
     case TipoFalla::kAtraso:

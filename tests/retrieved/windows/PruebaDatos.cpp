@@ -77,6 +77,11 @@ TEST_F(PruebaDatos, AnEmptyPresentReadingHasItsOwnPanelAndAShortOneItsMessage) {
   Pulsar(ventana, "DatosInst");
   EXPECT_THAT(Paneles(ventana), IsEmpty());
   EXPECT_THAT(banco.Errores(), HasSubstr("\"modRTU\",\"PresentacionDatosInstantaneos\""));
+  driver.Falla("LeerInstantaneos", Error(error::kSinRespuesta, "Comunicador", "La UTR no responde"));
+  operador.Espera(Mensaje{"La operación solicitada no puede completarse\n[ La UTR no responde ]", "Datos de la UTR",
+                          Icono::kCritico, Botones::kAceptar});
+  Pulsar(ventana, "DatosInst");
+  EXPECT_THAT(Paneles(ventana), IsEmpty()) << "silence isn't an empty reading";
 }
 
 TEST_F(PruebaDatos, TheTitleOfTheDocumentFollowsWhatIsListedNotTheFrameThatIsSeen) {
