@@ -362,7 +362,7 @@ TEST_P(Contrato, LosArchivosDeConfiguracion) {
   otra.Append("Canal", TipoCampo::kVarChar, 30);
   otra.Open();
   otra.Save(banco->Archivo("otra.icf"));
-  EscribirTodo(banco->Archivo("basura.icf"), std::string("\x01\x02<xml>\xFF\x00 basura", 17));
+  EscribirTodo(banco->Archivo("basura.icf"), std::string("\x01\x02<xml>\xFF\x00 basura", 16));
   EscribirTodo(banco->Archivo("cortado.icf"), LeerTodo(bueno).substr(0, 5000));
   for (const char* malo : {"otra.icf", "basura.icf", "cortado.icf", "no_hay.icf"}) {
     EXPECT_NE(NumeroDeError([&] { Driver().LeerArchivoConfiguracion(banco->Archivo(malo)); }), 0) << malo;
