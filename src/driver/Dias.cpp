@@ -7,7 +7,6 @@ namespace utr {
 namespace {
 
 constexpr std::int64_t kOrigen = 10957;  // days from 01/01/1970 to 01/01/2000
-constexpr std::int64_t kSegundosDia = 86400;
 
 }  // namespace
 

@@ -10,7 +10,6 @@ namespace utr {
 namespace {
 
 constexpr std::int16_t kToleranciaMinutos = 30;
-constexpr std::int64_t kSegundosPorDia = 24 * 60 * 60;
 // The page whose reading tells that a unit is there.
 constexpr std::string_view kPaginaDePrueba = "35";
 
@@ -111,7 +110,7 @@ TextosPanel InfoPanel(ModRTU& mod) {
 std::int16_t MinutosDeDiferencia(FechaHora equipo, const FechaHora& ahora) {
   std::int64_t segundos = Segundos(equipo);
   const std::int64_t presente = Segundos(ahora);
-  if (equipo.anio < ahora.anio) segundos = presente - kSegundosPorDia;
+  if (equipo.anio < ahora.anio) segundos = presente - kSegundosDia;
   const std::int64_t minutos = std::llabs(presente - segundos) / 60;
   return Entero16(static_cast<double>(minutos));
 }

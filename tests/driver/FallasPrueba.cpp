@@ -170,7 +170,8 @@ TEST_F(FallaDeEscenario, UnaSolaFilaMalaEntreBuenas) {
     for (std::size_t fila = 0; fila < mala->RecordCount(); ++fila) {
       for (std::size_t campo = 0; campo < mala->FieldCount(); ++campo) {
         const bool suya = fila == 4 && mala->Field(campo).nombre == caso.campo;
-        ASSERT_EQ(mala->TextoEn(fila, campo), suya ? caso.esperado : buena->TextoEn(fila, campo)) << caso.tipo << fila;
+        ASSERT_EQ(mala->Filas().Texto(fila, campo), suya ? caso.esperado : buena->Filas().Texto(fila, campo))
+            << caso.tipo << fila;
       }
     }
   }

@@ -133,9 +133,9 @@ TEST(ComunicadorFalso, GuardaUnaCopiaDeCadaTablaQueRecibe) {
   const auto recibidas = falso.Recibidas("GrabarParametrizacion");
   ASSERT_EQ(recibidas.size(), 1U);
   ASSERT_EQ(recibidas[0]->RecordCount(), 2U) << "the rows that it showed";
-  EXPECT_EQ(recibidas[0]->TextoEn(0, 1), "7") << "as they were then, in their order";
-  EXPECT_EQ(recibidas[0]->TextoEn(1, 1), "5");
-  EXPECT_EQ(falso.Recibidas("GrabarConfiguracion")[0]->TextoEn(0, 1), "9");
+  EXPECT_EQ(recibidas[0]->Filas().Texto(0, 1), "7") << "as they were then, in their order";
+  EXPECT_EQ(recibidas[0]->Filas().Texto(1, 1), "5");
+  EXPECT_EQ(falso.Recibidas("GrabarConfiguracion")[0]->Filas().Texto(0, 1), "9");
   EXPECT_TRUE(falso.Recibidas("GrabarAgenda").empty());
   tabla->Filter("Canal='3'");
   falso.GrabarAgenda(*tabla);

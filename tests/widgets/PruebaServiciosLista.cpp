@@ -106,7 +106,7 @@ TEST_F(PruebaServiciosLista, AnImpExportHandsTheTableToTheDriver) {
   banco.operador.Espera(Informacion("La lista de eventos ha sido exportada con éxito"));
   servicios.ExportarImp(tabla);
   EXPECT_THAT(banco.comunicador.llamadas, ElementsAre("ExportarImp(tabla," + ruta.string() + ",0)"));
-  EXPECT_EQ(banco.comunicador.Recibidas("ExportarImp")[0]->TextoEn(0, 0), tabla->TextoEn(0, 0));
+  EXPECT_EQ(banco.comunicador.Recibidas("ExportarImp")[0]->Filas().Texto(0, 0), tabla->Filas().Texto(0, 0));
   EXPECT_EQ(banco.operador.pedidos[0].filtro, "Archivo para insercion manual(*.imp)|*.imp");
 
   banco.operador.EsperaGuardar("Exportar ...", std::nullopt);
