@@ -64,8 +64,10 @@ const auto kNuevo = [](std::ostream& s) { s << "nuevo"; };
 
 class Archivos : public testing::Test {
  protected:
-  Archivos() { pedidos.clear(); }
-  ~Archivos() override { falla_al_disco = 0; }
+  void SetUp() override {
+    pedidos.clear();
+    falla_al_disco = 0;
+  }
 
   const Carpeta carpeta_;
   const fs::path ruta_ = carpeta_ / "lista.txt";
@@ -109,7 +111,7 @@ TEST_F(Archivos, PiezasDeCualquierTamanoLleganEnteras) {
     for (std::size_t n = 1; n < 200000; n = n * 3 + 1) {
       const std::string pieza(n, static_cast<char>('a' + n % 26));
       s << pieza << '.' << std::flush << pieza;
-      esperado += pieza + '.' + pieza;
+      esperado.append(pieza).append(".").append(pieza);
     }
   });
   EXPECT_EQ(prueba::LeerTodo(ruta_), esperado);
