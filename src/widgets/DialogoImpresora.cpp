@@ -1,12 +1,13 @@
 #include "widgets/DialogoImpresora.h"
 
 #include <QComboBox>
-#include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QPrinterInfo>
 #include <QPushButton>
 #include <QSpinBox>
 
+#include "widgets/Campos.h"
+#include "widgets/MarcoDialogo.h"
 #include "widgets/TextoQt.h"
 
 namespace utr {
@@ -16,33 +17,26 @@ constexpr int kMaximoCopias = 99;
 DialogoImpresora::DialogoImpresora(const QString& titulo, const EleccionImpresora& anterior, QWidget* parent)
     : QDialog(parent), impresoras_(new QComboBox(this)), copias_(new QSpinBox(this)) {
   setWindowTitle(titulo);
-  impresoras_->setAccessibleName(QStringLiteral("Impresora"));
   impresoras_->setMinimumContentsLength(24);
   impresoras_->addItems(QPrinterInfo::availablePrinterNames());
   const bool hay = impresoras_->count() > 0;
   if (!hay) impresoras_->addItem(QStringLiteral("No hay impresoras instaladas"));
   const QString deseada = anterior.nombre.empty() ? QPrinterInfo::defaultPrinterName() : Q(anterior.nombre);
   if (const int lugar = impresoras_->findText(deseada); lugar >= 0) impresoras_->setCurrentIndex(lugar);
-  copias_->setAccessibleName(QStringLiteral("Copias"));
   copias_->setRange(1, kMaximoCopias);
   copias_->setValue(anterior.copias);
   for (QWidget* campo : std::initializer_list<QWidget*>{impresoras_, copias_}) campo->setEnabled(hay);
-  auto* caja = new QFormLayout(this);
-  caja->setContentsMargins(16, 16, 16, 16);
-  caja->addRow(QStringLiteral("&Impresora:"), impresoras_);
-  caja->addRow(QStringLiteral("&Copias:"), copias_);
-  ArmarBotones(hay);
-}
-
-void DialogoImpresora::ArmarBotones(bool hay_impresoras) {
-  auto* botones = new QDialogButtonBox(this);
-  QPushButton* aceptar = botones->addButton(QStringLiteral("Aceptar"), QDialogButtonBox::AcceptRole);
-  botones->addButton(QStringLiteral("Cancelar"), QDialogButtonBox::RejectRole);
-  aceptar->setEnabled(hay_impresoras);
-  aceptar->setDefault(hay_impresoras);
-  connect(botones, &QDialogButtonBox::accepted, this, &QDialog::accept);
-  connect(botones, &QDialogButtonBox::rejected, this, &QDialog::reject);
-  static_cast<QFormLayout*>(layout())->addRow(botones);
+  auto* caja = new QFormLayout;
+  caja->addRow(Rotulo("lblImpresora", QStringLiteral("&Impresora:"), impresoras_), impresoras_);
+  caja->addRow(Rotulo("lblCopias", QStringLiteral("&Copias:"), copias_), copias_);
+  impresoras_->setAccessibleName(QStringLiteral("Impresora"));
+  copias_->setAccessibleName(QStringLiteral("Copias"));
+  QPushButton* aceptar = Boton("CmdOK", QStringLiteral("Aceptar"));
+  QPushButton* cancelar = Boton("CmdCancel", QStringLiteral("Cancelar"));
+  ArmarDialogo(*this, caja, {.aceptar = aceptar, .cancelar = cancelar, .por_defecto = hay}, {impresoras_, copias_});
+  aceptar->setEnabled(hay);
+  connect(aceptar, &QPushButton::clicked, this, &QDialog::accept);
+  connect(cancelar, &QPushButton::clicked, this, &QDialog::reject);
 }
 
 EleccionImpresora DialogoImpresora::Eleccion() const {

@@ -20,8 +20,6 @@ class DialogoImpresora : public QDialog {
   EleccionImpresora Eleccion() const;
 
  private:
-  void ArmarBotones(bool hay_impresoras);
-
   QComboBox* impresoras_;
   QSpinBox* copias_;
 };

@@ -38,6 +38,12 @@ void PanelAviso::Detallar(const QString& texto) {
   setAccessibleDescription(texto);
 }
 
+void PanelAviso::Ver(bool visto) {
+  if (zona_ == nullptr) return setVisible(visto);
+  if (visto) return zona_->Mostrar({this});
+  if (!isHidden()) zona_->Mostrar({});
+}
+
 ZonaLista::ZonaLista(QWidget* lista, QWidget* parent)
     : QWidget(parent), pila_(new QStackedLayout(this)), lista_(lista), fondo_(new QWidget(this)) {
   auto* columna = new QVBoxLayout(fondo_);
@@ -49,6 +55,7 @@ ZonaLista::ZonaLista(QWidget* lista, QWidget* parent)
 
 PanelAviso* ZonaLista::Agregar(const char* nombre, const QString& texto) {
   auto* panel = new PanelAviso(nombre, texto, fondo_);
+  panel->zona_ = this;
   panel->setVisible(false);
   auto* columna = static_cast<QVBoxLayout*>(fondo_->layout());
   columna->insertWidget(columna->count() - 1, panel);

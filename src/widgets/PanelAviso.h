@@ -8,6 +8,8 @@ class QStackedLayout;
 
 namespace utr {
 
+class ZonaLista;
+
 // A panel that stands in the place of a list and says why: a wait, or a read that brought nothing.
 class PanelAviso : public QFrame {
   Q_OBJECT
@@ -21,9 +23,15 @@ class PanelAviso : public QFrame {
   // A second, smaller line that tells how the work goes on; none when empty.
   void Detallar(const QString& texto);
 
+  // Shows it, in place of its list where it has one, or takes it away.
+  void Ver(bool visto);
+
  private:
+  friend class ZonaLista;
+
   QLabel* etiqueta_;
   QLabel* detalle_;
+  ZonaLista* zona_ = nullptr;
 };
 
 // The place of a list with its panels: exactly the panels that are told are seen, or the list when there are none.

@@ -1,14 +1,12 @@
 #include "session/windows/frmConfirmPass.h"
 
 #include <QGridLayout>
-#include <QHBoxLayout>
-#include <QVBoxLayout>
 
 #include "session/Acceso.h"
 #include "session/windows/frmLogin.h"
 #include "widgets/Ayuda.h"
 #include "widgets/Campos.h"
-#include "widgets/Tamanos.h"
+#include "widgets/MarcoDialogo.h"
 #include "widgets/TextoQt.h"
 
 namespace utr {
@@ -34,20 +32,8 @@ frmConfirmPass::frmConfirmPass(ModRTU& mod, std::string ClaveOri, QWidget* paren
 
   auto* CmdCancel = Boton("CmdCancel", "&Cancelar");
   auto* cmdNav = Boton("cmdNav", "A&yuda");
-  CmdOK_->setDefault(true);
-  auto* botones = new QHBoxLayout;
-  botones->addWidget(cmdNav);
-  botones->addStretch(1);
-  botones->addWidget(CmdOK_);
-  botones->addWidget(CmdCancel);
-
-  auto* todo = new QVBoxLayout(this);
-  todo->setContentsMargins(20, 20, 20, 16);
-  todo->addLayout(campos);
-  todo->addStretch(1);
-  todo->addSpacing(12);
-  todo->addLayout(botones);
-  OrdenDeTab({txtPassword_[0], txtPassword_[1], txtPassword_[2], CmdOK_, CmdCancel, cmdNav});
+  ArmarDialogo(*this, campos, {.aceptar = CmdOK_, .cancelar = CmdCancel, .ayuda = cmdNav},
+               {txtPassword_[0], txtPassword_[1], txtPassword_[2]});
   connect(CmdOK_, &QPushButton::clicked, this, [this] {
     Aceptar = true;
     accept();
@@ -55,8 +41,7 @@ frmConfirmPass::frmConfirmPass(ModRTU& mod, std::string ClaveOri, QWidget* paren
   connect(CmdCancel, &QPushButton::clicked, this, &QDialog::reject);
   connect(cmdNav, &QPushButton::clicked, this, [this] { AbrirAyuda(mod_.archivo_ayuda); });
   CambioActual();
-  resize(420, sizeHint().height());
-  RecordarTamano(this);
+  AjustarTamano(*this, QSize(420, 0));
 }
 
 std::string frmConfirmPass::ClaveNueva() const {

@@ -6,7 +6,7 @@
 #include "widgets/Ayuda.h"
 #include "widgets/Campos.h"
 #include "widgets/Iconos.h"
-#include "widgets/Tamanos.h"
+#include "widgets/MarcoDialogo.h"
 #include "widgets/TextoQt.h"
 
 namespace utr {
@@ -31,25 +31,11 @@ frmLogin::frmLogin(ModRTU& mod, std::string clave, QWidget* parent)
   auto* CmdOK = Boton("CmdOK", "&Aceptar");
   auto* CmdCancel = Boton("CmdCancel", "&Cancelar");
   auto* cmdAyuda = Boton("cmdAyuda", "A&yuda");
-  CmdOK->setDefault(true);
-  auto* botones = new QHBoxLayout;
-  botones->addWidget(cmdAyuda);
-  botones->addStretch(1);
-  botones->addWidget(CmdOK);
-  botones->addWidget(CmdCancel);
-
-  auto* todo = new QVBoxLayout(this);
-  todo->setContentsMargins(20, 20, 20, 16);
-  todo->addLayout(arriba);
-  todo->addStretch(1);
-  todo->addSpacing(12);
-  todo->addLayout(botones);
-  OrdenDeTab({txtPassword_, CmdOK, CmdCancel, cmdAyuda});
+  ArmarDialogo(*this, arriba, {.aceptar = CmdOK, .cancelar = CmdCancel, .ayuda = cmdAyuda}, {txtPassword_});
   connect(CmdOK, &QPushButton::clicked, this, &frmLogin::Aceptar);
   connect(CmdCancel, &QPushButton::clicked, this, &frmLogin::reject);
   connect(cmdAyuda, &QPushButton::clicked, this, [this] { AbrirAyuda(mod_.archivo_ayuda); });
-  resize(400, sizeHint().height());
-  RecordarTamano(this);
+  AjustarTamano(*this, QSize(400, 0));
 }
 
 void frmLogin::Aceptar() {

@@ -9,6 +9,7 @@
 #include "session/ModRTU.h"
 #include "widgets/Campos.h"
 #include "widgets/Iconos.h"
+#include "widgets/MarcoDialogo.h"
 #include "widgets/TextoQt.h"
 
 namespace utr {
@@ -51,17 +52,7 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
   auto* cmdSysInfo = Boton("cmdSysInfo", "&Info. del sistema...");
   cmdSysInfo->setEnabled(!herramienta.isEmpty());
   auto* cmdOK = Boton("cmdOK", "&Aceptar");
-  cmdOK->setDefault(true);
-  auto* botones = new QHBoxLayout;
-  botones->addWidget(cmdSysInfo);
-  botones->addStretch(1);
-  botones->addWidget(cmdOK);
-  auto* todo = new QVBoxLayout(this);
-  todo->setContentsMargins(20, 20, 20, 16);
-  todo->addLayout(arriba);
-  todo->addSpacing(12);
-  todo->addLayout(botones);
-  OrdenDeTab({cmdOK, cmdSysInfo});
+  ArmarDialogo(*this, arriba, {.aceptar = cmdOK, .ayuda = cmdSysInfo});
   connect(cmdSysInfo, &QPushButton::clicked, this, [herramienta] { QProcess::startDetached(herramienta, {}); });
   connect(cmdOK, &QPushButton::clicked, this, &QDialog::accept);
 }

@@ -19,6 +19,7 @@
 #include "shell/windows/frmAbout.h"
 #include "widgets/Ayuda.h"
 #include "widgets/Iconos.h"
+#include "widgets/Ocupacion.h"
 #include "widgets/Tamanos.h"
 #include "widgets/TextoQt.h"
 
@@ -26,18 +27,6 @@ namespace utr {
 namespace {
 
 constexpr std::string_view kModulo = "frmPpal";
-
-// Holds a flag up for the span of a scope.
-class Bandera {
- public:
-  explicit Bandera(bool& bandera) : bandera_(bandera) { bandera_ = true; }
-  ~Bandera() { bandera_ = false; }
-  Bandera(const Bandera&) = delete;
-  Bandera& operator=(const Bandera&) = delete;
-
- private:
-  bool& bandera_;
-};
 
 }  // namespace
 
@@ -110,8 +99,8 @@ void frmPpal::ArmarLista() {
 
 // Runs an action that the operator asked for, alone; whatever it didn't handle itself is logged and shown.
 void frmPpal::Operar(const char* procedimiento, const std::function<void()>& operacion) {
-  if (operando_) return;
-  const Bandera bandera(operando_);
+  if (Ocupacion::Ocupada(*this)) return;
+  const Ocupacion ocupacion(*this);
   RegistrandoYMostrando(mod_.registro, mod_.operador, kModulo, procedimiento, Titulo(), Redaccion::kCompletada,
                         operacion);
 }
@@ -146,7 +135,8 @@ void frmPpal::mnuAccAvanzadas_Click(int indice) {
 }
 
 void frmPpal::BotonConected() {
-  if (operando_) return menu_->FijarConexion(mod_.conexion.Conectado());  // the click alone has pressed the button
+  if (Ocupacion::Ocupada(*this))
+    return menu_->FijarConexion(mod_.conexion.Conectado());  // the click alone has pressed the button
   Operar("tbToolBar_ButtonClick", [&] {
     const std::optional<Error> falla = FallaDe([&] { mod_.conexion.ConectarSegunAjustes(); });
     if (!falla) return;
@@ -156,7 +146,8 @@ void frmPpal::BotonConected() {
 }
 
 void frmPpal::BotonDisconected() {
-  if (operando_) return menu_->FijarConexion(mod_.conexion.Conectado());  // the click alone has pressed the button
+  if (Ocupacion::Ocupada(*this))
+    return menu_->FijarConexion(mod_.conexion.Conectado());  // the click alone has pressed the button
   Operar("tbToolBar_ButtonClick", [&] { mod_.conexion.Desconectar(); });
 }
 
@@ -223,17 +214,13 @@ std::string frmPpal::Titulo() const {
 }
 
 void frmPpal::closeEvent(QCloseEvent* evento) {
-  if (operando_) {
-    evento->ignore();
-    return;
-  }
-  operando_ = true;  // nothing is entered any more
   Descargar();
   evento->accept();
   QCoreApplication::quit();
 }
 
 void frmPpal::Descargar() {
+  const Ocupacion ocupacion(*this);  // nothing is entered any more
   IgnorandoErrores([&] { lectura_.Liberar(); });
   IgnorandoErrores([&] { mod_.propiedades.GrabarArchivoPropiedades(); });
   IgnorandoErrores([&] { mod_.comunicador.Desconectar(); });

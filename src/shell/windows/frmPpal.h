@@ -77,8 +77,6 @@ class frmPpal : public QMainWindow {
   MenuPpal* menu_;
   ListaAcciones* lista_;
   BarraEstado* barra_estado_;
-
-  bool operando_ = false;
 };
 
 }  // namespace utr

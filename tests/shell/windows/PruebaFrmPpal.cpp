@@ -230,6 +230,7 @@ TEST_F(Ppal, EnterYDobleClicEjecutanLaFila) {
 
 TEST_F(Ppal, DuranteUnaOperacionNoSeEntraNiSeCierra) {
   CargarYOlvidar();
+  Hallar<ListaAcciones>(*ventana, "Lista").Elegir(4);
   int intentos = 0;
   comunicador.al_llamar = [&](const std::string& llamada) {
     if (!llamada.starts_with("ConfiguracionAlmacenada")) return;
@@ -239,9 +240,13 @@ TEST_F(Ppal, DuranteUnaOperacionNoSeEntraNiSeCierra) {
     Ejecutar("Disconected");
     EXPECT_TRUE(Conectado()) << "the button stays with what it tells";
     EXPECT_FALSE(ventana->close());
+    // And what an impatient operator types while the program is blocked.
+    QCoreApplication::postEvent(Hallar<ListaAcciones>(*ventana, "Lista").findChild<QTreeView*>(),
+                                new QKeyEvent(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, "\r"));
   };
   ventanas.Espera("frmPresentacion", [](QDialog& d) { Pulsar(d, "AceptarLecturaCFG"); });
   Elegir(4);
+  QCoreApplication::processEvents();
   EXPECT_EQ(intentos, 1);
   EXPECT_EQ(comunicador.Cuantas("Desconectar"), 0U);
   EXPECT_EQ(comunicador.Cuantas("ConfiguracionAlmacenada"), 1U);
