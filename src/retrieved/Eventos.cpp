@@ -70,13 +70,15 @@ class ConstructorEventos {
   }
 
   void PonerValores(std::size_t fila, Tabla& resultado) {
+    const std::string valor1 = Leer(fila, kValor1);
     const std::string valor2 = Leer(fila, kValor2);
-    if (!tiene_valor1_ || !EsNumerico(valor2)) {
+    // Of an event with a second value the first one is a channel, without which the second one can't be scaled.
+    if (!tiene_valor1_ || !EsNumerico(valor2) || (tiene_valor2_ && !EsNumerico(valor1))) {
       resultado.Set(kValor1, kSinValor);
       resultado.Set(kValor2, kSinValor);
     } else if (tiene_valor2_) {
       // The unit counts channels from 0 here. The blank that a plain number carries stays in both texts.
-      const std::string canal = TextoPlano(Val(Leer(fila, kValor1)) + 1);
+      const std::string canal = TextoPlano(Val(valor1) + 1);
       resultado.Set(kValor2, es_diferencial_ ? EscalarDiferenciaEvento(valor2, canal, configuracion_)
                                              : EscalarValorEvento(valor2, canal, configuracion_));
       resultado.Set(kValor1, "Canal: " + canal);
@@ -140,8 +142,7 @@ bool EsEventoDiferencial(std::int16_t codigo) {
   return std::find(std::begin(kDiferenciales), std::end(kDiferenciales), codigo) != std::end(kDiferenciales);
 }
 
-TablaPtr ArmarRegistrosEventos(const TablaPtr& origen, Tabla* configuracion, Tabla* descripciones,
-                               const ContextoRegistros& /*contexto*/) {
+TablaPtr ArmarRegistrosEventos(const TablaPtr& origen, Tabla* configuracion, Tabla* descripciones) {
   if (!origen) return nullptr;
   TablaPtr resultado = CrearRegistrosEventos();
   const std::size_t filas = origen->RecordCount();

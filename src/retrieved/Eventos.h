@@ -27,9 +27,9 @@ bool EsEventoDiferencial(std::int16_t codigo);
 
 // Builds RegistrosEventos from a stream with a known start: a row with a Fecha of more than one character is a marker,
 // a row with an Hora of one character or none is dropped. Null for a null `origen`, an empty table for one without
-// rows. The result stands behind its last row. Raises what scaling and missing fields raise.
-TablaPtr ArmarRegistrosEventos(const TablaPtr& origen, Tabla* configuracion, Tabla* descripciones,
-                               const ContextoRegistros& contexto);
+// rows. An event that names its channel and gives none keeps neither of its values ("N/D"). The result stands behind
+// its last row. Raises what scaling and missing fields raise.
+TablaPtr ArmarRegistrosEventos(const TablaPtr& origen, Tabla* configuracion, Tabla* descripciones);
 
 // The same for pending events, where the stream may begin in the middle of a day: markers are told by the date test,
 // rows ahead of the first one get the day before it (today without any), and second values are always readings. The

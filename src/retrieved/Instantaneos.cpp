@@ -16,7 +16,7 @@ namespace {
 std::string UnirTrama(Tabla& lectura) {
   std::vector<std::string> valores;
   const std::size_t campo = lectura.IndiceCampo("Valor");
-  for (lectura.MoveFirst(); !lectura.Eof(); lectura.MoveNext()) valores.push_back(lectura.Texto(campo));
+  for (lectura.Filter(""); !lectura.Eof(); lectura.MoveNext()) valores.push_back(lectura.Texto(campo));
   lectura.MoveFirst();
   return Unir(valores, "/");
 }
@@ -51,7 +51,8 @@ void AgregarFila(Tabla& resultado, Tabla& lectura, Tabla& configuracion, bool es
 TablaPtr Presentar(Tabla& lectura, Tabla& configuracion, bool escalados, bool con_nivel_referencia,
                    const ContextoRegistros& contexto) {
   TablaPtr resultado = CrearTabla();
-  for (configuracion.MoveFirst(); !configuracion.Eof(); configuracion.MoveNext()) {
+  // A scaling that failed leaves the table on one channel.
+  for (configuracion.Filter(""); !configuracion.Eof(); configuracion.MoveNext()) {
     if (CanalHabilitado(LeerFlags(configuracion.Texto("Flags"))))
       AgregarFila(*resultado, lectura, configuracion, escalados, con_nivel_referencia, contexto);
   }

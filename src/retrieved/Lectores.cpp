@@ -55,11 +55,12 @@ void LectorRegistros::LlamarEventos() const {
 
 std::vector<std::string> LectorDatos::CargarCanales() const {
   std::vector<std::string> entradas;
-  if (!configuracion_ || configuracion_->RecordCount() == 0) return entradas;
-  for (configuracion_->MoveFirst(); !configuracion_->Eof(); configuracion_->MoveNext()) {
+  if (!configuracion_) return entradas;
+  // A scaling that failed leaves the table on one channel.
+  for (configuracion_->Filter(""); !configuracion_->Eof(); configuracion_->MoveNext()) {
     if (TieneHistoria(*configuracion_)) entradas.push_back(EntradaDeCanal(*configuracion_, contexto_.catalogo));
   }
-  configuracion_->MoveFirst();
+  configuracion_->Filter("");
   return entradas;
 }
 
@@ -82,8 +83,7 @@ FinLectura LectorDatos::MostrarInstantaneos(bool escalados, bool con_nivel_refer
   Soltar();
   const TablaPtr leida = LeerInstantaneos();
   ultima_lectura_ = contexto_.reloj.Milisegundos();
-  if (!leida || leida->RecordCount() == 0 || !configuracion_ || configuracion_->RecordCount() == 0)
-    return FinLectura::kSinDatos;
+  if (!leida || leida->RecordCount() == 0 || !configuracion_) return FinLectura::kSinDatos;
   return Guardar(PresentacionDatosInstantaneos(*leida, *configuracion_, escalados, con_nivel_referencia, contexto_));
 }
 
@@ -116,7 +116,7 @@ FinLectura LectorEventos::TraerPorFecha(const FechaHora& desde, const FechaHora&
                                   : contexto_.comunicador.LeerEventos(inicio, fin);
   // Without channels events keep neither names nor values.
   Tabla* descripciones = configuracion_ ? descripciones_.get() : nullptr;
-  return Guardar(ArmarRegistrosEventos(leida, configuracion_.get(), descripciones, contexto_));
+  return Guardar(ArmarRegistrosEventos(leida, configuracion_.get(), descripciones));
 }
 
 FinLectura LectorEventos::TraerPendientes() {
@@ -125,12 +125,12 @@ FinLectura LectorEventos::TraerPendientes() {
   const TablaPtr leida = contexto_.comunicador.LeerEventos("", "");
   if (configuracion_ && descripciones_)
     return Guardar(ArmarEventosPendientes(leida, configuracion_.get(), descripciones_.get(), contexto_));
-  return Guardar(ArmarRegistrosEventos(leida, configuracion_.get(), nullptr, contexto_));
+  return Guardar(ArmarRegistrosEventos(leida, configuracion_.get(), nullptr));
 }
 
 FinLectura LectorCola::TraerPorDia(const FechaHora& desde, const FechaHora& hasta, bool cartucho) {
-  por_dia_ = true;
   if (AlReves(desde, hasta)) return FinLectura::kFechasAlReves;
+  por_dia_ = true;
   Soltar();
   LlamarEventos();
   const std::string inicio = TextoFecha(desde);

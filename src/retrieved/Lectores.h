@@ -96,11 +96,11 @@ class LectorCola : public LectorRegistros {
  public:
   using LectorRegistros::LectorRegistros;
 
-  // Only the dates count. Dates the wrong way round leave the former result, which counts as one by day from then on.
+  // Only the dates count. Dates the wrong way round leave the former result as it is.
   FinLectura TraerPorDia(const FechaHora& desde, const FechaHora& hasta, bool cartucho);
   FinLectura TraerPendientes();
 
-  // The last read that was asked for was by day; it selects the titles of exports.
+  // The last read that was made was by day; it selects the titles of exports.
   bool PorDia() const noexcept { return por_dia_; }
 
  private:

@@ -27,8 +27,7 @@ class PruebaEventos : public Banco {
                                                                {"31", "Salto", "Canal", "Diferencia"}});
 
   std::vector<std::string> Armar(const std::vector<Celdas>& filas) {
-    return Filas(*ArmarRegistrosEventos(TablaDeTextos(kOrigen, filas), canales_.get(), descripciones_.get(), contexto_),
-                 kTodos);
+    return Filas(*ArmarRegistrosEventos(TablaDeTextos(kOrigen, filas), canales_.get(), descripciones_.get()), kTodos);
   }
   std::vector<std::string> Pendientes(const std::vector<Celdas>& filas) {
     return Filas(
@@ -50,6 +49,10 @@ TEST_F(PruebaEventos, ValoresSegunLosRotulos) {
       {{"", "10:00", "20", "123", "7"}, "|10:00|20|123|7|Batería"},
       {{"", "10:00", "20", nullptr, "7"}, "|10:00|20|(nulo)|7|Batería"},
       {{"", "10:00", "10", "2", "abc"}, "|10:00|10|N/D|N/D|Alarma"},
+      {{"", "10:00", "10", "abc", "2048"}, "|10:00|10|N/D|N/D|Alarma"},
+      {{"", "10:00", "31", "", "2048"}, "|10:00|31|N/D|N/D|Salto"},
+      {{"", "10:00", "31", nullptr, "2048"}, "|10:00|31|N/D|N/D|Salto"},
+      {{"", "10:00", "20", "abc", "7"}, "|10:00|20|abc|7|Batería"},
       {{"", "10:00", "20", "123", ""}, "|10:00|20|N/D|N/D|Batería"},
       {{"", "10:00", "1", "5", "6"}, "|10:00|1|N/D|N/D|Reinicio"},
       {{"", "10:00", "21", "5", "6"}, "|10:00|21|N/D|N/D|Puerta"},
@@ -85,21 +88,22 @@ TEST_F(PruebaEventos, CualquierTextoLargoEsMarcador) {
 
 TEST_F(PruebaEventos, SinDescripcionesNoHayNombresNiValores) {
   const auto origen = TablaDeTextos(kOrigen, {{"", "10:00", "31", "2", "2048"}, {"", "10:01", "y", "2", "2048"}});
-  EXPECT_EQ(Filas(*ArmarRegistrosEventos(origen, canales_.get(), nullptr, contexto_), kTodos),
+  EXPECT_EQ(Filas(*ArmarRegistrosEventos(origen, canales_.get(), nullptr), kTodos),
             (std::vector<std::string>{"|10:00|31|N/D|N/D|Evento", "|10:01|N/D|N/D|N/D|Evento"}));
 }
 
 TEST_F(PruebaEventos, SinConfiguracionElSegundoValorQuedaCrudo) {
   const auto origen = TablaDeTextos(kOrigen, {{"", "10:00", "31", "2", "2048"}});
-  EXPECT_EQ(Filas(*ArmarRegistrosEventos(origen, nullptr, descripciones_.get(), contexto_), {"Valor1", "Valor2"}),
+  EXPECT_EQ(Filas(*ArmarRegistrosEventos(origen, nullptr, descripciones_.get()), {"Valor1", "Valor2"}),
             (std::vector<std::string>{"Canal:  3|2048"}));
 }
 
 TEST_F(PruebaEventos, VacioOSinOrigen) {
-  EXPECT_EQ(ArmarRegistrosEventos(nullptr, nullptr, nullptr, contexto_), nullptr);
+  EXPECT_EQ(ArmarRegistrosEventos(nullptr, nullptr, nullptr), nullptr);
   EXPECT_EQ(ArmarEventosPendientes(nullptr, nullptr, nullptr, contexto_), nullptr);
-  for (const auto armar : {&ArmarRegistrosEventos, &ArmarEventosPendientes}) {
-    const TablaPtr vacio = armar(TablaDeTextos({"Fecha"}), nullptr, nullptr, contexto_);
+  const TablaPtr sin_filas = TablaDeTextos({"Fecha"});
+  for (const TablaPtr& vacio : {ArmarRegistrosEventos(sin_filas, nullptr, nullptr),
+                                ArmarEventosPendientes(sin_filas, nullptr, nullptr, contexto_)}) {
     const std::uint32_t tamanos[] = {20, 15, 50, 50, 50, 150};
     ASSERT_EQ(vacio->FieldCount(), 6U);
     for (std::size_t i = 0; i < 6; ++i) {
@@ -148,7 +152,7 @@ TEST_F(PruebaEventos, LaFechaProvisionalPropiaTambienSeCambiaYElBucleTermina) {
 
 TEST_F(PruebaEventos, DondeQuedaElCursor) {
   const auto origen = TablaDeTextos(kOrigen, {{"", "10:00", "1", "", ""}, {"", "11:00", "1", "", ""}});
-  EXPECT_TRUE(ArmarRegistrosEventos(origen, nullptr, nullptr, contexto_)->Eof());
+  EXPECT_TRUE(ArmarRegistrosEventos(origen, nullptr, nullptr)->Eof());
   const TablaPtr pendientes = ArmarEventosPendientes(origen, nullptr, nullptr, contexto_);
   EXPECT_EQ(pendientes->Texto("Hora"), "10:00");
   EXPECT_EQ(pendientes->Filter(), "");
@@ -171,7 +175,7 @@ TEST_F(PruebaEventos, LoQueFallaSube) {
     auto campos = kOrigen;
     std::erase(campos, falta);
     const auto origen = TablaDeTextos(campos, {{"x"}});
-    EXPECT_EQ(ErrorDe([&] { ArmarRegistrosEventos(origen, nullptr, nullptr, contexto_); }), error::kCampo) << falta;
+    EXPECT_EQ(ErrorDe([&] { ArmarRegistrosEventos(origen, nullptr, nullptr); }), error::kCampo) << falta;
     EXPECT_EQ(ErrorDe([&] { ArmarEventosPendientes(origen, nullptr, nullptr, contexto_); }), error::kCampo) << falta;
   }
 }

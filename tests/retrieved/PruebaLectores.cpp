@@ -164,6 +164,26 @@ TEST_F(PruebaLectores, EventosPendientes) {
   EXPECT_EQ(lector.Resultado()->Texto("Fecha"), "15/03/2026");
 }
 
+// A scaling that fails leaves the table of channels on the one that it was at.
+TEST_F(PruebaLectores, UnaLecturaFallidaNoEscondeCanales) {
+  canales_->Filter("Canal='15'");
+  canales_->Set("CtePluvi", "1e308");
+  canales_->Filter("");
+  const std::vector<std::string> todos = datos_lector_.CargarCanales();
+  comunicador_.Devuelve("LeerDatos",
+                        TablaDeTextos({"Fecha", "Hora", "Canal", "Valor", "Maximo", "Minimo", "Validacion", "ColaTX"},
+                                      {{"", "10:00:00", "15", "2048", "", "", "1", "0"}}));
+  comunicador_.Devuelve("LeerInstantaneos", TablaDeTextos({"Valor"}, std::vector<Celdas>(38, Celdas{"8"})));
+  EXPECT_EQ(ErrorDe([&] { datos_lector_.TraerDatos(Pedido("PLV_x")); }), error::kDesborde);
+  ASSERT_EQ(canales_->Filter(), "Canal='15'");
+  EXPECT_EQ(datos_lector_.MostrarInstantaneos(false, false), FinLectura::kListado);
+  EXPECT_EQ(datos_lector_.Resultado()->RecordCount(), 7U);
+  canales_->Filter("Canal='99'");
+  EXPECT_EQ(datos_lector_.CargarCanales(), todos);
+  canales_->Filter("Canal='99'");
+  EXPECT_EQ(datos_lector_.MostrarInstantaneos(false, false), FinLectura::kListado);
+}
+
 TEST_F(PruebaLectores, EventosSinDescripcionesOSinCanales) {
   comunicador_.Devuelve("LeerEventos", eventos_);
   LectorEventos sin_descripciones(contexto_, canales_, atender_, carpeta_.Ruta());
@@ -190,7 +210,7 @@ TEST_F(PruebaLectores, ColaPorDiaYPendiente) {
             (std::vector<std::string>{"LeerColaTx(01/02/2005,02/02/2005)", "LeerColaTxCartucho(01/02/2005,01/02/2005)",
                                       "LeerColaTx(,)"}));
   EXPECT_EQ(cola_.TraerPorDia(kSegundo, kPrimero, false), FinLectura::kFechasAlReves);
-  EXPECT_TRUE(cola_.PorDia()) << "asking by day is enough";
+  EXPECT_FALSE(cola_.PorDia()) << "what is on show was pending";
   EXPECT_EQ(cola_.Resultado()->Texto("Valor"), "5.000");
 }
 
