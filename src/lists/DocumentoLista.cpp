@@ -19,7 +19,12 @@ void AgregarTitulos(std::string& documento, const Columnas& columnas) {
 
 }  // namespace
 
-std::string ArmarDocumento(const ListaTabla& lista, const EncabezadoLista& encabezado) {
+std::string ArmarDocumento(const ListaTabla& lista, const EncabezadoLista& encabezado, Renglones renglones) {
+  if (renglones == Renglones::kTodos && lista.Cantidad() != lista.Total()) {
+    ListaTabla entera = lista;  // in the same order
+    entera.Filtrar("");
+    return ArmarDocumento(entera, encabezado);
+  }
   std::string documento = encabezado.titulo;
   for (const std::string& linea : encabezado.lineas) documento.append(kFinDeLinea).append(linea);
   documento += kFinDeLinea;
@@ -35,9 +40,10 @@ std::string ArmarDocumento(const ListaTabla& lista, const EncabezadoLista& encab
   return documento;
 }
 
-bool ExportarLista(const ListaTabla& lista, const EncabezadoLista& encabezado, const std::filesystem::path& ruta) {
+bool ExportarLista(const ListaTabla& lista, const EncabezadoLista& encabezado, const std::filesystem::path& ruta,
+                   Renglones renglones) {
   if (lista.Cantidad() == 0) return false;
-  const std::string documento = ArmarDocumento(lista, encabezado);
+  const std::string documento = ArmarDocumento(lista, encabezado, renglones);
   EscribirEntero(ruta, [&](std::ostream& salida) {
     salida.write(documento.data(), static_cast<std::streamsize>(documento.size()));
   });

@@ -14,12 +14,17 @@ struct EncabezadoLista {
   std::vector<std::string> lineas;  // date lines, whole: "Desde: 01/02/2005"
 };
 
+// Which rows of a list go into a document: those that its narrowing leaves, or all.
+enum class Renglones { kALaVista, kTodos };
+
 // The text document of a list: title, date lines, column titles and the rows in display order, "\r\n" between lines and
 // none at the end, columns parted by tabs. Nothing is quoted or escaped.
-std::string ArmarDocumento(const ListaTabla& lista, const EncabezadoLista& encabezado);
+std::string ArmarDocumento(const ListaTabla& lista, const EncabezadoLista& encabezado,
+                           Renglones renglones = Renglones::kALaVista);
 
-// Writes the document as UTF-8, whole or not at all. False: the list is empty and nothing was done. Raises kArchivo
+// Writes the document as UTF-8, whole or not at all. False: no row is in sight and nothing was done. Raises kArchivo
 // when the file can't be written; a former file is as before then.
-bool ExportarLista(const ListaTabla& lista, const EncabezadoLista& encabezado, const std::filesystem::path& ruta);
+bool ExportarLista(const ListaTabla& lista, const EncabezadoLista& encabezado, const std::filesystem::path& ruta,
+                   Renglones renglones = Renglones::kALaVista);
 
 }  // namespace utr

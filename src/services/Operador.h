@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -11,15 +12,17 @@
 namespace utr {
 
 enum class Icono { kNinguno, kInformacion, kExclamacion, kCritico, kPregunta };
-enum class Botones { kAceptar, kAceptarCancelar, kSiNo };
+// kOpciones: a button for each of the message's own two options, and Cancelar.
+enum class Botones { kAceptar, kAceptarCancelar, kSiNo, kOpciones };
 // What the operator chose. The close button and Esc give kCerrado where the box has no button for them.
-enum class Respuesta { kAceptar, kCancelar, kSi, kNo, kCerrado };
+enum class Respuesta { kAceptar, kCancelar, kSi, kNo, kPrimera, kSegunda, kCerrado };
 
 struct Mensaje {
   std::string texto;  // plain text, lines parted by "\n"
   std::string titulo;
   Icono icono = Icono::kNinguno;
   Botones botones = Botones::kAceptar;
+  std::array<std::string, 2> opciones{};  // captions, for kOpciones alone; the first one is the default
 };
 
 // A filter of the file dialogs as the system writes them: "Texto (*.txt)|*.txt".
@@ -40,7 +43,7 @@ class Operador {
   virtual Respuesta Mostrar(const Mensaje& mensaje) = 0;
 
   // The path to open or to save, or nothing after a cancel. Saving asks before an existing file is replaced, and adds
-  // the filter's extension to a name that has none.
+  // the filter's extension to a name that doesn't end in it.
   virtual std::optional<std::filesystem::path> ElegirAbrir(const PedidoArchivo& pedido) = 0;
   virtual std::optional<std::filesystem::path> ElegirGuardar(const PedidoArchivo& pedido) = 0;
 

@@ -2,12 +2,16 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QDir>
 #include <QFileDialog>
 #include <QFileIconProvider>
 #include <QFileInfo>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QStandardPaths>
+#include <algorithm>
+#include <memory>
 
 #include "base/Texto.h"
 #include "widgets/DialogoImpresora.h"
@@ -68,7 +72,16 @@ constexpr BotonDeCaja kBotones[] = {
     {Botones::kAceptarCancelar, Respuesta::kCancelar, "Cancelar", QMessageBox::RejectRole},
     {Botones::kSiNo, Respuesta::kSi, "&Sí", QMessageBox::YesRole},
     {Botones::kSiNo, Respuesta::kNo, "&No", QMessageBox::NoRole},
+    // Of one role, so that they stand in this order on every desktop.
+    {Botones::kOpciones, Respuesta::kPrimera, nullptr, QMessageBox::ActionRole},
+    {Botones::kOpciones, Respuesta::kSegunda, nullptr, QMessageBox::ActionRole},
+    {Botones::kOpciones, Respuesta::kCancelar, "Cancelar", QMessageBox::RejectRole},
 };
+
+QString TextoDeBoton(const BotonDeCaja& boton, const Mensaje& mensaje) {
+  if (boton.texto != nullptr) return QString::fromUtf8(boton.texto);
+  return Q(mensaje.opciones[boton.respuesta == Respuesta::kPrimera ? 0 : 1]);
+}
 
 // Names the kinds of file in Spanish: Qt's own come from the desktop's database in the language of the process.
 class ClasesDeArchivo : public QFileIconProvider {
@@ -78,6 +91,33 @@ class ClasesDeArchivo : public QFileIconProvider {
     const QString extension = archivo.suffix().toUpper();
     return extension.isEmpty() ? QStringLiteral("Archivo") : QStringLiteral("Archivo ") + extension;
   }
+};
+
+// Completes the name before the dialog asks whether to replace the file: Qt takes any dot for an extension, so that
+// "datos 01.11.2026" would be saved without one.
+class DialogoGuardar : public QFileDialog {
+ public:
+  DialogoGuardar(QWidget* parent, const QString& titulo, std::string_view filtro)
+      : QFileDialog(parent, titulo), filtro_(filtro) {}
+
+ protected:
+  void accept() override {
+    if (auto* nombre = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))) {
+      const int cual = static_cast<int>(nameFilters().indexOf(selectedNameFilter()));
+      if (!EsCarpeta(nombre->text())) nombre->setText(ConExtension(nombre->text(), filtro_, cual));
+    }
+    QFileDialog::accept();
+  }
+
+ private:
+  // A typed folder is gone to.
+  bool EsCarpeta(QString nombre) const {
+    if (nombre == QStringLiteral("~") || nombre.startsWith(QStringLiteral("~/")))
+      nombre.replace(0, 1, QDir::homePath());
+    return nombre.isEmpty() || QFileInfo(directory(), nombre).isDir();
+  }
+
+  std::string filtro_;
 };
 
 }  // namespace
@@ -92,7 +132,7 @@ Respuesta OperadorQt::Mostrar(const Mensaje& mensaje) {
   QList<std::pair<QAbstractButton*, Respuesta>> respuestas;
   for (const BotonDeCaja& boton : kBotones) {
     if (boton.cuando != mensaje.botones) continue;
-    QPushButton* puesto = caja.addButton(QString::fromUtf8(boton.texto), boton.papel);
+    QPushButton* puesto = caja.addButton(TextoDeBoton(boton, mensaje), boton.papel);
     if (respuestas.isEmpty()) caja.setDefaultButton(puesto);
     respuestas.append({puesto, boton.respuesta});
   }
@@ -123,13 +163,15 @@ std::optional<std::filesystem::path> OperadorQt::Elegir(const PedidoArchivo& ped
     ultima_carpeta_ = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
   }
   ClasesDeArchivo clases;
-  QFileDialog dialogo(Encima(), Q(pedido.titulo));
+  const auto nuevo = guardar ? std::make_unique<DialogoGuardar>(Encima(), Q(pedido.titulo), pedido.filtro)
+                             : std::make_unique<QFileDialog>(Encima(), Q(pedido.titulo));
+  QFileDialog& dialogo = *nuevo;
+  dialogo.setOption(QFileDialog::DontUseNativeDialog);  // a desktop's own speaks its own language
   dialogo.setIconProvider(&clases);
   dialogo.setNameFilters(FiltroQt(pedido.filtro).split(QStringLiteral(";;"), Qt::SkipEmptyParts));
   dialogo.setDirectory(pedido.carpeta.empty() ? ultima_carpeta_ : Q(pedido.carpeta.string()));
   dialogo.setFileMode(guardar ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
   dialogo.setAcceptMode(guardar ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-  if (guardar) dialogo.setDefaultSuffix(ExtensionDe(pedido.filtro));
   dialogo.setLabelText(QFileDialog::Accept, guardar ? QStringLiteral("&Guardar") : QStringLiteral("&Abrir"));
   dialogo.setLabelText(QFileDialog::Reject, QStringLiteral("Cancelar"));
   dialogo.setLabelText(QFileDialog::FileName, QStringLiteral("&Nombre:"));
@@ -171,13 +213,18 @@ QString FiltroQt(std::string_view filtro) {
   return salida.join(QStringLiteral(";;"));
 }
 
-QString ExtensionDe(std::string_view filtro) {
+QString ConExtension(const QString& nombre, std::string_view filtro, int cual) {
   const std::vector<std::string_view> partes = Separar(filtro, '|');
-  if (partes.size() < 2) return {};
-  const QString patron = Q(Recortar(Separar(partes[1], ';').front()));
-  if (!patron.startsWith(QStringLiteral("*."))) return {};
-  const QString extension = patron.mid(2);
-  return extension.contains(QLatin1Char('*')) ? QString() : extension;
+  const std::size_t lugar = 2 * static_cast<std::size_t>(std::max(cual, 0)) + 1;
+  if (nombre.isEmpty() || lugar >= partes.size()) return nombre;
+  QString primera;
+  for (const std::string_view patron : Separar(partes[lugar], ';')) {
+    const QString extension = Q(Recortar(patron)).mid(1);  // "*.txt"
+    if (extension.size() < 2 || extension.contains(QLatin1Char('*'))) return nombre;
+    if (nombre.endsWith(extension, Qt::CaseInsensitive)) return nombre;
+    if (primera.isEmpty()) primera = extension;
+  }
+  return nombre + primera;
 }
 
 }  // namespace utr

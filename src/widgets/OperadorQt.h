@@ -27,7 +27,8 @@ class OperadorQt : public Operador {
 // A filter as the system writes it, "Texto (*.txt)|*.txt|Todos|*.*", as Qt takes it: one "Texto (*.txt)" for each pair.
 QString FiltroQt(std::string_view filtro);
 
-// The extension of the first pattern of such a filter without its dot ("txt"); "" where the pattern takes any.
-QString ExtensionDe(std::string_view filtro);
+// A name with the extension of the filter's pair number `cual` (from 0; below 0: the first), the first one where the
+// pair has several. As it is where it ends in one of them already, and for a filter that takes any file.
+QString ConExtension(const QString& nombre, std::string_view filtro, int cual);
 
 }  // namespace utr

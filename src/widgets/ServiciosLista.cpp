@@ -32,18 +32,40 @@ void ServiciosLista::Intentar(std::string_view procedimiento, const std::functio
                         palabras_.titulo_ventana, Redaccion::kCompletarse, accion, Icono::kInformacion);
 }
 
-bool ServiciosLista::ExportarLista(const std::filesystem::path& ruta, const Encabezado& encabezado) {
+// Which rows go into a document; nothing after a cancel. Only a filter that hides rows is worth a question.
+std::optional<Renglones> ServiciosLista::ElegirRenglones(const std::string& pregunta) {
+  const std::size_t vistos = vista_.Lista().Cantidad();
+  const std::size_t todos = vista_.Lista().Total();
+  if (vistos == todos) return Renglones::kTodos;
+  Mensaje mensaje{"El filtro deja a la vista " + std::to_string(vistos) + " de los " + std::to_string(todos) +
+                      " renglones.\n" + pregunta,
+                  palabras_.titulo_ventana, Icono::kPregunta, Botones::kOpciones};
+  mensaje.opciones = {"Sólo los " + std::to_string(vistos) + " renglones a la vista", "Todos los renglones"};
+  switch (contexto_.operador.Mostrar(mensaje)) {
+    case Respuesta::kPrimera:
+      return Renglones::kALaVista;
+    case Respuesta::kSegunda:
+      return Renglones::kTodos;
+    default:
+      return std::nullopt;
+  }
+}
+
+bool ServiciosLista::ExportarLista(const std::filesystem::path& ruta, const Encabezado& encabezado,
+                                   Renglones renglones) {
   bool escrita = false;
   Intentar("ExportarLista", [&] {
     const PunteroDeEspera puntero(contexto_.operador);
-    escrita = utr::ExportarLista(vista_.Lista(), encabezado(), ruta);
+    escrita = utr::ExportarLista(vista_.Lista(), encabezado(), ruta, renglones);
   });
   return escrita;
 }
 
 void ServiciosLista::GuardarComo(const Encabezado& encabezado) {
+  const auto renglones = ElegirRenglones("¿Qué desea guardar?");
+  if (!renglones) return;
   const auto ruta = contexto_.operador.ElegirGuardar({palabras_.titulo_guardar, std::string(kFiltroTexto), {}, {}});
-  if (ruta && ExportarLista(*ruta, encabezado)) Informar("La lista ha sido exportada con éxito");
+  if (ruta && ExportarLista(*ruta, encabezado, *renglones)) Informar("La lista ha sido exportada con éxito");
 }
 
 void ServiciosLista::ExportarImp(const TablaPtr& tabla) {
@@ -64,10 +86,12 @@ void ServiciosLista::ExportarImp(const TablaPtr& tabla) {
 
 void ServiciosLista::Imprimir(const Encabezado& encabezado) {
   if (vista_.Lista().Cantidad() == 0) return;
+  const auto renglones = ElegirRenglones("¿Qué desea imprimir?");
+  if (!renglones) return;
   if (contexto_.eleccion.nombre.empty() && !ConfigurarImpresora()) return;
   Intentar(palabras_.procedimiento_imprimir, [&] {
     const PunteroDeEspera puntero(contexto_.operador);
-    const std::string documento = ArmarDocumento(vista_.Lista(), encabezado());
+    const std::string documento = ArmarDocumento(vista_.Lista(), encabezado(), *renglones);
     const std::vector<std::string> nombres = contexto_.impresora.Nombres();
     if (std::find(nombres.begin(), nombres.end(), contexto_.eleccion.nombre) == nombres.end()) return;
     for (int copia = 0; copia < contexto_.eleccion.copias; ++copia)

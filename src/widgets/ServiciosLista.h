@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "lists/DocumentoLista.h"
@@ -32,23 +33,28 @@ class ServiciosLista {
 
   ServiciosLista(const ContextoListas& contexto, const VistaLista& vista, PalabrasLista palabras);
 
-  // The document of the list written to that file. False: the list is empty, or it couldn't be written (no message); an
-  // error gives a message and false.
-  bool ExportarLista(const std::filesystem::path& ruta, const Encabezado& encabezado);
+  // The document of the list written to that file, with the rows in sight or with all. False: the list is empty, or it
+  // couldn't be written (no message); an error gives a message and false.
+  bool ExportarLista(const std::filesystem::path& ruta, const Encabezado& encabezado,
+                     Renglones renglones = Renglones::kALaVista);
 
-  // Asks for the file, then ExportarLista, then says so. Nothing on a cancel.
+  // Asks which rows where the filter hides some, and for the file, then ExportarLista, then says so. Nothing on a
+  // cancel.
   void GuardarComo(const Encabezado& encabezado);
 
-  // Writes the .imp file of the table, which is the private copy of the window: null before any read.
+  // Writes the .imp file of the table, which is the private copy of the window: null before any read. All rows,
+  // whatever the filter.
   void ExportarImp(const TablaPtr& tabla);
 
-  // Prints the document, one job a copy, asking for the printer when none was chosen yet. Nothing with an empty list.
+  // Prints the document, one job a copy, asking which rows where the filter hides some, and for the printer when none
+  // was chosen yet. Nothing with an empty list.
   void Imprimir(const Encabezado& encabezado);
 
   // The printer dialog. True: one was chosen, and is remembered until the program ends.
   bool ConfigurarImpresora();
 
  private:
+  std::optional<Renglones> ElegirRenglones(const std::string& pregunta);
   void Informar(const std::string& texto);
   void Intentar(std::string_view procedimiento, const std::function<void()>& accion);
 

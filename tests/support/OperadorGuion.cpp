@@ -11,6 +11,7 @@ Respuesta Cierre(Botones botones) {
     case Botones::kAceptar:
       return Respuesta::kAceptar;
     case Botones::kAceptarCancelar:
+    case Botones::kOpciones:
       return Respuesta::kCancelar;
     case Botones::kSiNo:
       break;
@@ -73,6 +74,7 @@ Respuesta OperadorGuion::Mostrar(const Mensaje& mensaje) {
     EXPECT_EQ(mensaje.titulo, paso->mensaje.titulo) << mensaje.texto;
     EXPECT_EQ(mensaje.icono, paso->mensaje.icono) << mensaje.texto;
     EXPECT_EQ(mensaje.botones, paso->mensaje.botones) << mensaje.texto;
+    EXPECT_EQ(mensaje.opciones, paso->mensaje.opciones) << mensaje.texto;
   }
   return paso->respuesta;
 }

@@ -51,7 +51,9 @@ TEST_P(PruebaRespuestas, TheAnswerIsTheButtonThatWasPressed) {
       Pulsar(dialogo, QString::fromUtf8(caso.boton));
     }
   });
-  EXPECT_EQ(operador.Mostrar({"¿Desea continuar?", "Título", Icono::kPregunta, caso.botones}), caso.respuesta);
+  Mensaje mensaje{"¿Desea continuar?", "Título", Icono::kPregunta, caso.botones};
+  mensaje.opciones = {"Sólo los 3", "Todos"};
+  EXPECT_EQ(operador.Mostrar(mensaje), caso.respuesta);
 }
 
 INSTANTIATE_TEST_SUITE_P(Botones, PruebaRespuestas,
@@ -62,7 +64,11 @@ INSTANTIATE_TEST_SUITE_P(Botones, PruebaRespuestas,
                                          CasoRespuesta{Botones::kAceptarCancelar, nullptr, Respuesta::kCancelar},
                                          CasoRespuesta{Botones::kSiNo, "Sí", Respuesta::kSi},
                                          CasoRespuesta{Botones::kSiNo, "No", Respuesta::kNo},
-                                         CasoRespuesta{Botones::kSiNo, nullptr, Respuesta::kCerrado}));
+                                         CasoRespuesta{Botones::kSiNo, nullptr, Respuesta::kCerrado},
+                                         CasoRespuesta{Botones::kOpciones, "Sólo los 3", Respuesta::kPrimera},
+                                         CasoRespuesta{Botones::kOpciones, "Todos", Respuesta::kSegunda},
+                                         CasoRespuesta{Botones::kOpciones, "Cancelar", Respuesta::kCancelar},
+                                         CasoRespuesta{Botones::kOpciones, nullptr, Respuesta::kCancelar}));
 
 TEST(PruebaOperadorQt, AMessageIsPlainTextAndTheFirstButtonIsTheDefaultOne) {
   OperadorQt operador;
@@ -101,21 +107,47 @@ TEST(PruebaOperadorQt, TheHourglassStandsAsideForABoxAndComesBack) {
 struct CasoFiltro {
   const char* filtro;
   const char* qt;
-  const char* extension;
 };
 
 TEST(PruebaOperadorQt, FiltersAreTakenAsTheSystemWritesThem) {
   const CasoFiltro casos[] = {
-      {"Texto (delimitado por tabuladores)(*.txt)|*.txt", "Texto (delimitado por tabuladores) (*.txt)", "txt"},
-      {"Archivo para insercion manual(*.imp)|*.imp", "Archivo para insercion manual (*.imp)", "imp"},
-      {"Configuración|*.icf;*.ucg", "Configuración (*.icf *.ucg)", "icf"},
-      {"Uno|*.a|Todos|*.*", "Uno (*.a);;Todos (*.*)", "a"},
-      {"Todos|*.*", "Todos (*.*)", ""},
-      {"", "", ""},
+      {"Texto (delimitado por tabuladores)(*.txt)|*.txt", "Texto (delimitado por tabuladores) (*.txt)"},
+      {"Archivo para insercion manual(*.imp)|*.imp", "Archivo para insercion manual (*.imp)"},
+      {"Configuración|*.icf;*.ucg", "Configuración (*.icf *.ucg)"},
+      {"Uno|*.a|Todos|*.*", "Uno (*.a);;Todos (*.*)"},
+      {"Todos|*.*", "Todos (*.*)"},
+      {"", ""},
   };
-  for (const CasoFiltro& caso : casos) {
-    EXPECT_EQ(U(FiltroQt(caso.filtro)), caso.qt);
-    EXPECT_EQ(U(ExtensionDe(caso.filtro)), caso.extension) << caso.filtro;
+  for (const CasoFiltro& caso : casos) EXPECT_EQ(U(FiltroQt(caso.filtro)), caso.qt);
+}
+
+struct CasoExtension {
+  const char* nombre;
+  const char* filtro;
+  int cual;
+  const char* completo;
+};
+
+TEST(PruebaOperadorQt, ANameGetsTheExtensionOfItsFilterUnlessItIsThereAlready) {
+  constexpr const char* kTexto = "Texto (*.txt)|*.txt";
+  constexpr const char* kVarios = "Uno|*.a|Dos|*.icf;*.ucg|Todos|*.*";
+  const CasoExtension casos[] = {
+      {"datos", kTexto, 0, "datos.txt"},
+      {"datos 01.11.2026", kTexto, 0, "datos 01.11.2026.txt"},
+      {"datos.txt", kTexto, 0, "datos.txt"},
+      {"DATOS.TXT", kTexto, 0, "DATOS.TXT"},
+      {"datos.imp", kTexto, 0, "datos.imp.txt"},
+      {"datostxt", kTexto, 0, "datostxt.txt"},
+      {"datos", kTexto, -1, "datos.txt"},
+      {"x", kVarios, 0, "x.a"},
+      {"x", kVarios, 1, "x.icf"},
+      {"x.UCG", kVarios, 1, "x.UCG"},
+      {"x.1", kVarios, 2, "x.1"},
+      {"x", "", 0, "x"},
+      {"", kTexto, 0, ""},
+  };
+  for (const CasoExtension& caso : casos) {
+    EXPECT_EQ(U(ConExtension(QString::fromUtf8(caso.nombre), caso.filtro, caso.cual)), caso.completo);
   }
 }
 
@@ -147,11 +179,14 @@ TEST(PruebaOperadorQt, SavingAddsTheExtensionAndAsksBeforeReplacing) {
   });
   EXPECT_FALSE(operador.ElegirGuardar(Pedido(carpeta)).has_value());
   EXPECT_TRUE(preguntado);
-  AlAbrirse([](QWidget* dialogo) {
-    Escribir(dialogo, "otra");
-    Pulsar(dialogo, "Guardar");
-  });
-  EXPECT_EQ(operador.ElegirGuardar(Pedido(carpeta)), carpeta / "otra.txt");
+  for (const auto& [escrito, guardado] :
+       {std::pair{"otra", "otra.txt"}, {"datos 01.11.2026", "datos 01.11.2026.txt"}, {"nueva.TXT", "nueva.TXT"}}) {
+    AlAbrirse([escrito = escrito](QWidget* dialogo) {
+      Escribir(dialogo, escrito);
+      Pulsar(dialogo, "Guardar");
+    });
+    EXPECT_EQ(operador.ElegirGuardar(Pedido(carpeta)), carpeta / guardado);
+  }
   PedidoArchivo sin_carpeta = Pedido(carpeta);
   sin_carpeta.carpeta.clear();
   AlAbrirse([&carpeta](QWidget* dialogo) {
@@ -160,6 +195,13 @@ TEST(PruebaOperadorQt, SavingAddsTheExtensionAndAsksBeforeReplacing) {
   });
   std::filesystem::create_directory(carpeta / "honda");
   EXPECT_TRUE(operador.ElegirGuardar(sin_carpeta).has_value());
+  AlAbrirse([&carpeta](QWidget* dialogo) {
+    Escribir(dialogo, Q((carpeta / "honda").string()));
+    Pulsar(dialogo, "Guardar");
+    EXPECT_TRUE(dialogo->isVisible()) << "a folder is gone to";
+    static_cast<QDialog*>(dialogo)->reject();
+  });
+  EXPECT_FALSE(operador.ElegirGuardar(sin_carpeta).has_value());
   AlAbrirse([](QWidget* dialogo) {
     Escribir(dialogo, "dos");
     Pulsar(dialogo, "Guardar");

@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <QLineEdit>
+
 #include "base/Error.h"
 #include "support/ModPrueba.h"
 #include "support/Tablas.h"
@@ -49,6 +51,45 @@ TEST_F(PruebaServiciosLista, SavingWritesTheDocumentInDisplayOrderAndSaysSo) {
   vista.OrdenarComoTexto(0, false);
   EXPECT_TRUE(servicios.ExportarLista(ruta, encabezado));
   EXPECT_THAT(prueba::LeerTodo(ruta), HasSubstr("02/02/2026\t\r\n01/02/2026\t1.5"));
+}
+
+TEST_F(PruebaServiciosLista, WhatTheFilterHidesIsAskedForAndTheImpTakesAll) {
+  Llenar();
+  vista.OrdenarComoTexto(0, false);
+  vista.CampoFiltro()->setText("01/02");
+  Mensaje pregunta{"El filtro deja a la vista 1 de los 2 renglones.\n¿Qué desea guardar?", "Eventos de la UTR",
+                   Icono::kPregunta, Botones::kOpciones};
+  pregunta.opciones = {"Sólo los 1 renglones a la vista", "Todos los renglones"};
+  const std::string titulos = documento.substr(0, documento.find("01/02/2026\t"));
+  const std::pair<Respuesta, std::string> casos[] = {
+      {Respuesta::kPrimera, titulos + "01/02/2026\t1.5"},
+      {Respuesta::kSegunda, titulos + "02/02/2026\t\r\n01/02/2026\t1.5"},
+  };
+  const auto ruta = banco.carpeta / "lista.txt";
+  for (const auto& [respuesta, texto] : casos) {
+    banco.operador.Espera(pregunta, respuesta);
+    banco.operador.EsperaGuardar("Exportar ...", ruta);
+    banco.operador.Espera("La lista ha sido exportada con éxito");
+    servicios.GuardarComo(encabezado);
+    EXPECT_EQ(prueba::LeerTodo(ruta), texto);
+    banco.mod.eleccion_impresora = {"Oficina", 1};
+    banco.operador.Espera("El filtro deja a la vista 1 de los 2 renglones.\n¿Qué desea imprimir?", respuesta);
+    servicios.Imprimir(encabezado);
+    EXPECT_EQ(banco.impresora.trabajos.back(), "Oficina:" + texto);
+  }
+  EXPECT_EQ(vista.Lista().Cantidad(), 1u) << "what is seen stays as it was";
+  const std::size_t trabajos = banco.impresora.trabajos.size();
+  banco.operador.Espera(pregunta, Respuesta::kCancelar);
+  servicios.GuardarComo(encabezado);
+  banco.operador.Espera("El filtro deja a la vista 1 de los 2 renglones.\n¿Qué desea imprimir?", Respuesta::kCancelar);
+  servicios.Imprimir(encabezado);
+  EXPECT_EQ(banco.impresora.trabajos.size(), trabajos);
+  banco.operador.EsperaGuardar("Exportar ...", banco.carpeta / "lista.imp");
+  banco.operador.Espera("La lista de eventos ha sido exportada con éxito");
+  servicios.ExportarImp(tabla);
+  vista.CampoFiltro()->setText("/02/");  // hides nothing
+  banco.operador.EsperaGuardar("Exportar ...", std::nullopt);
+  servicios.GuardarComo(encabezado);
 }
 
 TEST_F(PruebaServiciosLista, ACancelledSaveAndAnEmptyListSayNothing) {
