@@ -15,10 +15,10 @@ class VistaLista;
 
 // What a window says through the list services.
 struct PalabrasLista {
-  std::string modulo;                           // "frmEventos": in the error log
-  std::string titulo_ventana;                   // title of messages
+  std::string modulo{};                         // "frmEventos": in the error log
+  std::string titulo_ventana{};                 // title of messages
   std::string titulo_guardar = "Exportar ...";  // caption of the save dialog
-  std::string procedimiento_imprimir;           // "ImprimirEventos": in the error log
+  std::string procedimiento_imprimir{};         // "ImprimirEventos": in the error log
   std::string procedimiento_imp = "Exportar";   // name of the .imp command: in the error log
   int tipo_imp = 1;                             // 0 events, 1 data
   std::string exito_imp = "La lista de datos ha sido exportada con éxito";

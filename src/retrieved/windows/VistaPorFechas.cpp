@@ -21,7 +21,7 @@ QGroupBox* Grupo(const char* nombre, const char* titulo) {
 
 }  // namespace
 
-VistaPorFechas::VistaPorFechas(ModRTU& mod, const DescripcionVista& descripcion, const PalabrasPorFechas& palabras,
+VistaPorFechas::VistaPorFechas(ModRTU& mod, const DescripcionLista& descripcion, const PalabrasPorFechas& palabras,
                                Columnas columnas, QPushButton* cerrar, QWidget* parent)
     : VistaRegistros(mod, descripcion, std::move(columnas), parent),
       palabras_(palabras),
@@ -30,7 +30,7 @@ VistaPorFechas::VistaPorFechas(ModRTU& mod, const DescripcionVista& descripcion,
       chkCartucho_(new QCheckBox(QString::fromUtf8(palabras.cartucho))) {
   chkCartucho_->setObjectName("chkCartucho");
   chkCartucho_->setWhatsThis(QStringLiteral("Lee el período del cartucho de la UTR en lugar de su memoria."));
-  Armar(ArmarMarcos(), cerrar);
+  ArmarVista(ArmarMarcos(), cerrar);
 }
 
 QWidget* VistaPorFechas::ArmarMarcos() {
@@ -45,8 +45,8 @@ QWidget* VistaPorFechas::ArmarMarcos() {
 QWidget* VistaPorFechas::ArmarPorFecha() {
   QGroupBox* grupo = Grupo(palabras_.marco_fechas, palabras_.titulo_fechas);
   auto* caja = new QFormLayout;
-  fechas_ = AgregarFechas(*caja, palabras_.formato);
-  if (palabras_.dia_entero) fechas_.fin->setTime(QTime(23, 59));
+  AgregarFechas(*caja, palabras_.formato);
+  if (palabras_.dia_entero) CampoFin()->setTime(QTime(23, 59));
   QPushButton* traer = Boton(palabras_.boton_fechas, palabras_.texto_fechas);
   traer->setDefault(true);
   connect(traer, &QPushButton::clicked, this, &VistaPorFechas::TraerPorFecha);
@@ -72,23 +72,13 @@ QWidget* VistaPorFechas::ArmarPendientes() {
   return grupo;
 }
 
-void VistaPorFechas::Marco(int cual) {
-  if (cual == 0) {
-    TraerPorFecha();
-  } else {
-    TraerPendientes();
-  }
-}
-
 void VistaPorFechas::TraerPorFecha() {
   PedidoLectura pedido;
   pedido.procedimiento = palabras_.procedimiento_fechas;
-  pedido.leer = [this] {
-    return LeerPorFecha(FechaDe(*fechas_.inicio), FechaDe(*fechas_.fin), chkCartucho_->isChecked());
-  };
+  pedido.leer = [this] { return LeerPorFecha(Desde(), Hasta(), chkCartucho_->isChecked()); };
   pedido.sin_datos = picSinDatos_;
   pedido.contador = palabras_.contador_fechas;
-  pedido.periodo = [this] { return TextoPeriodo(fechas_); };
+  pedido.por_fechas = true;
   pedido.al_reves = FechasAlReves();
   pedido.al_reves.icono = palabras_.icono_al_reves;
   if (palabras_.titulo_al_reves != nullptr) pedido.al_reves.titulo = palabras_.titulo_al_reves;
@@ -102,7 +92,6 @@ void VistaPorFechas::TraerPendientes() {
   pedido.leer = [this] { return LeerPendientes(); };
   pedido.sin_datos = PicSinDatosColaTx_;
   pedido.contador = palabras_.contador_pendientes;
-  pedido.periodo = [this] { return TextoMomento(); };
   Leer(pedido);
 }
 

@@ -6,56 +6,57 @@
 namespace utr {
 namespace {
 
-const DescripcionVista& Descripcion() {
-  using C = Comando;
-  static const DescripcionVista descripcion{
-      "Cola de transmisión",
-      "mnuDatos",
-      "&Datos",
-      "mnuTraerDatos",
-      "&Traer Cola de Tx",
-      {{C::kMarco0, "mnuColaTxDia", "Cola Tx por &Día"},
-       {C::kMarco1, "mnuColaTxPend", "Cola Tx &Pendiente"},
-       {C::kGuardar, "mnuGuardarComo", "&Guardar como..."},
-       {C::kExportar, "mnuExportar", "E&xportar..."},
-       {C::kConfigurarImpresora, "mnuCfgImpresora", "&Configurar Impresora"},
-       {C::kImprimir, "mnuImprimir", "&Imprimir"},
-       {C::kSalir, "mnuSalir", "&Salir"}},
-      {C::kImprimir, C::kGuardar, C::kExportar, C::kAscendente, C::kDescendente, C::kAyuda, C::kQueEsEsto},
-      2,
-      {"frmColaTransmicion", "Cola de transmisión", "Guardar como ...", "ImprimirDatos", "mnuExportar_Click", 1,
-       "La lista de datos ha sido exportada con éxito"}};
-  return descripcion;
+DescripcionLista Descripcion() {
+  return {.titulo = "Cola de transmisión",
+          .columna_titulo = 2,
+          .palabras = {.modulo = "frmColaTransmicion",
+                       .titulo_ventana = "Cola de transmisión",
+                       .titulo_guardar = "Guardar como ...",
+                       .procedimiento_imprimir = "ImprimirDatos",
+                       .procedimiento_imp = "mnuExportar_Click"}};
 }
 
 constexpr PalabrasPorFechas kPalabras{
-    "frTxPorDia",
-    "Cola de transmisión por día",
-    "frTxPend",
-    "Cola de transmisión pendiente",
-    "TraerTxPorDia",
-    "Traer...",
-    "TraerTxPend",
-    "Traer...",
-    "dd/MM/yyyy",
-    false,
-    "Leer del Cartucho",
-    "Sin datos para el canal durante las fechas seleccionada",
-    "Sin información en la cola de datos",
-    "Cantidad de Registros Cargados: ",
-    "Cantidad de Registros Cargados: ",
-    "TraerTxPorDia",
-    "TraerTxPend",
-    nullptr,
-    Icono::kInformacion,
-    true,
+    .marco_fechas = "frTxPorDia",
+    .titulo_fechas = "Cola de transmisión por día",
+    .marco_pendientes = "frTxPend",
+    .titulo_pendientes = "Cola de transmisión pendiente",
+    .boton_fechas = "TraerTxPorDia",
+    .texto_fechas = "Traer...",
+    .boton_pendientes = "TraerTxPend",
+    .texto_pendientes = "Traer...",
+    .formato = "dd/MM/yyyy",
+    .cartucho = "Leer del Cartucho",
+    .sin_datos = "Sin datos para el canal durante las fechas seleccionada",
+    .sin_cola = "Sin información en la cola de datos",
+    .contador_fechas = "Cantidad de Registros Cargados: ",
+    .contador_pendientes = "Cantidad de Registros Cargados: ",
+    .procedimiento_fechas = "TraerTxPorDia",
+    .procedimiento_pendientes = "TraerTxPend",
+    .conservar_al_reves = true,
 };
 
 }  // namespace
 
 frmColaTransmicion::frmColaTransmicion(ModRTU& mod, TablaPtr configuracion, QWidget* parent)
     : VistaPorFechas(mod, Descripcion(), kPalabras, ColumnasDatos(), Boton("cmd", "&Cerrar"), parent),
-      lector_(Contexto(), std::move(configuracion), mod.atender) {}
+      lector_(Contexto(), std::move(configuracion), mod.atender) {
+  ComandosDeVista({{.nombre = "mnuDatos", .texto = "&Datos"},
+                   {.nombre = "mnuTraerDatos", .texto = "&Traer Cola de Tx", .dentro_de = "mnuDatos"}},
+                  {{.nombre = "mnuColaTxDia",
+                    .texto = "Cola Tx por &Día",
+                    .menu = "mnuTraerDatos",
+                    .hacer = [this] { TraerPorFecha(); }},
+                   {.nombre = "mnuColaTxPend",
+                    .texto = "Cola Tx &Pendiente",
+                    .menu = "mnuTraerDatos",
+                    .hacer = [this] { TraerPendientes(); }}},
+                  {.guardar = "mnuGuardarComo",
+                   .exportar = "mnuExportar",
+                   .configurar_impresora = "mnuCfgImpresora",
+                   .imprimir = "mnuImprimir",
+                   .salir = "mnuSalir"});
+}
 
 FinLectura frmColaTransmicion::LeerPorFecha(const FechaHora& desde, const FechaHora& hasta, bool cartucho) {
   return lector_.TraerPorDia(desde, hasta, cartucho);
@@ -69,7 +70,7 @@ EncabezadoLista frmColaTransmicion::Encabezado(bool para_imprimir) const {
   if (!lector_.PorDia()) return {"Datos pendientes de la cola de tx de la UTR", {LineaFecha()}};
   // Paper and file differ in their titles.
   return {para_imprimir ? "Datos de la cola de tx por dia de la UTR" : "Datos de la cola de tx de la UTR",
-          LineasDesdeHasta(LasFechas())};
+          LineasDesdeHasta()};
 }
 
 }  // namespace utr

@@ -4,12 +4,12 @@
 #include <QActionGroup>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDateTimeEdit>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabWidget>
+#include <array>
 
 #include "retrieved/ColumnasRegistros.h"
 #include "widgets/Campos.h"
@@ -19,28 +19,18 @@
 namespace utr {
 namespace {
 
-const DescripcionVista& Descripcion() {
-  using C = Comando;
-  static const DescripcionVista descripcion{
-      "Datos de la UTR",
-      "mnuDatos",
-      "&Datos",
-      nullptr,
-      nullptr,
-      {{C::kMarco0, "mnuDatHistoricos", "Datos &Históricos"},
-       {C::kMarco1, "mnuDatosInst", "Datos i&nstantáneos"},
-       {C::kAbrir, "mnuDatosAbrir", "&Abrir"},
-       {C::kGuardar, "mnuDatosGuardarComo", "&Guardar como..."},
-       {C::kExportar, "mnuExportData", "E&xportar..."},
-       {C::kConfigurarImpresora, "mnuPrintConfig", "&Configurar Impresora"},
-       {C::kImprimir, "mnudatosPrint", "&Imprimir"},
-       {C::kSalir, "mnuDatosSalir", "&Salir"}},
-      {C::kAbrir, C::kImprimir, C::kGuardar, C::kExportar, C::kAscendente, C::kDescendente, C::kAyuda, C::kQueEsEsto},
-      2,
-      {"frmDatos", "Datos de la UTR", "Guardar como ...", "ImprimirDatos", "mnuExportData_Click", 1,
-       "La lista de datos ha sido exportada con éxito"}};
-  return descripcion;
+DescripcionLista Descripcion() {
+  return {.titulo = "Datos de la UTR",
+          .columna_titulo = 2,
+          .palabras = {.modulo = "frmDatos",
+                       .titulo_ventana = "Datos de la UTR",
+                       .titulo_guardar = "Guardar como ...",
+                       .procedimiento_imprimir = "ImprimirDatos",
+                       .procedimiento_imp = "mnuExportData_Click"}};
 }
+
+// The entries of the menu that go to the two frames.
+constexpr std::array kMarcos{"mnuDatHistoricos", "mnuDatosInst"};
 
 constexpr const char* kContador = "Cantidad de Registros Cargados: ";
 
@@ -76,11 +66,30 @@ frmDatos::frmDatos(ModRTU& mod, TablaPtr configuracion, QWidget* parent)
       OpSinEscalar_(Nuevo<QRadioButton>("OpSinEscalar", "Cuentas")),
       chkNivelRef_(Nuevo<QCheckBox>("chkNivelRef", "Con Nivel Ref / Constante.")),
       DatosInst_(Boton("DatosInst", "&Mostrar...")) {
-  QPushButton* cerrar = Boton("cmd(1)", "&Cerrar");
   Explicar();
-  Armar(ArmarMarcos(), cerrar);
+  ArmarVista(ArmarMarcos(), Boton("cmd(1)", "&Cerrar"));
+  ArmarComandos();
   CargarCanales();
   MarcoElegido(0);
+}
+
+void frmDatos::ArmarComandos() {
+  const auto ir_a = [this](int cual) { return [this, cual] { hojas_->setCurrentIndex(cual); }; };
+  ComandosDeVista({{.nombre = "mnuDatos", .texto = "&Datos"}},
+                  {{.nombre = kMarcos[0], .texto = "Datos &Históricos", .hacer = ir_a(0)},
+                   {.nombre = kMarcos[1], .texto = "Datos i&nstantáneos", .hacer = ir_a(1)}},
+                  {.abrir = "mnuDatosAbrir",
+                   .guardar = "mnuDatosGuardarComo",
+                   .exportar = "mnuExportData",
+                   .configurar_impresora = "mnuPrintConfig",
+                   .imprimir = "mnudatosPrint",
+                   .salir = "mnuDatosSalir"});
+  auto* grupo = new QActionGroup(this);
+  for (const char* marco : kMarcos) {
+    Accion(marco)->setCheckable(true);
+    grupo->addAction(Accion(marco));
+  }
+  connect(hojas_, &QTabWidget::currentChanged, this, &frmDatos::MarcoElegido);
 }
 
 void frmDatos::Explicar() {
@@ -102,12 +111,6 @@ QWidget* frmDatos::ArmarMarcos() {
   hojas_->addTab(ArmarHistoricos(), QStringLiteral("Datos Históricos"));
   hojas_->addTab(ArmarInstantaneos(), QStringLiteral("Datos instantáneos"));
   hojas_->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
-  auto* grupo = new QActionGroup(this);
-  for (const Comando comando : {Comando::kMarco0, Comando::kMarco1}) {
-    AccionDe(comando)->setCheckable(true);
-    grupo->addAction(AccionDe(comando));
-  }
-  connect(hojas_, &QTabWidget::currentChanged, this, &frmDatos::MarcoElegido);
   return hojas_;
 }
 
@@ -118,7 +121,7 @@ QWidget* frmDatos::ArmarHistoricos() {
   auto* canal = new QFormLayout;
   canal->addRow(Rotulo("lblCanal", QStringLiteral("Can&al:"), Canales_), Canales_);
   auto* fechas = new QFormLayout;
-  fechas_ = AgregarFechas(*fechas, "dd/MM/yyyy");
+  AgregarFechas(*fechas, "dd/MM/yyyy");
   connect(traer_, &QPushButton::clicked, this, &frmDatos::TraerDatos);
   auto* hoja = new QWidget;
   auto* fila = new QHBoxLayout(hoja);
@@ -151,12 +154,8 @@ void frmDatos::CargarCanales() {
   for (const std::string& canal : lector_.CargarCanales()) Canales_->addItem(Q(canal));
 }
 
-void frmDatos::Marco(int cual) {
-  hojas_->setCurrentIndex(cual);
-}
-
 void frmDatos::MarcoElegido(int cual) {
-  AccionDe(cual == 0 ? Comando::kMarco0 : Comando::kMarco1)->setChecked(true);
+  Accion(kMarcos[static_cast<std::size_t>(cual)])->setChecked(true);
   (cual == 0 ? traer_ : DatosInst_)->setDefault(true);
 }
 
@@ -166,12 +165,12 @@ void frmDatos::TraerDatos() {
   pedido.leer = [this] {
     instantaneos_ = false;
     Lista().Definir(ColumnasDatos());
-    return lector_.TraerDatos({FechaDe(*fechas_.inicio), FechaDe(*fechas_.fin), U(Canales_->currentText()),
-                               CheckEscalados_->isChecked(), chkCartucho_->isChecked()});
+    return lector_.TraerDatos(
+        {Desde(), Hasta(), U(Canales_->currentText()), CheckEscalados_->isChecked(), chkCartucho_->isChecked()});
   };
   pedido.sin_datos = picSinDatos_;
   pedido.contador = kContador;
-  pedido.periodo = [this] { return TextoPeriodo(fechas_); };
+  pedido.por_fechas = true;
   pedido.al_reves = FechasAlReves();
   Leer(pedido);
 }
@@ -186,13 +185,12 @@ void frmDatos::MostrarInstantaneos() {
   };
   pedido.sin_datos = PicSinDatosInst_;
   pedido.contador = kContador;
-  pedido.periodo = [this] { return TextoMomento(); };
   Leer(pedido);
 }
 
 EncabezadoLista frmDatos::Encabezado(bool) const {
   if (instantaneos_) return {"Datos instantáneos de la UTR", {LineaFecha()}};
-  return {"Datos históricos de la UTR", LineasDesdeHasta(fechas_)};
+  return {"Datos históricos de la UTR", LineasDesdeHasta()};
 }
 
 }  // namespace utr

@@ -19,12 +19,12 @@ class frmDatos : public VistaRegistros {
   frmDatos(ModRTU& mod, TablaPtr configuracion, QWidget* parent = nullptr);
 
  protected:
-  void Marco(int cual) override;
   EncabezadoLista Encabezado(bool para_imprimir) const override;
   const LectorRegistros& Lector() const override { return lector_; }
 
  private:
   void Explicar();
+  void ArmarComandos();
   QWidget* ArmarMarcos();
   QWidget* ArmarHistoricos();
   QWidget* ArmarInstantaneos();
@@ -36,7 +36,6 @@ class frmDatos : public VistaRegistros {
   LectorDatos lector_;
   PanelAviso* picSinDatos_;
   PanelAviso* PicSinDatosInst_;
-  Fechas fechas_{};
   QTabWidget* hojas_;
   QComboBox* Canales_;
   QCheckBox* CheckEscalados_;

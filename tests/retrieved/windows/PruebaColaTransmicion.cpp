@@ -65,6 +65,23 @@ TEST_F(PruebaColaTransmicion, DatesTheWrongWayRoundLeaveTheListAsItWas) {
   EXPECT_TRUE(Hijo<QAction>(ventana, "mnuImprimir")->isEnabled());
 }
 
+TEST_F(PruebaColaTransmicion, ARefusedReadGivesItsDatesToNoDocument) {
+  const auto rehusar = [this] {
+    Fecha(ventana, "FechaInicio", Dia(20));
+    operador.Espera("La fecha de inicio debe ser menor que la de finalización");
+    Pulsar(ventana, "TraerTxPorDia");
+  };
+  Pulsar(ventana, "TraerTxPorDia");
+  rehusar();
+  const std::string leido = "\r\nDesde: 15/03/2026\r\nHasta: 15/03/2026\r\nFecha\tHora";
+  EXPECT_TRUE(Guardado().starts_with("Datos de la cola de tx de la UTR" + leido));
+  EXPECT_TRUE(Impreso().starts_with("Datos de la cola de tx por dia de la UTR" + leido));
+  EXPECT_EQ(Texto(ventana, "lblPeriodo"), "Desde: 15/03/2026    Hasta: 15/03/2026");
+  Pulsar(ventana, "TraerTxPend");
+  rehusar();
+  EXPECT_TRUE(Impreso().starts_with("Datos pendientes de la cola de tx de la UTR\r\nFecha: 15/03/2026\r\n"));
+}
+
 TEST_F(PruebaColaTransmicion, AFailureIsLoggedUnderItsOwnName) {
   driver.Falla("LeerColaTx", Error(1000, "driver", "Sin respuesta"));
   operador.Espera("La operación solicitada no puede completarse\n[ Sin respuesta ]");

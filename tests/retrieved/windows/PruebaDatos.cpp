@@ -65,6 +65,21 @@ TEST_F(PruebaDatos, PresentValuesTakeTwoCallsAndOneSoonAfter) {
   EXPECT_EQ(driver.Cuantas("Pausa"), 2u);
 }
 
+TEST_F(PruebaDatos, AFailedReadDoesNotHideChannelsFromThePresentValues) {
+  TablaPtr canales = Canales();
+  canales->Filter("Canal='15'");
+  canales->Set("CtePluvi", "1e308");
+  frmDatos otra(banco.mod, canales);
+  ASSERT_EQ(Hijo<QComboBox>(otra, "Canales")->count(), 2) << "whatever the table's filter";
+  driver.Devuelve("LeerDatos", Datos({{"", "00:10:00", "15", "2048", "", "", "0", "0"}}));
+  driver.Devuelve("LeerInstantaneos", Instantaneos());
+  operador.Espera("La operación solicitada no puede completarse\n[ " + DescripcionDe(error::kDesborde) + " ]");
+  Pulsar(otra, "cmd(0)");
+  Hijo<QRadioButton>(otra, "OpSinEscalar")->setChecked(true);
+  Pulsar(otra, "DatosInst");
+  EXPECT_EQ(Filas(otra).size(), 3u);
+}
+
 TEST_F(PruebaDatos, AnEmptyPresentReadingHasItsOwnPanelAndAShortOneItsMessage) {
   Pulsar(ventana, "DatosInst");
   EXPECT_THAT(Paneles(ventana), ElementsAre("PicSinDatosInst"));
@@ -133,11 +148,12 @@ TEST_F(PruebaDatos, TheFilterSaysHowManyRowsAreSeen) {
                                       {"", "00:20:00", "1", "2", "1", "1", "0", "0"}}));
   Pulsar(ventana, "cmd(0)");
   Lista(ventana).CampoFiltro()->setText("00:20");
-  EXPECT_EQ(Texto(ventana, "lblFiltradas"), "A la vista: 1");
+  EXPECT_EQ(Texto(ventana, "lblFiltradas"), "A la vista: 1 (Exportar los lleva todos)");
   EXPECT_EQ(Texto(ventana, "lblCantRegistros"), "Cantidad de Registros Cargados: 2");
   EXPECT_TRUE(Hijo<QAction>(ventana, "mnuDatosGuardarComo")->isEnabled());
   Lista(ventana).CampoFiltro()->setText("nada");
   EXPECT_FALSE(Hijo<QAction>(ventana, "mnuDatosGuardarComo")->isEnabled()) << "no row is left to save";
+  EXPECT_TRUE(Hijo<QAction>(ventana, "mnuExportData")->isEnabled()) << "the export takes the whole table";
   Lista(ventana).CampoFiltro()->clear();
   EXPECT_EQ(Texto(ventana, "lblFiltradas"), "");
   EXPECT_TRUE(Hijo<QAction>(ventana, "mnuDatosGuardarComo")->isEnabled());

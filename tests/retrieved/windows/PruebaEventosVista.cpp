@@ -59,10 +59,11 @@ TEST_F(PruebaEventosVista, AFailedPendingReadIsLoggedUnderItsOwnName) {
   EXPECT_THAT(banco.Errores(), testing::HasSubstr("\"frmEventos\",\"Eventos de transmicion pendiente\""));
 }
 
-TEST_F(PruebaEventosVista, ThePickersAreWrittenEvenAfterAPendingRead) {
+TEST_F(PruebaEventosVista, ThePickersAsTheyStoodAreWrittenEvenAfterAPendingRead) {
   frmEventos ventana(banco.mod, Canales());
   driver.Devuelve("LeerEventos", Eventos({{"", "00:10:00", "1", "", ""}}));
   Pulsar(ventana, "TraerTxEvPend");
+  Fecha(ventana, "FechaInicio", Dia(1));
   const auto ruta = banco.carpeta / "lista.txt";
   operador.EsperaGuardar("Exportar ...", ruta);
   operador.Espera("La lista ha sido exportada con éxito");

@@ -198,13 +198,57 @@ TEST_P(PruebaVistas, WhileAReadRunsThePanelIsSeenAndNothingCanBeDone) {
   EXPECT_FALSE(ventana->isVisible());
 }
 
+TEST_P(PruebaVistas, WhatIsTypedAndClickedWhileTheDriverBlocksIsDropped) {
+  auto* boton = Hijo<QWidget>(*ventana, GetParam().boton);
+  const auto tecla = [this](int cual) {
+    QCoreApplication::postEvent(ventana.get(), new QKeyEvent(QEvent::KeyPress, cual, Qt::NoModifier));
+  };
+  boton->setFocus();
+  driver.al_llamar = [&](const std::string&) {
+    for (const QEvent::Type tipo : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+      const QPointF lugar = boton->rect().center();
+      QCoreApplication::postEvent(boton, new QMouseEvent(tipo, lugar, boton->mapToGlobal(lugar), Qt::LeftButton,
+                                                         Qt::LeftButton, Qt::NoModifier));
+    }
+    tecla(Qt::Key_Return);
+    tecla(Qt::Key_Escape);
+  };
+  Leer({"00:10:00", "00:20:00"});
+  QCoreApplication::processEvents();
+  EXPECT_EQ(driver.Cuantas(GetParam().operacion), 1u);
+  EXPECT_TRUE(ventana->isVisible());
+  EXPECT_EQ(Filas(*ventana).size(), 2u);
+  EXPECT_EQ(ventana->focusWidget(), boton);
+}
+
+TEST_P(PruebaVistas, ADocumentCarriesTheDatesThatWereReadNotThoseOfThePickers) {
+  Leer({"00:10:00"});
+  const std::string periodo = Texto(*ventana, "lblPeriodo");
+  Fecha(*ventana, "FechaInicio", Dia(1));
+  Fecha(*ventana, "FechaFin", Dia(2));
+  const auto ruta = banco.carpeta / "lista.txt";
+  operador.EsperaGuardar(GetParam().dialogo_guardar, ruta);
+  operador.Espera("La lista ha sido exportada con éxito");
+  Elegir(*ventana, GetParam().guardar);
+  EXPECT_TRUE(prueba::LeerTodo(ruta).starts_with(GetParam().documento)) << prueba::LeerTodo(ruta);
+  banco.mod.eleccion_impresora = {"Oficina", 1};
+  Elegir(*ventana, GetParam().imprimir);
+  EXPECT_THAT(banco.impresora.trabajos.back(), HasSubstr("\r\nDesde: 13/03/2026"));
+  EXPECT_EQ(Texto(*ventana, "lblPeriodo"), periodo);
+}
+
 TEST_P(PruebaVistas, AFailedReadIsSaidAndLoggedAndLeavesTheWindowUsable) {
   Leer({"00:10:00"});
   driver.Falla(GetParam().operacion, Error(1000, "driver", "Sin respuesta"), 1);
-  operador.al_preguntar = [this] { EXPECT_THAT(Paneles(*ventana), IsEmpty()); };
+  operador.al_preguntar = [this] {
+    EXPECT_THAT(Paneles(*ventana), IsEmpty());
+    EXPECT_THAT(Filas(*ventana), IsEmpty());
+    EXPECT_FALSE(Ocupacion::Ocupada(*ventana));
+  };
   operador.Espera(Mensaje{"La operación solicitada no puede completarse\n[ Sin respuesta ]", GetParam().titulo,
                           Icono::kCritico, Botones::kAceptar});
   Pulsar(*ventana, GetParam().boton);
+  operador.al_preguntar = {};
   EXPECT_THAT(Filas(*ventana), IsEmpty());
   EXPECT_FALSE(ServiciosHabilitados());
   EXPECT_THAT(banco.Errores(), HasSubstr("\"" + std::string(GetParam().nombre) + "\",\"" + GetParam().procedimiento));

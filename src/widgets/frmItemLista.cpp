@@ -1,13 +1,13 @@
-#include "retrieved/windows/frmItemLista.h"
+#include "widgets/frmItemLista.h"
 
 #include <QFormLayout>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QVBoxLayout>
 
 #include "widgets/Campos.h"
+#include "widgets/MarcoDialogo.h"
 #include "widgets/Tamanos.h"
 #include "widgets/TextoQt.h"
 
@@ -25,15 +25,10 @@ frmItemLista::frmItemLista(QWidget* parent) : QDialog(parent) {
   marco->setFrameShape(QFrame::NoFrame);
   marco->setFocusPolicy(Qt::NoFocus);
   QPushButton* cmd = Boton("cmd", "&Cerrar");
-  cmd->setDefault(true);
   connect(cmd, &QPushButton::clicked, this, &frmItemLista::accept);
-  auto* botones = new QHBoxLayout;
-  botones->addStretch(1);
-  botones->addWidget(cmd);
-  auto* todo = new QVBoxLayout(this);
-  todo->setContentsMargins(16, 16, 16, 16);
-  todo->addWidget(marco, 1);
-  todo->addLayout(botones);
+  auto* cuerpo = new QVBoxLayout;
+  cuerpo->addWidget(marco);
+  ArmarDialogo(*this, cuerpo, {.cancelar = cmd});
 }
 
 void frmItemLista::ItemToShow(const ListaTabla& lista, std::size_t posicion, std::size_t columna_titulo) {

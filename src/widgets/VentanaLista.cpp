@@ -1,0 +1,296 @@
+#include "widgets/VentanaLista.h"
+
+#include <QAction>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QToolBar>
+#include <QTreeView>
+#include <QVBoxLayout>
+#include <QWhatsThis>
+#include <algorithm>
+
+#include "widgets/Ayuda.h"
+#include "widgets/Iconos.h"
+#include "widgets/PanelAviso.h"
+#include "widgets/TextoQt.h"
+#include "widgets/VistaLista.h"
+#include "widgets/frmItemLista.h"
+
+namespace utr {
+namespace {
+
+constexpr int kBajoLaBarra = 8;
+constexpr int kEntrePartes = 10;
+constexpr int kEntreLineas = 20;
+constexpr QSize kIcono(22, 22);
+
+}  // namespace
+
+VentanaLista::VentanaLista(const ContextoListas& contexto, std::filesystem::path archivo_ayuda,
+                           const DescripcionLista& descripcion, Columnas columnas, QWidget* parent)
+    : QDialog(parent),
+      operador_(contexto.operador),
+      archivo_ayuda_(std::move(archivo_ayuda)),
+      lista_(new VistaLista(std::move(columnas))),
+      servicios_(contexto, *lista_, descripcion.palabras),
+      columna_titulo_(descripcion.columna_titulo),
+      menu_(new QMenuBar(this)),
+      barra_(new QToolBar(this)),
+      zona_(new ZonaLista(lista_, this)),
+      picInfo_(Panel("picInfo", "Esta operación demorará unos instantes. Por favor espere...")),
+      lineas_(new QHBoxLayout),
+      lblFiltradas_(new QLabel(this)) {
+  setObjectName(Q(descripcion.palabras.modulo));
+  setWindowTitle(QString::fromUtf8(descripcion.titulo));
+  setWindowFlags(Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowMaximizeButtonHint |
+                 Qt::WindowCloseButtonHint);
+  lblFiltradas_->setObjectName("lblFiltradas");
+  barra_->setObjectName("BarraHerramientas");
+  barra_->setIconSize(kIcono);
+  lineas_->setSpacing(kEntreLineas);
+  connect(lista_, &VistaLista::Activada, this, &VentanaLista::Activar);
+  connect(lista_, &VistaLista::SeleccionCambiada, this, &VentanaLista::Habilitar);
+  connect(lista_->Arbol()->model(), &QAbstractItemModel::modelReset, this, &VentanaLista::Contar);
+  Contar();
+}
+
+// --- Commands --------------------------------------------------------------------------------------------------------
+
+QMenu* VentanaLista::NuevoMenu(const MenuVentana& menu, QMenu* madre) {
+  const QString texto = QString::fromUtf8(menu.texto);
+  QMenu* nuevo = madre == nullptr ? menu_->addMenu(texto) : madre->addMenu(texto);
+  nuevo->setObjectName(QString::fromLatin1(menu.nombre));
+  return nuevo;
+}
+
+QAction* VentanaLista::NuevaAccion(const ComandoVentana& comando) {
+  auto* accion = new QAction(this);
+  if (comando.icono != nullptr) accion->setIcon(IconoDe(comando.icono));
+  const char* texto = comando.texto != nullptr ? comando.texto : comando.ayuda;
+  accion->setText(QString::fromUtf8(texto));
+  if (comando.ayuda != nullptr) accion->setToolTip(QString::fromUtf8(comando.ayuda));
+  accion->setShortcut(comando.tecla);
+  for (const char* nombre : {comando.nombre, comando.clave}) {
+    if (nombre != nullptr) acciones_[nombre] = {accion, comando.si};
+  }
+  connect(accion, &QAction::triggered, this, [this, hacer = comando.hacer] {
+    if (!Ocupacion::Ocupada(*this)) hacer();
+  });
+  return accion;
+}
+
+void VentanaLista::Comandos(const std::vector<MenuVentana>& menus, const std::vector<ComandoVentana>& comandos,
+                            const std::vector<const char*>& barra) {
+  std::map<std::string_view, QMenu*> puestos;
+  const std::function<QMenu*(std::string_view)> menu_de = [&](std::string_view nombre) {
+    QMenu*& puesto = puestos[nombre];
+    const auto menu = std::find_if(menus.begin(), menus.end(), [&](const auto& uno) { return uno.nombre == nombre; });
+    if (puesto == nullptr) puesto = NuevoMenu(*menu, menu->dentro_de == nullptr ? nullptr : menu_de(menu->dentro_de));
+    return puesto;
+  };
+  std::map<std::string_view, const ComandoVentana*> con_boton;
+  for (const ComandoVentana& comando : comandos) {
+    QAction* accion = NuevaAccion(comando);
+    if (comando.clave != nullptr) con_boton[comando.clave] = &comando;
+    if (comando.nombre == nullptr) continue;
+    accion->setObjectName(QString::fromLatin1(comando.nombre));
+    QMenu* menu = menu_de(comando.menu != nullptr ? comando.menu : menus.front().nombre);
+    if (comando.abre_grupo) menu->addSeparator();
+    menu->addAction(accion);
+  }
+  for (const char* clave : barra) {
+    if (clave == nullptr) {
+      barra_->addSeparator();
+      continue;
+    }
+    barra_->addAction(Accion(clave));
+    QWidget* boton = barra_->widgetForAction(Accion(clave));
+    boton->setObjectName(QString::fromLatin1(clave));
+    boton->setAccessibleName(QString::fromUtf8(con_boton.at(clave)->ayuda));
+  }
+  Habilitar();
+}
+
+ComandoVentana VentanaLista::ComandoAbrir(const char* nombre) {
+  return {.nombre = nombre,
+          .texto = "&Abrir",
+          .clave = "Open",
+          .icono = "abrir",
+          .ayuda = "Abrir el registro elegido",
+          .tecla = QKeySequence::Open,
+          .si = [this] { return HayFilas(); },
+          .hacer = [this] { Activar(); }};
+}
+
+ComandoVentana VentanaLista::ComandoGuardar(const char* nombre) {
+  return {.nombre = nombre,
+          .texto = "&Guardar como...",
+          .abre_grupo = true,
+          .clave = "Save",
+          .icono = "guardar",
+          .ayuda = "Guardar la lista como texto",
+          .tecla = QKeySequence::Save,
+          .si = [this] { return HayFilas(); },
+          .hacer = [this] { servicios_.GuardarComo([this] { return Encabezado(false); }); }};
+}
+
+ComandoVentana VentanaLista::ComandoExportar(const char* nombre) {
+  return {.nombre = nombre,
+          .texto = "E&xportar...",
+          .clave = "Export",
+          .icono = "exportar",
+          .ayuda = "Exportar para inserción manual",
+          .si = [this] { return HayResultado(); },
+          .hacer = [this] { servicios_.ExportarImp(TablaDeImp()); }};
+}
+
+ComandoVentana VentanaLista::ComandoConfigurarImpresora(const char* nombre) {
+  return {.nombre = nombre, .texto = "&Configurar Impresora", .abre_grupo = true, .hacer = [this] {
+            servicios_.ConfigurarImpresora();
+          }};
+}
+
+ComandoVentana VentanaLista::ComandoImprimir(const char* nombre) {
+  return {.nombre = nombre,
+          .texto = "&Imprimir",
+          .clave = "Print",
+          .icono = "imprimir",
+          .ayuda = "Imprimir la lista",
+          .tecla = QKeySequence::Print,
+          .si = [this] { return HayFilas(); },
+          .hacer = [this] { servicios_.Imprimir([this] { return Encabezado(true); }); }};
+}
+
+ComandoVentana VentanaLista::ComandoSalir(const char* nombre) {
+  return {.nombre = nombre, .texto = "&Salir", .abre_grupo = true, .icono = "salir", .hacer = [this] { reject(); }};
+}
+
+ComandoVentana VentanaLista::ComandoOrdenar(bool ascendente) {
+  return {.clave = ascendente ? "Sort Ascending" : "Sort Descending",
+          .icono = ascendente ? "orden-ascendente" : "orden-descendente",
+          .ayuda = ascendente ? "Orden ascendente" : "Orden descendente",
+          .hacer = [this, ascendente] { lista_->OrdenarComoTexto(0, ascendente); }};
+}
+
+ComandoVentana VentanaLista::ComandoAyuda() {
+  return {.clave = "Help", .icono = "ayuda", .ayuda = "Ayuda", .tecla = QKeySequence::HelpContents, .hacer = [this] {
+            AbrirAyuda(archivo_ayuda_);
+          }};
+}
+
+ComandoVentana VentanaLista::ComandoQueEsEsto() {
+  return {.clave = "Help What's This",
+          .icono = "que-es-esto",
+          .ayuda = "¿Qué es esto?",
+          .tecla = QKeySequence::WhatsThis,
+          .hacer = [] { QWhatsThis::enterWhatsThisMode(); }};
+}
+
+void VentanaLista::Habilitar() {
+  const bool libre = !Ocupacion::Ocupada(*this);
+  for (const auto& [nombre, una] : acciones_) una.accion->setEnabled(libre && (!una.si || una.si()));
+}
+
+// --- Parts -----------------------------------------------------------------------------------------------------------
+
+PanelAviso* VentanaLista::Panel(const char* nombre, const char* texto) {
+  return zona_->Agregar(nombre, QString::fromUtf8(texto));
+}
+
+QLabel* VentanaLista::Linea(const char* nombre) {
+  auto* linea = new QLabel(this);
+  linea->setObjectName(QString::fromLatin1(nombre));
+  lineas_->addWidget(linea);
+  Decir(linea, {});
+  return linea;
+}
+
+void VentanaLista::Decir(QLabel* linea, const QString& texto) {
+  linea->setText(texto);
+  linea->setVisible(!texto.isEmpty());
+}
+
+void VentanaLista::Armar(QWidget* encima, const PieDialogo& pie, const QSize& tamano) {
+  encima_ = encima;
+  pie_ = pie;
+  if (pie_.cancelar != nullptr) connect(pie_.cancelar, &QPushButton::clicked, this, &VentanaLista::reject);
+  lineas_->addWidget(lblFiltradas_);
+  auto* cuerpo = new QVBoxLayout;
+  cuerpo->setContentsMargins(kMargenVentana, kBajoLaBarra, kMargenVentana, kMargenVentana);
+  cuerpo->setSpacing(kEntrePartes);
+  if (encima_ != nullptr) cuerpo->addWidget(encima_);
+  cuerpo->addWidget(zona_, 1);
+  cuerpo->addLayout(FilaDePie(pie_, lineas_));
+  auto* todo = new QVBoxLayout(this);
+  todo->setContentsMargins(0, 0, 0, 0);
+  todo->setSpacing(0);
+  todo->setMenuBar(menu_);
+  todo->addWidget(barra_);
+  todo->addLayout(cuerpo, 1);
+  OrdenarTab();
+  AjustarTamano(*this, tamano);
+}
+
+// What stands over the list from left to right, the list, the buttons.
+void VentanaLista::OrdenarTab() {
+  QList<QWidget*> orden;
+  if (encima_ != nullptr) {
+    for (QWidget* control : encima_->findChildren<QWidget*>()) {
+      const bool alcanzable = (control->focusPolicy() & Qt::TabFocus) != 0 && control->focusProxy() == nullptr;
+      if (alcanzable && control->window() == this) orden.append(control);  // not what pops up
+    }
+  }
+  orden.append({lista_->CampoFiltro(), lista_->Arbol()});
+  for (QPushButton* boton : {pie_.aceptar, pie_.cancelar, pie_.ayuda}) {
+    if (boton != nullptr) orden.append(boton);
+  }
+  for (qsizetype i = 1; i < orden.size(); ++i) setTabOrder(orden[i - 1], orden[i]);
+  (orden.front() == lista_->CampoFiltro() ? lista_->Arbol() : orden.front())->setFocus();
+}
+
+// --- The list --------------------------------------------------------------------------------------------------------
+
+bool VentanaLista::HayFilas() const {
+  return lista_->Lista().Cantidad() > 0;
+}
+
+bool VentanaLista::HayResultado() const {
+  return lista_->Lista().Total() > 0;
+}
+
+void VentanaLista::Contar() {
+  const ListaTabla& lista = lista_->Lista();
+  QString texto;
+  if (lista.Cantidad() != lista.Total()) {
+    texto = QStringLiteral("A la vista: %1").arg(lista.Cantidad());
+    if (acciones_.contains("Export")) texto += QStringLiteral(" (Exportar los lleva todos)");
+  }
+  Decir(lblFiltradas_, texto);
+  Habilitar();
+}
+
+void VentanaLista::Activar() {
+  const std::optional<std::size_t> fila = lista_->FilaActual();
+  if (!fila) return;
+  frmItemLista detalle(this);
+  detalle.ItemToShow(lista_->Lista(), *fila, columna_titulo_);
+  detalle.exec();
+}
+
+OpcionesOcupacion VentanaLista::AlTrabajar() {
+  OpcionesOcupacion opciones;
+  opciones.operador = &operador_;
+  opciones.panel = picInfo_;
+  for (QWidget* parte :
+       std::initializer_list<QWidget*>{menu_, barra_, encima_, lista_, pie_.aceptar, pie_.cancelar, pie_.ayuda}) {
+    if (parte != nullptr) opciones.apagados.push_back(parte);
+  }
+  opciones.al_cambiar = [this] { Habilitar(); };
+  return opciones;
+}
+
+}  // namespace utr
