@@ -5,6 +5,7 @@
 #include <charconv>
 #include <ctime>
 #include <filesystem>
+#include <fstream>
 #include <memory>
 #include <string>
 #include <vector>
@@ -29,6 +30,7 @@ class CarpetaDeMedida {
       : ruta_(std::filesystem::temp_directory_path() / ("medida_driver_" + std::to_string(::time(nullptr)))) {
     std::filesystem::remove_all(ruta_);
     std::filesystem::create_directories(ruta_);
+    std::ofstream(ruta_ / "UTRSimulada.toml") << "[tiempos]\nfactor = 0\n";  // the work alone, not the line
   }
   ~CarpetaDeMedida() { std::filesystem::remove_all(ruta_); }
   const std::filesystem::path& Ruta() const { return ruta_; }

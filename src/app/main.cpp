@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QTimer>
 #include <QTranslator>
 #include <clocale>
 
@@ -49,9 +50,13 @@ int main(int argc, char** argv) {
   const utr::Atender atender = [] { QCoreApplication::processEvents(); };
   utr::RelojSistema reloj;
   utr::ComunicadorSimulado comunicador(utr::Ruta(carpeta), reloj, atender);
+  QTimer cada_segundo;
+  QObject::connect(&cada_segundo, &QTimer::timeout, [&comunicador] { comunicador.VaciarBitacora(); });
+  cada_segundo.start(1000);
   utr::PuertosSimulados puertos(comunicador);
   utr::OperadorQt operador;
   utr::ImpresoraQt impresora;
   const QString nombre = QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName();
-  return utr::Ejecutar({comunicador, puertos, impresora, operador, reloj, atender, utr::Ruta(carpeta), utr::U(nombre)});
+  return utr::Ejecutar({comunicador, puertos, impresora, operador, reloj, atender, utr::Ruta(carpeta), utr::U(nombre),
+                        comunicador.Aviso()});
 }

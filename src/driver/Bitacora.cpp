@@ -51,6 +51,7 @@ Bitacora::~Bitacora() {
 
 void Bitacora::PonerFecha(const FechaHora& ahora) {
   if (ahora != fecha_ || texto_fecha_.empty()) {
+    Vaciar();
     fecha_ = ahora;
     texto_fecha_ = TextoFechaHora(ahora) + ' ';
   }

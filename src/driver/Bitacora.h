@@ -10,7 +10,8 @@
 namespace utr {
 
 // The driver's log: lines at the end of a file that is opened for each writing. A file that can't be written loses its
-// lines and nothing else happens. Lines of calls that come by the thousand may wait in memory for the next other one.
+// lines and nothing else happens. Lines of calls that come by the thousand may wait in memory for the next other one,
+// and for the next second at most while lines come; whoever has a timer calls Vaciar for the last ones.
 class Bitacora {
  public:
   // A log that has grown beyond 32 MiB becomes Comunicador.anterior.log, and a new one begins.

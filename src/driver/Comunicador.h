@@ -34,7 +34,7 @@ class Comunicador {
  public:
   virtual ~Comunicador() = default;
 
-  // 1. Identifier used on the link from now on; 0 addresses any unit.
+  // 1. Identifier used on the link from now on; 0 addresses any unit, and a unit whose own one is 0 answers any.
   virtual void IdEquipo(std::int32_t identificador) = 0;
 
   // 2. Erases the data of the unit's flash. False: not erased.

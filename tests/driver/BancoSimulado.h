@@ -12,7 +12,10 @@ namespace utr::prueba {
 // The simulated station on a bench: its situations are brought about by its scenario alone.
 class BancoSimulado : public Banco {
  public:
-  BancoSimulado() { Arrancar(); }
+  BancoSimulado() {
+    Escenario("");
+    Arrancar();
+  }
 
   Comunicador& Driver() override { return *driver_; }
   void Enmudecer(bool muda) override { Equipo("muda = " + std::string(muda ? "true" : "false")); }
@@ -27,14 +30,24 @@ class BancoSimulado : public Banco {
     driver_.reset();
     Arrancar();
   }
+  // The program is killed, and started again: what it hadn't saved is lost.
+  void Matar() {
+    const std::string guardado = LeerTodo(carpeta / "UTRSimulada.estado");
+    driver_.reset();
+    EscribirTodo(carpeta / "UTRSimulada.estado", guardado);
+    Arrancar();
+  }
   std::string Archivo(const std::string& nombre) override { return (carpeta / nombre).string(); }
 
   ComunicadorSimulado& Simulado() { return *driver_; }
 
-  // Writes the scenario file. Each text has another length or time than the one before: a counter in a comment sees to
+  // Writes the scenario file; without times of its own, bytes take none on the line, so that the clock stands still
+  // unless a test moves it. Each text has another length or time than the one before: a counter in a comment sees to
   // it, since a test is quicker than the grain of file times.
   void Escenario(const std::string& texto) {
-    EscribirTodo(carpeta / "UTRSimulada.toml", texto + "\n#" + std::string(static_cast<std::size_t>(++escritos_), '.'));
+    const bool con_tiempos = texto.find("[tiempos]") != std::string::npos;
+    EscribirTodo(carpeta / "UTRSimulada.toml", texto + (con_tiempos ? "" : "\n[tiempos]\nlinea = 0") + "\n#" +
+                                                   std::string(static_cast<std::size_t>(++escritos_), '.'));
   }
   std::string Log() const { return LeerTodo(carpeta / "Comunicador.log"); }
 

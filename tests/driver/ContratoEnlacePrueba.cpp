@@ -77,6 +77,21 @@ TEST_P(Contrato, ElIdentificadorDebeSerElDeLaUnidad) {
   }
 }
 
+TEST_P(Contrato, UnaUnidadSinIdentificadorContestaATodos) {
+  banco->Conectar();
+  auto cero = Pagina("0");
+  cero[3] = cero[4] = 0;
+  std::string texto;
+  for (const int byte : cero) texto += (texto.empty() ? "" : ",") + std::to_string(byte);
+  ASSERT_TRUE(Driver().EscribirPagina("0", texto));
+  ASSERT_TRUE(Driver().ReiniciarUTR("14"));
+  banco->Pasar(20);
+  for (const std::int32_t identificador : {0, 1, 65535}) {
+    Driver().IdEquipo(identificador);
+    EXPECT_NE(Driver().LeerFechaHora(), "") << identificador;
+  }
+}
+
 TEST_P(Contrato, PorIP) {
   Driver().PorIP(true);
   Driver().DireccionIP(banco->direccion);

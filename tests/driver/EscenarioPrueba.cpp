@@ -29,7 +29,8 @@ TEST(Escenario, VacioEsElDeFabrica) {
 }
 
 TEST(Escenario, ElQueSeEntregaSeEntiendeYEsElDeFabrica) {
-  const Escenario e = LeerEscenario(std::filesystem::path(ADMINUTR_DATOS) / "UTRSimulada.toml");
+  const Escenario e =
+      LeerEscenarioDeTexto(LeerTextoEscenario(std::filesystem::path(ADMINUTR_DATOS) / "UTRSimulada.toml"));
   EXPECT_EQ(e.estado, Escenario{}.estado) << "the file shows what holds without it";
   EXPECT_TRUE(e.fallas.empty());
   EXPECT_EQ(e.tiempos.factor, 1);
@@ -130,9 +131,9 @@ TEST(Escenario, SeLeeOtraVezCuandoCambia) {
   banco.Driver().Conectar("4800,n,8,1", "1");
   banco.Driver().IdEquipo(7);
   EXPECT_TRUE(banco.Driver().LeerPagina("0", false).starts_with("3,7,3,7,0,"));
-  std::filesystem::remove(banco.carpeta / "UTRSimulada.toml");
+  banco.Escenario("");
   banco.Conectar();
-  EXPECT_NE(banco.Driver().LeerFechaHora(), "") << "without a file the factory's values hold again";
+  EXPECT_NE(banco.Driver().LeerFechaHora(), "") << "where the file says nothing the factory's values hold again";
 }
 
 TEST(Escenario, UnErrorSeDiceUnaVezYSigueElAnterior) {
@@ -149,6 +150,76 @@ TEST(Escenario, UnErrorSeDiceUnaVezYSigueElAnterior) {
   EXPECT_EQ(log.find(aviso), log.rfind(aviso));
   banco.Enmudecer(false);
   EXPECT_NE(banco.Driver().LeerFechaHora(), "");
+}
+
+// What a program that saves the file leaves there for a moment, or a trainer's mistake: none of it costs the station
+// its port, its identifier, its memories or what was done to it, neither on the way nor at the start of the program.
+TEST(Escenario, LoQueNoSeEntiendeNoCambiaNada) {
+  const struct {
+    const char* que;
+    void (*estropear)(const std::filesystem::path&);
+    const char* motivo;
+  } casos[] = {
+      {"empty", [](const std::filesystem::path& ruta) { prueba::EscribirTodo(ruta, ""); }, "no tiene nada escrito"},
+      {"blank", [](const std::filesystem::path& ruta) { prueba::EscribirTodo(ruta, "\n \r\n"); }, "no tiene nada"},
+      {"gone", [](const std::filesystem::path& ruta) { std::filesystem::remove(ruta); }, "no está"},
+      {"broken", [](const std::filesystem::path& ruta) { prueba::EscribirTodo(ruta, "[equipo"); }, "línea 1"},
+      {"no text", [](const std::filesystem::path& ruta) { prueba::EscribirTodo(ruta, "\xFF\xFE\x01"); }, "línea 1"},
+      {"a folder",
+       [](const std::filesystem::path& ruta) {
+         std::filesystem::remove(ruta);
+         std::filesystem::create_directory(ruta);
+       },
+       "no tiene nada"},
+  };
+  for (const auto& caso : casos) {
+    for (const bool con_reinicio : {false, true}) {
+      BancoSimulado banco;
+      const auto leer = [&banco] {
+        banco.Driver().Conectar("9600,n,8,1", "3");
+        banco.Driver().IdEquipo(7);
+        return banco.Driver().LeerPagina("0", false) + banco.Driver().LeerPagina("34", false) +
+               std::to_string(banco.Driver().LeerDatos("", "", 0)->RecordCount()) +
+               banco.Driver().LeerInstantaneos()->Filas().Texto(0, 0);
+      };
+      banco.Escenario("[enlace]\npuerto = 3\n[equipo]\nidentificador = 7\n[historia]\ndias = 2\n[valores]\n1 = 5");
+      banco.Driver().Conectar("9600,n,8,1", "3");
+      ASSERT_TRUE(banco.Driver().EscribirPagina("34", "7,8,9"));
+      const std::string antes = leer();
+      caso.estropear(banco.carpeta / "UTRSimulada.toml");
+      if (con_reinicio) banco.Reiniciar();
+      EXPECT_EQ(leer(), antes) << caso.que << con_reinicio;
+      EXPECT_NE(banco.Log().find("UTRSimulada.toml, " + std::string(caso.motivo)), std::string::npos) << banco.Log();
+      EXPECT_NE(banco.Log().find("sigue el escenario anterior"), std::string::npos) << caso.que << con_reinicio;
+    }
+  }
+}
+
+TEST(Escenario, UnaEstacionNuevaConElArchivoMalEsLaDeFabrica) {
+  const prueba::Carpeta carpeta;
+  prueba::EscribirTodo(carpeta / "UTRSimulada.toml", "[equipo]\nmuda = si");
+  RelojFalso reloj;
+  ComunicadorSimulado driver(carpeta.Ruta(), reloj, {});
+  driver.Conectar("9600,n,8,1", "1");
+  EXPECT_NE(driver.LeerFechaHora(), "");
+  const std::string log = LeerTodo(carpeta / "Comunicador.log");
+  EXPECT_NE(log.find("rige el escenario de fábrica"), std::string::npos) << log;
+}
+
+TEST(Escenario, MedioArchivoNoBorraLasMemorias) {
+  BancoSimulado banco;
+  const std::string entero = "[equipo]\nidentificador = 7\n[historia]\ndias = 2\n";
+  banco.Escenario(entero);
+  banco.Driver().Conectar("9600,n,8,1", "1");
+  const auto registros = banco.Driver().LeerDatos("", "", 0)->RecordCount();
+  ASSERT_TRUE(banco.Driver().BorrarFlash());
+  banco.Escenario("[equipo]\nidentificador = 8\n");
+  banco.AlEsperar([&] { banco.Escenario("[equipo]\nidentificador = 8\n[historia]\ndias = 2\n"); });
+  EXPECT_EQ(banco.Driver().LeerDatos("", "", 0)->RecordCount(), 0U);
+  EXPECT_TRUE(banco.Driver().LeerPagina("0", false).starts_with("4,7,3,8,0,")) << "the whole file rules from the next";
+  EXPECT_EQ(banco.Driver().LeerDatos("", "", 0)->RecordCount(), 0U);
+  banco.Escenario("[historia]\ndias = 3\n");
+  EXPECT_GT(banco.Driver().LeerDatos("", "", 0)->RecordCount(), registros);
 }
 
 TEST(Escenario, NoDeshaceLoHechoEnLaUnidad) {
@@ -222,6 +293,107 @@ TEST(Escenario, UnValorFijoDejaSusEventosUnaVez) {
   banco.Escenario("");
   banco.Pasar(1200);
   EXPECT_EQ(codigos()["22"], 1);
+}
+
+// However a value comes to be nailed down, its alarm is raised, and once.
+TEST(Escenario, UnValorFijoDaSuAlarmaSeaComoSea) {
+  constexpr const char* kFijo = "[valores]\n1 = 7.2";
+  constexpr double kDiaEntero = 86400;
+  const struct {
+    const char* como;
+    void (*fijar)(BancoSimulado&);
+  } casos[] = {
+      {"seen by a running program", [](BancoSimulado& b) { b.Escenario(kFijo); }},
+      {"with the program closed",
+       [](BancoSimulado& b) {
+         b.Escenario(kFijo);
+         b.Reiniciar();
+       }},
+      {"a restart just after",
+       [](BancoSimulado& b) {
+         b.Escenario(kFijo);
+         b.Driver().EstadoPuerto();
+         b.Reiniciar();
+       }},
+      {"killed just after",
+       [](BancoSimulado& b) {
+         b.Escenario(kFijo);
+         b.Driver().EstadoPuerto();
+         b.Matar();
+       }},
+      {"saved twice",
+       [](BancoSimulado& b) {
+         b.Escenario(kFijo);
+         b.Driver().EstadoPuerto();
+         b.Pasar(70);
+         b.Escenario(std::string(kFijo) + "\n10 = 12.4");
+         b.Driver().EstadoPuerto();
+       }},
+      {"together with the clock",
+       [](BancoSimulado& b) { b.Escenario(std::string(kFijo) + "\n[equipo]\ndesfase_minutos = -95"); }},
+      {"after two months without the program",
+       [](BancoSimulado& b) {
+         b.Pasar(75 * kDiaEntero);
+         b.Escenario(kFijo);
+         b.Reiniciar();
+       }},
+      {"while the unit stands still",
+       [](BancoSimulado& b) {
+         const Hidrologia mundo({});
+         while (!mundo.Hueco(Segundos(b.Ahora()))) b.Pasar(3600);
+         b.Driver().EstadoPuerto();
+         b.Escenario(kFijo);
+         b.Driver().EstadoPuerto();
+         b.Pasar(6 * 3600);
+       }},
+  };
+  for (const auto& caso : casos) {
+    BancoSimulado banco;
+    const auto alarmas = [&banco] {
+      banco.Conectar();
+      int cuenta = 0;
+      for (const TablaPtr t = banco.Driver().LeerEventos("", ""); !t->Eof(); t->MoveNext()) {
+        cuenta += t->Texto("Codigo") == "10" && t->Texto("Valor1") == "0" && t->Texto("Valor2") == "3178" ? 1 : 0;
+      }
+      return cuenta;
+    };
+    EXPECT_EQ(alarmas(), 0);
+    caso.fijar(banco);
+    for (int i = 0; i < 3; ++i) {
+      banco.Pasar(700);
+      EXPECT_EQ(alarmas(), 1) << caso.como;
+    }
+  }
+}
+
+TEST(Escenario, UnFinRepentinoNoCambiaLoRegistrado) {
+  BancoSimulado banco;
+  const auto registros = [&banco] {
+    banco.Conectar();
+    std::string todo;
+    for (const TablaPtr t = banco.Driver().LeerDatos("", "15/03/2026 10:30:00", 0); !t->Eof(); t->MoveNext()) {
+      todo += t->Texto("Hora") + " " + t->Texto("Valor") + "\n";
+    }
+    return todo;
+  };
+  registros();
+  banco.Escenario("[valores]\n1 = 7.2");
+  banco.Pasar(30 * 60);
+  const std::string antes = registros();
+  EXPECT_NE(antes.find("10:30:00 3178"), std::string::npos);
+  banco.Escenario("[valores]\n1 = 2.5");
+  banco.Matar();
+  EXPECT_EQ(registros(), antes);
+  // A change that was made while the program was closed doesn't reach back over the days in which it was.
+  banco.Escenario("[valores]\n1 = 7.2");
+  banco.Pasar(3 * 86400.0);
+  banco.Reiniciar();
+  banco.Conectar();
+  int fijados = 0;
+  for (const TablaPtr t = banco.Driver().LeerDatos("15/03/2026 11:00:00", "", 0); !t->Eof(); t->MoveNext()) {
+    fijados += t->Texto("Valor") == "3178" ? 1 : 0;
+  }
+  EXPECT_EQ(fijados, 6) << "the last hour";
 }
 
 TEST(Escenario, LosPuertosSonLosDelEscenario) {

@@ -179,6 +179,8 @@ TEST(Estacion, LaSalidaUnoSigueLasVentanasInvertida) {
   EXPECT_EQ(sd1(8, 10), 1) << "off";
   EXPECT_EQ(sd1(23, 30), 1) << "an entry that isn't OK doesn't count";
   ASSERT_TRUE(e.agenda.LeerTexto("23:55 -V- OK"));
+  EXPECT_EQ(sd1(23, 56), 1) << "the schedule rules from its restart on";
+  e.ReiniciarAgenda();
   EXPECT_EQ(sd1(0, 4), 0) << "the window lasts into the next day";
   EXPECT_EQ(sd1(0, 5), 1);
   Vida vida;

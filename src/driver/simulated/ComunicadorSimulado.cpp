@@ -20,6 +20,14 @@ std::vector<std::pair<int, std::string>> ComunicadorSimulado::Puertos() const {
   return puertos;
 }
 
+const std::string& ComunicadorSimulado::Aviso() const {
+  return interior_->aviso;
+}
+
+void ComunicadorSimulado::VaciarBitacora() noexcept {
+  interior_->bitacora.Vaciar();
+}
+
 void ComunicadorSimulado::EscribirLog(std::string_view linea) noexcept {
   interior_->bitacora.Linea(linea);
 }

@@ -14,7 +14,8 @@ namespace utr {
 //   UTRSimulada.toml     the scenario, read again at the next call whenever it has changed; optional
 //   UTRSimulada.estado   what the unit remembers between runs; written after each change and at the end
 //   Comunicador.log      one line a call
-// Any of the three may be missing or out of reach: the station answers all the same.
+// Any of the three may be missing or out of reach: the station answers all the same. But an order that can't be kept
+// isn't carried out, and gives false.
 //
 // Every operation raises Error and nothing else. Waits go through the clock with the time factor of the scenario;
 // `atender` lets events of the interface run meanwhile and may be empty.
@@ -27,6 +28,13 @@ class ComunicadorSimulado final : public Comunicador {
 
   // The serial ports of the simulated machine: number and system name, in ascending order.
   std::vector<std::pair<int, std::string>> Puertos() const;
+
+  // What the operator should know of the beginning: that a state file couldn't be read and where it was put, or that
+  // the state can't be kept. Empty: nothing happened.
+  const std::string& Aviso() const;
+
+  // Writes the lines of the log that wait in memory. To be called once a second, so that none waits longer.
+  void VaciarBitacora() noexcept;
 
   void IdEquipo(std::int32_t identificador) override;
   bool BorrarFlash() override;

@@ -62,11 +62,17 @@ void EnlaceSimulado::Desconectar() {
 
 bool EnlaceSimulado::Llega(const Lineas& lineas, const Estacion& estacion) const {
   if (lineas.muda) return false;
-  if (id_equipo != 0 && id_equipo != estacion.identificador) return false;
+  // A unit without an identifier takes what comes for its own.
+  const bool para_otra = id_equipo != 0 && estacion.identificador != 0 && id_equipo != estacion.identificador;
+  if (para_otra) return false;
   if (por_ip) return Contiene(lineas.direcciones, direccion) && puerto_ip == lineas.puerto_ip;
   if (!abierto) return false;
   if (llamada && TieneModem(lineas)) return true;  // modems settle their speed between themselves
   return puerto == lineas.puerto_unidad && velocidad == estacion.velocidad;
+}
+
+int EnlaceSimulado::VelocidadDeLinea(const Estacion& estacion) const {
+  return por_ip ? estacion.velocidad : std::min(velocidad, estacion.velocidad);
 }
 
 bool EnlaceSimulado::Arriba(const Lineas& lineas, std::int64_t ahora) const {

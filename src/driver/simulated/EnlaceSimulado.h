@@ -26,6 +26,10 @@ class EnlaceSimulado {
   // What is sent reaches a unit that listens. Whether it is away restarting the caller knows.
   bool Llega(const Lineas& lineas, const Estacion& estacion) const;
 
+  // Bits per second at which the unit is heard: over a modem the slower end rules, and a socket ends in front of the
+  // unit's own port.
+  int VelocidadDeLinea(const Estacion& estacion) const;
+
   // The link is up (`ahora` in milliseconds of the clock), which is another thing than the open port: a restart of the
   // unit or a silent call takes it down, an answer or another Conectar brings it back. Over IP, where no Conectar need
   // follow, it is up whenever somebody answers at the address and the unit isn't away.

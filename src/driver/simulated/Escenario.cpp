@@ -62,8 +62,16 @@ constexpr struct {
     {"equipo.estado", AplicarBanderas},
     {"salidas.salida1", [](Estacion& e, const std::string& t) { e.salidas[0] = t == "si"; }},
     {"salidas.salida2", [](Estacion& e, const std::string& t) { e.salidas[1] = t == "si"; }},
-    {"agenda.entradas", [](Estacion& e, const std::string& t) { e.agenda.LeerTexto(t); }},
-    {"agenda.ventana_minutos", [](Estacion& e, const std::string& t) { PonerPar(e, 6, Entero(t)); }},
+    {"agenda.entradas",
+     [](Estacion& e, const std::string& t) {
+       e.agenda.LeerTexto(t);
+       e.vigente = e.agenda;
+     }},
+    {"agenda.ventana_minutos",
+     [](Estacion& e, const std::string& t) {
+       PonerPar(e, 6, Entero(t));
+       e.ventana = Entero(t);
+     }},
 };
 
 constexpr std::string_view kPaginas = "paginas.";
@@ -107,9 +115,15 @@ Escenario::Escenario()
              {"historia.dias_cartucho", "20"},
              {"historia.pendiente_horas", "30"}} {}
 
-bool AplicarEstado(Estacion& estacion, const std::map<std::string, std::string>& antes,
+bool CambiaHistoria(const std::map<std::string, std::string>& antes, const std::map<std::string, std::string>& ahora) {
+  return std::any_of(ahora.begin(), ahora.end(), [&antes](const auto& par) {
+    const auto previo = antes.find(par.first);
+    return par.first.starts_with(kHistoria) && (previo == antes.end() || previo->second != par.second);
+  });
+}
+
+void AplicarEstado(Estacion& estacion, const std::map<std::string, std::string>& antes,
                    const std::map<std::string, std::string>& ahora) {
-  bool historia = false;
   for (const auto& [clave, texto] : antes) {
     if (ahora.count(clave) == 0) Aplicar(estacion, clave, {}, true);
   }
@@ -117,9 +131,7 @@ bool AplicarEstado(Estacion& estacion, const std::map<std::string, std::string>&
     const auto previo = antes.find(clave);
     if (previo != antes.end() && previo->second == texto) continue;
     Aplicar(estacion, clave, texto, false);
-    historia = historia || clave.starts_with(kHistoria);
   }
-  return historia;
 }
 
 }  // namespace utr::simulada

@@ -25,13 +25,14 @@ struct Lineas {
   bool exige_comandos = false;         // the modem dials only after an initialisation
 };
 
-// Spans in seconds; each is multiplied by the factor.
+// Spans in seconds, and the weight of the line; each is multiplied by the factor.
 struct Tiempos {
   double factor = 1;
   double sin_respuesta = 1;  // until a call to a silent unit is given up
   double llamada = 4;        // until a dialled number answers
   double ausencia_14 = 4;    // that the unit is away after restart "14"
   double ausencia_44 = 20;   // and "44"
+  double linea = 1;          // multiplies what bytes take on the line; 0: they take no time
 };
 
 // Everything that UTRSimulada.toml can say, with what holds where it says nothing.
@@ -50,14 +51,19 @@ struct Escenario {
   Escenario();
 };
 
-// Reads a scenario. Raises kArchivo with one sentence in Spanish (line and reason) for a file that can't be read, is no
-// TOML, or holds an unknown key, a value of another type or one that makes no sense.
-Escenario LeerEscenario(const std::filesystem::path& ruta);
+// The text of the file, which is what is kept of a good scenario. Raises kArchivo for a file that can't be read and for
+// one without anything in it: a program that writes a file anew has it empty for a moment.
+std::string LeerTextoEscenario(const std::filesystem::path& ruta);
+
+// Reads a scenario. Raises kArchivo with one sentence in Spanish (line and reason) for a text that is no TOML, or holds
+// an unknown key, a value of another type or one that makes no sense.
 Escenario LeerEscenarioDeTexto(const std::string& texto);
 
-// Lets the unit take over what differs between the state applied before and this one. True: its history must be made
-// anew, since what shapes it changed.
-bool AplicarEstado(Estacion& estacion, const std::map<std::string, std::string>& antes,
+// The state of the scenarios differs in what shapes the history: taking it over makes the memories anew.
+bool CambiaHistoria(const std::map<std::string, std::string>& antes, const std::map<std::string, std::string>& ahora);
+
+// Lets the unit take over what differs between the state applied before and this one.
+void AplicarEstado(Estacion& estacion, const std::map<std::string, std::string>& antes,
                    const std::map<std::string, std::string>& ahora);
 
 }  // namespace utr::simulada

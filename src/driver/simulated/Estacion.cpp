@@ -78,19 +78,14 @@ Estacion::Estacion() : hidrologia_(vida_.hidrologia) {
 }
 
 void Estacion::Vivir(const Vida& vida) {
-  if (vida.hidrologia != vida_.hidrologia) {
-    if (vive_) anterior_ = hidrologia_;
-    cambio_ = registrado;
-    hidrologia_ = Hidrologia(vida.hidrologia);
-  }
+  if (vida.hidrologia != vida_.hidrologia) hidrologia_ = Hidrologia(vida.hidrologia);
   vida_ = vida;
-  vive_ = true;
 }
 
 void Estacion::RehacerHistoria(std::int64_t ahora) {
   memoria.Borrar();
   cartucho.Borrar();
-  anterior_.reset();
+  para_alarmas = para_condicional = para_vigilancia = {};
   const std::int64_t reloj = Reloj(ahora);
   transmitido = reloj - static_cast<std::int64_t>(vida_.pendiente_horas * 3600);
   Registrar(reloj - vida_.dias * kDia, reloj, reloj - vida_.dias_cartucho * kDia);
@@ -107,10 +102,7 @@ void Estacion::Avanzar(std::int64_t ahora) {
 
 // What a clock that was put back records again hasn't been transmitted.
 void Estacion::Registrado(std::int64_t reloj) {
-  if (reloj < registrado) {
-    transmitido = std::min(transmitido, reloj);
-    anterior_.reset();
-  }
+  if (reloj < registrado) transmitido = std::min(transmitido, reloj);
   registrado = reloj;
 }
 
@@ -129,7 +121,13 @@ void Estacion::Reiniciar(std::int64_t ahora) {
   const std::vector<std::uint8_t>& cero = paginas[0];
   if (const int nueva = VelocidadDeCodigo(cero[kLugarVelocidad]); nueva != 0) velocidad = nueva;
   identificador = static_cast<int>(Par(cero, kLugarIdentificador));
+  ReiniciarAgenda();
   AnotarSuceso(ahora, suceso::kReinicio);
+}
+
+void Estacion::ReiniciarAgenda() {
+  vigente = agenda;
+  ventana = static_cast<int>(Par(LeerPagina(0), kLugarVentana));
 }
 
 void Estacion::BorrarFlash(std::int64_t ahora) {
@@ -140,7 +138,8 @@ void Estacion::BorrarFlash(std::int64_t ahora) {
 
 void Estacion::BorrarCartucho(std::int64_t ahora) {
   cartucho.Borrar();
-  AnotarSuceso(ahora, suceso::kCartuchoBorrado);
+  // An erased cartridge is empty.
+  Anotar(ahora, {.codigo = suceso::kCartuchoBorrado, .marcas = marca::kSinValor}, false);
 }
 
 void Estacion::ConmutarSalida(int salida, bool encender, std::int64_t ahora) {
@@ -149,22 +148,22 @@ void Estacion::ConmutarSalida(int salida, bool encender, std::int64_t ahora) {
 }
 
 void Estacion::AnotarSuceso(std::int64_t ahora, std::uint8_t codigo) {
-  const std::int64_t reloj = Reloj(ahora);
-  const Suceso suceso{
-      .segundo = SegundoDelDia(reloj), .codigo = codigo, .marcas = marca::kSinValor | marca::kPendiente};
-  memoria.AnotarSuceso(DiaDe(reloj), suceso);
-  memoria.Sellar();
+  Anotar(ahora, {.codigo = codigo, .marcas = marca::kSinValor}, true);
 }
 
 void Estacion::AnotarSuceso(std::int64_t ahora, std::uint8_t codigo, std::uint16_t valor1, std::int32_t valor2) {
+  Anotar(ahora, {.codigo = codigo, .valor1 = valor1, .valor2 = valor2}, true);
+}
+
+void Estacion::Anotar(std::int64_t ahora, Suceso suceso, bool en_cartucho) {
   const std::int64_t reloj = Reloj(ahora);
-  const Suceso suceso{.segundo = SegundoDelDia(reloj),
-                      .codigo = codigo,
-                      .marcas = marca::kPendiente,
-                      .valor1 = valor1,
-                      .valor2 = valor2};
-  memoria.AnotarSuceso(DiaDe(reloj), suceso);
-  memoria.Sellar();
+  suceso.segundo = SegundoDelDia(reloj);
+  suceso.marcas = static_cast<std::uint8_t>(suceso.marcas | marca::kPendiente);
+  for (Memoria* donde : {&memoria, en_cartucho && TieneCartucho() ? &cartucho : nullptr}) {
+    if (donde == nullptr) continue;
+    donde->AnotarSuceso(DiaDe(reloj), suceso);
+    donde->Sellar();
+  }
 }
 
 std::vector<std::uint8_t> Estacion::LeerPagina(int numero) const {
@@ -195,7 +194,7 @@ void Estacion::EscribirEstado(unsigned bits) {
 
 std::array<std::int32_t, Estacion::kTrama> Estacion::Instantaneos(std::int64_t ahora, std::int64_t atraso) const {
   const std::int64_t reloj = Reloj(ahora) - atraso;
-  const Hidrologia& mundo = atraso > 0 ? MundoEn(reloj) : hidrologia_;
+  const Hidrologia& mundo = hidrologia_;
   const std::int64_t medianoche = SegundosDeDia(DiaDe(reloj));
   std::array<std::int32_t, kTrama> trama{};
   for (int canal = 1; canal <= kCanales; ++canal) {
@@ -212,11 +211,11 @@ std::array<std::int32_t, Estacion::kTrama> Estacion::Instantaneos(std::int64_t a
   }
   // Output 1 opens with the windows of the schedule and reads inverted.
   const auto minuto = static_cast<int>((reloj - medianoche) / kMinuto);
-  const int ventana = static_cast<int>(Par(LeerPagina(0), kLugarVentana));
-  const auto& entradas = agenda.Entradas();
-  const bool abierta = std::any_of(entradas.begin(), entradas.end(), [minuto, ventana](const Entrada& e) {
-    return e.Cuenta() && e.ventana && (minuto - e.minuto + kMinutosDia) % kMinutosDia < ventana;
-  });
+  const auto& entradas = vigente.Entradas();
+  const bool abierta = Tiene(bandera::kTxHora | bandera::kTxVentana) &&
+                       std::any_of(entradas.begin(), entradas.end(), [this, minuto](const Entrada& e) {
+                         return e.Cuenta() && e.ventana && (minuto - e.minuto + kMinutosDia) % kMinutosDia < ventana;
+                       });
   trama[kLugarSD1] = vida_.sd1 >= 0 ? 1 - vida_.sd1 : (abierta ? 0 : 1);
   trama[kLugarSD1 + 1] = salidas[0] ? 1 : 0;
   trama[kLugarSD1 + 2] = salidas[1] ? 1 : 0;

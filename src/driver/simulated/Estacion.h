@@ -40,13 +40,28 @@ inline constexpr std::uint8_t kSalidaConmutada = 40;
 namespace bandera {
 inline constexpr unsigned kActualizarCola = 0x01;
 inline constexpr unsigned kActualizarSucesos = 0x02;
-inline constexpr unsigned kTxObligatoria = 0x04;
-inline constexpr unsigned kTxVentana = 0x08;
-inline constexpr unsigned kTxSuceso = 0x10;
-inline constexpr unsigned kTxHora = 0x20;
-inline constexpr unsigned kCondicional = 0x40;  // read only
+inline constexpr unsigned kTxObligatoria = 0x04;  // at the obligatory times of the schedule
+inline constexpr unsigned kTxVentana = 0x08;      // in the windows of the schedule
+inline constexpr unsigned kTxSuceso = 0x10;       // as soon as something happens
+inline constexpr unsigned kTxHora = 0x20;         // by the schedule at all; the first two rule within
+inline constexpr unsigned kCondicional = 0x40;    // read only
 inline constexpr unsigned kErrorFlash = 0x80;
 }  // namespace bandera
+
+// What the unit saw of a channel when it last looked, which is what it compares with when it looks again.
+struct Vistazo {
+  std::int64_t momento = -1;  // of its clock; -1: it has never looked
+  double valor = 0;
+  double arriba = 0;  // the highest and the lowest of the interval
+  double abajo = 0;
+
+  bool Hay() const { return momento >= 0; }
+
+  // The looks follow one another: a clock that was moved or a unit that stood still lies between others.
+  bool Sigue(std::int64_t ahora, std::int64_t periodo) const {
+    return Hay() && ahora > momento && ahora - momento <= periodo;
+  }
+};
 
 // How the station lives; from the scenario.
 struct Vida {
@@ -74,11 +89,17 @@ class Estacion {
   std::array<bool, 2> salidas{};
   std::map<int, std::vector<std::uint8_t>> paginas;  // those that were ever written
   Canales canales;
-  Agenda agenda = Agenda::DeFabrica();
+  Agenda agenda = Agenda::DeFabrica();   // as it was written
+  Agenda vigente = Agenda::DeFabrica();  // in force: what was written when it was restarted last
+  int ventana = 10;                      // minutes, in force; page "0" holds what was written
   Memoria memoria;
   Memoria cartucho;
   std::int64_t registrado = 0;   // moment of its clock up to which everything is recorded
   std::int64_t transmitido = 0;  // records up to here were transmitted when they were made
+  using Vistazos = std::array<Vistazo, kCanales>;
+  Vistazos para_alarmas;      // at the last evaluation of alarms
+  Vistazos para_condicional;  // at the last conditional time
+  Vistazos para_vigilancia;   // of door and battery
 
   // --- Life ----------------------------------------------------------------------------------------------------------
 
@@ -94,18 +115,14 @@ class Estacion {
   // Its clock jumps to be off by so much, and nothing happened in the time that it jumped over.
   void Desfasar(std::int64_t segundos);
 
-  // The world as it was at a moment of its clock; so alarms see the step when a trainer nails a value down.
-  const Hidrologia& MundoEn(std::int64_t momento) const {
-    return anterior_ && momento <= cambio_ ? *anterior_ : hidrologia_;
-  }
-
   std::int64_t Reloj(std::int64_t ahora) const { return ahora + desfase; }
   bool TieneCartucho() const { return vida_.cartucho; }
 
   // --- Orders; each leaves its event ---------------------------------------------------------------------------------
 
   void PonerEnHora(std::int64_t ahora);
-  void Reiniciar(std::int64_t ahora);  // speed and identifier of page "0" take force
+  void Reiniciar(std::int64_t ahora);  // speed and identifier of page "0" take force, and the schedule
+  void ReiniciarAgenda();              // the schedule and the window of page "0" take force; the one without an event
   void BorrarFlash(std::int64_t ahora);
   void BorrarCartucho(std::int64_t ahora);
   void ConmutarSalida(int salida, bool encender, std::int64_t ahora);
@@ -123,6 +140,9 @@ class Estacion {
   // The flags in the layout of reading.
   std::int32_t Estado() const;
 
+  // All these flags are set.
+  bool Tiene(unsigned bits) const { return (banderas & bits) == bits; }
+
   // Takes flags in the layout of writing.
   void EscribirEstado(unsigned bits);
 
@@ -133,14 +153,12 @@ class Estacion {
   std::array<std::int32_t, kTrama> Instantaneos(std::int64_t ahora, std::int64_t atraso = 0) const;
 
  private:
+  void Anotar(std::int64_t ahora, Suceso suceso, bool en_cartucho);
   void Registrado(std::int64_t reloj);
   void Registrar(std::int64_t desde, std::int64_t hasta, std::int64_t cartucho_desde);
 
   Vida vida_;
-  bool vive_ = false;  // a way of living was ever given
   Hidrologia hidrologia_;
-  std::optional<Hidrologia> anterior_;  // the one that held up to `cambio_`
-  std::int64_t cambio_ = 0;
 };
 
 // Number of a page of the unit, 0 to 65535, or nothing for a text that is none.

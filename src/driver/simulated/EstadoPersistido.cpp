@@ -2,22 +2,23 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstring>
 #include <fstream>
+#include <optional>
 #include <ostream>
 #include <sstream>
 #include <type_traits>
 
+#include "base/Archivos.h"
 #include "base/Error.h"
-#include "driver/Utilidades.h"
 
 namespace utr::simulada {
 
 namespace {
 
-constexpr std::string_view kMarca = "UTRSIM01";
-constexpr std::uint64_t kMayorTexto = 1 << 20;
-constexpr std::uint64_t kMayorCuenta = 1 << 16;
+constexpr std::string_view kMarca = "UTRSIM02";
+constexpr std::string_view kMarcaSinVersion = kMarca.substr(0, 6);
 
 [[noreturn]] void Daniado(const char* motivo) {
   throw Error(error::kArchivo, "UTRSimulada.estado", motivo);
@@ -37,13 +38,32 @@ std::uint64_t Suma(std::string_view bytes) {
   return suma;
 }
 
+// Any number in eight bytes: a whole one as it is, another by its bits.
+template <class T>
+std::int64_t ABits(T valor) {
+  if constexpr (std::is_floating_point_v<T>) {
+    return std::bit_cast<std::int64_t>(static_cast<double>(valor));
+  } else {
+    return static_cast<std::int64_t>(valor);
+  }
+}
+
+template <class T>
+T DeBits(std::int64_t bits) {
+  if constexpr (std::is_floating_point_v<T>) {
+    return static_cast<T>(std::bit_cast<double>(bits));
+  } else {
+    return static_cast<T>(bits);
+  }
+}
+
 // The two directions have one face, so that Recorrer names each field once and in one order.
 class Escritor {
  public:
   template <class T>
   requires std::is_arithmetic_v<T>
   void Campo(T& valor) {
-    const auto numero = static_cast<std::int64_t>(valor);
+    const auto numero = ABits(valor);
     bytes_.append(reinterpret_cast<const char*>(&numero), sizeof numero);
   }
   void Campo(std::string& texto) {
@@ -64,6 +84,7 @@ class Escritor {
   std::string bytes_;
 };
 
+// What it reads is bounded by what is there and by nothing else: whatever the unit took in, it can read again.
 class Lector {
  public:
   explicit Lector(std::string_view bytes) : bytes_(bytes) {}
@@ -72,26 +93,25 @@ class Lector {
   void Campo(T& valor) {
     std::int64_t numero = 0;
     std::memcpy(&numero, Tomar(sizeof numero).data(), sizeof numero);
-    valor = static_cast<T>(numero);
+    valor = DeBits<T>(numero);
   }
   void Campo(std::string& texto) {
     std::uint64_t largo = 0;
     Campo(largo);
-    if (largo > kMayorTexto) Daniado("el archivo de estado tiene un texto imposible");
     texto = Tomar(largo);
   }
   void Bytes(std::span<std::uint8_t> bytes) { std::memcpy(bytes.data(), Tomar(bytes.size()).data(), bytes.size()); }
   std::uint64_t Cuenta(std::uint64_t) {
     std::uint64_t cuenta = 0;
     Campo(cuenta);
-    if (cuenta > kMayorCuenta) Daniado("el archivo de estado tiene una cuenta imposible");
+    if (cuenta > bytes_.size()) Daniado("el archivo de estado tiene una cuenta imposible");
     return cuenta;
   }
   bool Fin() const { return bytes_.empty(); }
   static constexpr bool kLee = true;
 
  private:
-  std::string_view Tomar(std::size_t largo) {
+  std::string_view Tomar(std::uint64_t largo) {
     if (bytes_.size() < largo) Daniado("el archivo de estado está cortado");
     const std::string_view parte = bytes_.substr(0, largo);
     bytes_.remove_prefix(largo);
@@ -155,6 +175,14 @@ void Recorrer(Archivo& archivo, std::map<int, std::vector<std::uint8_t>>& pagina
 }
 
 template <class Archivo>
+void Recorrer(Archivo& archivo, Estacion::Vistazos& vistazos) {
+  for (Vistazo& v : vistazos) {
+    archivo.Campo(v.momento);
+    for (double* numero : {&v.valor, &v.arriba, &v.abajo}) archivo.Campo(*numero);
+  }
+}
+
+template <class Archivo>
 void Recorrer(Archivo& archivo, EstadoPersistido& estado) {
   Estacion& e = estado.estacion;
   archivo.Campo(e.velocidad);
@@ -167,14 +195,33 @@ void Recorrer(Archivo& archivo, EstadoPersistido& estado) {
     if (archivo.Cuenta(fila.size()) != fila.size()) Daniado("el archivo de estado es de otra tabla de canales");
     for (std::string& texto : fila) archivo.Campo(texto);
   }
-  std::string agenda = e.agenda.ComoTexto();
-  archivo.Campo(agenda);
-  if (!e.agenda.LeerTexto(agenda)) Daniado("el archivo de estado tiene una agenda imposible");
+  for (Agenda* agenda : {&e.agenda, &e.vigente}) {
+    std::string texto = agenda->ComoTexto();
+    archivo.Campo(texto);
+    if (!agenda->LeerTexto(texto)) Daniado("el archivo de estado tiene una agenda imposible");
+  }
+  archivo.Campo(e.ventana);
   Recorrer(archivo, e.memoria);
   Recorrer(archivo, e.cartucho);
   archivo.Campo(e.registrado);
   archivo.Campo(e.transmitido);
+  for (Estacion::Vistazos* vistazos : {&e.para_alarmas, &e.para_condicional, &e.para_vigilancia}) {
+    Recorrer(archivo, *vistazos);
+  }
   Recorrer(archivo, estado.aplicado);
+  archivo.Campo(estado.escenario);
+}
+
+// What is there under that name, "" included, or nothing where the name is free. A broken link isn't free.
+std::optional<std::string> BytesDe(const std::filesystem::path& ruta) {
+  std::error_code falla;
+  const auto que = std::filesystem::symlink_status(ruta, falla).type();
+  if (que == std::filesystem::file_type::not_found) return std::nullopt;
+  std::ifstream archivo(ruta, std::ios::binary);
+  std::ostringstream copia;
+  copia << archivo.rdbuf();
+  if (!archivo) Daniado("el archivo de estado no se puede leer");
+  return std::move(copia).str();
 }
 
 }  // namespace
@@ -190,23 +237,36 @@ void GuardarEstado(const std::filesystem::path& ruta, EstadoPersistido& estado) 
   });
 }
 
-void CargarEstado(const std::filesystem::path& ruta, EstadoPersistido& estado) {
-  std::ifstream archivo(ruta, std::ios::binary);
-  if (!archivo) Daniado("no hay archivo de estado");
-  std::ostringstream copia;
-  copia << archivo.rdbuf();
-  const std::string todo = std::move(copia).str();
+bool CargarEstado(const std::filesystem::path& ruta, EstadoPersistido& estado) {
+  const auto leido = BytesDe(ruta);
+  if (!leido) return false;
+  const std::string_view todo = *leido;
   std::uint64_t suma = 0;
-  if (todo.size() < kMarca.size() + sizeof suma || !todo.starts_with(kMarca))
-    Daniado("el archivo de estado no se reconoce");
+  if (!todo.starts_with(kMarcaSinVersion)) Daniado("el archivo de estado no se reconoce");
+  if (todo.size() < kMarca.size() + sizeof suma) Daniado("el archivo de estado está cortado");
+  if (!todo.starts_with(kMarca)) Daniado("el archivo de estado es de otra versión");
   std::memcpy(&suma, todo.data() + kMarca.size(), sizeof suma);
-  const std::string_view contenido = std::string_view{todo}.substr(kMarca.size() + sizeof suma);
+  const std::string_view contenido = todo.substr(kMarca.size() + sizeof suma);
   if (Suma(contenido) != suma) Daniado("el archivo de estado está dañado");
   Lector lector(contenido);
   Recorrer(lector, estado);
   if (!lector.Fin() || estado.estacion.LeerPagina(0).size() != kBytesPagina)
     Daniado("el archivo de estado está dañado");
   estado.estacion.canales.RehacerParametros();
+  return true;
+}
+
+std::string ApartarEstado(const std::filesystem::path& ruta) {
+  std::filesystem::path nueva;
+  int numero = 0;
+  do {
+    nueva = ruta;
+    nueva += ".apartado-" + std::to_string(++numero);
+  } while (std::filesystem::symlink_status(nueva).type() != std::filesystem::file_type::not_found);
+  std::error_code falla;
+  std::filesystem::rename(ruta, nueva, falla);
+  if (falla) Daniado("el archivo de estado no se puede apartar");
+  return nueva.filename().string();
 }
 
 }  // namespace utr::simulada

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <concepts>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -53,7 +54,14 @@ struct ComunicadorSimulado::Interior {
   // Waits so many seconds, times the factor of the scenario. Events run meanwhile, unless a fault blocks this call.
   void Esperar(double segundos);
 
-  // Orders of the unit come through these: false without an answer, and the unit is saved when `orden` gives true.
+  // The same while a number is dialled: false, at once, when the call is abandoned.
+  bool EsperarLlamada(double segundos);
+
+  // Waits as long as the bytes of the operation and of so many rows take at the speed of the link.
+  void Transferir(Op op, std::size_t filas);
+
+  // Orders of the unit come through these: false without an answer, when `orden` gives false, which must have changed
+  // nothing then, and when the changed unit can't be saved: it is as it was before in that case.
   template <class Orden>
   bool Ordenar(Op op, const std::string& argumentos, Orden orden, Contexto contexto = {});
 
@@ -68,6 +76,7 @@ struct ComunicadorSimulado::Interior {
   simulada::Fallas fallas;
   simulada::EnlaceSimulado enlace;
   simulada::EstadoPersistido estado;
+  std::string aviso;       // what went wrong with the saved state at the beginning; empty: nothing
   FechaHora fecha;         // the computer's time at the beginning of the call
   std::int64_t ahora = 0;  // the same in seconds
   double atraso = 0;       // seconds by which a fault makes the present values of this call old
@@ -77,9 +86,21 @@ struct ComunicadorSimulado::Interior {
  private:
   void Comenzar();
   void RevisarEscenario();
-  void Adoptar(simulada::Escenario nuevo);
+  bool EstaQuieto(const simulada::Escenario& nuevo);
+  void Adoptar(simulada::Escenario nuevo, std::string texto);
   void CargarUnidad();
-  void Guardar() noexcept;
+  void RetomarEscenario();
+  void Apartar(const std::string& motivo);
+  bool Guardar() noexcept;
+  void GuardarSiToca();
+  bool Cumplir(const std::function<bool()>& orden);
+
+  static std::size_t FilasDe(const TablaPtr& tabla) { return tabla && tabla->Abierta() ? tabla->RecordCount() : 0; }
+  template <class Otro>
+  static std::size_t FilasDe(const Otro&) {
+    return 0;
+  }
+  bool Demorar(Op op, double segundos);
 
   std::string Describir(Op, Nada) { return "hecho"; }
   std::string Describir(Op, bool valor) { return valor ? "si" : "no"; }
@@ -107,8 +128,11 @@ struct ComunicadorSimulado::Interior {
   std::string ruta_escenario_;
   Firma firma_;
   int paginas_seguidas_ = 0;
-  bool bloqueada_ = false;  // the call at hand lets no events run
-  bool cambiada_ = false;   // the unit was changed by an order and isn't saved yet
+  bool bloqueada_ = false;     // the call at hand lets no events run
+  bool respondio_ = false;     // the unit answered this operation
+  bool por_guardar_ = false;   // another scenario holds and isn't saved yet
+  std::int64_t guardado_ = 0;  // when the unit was saved, in milliseconds of the clock
+  bool guardable_ = true;      // nothing that isn't ours has the name of the state file
 };
 
 template <class Resultado>
@@ -131,25 +155,23 @@ auto ComunicadorSimulado::Interior::Operar(Op op, const std::string& argumentos,
     }
     if (contexto.puerto == 0) contexto.puerto = enlace.por_ip ? enlace.puerto_ip : enlace.puerto;
     if (contexto.velocidad == 0) contexto.velocidad = enlace.velocidad;
-    const simulada::Fallas::Efecto efecto = fallas.Para(op, contexto);
+    simulada::Fallas::Efecto efecto = fallas.Para(op, contexto);
     bloqueada_ = efecto.bloquea;
     atraso = efecto.atraso;
-    if (efecto.demora > 0) Esperar(efecto.demora);
-    if (efecto.respuesta && efecto.respuesta->respuesta_perdida) {
-      cuerpo();
-      if (cambiada_) Guardar();
-    }
+    if (!Demorar(op, efecto.demora)) efecto.respuesta.reset();
+    if (efecto.respuesta && efecto.respuesta->respuesta_perdida) cuerpo();
     const auto falla = efecto.respuesta ? std::optional(efecto.respuesta->tipo) : std::nullopt;
     if (falla == simulada::TipoFalla::kError) {
       throw Error(efecto.respuesta->numero, efecto.respuesta->origen, efecto.respuesta->texto);
     }
+    respondio_ = false;
     Resultado resultado = falla && falla != simulada::TipoFalla::kSinFilas ? Fallido<Resultado>() : cuerpo();
     if constexpr (std::same_as<Resultado, TablaPtr>) {
       if (resultado && falla == simulada::TipoFalla::kSinFilas) resultado = CopiarRecordset(*resultado, false);
     }
+    if (respondio_) Transferir(op, FilasDe(resultado));
     Estropear(efecto.de_datos, resultado);
     bitacora.Llamada(fecha, nombre, argumentos, Describir(op, resultado), seguida);
-    if (cambiada_) Guardar();
     return resultado;
   } catch (...) {
     const Error falla = ErrorActual();
@@ -161,11 +183,7 @@ auto ComunicadorSimulado::Interior::Operar(Op op, const std::string& argumentos,
 
 template <class Orden>
 bool ComunicadorSimulado::Interior::Ordenar(Op op, const std::string& argumentos, Orden orden, Contexto contexto) {
-  return Operar(op, argumentos, contexto, [&] {
-    if (!Responde() || !orden()) return false;
-    cambiada_ = true;
-    return true;
-  });
+  return Operar(op, argumentos, contexto, [&] { return Responde() && Cumplir(orden); });
 }
 
 }  // namespace utr

@@ -151,6 +151,7 @@ const Clave<Escenario> kTiempos[] = {
     {"factor", [](const Dato& d, Escenario& e) { e.tiempos.factor = d.Doble(0, 100); }},
     {"sin_respuesta", [](const Dato& d, Escenario& e) { e.tiempos.sin_respuesta = d.Doble(0, 3600); }},
     {"ausencia_14", [](const Dato& d, Escenario& e) { e.tiempos.ausencia_14 = d.Doble(0, 3600); }},
+    {"linea", [](const Dato& d, Escenario& e) { e.tiempos.linea = d.Doble(0, 100); }},
     {"ausencia_44", [](const Dato& d, Escenario& e) { e.tiempos.ausencia_44 = d.Doble(0, 3600); }},
 };
 
@@ -398,12 +399,16 @@ Escenario LeerEscenarioDeTexto(const std::string& texto) {
   return escenario;
 }
 
-Escenario LeerEscenario(const std::filesystem::path& ruta) {
+std::string LeerTextoEscenario(const std::filesystem::path& ruta) {
   std::ifstream archivo(ruta, std::ios::binary);
-  std::ostringstream texto;
-  if (archivo) texto << archivo.rdbuf();
-  if (!archivo) throw Error(error::kArchivo, "UTRSimulada.toml", "no se puede leer el archivo");
-  return LeerEscenarioDeTexto(texto.str());
+  if (!archivo) throw Error(error::kArchivo, "UTRSimulada.toml", "no está o no se puede leer");
+  std::ostringstream copia;
+  copia << archivo.rdbuf();
+  std::string texto = std::move(copia).str();
+  if (texto.find_first_not_of(" \t\r\n") == std::string::npos) {
+    throw Error(error::kArchivo, "UTRSimulada.toml", "no tiene nada escrito");
+  }
+  return texto;
 }
 
 }  // namespace utr::simulada

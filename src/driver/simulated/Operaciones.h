@@ -64,9 +64,17 @@ inline constexpr std::size_t kOperaciones = 49;
 // What an operation gives, which decides the faults that suit it.
 enum class Da : std::uint8_t { kNada, kLogico, kTexto, kEntero, kTabla };
 
+// What an operation sends over the line and gets back: frames of 14 bytes and what they carry, 64 bytes at most.
+// Records come in the unit's own pages, one page a frame.
+struct Octetos {
+  int fijos = 0;
+  int por_fila = 0;
+};
+
 struct Operacion {
   std::string_view nombre;
   Da da;
+  Octetos octetos = {};
 };
 extern const std::array<Operacion, kOperaciones> kTablaDeOperaciones;
 

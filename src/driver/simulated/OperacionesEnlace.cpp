@@ -8,8 +8,6 @@ namespace utr {
 
 namespace {
 
-constexpr double kPasoDeLlamada = 0.1;  // seconds between two looks at whether the call was abandoned
-
 // The port that a text names, 0 for none.
 int PuertoDe(std::string_view texto) {
   const double numero = EsNumerico(texto) ? LeerDoble(texto) : 0;
@@ -102,8 +100,7 @@ bool ComunicadorSimulado::LlamarTelefono(std::string_view numero, std::string_vi
     Interior& i = *interior_;
     i.enlace.llamada = false;
     if (!i.enlace.TieneModem(i.escenario.lineas)) return false;
-    double falta = i.escenario.tiempos.llamada;
-    for (; falta > 0 && i.enlace.llamar; falta -= kPasoDeLlamada) i.Esperar(kPasoDeLlamada);
+    i.EsperarLlamada(i.escenario.tiempos.llamada);
     const simulada::Lineas& lineas = i.escenario.lineas;
     const bool atiende = lineas.telefonos.empty() ||
                          std::find(lineas.telefonos.begin(), lineas.telefonos.end(), numero) != lineas.telefonos.end();

@@ -56,7 +56,11 @@ bool ComunicadorSimulado::BorrarCartucho() {
 }
 
 bool ComunicadorSimulado::ReiniciarAgenda(std::string_view comando) {
-  return interior_->Ordenar(Op::kReiniciarAgenda, Citar(comando), [&] { return comando == "41"; });
+  return interior_->Ordenar(Op::kReiniciarAgenda, Citar(comando), [&] {
+    if (comando != "41") return false;
+    interior_->Unidad().ReiniciarAgenda();
+    return true;
+  });
 }
 
 bool ComunicadorSimulado::ReiniciarUTR(std::string_view comando) {

@@ -125,6 +125,7 @@ std::string ComunicadorSimulado::LeerPaginaFlash(std::int16_t pista, std::int16_
   if (existe && i.fallas.Ninguna(Op::kLeerPaginaFlash) && i.Llega()) {
     i.enlace.caido = false;
     std::string datos = i.Unidad().memoria.TextoDePagina(pista, pagina);
+    i.Transferir(Op::kLeerPaginaFlash, 0);
     i.bitacora.PaginaFlash(i.fecha, pista, pagina, datos.size());
     return datos;
   }

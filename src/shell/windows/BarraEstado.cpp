@@ -21,6 +21,7 @@ BarraEstado::BarraEstado(QWidget* parent)
     : QStatusBar(parent), panel1_(Panel("Panel1")), puerto_(Panel("PUERTO")), velocidad_(Panel("Velocidad")) {
   setObjectName("BarraEstado");
   addWidget(panel1_, 1);
+  panel1_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);  // a long text makes no window wider
   addPermanentWidget(puerto_);
   addPermanentWidget(velocidad_);
   puerto_->setWhatsThis("El puerto por el que se habla con la UTR, o que no hay ninguno abierto.");
@@ -55,12 +56,14 @@ void BarraEstado::Descartado(std::string_view que, std::string_view porque) {
   MostrarProgreso();
 }
 
-// Painted at once: the work that tells it may not let events run.
+// The panel gives way to a narrow window, and then the whole text is in its tip. Painted at once: the work that tells
+// it may not let events run.
 void BarraEstado::MostrarProgreso() {
   const QString parte =
       pasos_ > 0 && hechos_ > 0 ? QStringLiteral(" %1 %").arg(100 * std::min(hechos_, pasos_) / pasos_) : QString();
   if (panel1_->text() == texto_ + parte) return;
   panel1_->setText(texto_ + parte);
+  panel1_->setToolTip(texto_ + parte);
   panel1_->repaint();
 }
 

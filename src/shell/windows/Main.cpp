@@ -26,7 +26,8 @@ Main::Main(const Entorno& entorno)
            .conexion = conexion_,
            .atender = entorno.atender,
            .carpeta = entorno.carpeta,
-           .nombre = entorno.nombre} {}
+           .nombre = entorno.nombre},
+      aviso_(entorno.aviso) {}
 
 Main::~Main() = default;
 
@@ -39,6 +40,7 @@ bool Main::Entrar() {
 int Main::Correr() {
   frmPpal ventana(mod_);
   ventana.Cargar();
+  ventana.Avisar(aviso_);
   ventana.show();
   return QApplication::exec();
 }

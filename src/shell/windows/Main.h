@@ -19,6 +19,7 @@ struct Entorno {
   Atender atender;
   std::filesystem::path carpeta;  // folder of the executable
   std::string nombre;             // its name, without extension
+  std::string aviso{};            // what panel 1 of the status bar says at the beginning
 };
 
 // The program's run: settings, password, main window. It makes the shared state and holds it to the end.
@@ -41,6 +42,7 @@ class Main {
   Catalogo catalogo_;
   Conexion conexion_;
   ModRTU mod_;
+  std::string aviso_;
 };
 
 // The whole program over a QApplication. Gives the exit code.

@@ -155,6 +155,10 @@ void frmPpal::EstadoConeccion(bool Conected) {
   mod_.conexion.MarcarConectado(Conected);
 }
 
+void frmPpal::Avisar(const std::string& texto) {
+  barra_estado_->Texto(texto);
+}
+
 void frmPpal::InfoPanel() {
   barra_estado_->Mostrar(utr::InfoPanel(mod_));
 }

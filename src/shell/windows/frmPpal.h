@@ -39,6 +39,9 @@ class frmPpal : public QMainWindow {
   bool LeerConfiguracionDirectaUTR();
 
   void InfoPanel();
+
+  // Says something in panel 1 of the status bar.
+  void Avisar(const std::string& texto);
   void EstadoConeccion(bool Conected);
   void ConfigurarPuerto();
   void Contrasena();

@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
-#include <QCoreApplication>
+#include <QApplication>
+#include <QLabel>
 #include <QLineEdit>
+#include <QTimer>
 
 #include "shell/windows/InstanciaUnica.h"
 #include "shell/windows/Main.h"
@@ -57,6 +59,27 @@ TEST_F(Inicio, BytesAlAzarEnLosAjustesValenPorNinguno) {
   Main principal(Del());
   EsperarIntentos({"Pampas"});
   EXPECT_TRUE(principal.Entrar());
+}
+
+TEST_F(Inicio, ElAvisoDelComienzoSeDiceEnLaBarraDeEstado) {
+  Entorno entorno = Del();
+  entorno.aviso = "La estación simulada comienza de nuevo";
+  Main principal(entorno);
+  std::string dicho;
+  ventanas.Espera("frmPresentacion", [](QDialog& d) { d.close(); });
+  // At every turn of a loop, until the program's own ends by it: those of the dialog and of the loading come first.
+  QTimer vuelta;
+  QObject::connect(&vuelta, &QTimer::timeout, [&dicho] {
+    for (QWidget* ventana : QApplication::topLevelWidgets()) {
+      const auto* panel = ventana->findChild<QLabel*>("Panel1");
+      if (panel == nullptr || !panel->isVisible()) continue;
+      dicho = panel->text().toStdString();
+      QCoreApplication::quit();
+    }
+  });
+  vuelta.start(0);
+  principal.Correr();
+  EXPECT_EQ(dicho, entorno.aviso);
 }
 
 TEST_F(Inicio, SinLaClaveNoSeEntra) {
