@@ -1,5 +1,7 @@
 #include "widgets/ModeloLista.h"
 
+#include <QScopeGuard>
+
 #include "widgets/TextoQt.h"
 
 namespace utr {
@@ -8,13 +10,8 @@ ModeloLista::ModeloLista(Columnas columnas, QObject* parent)
     : QAbstractTableModel(parent), lista_(std::move(columnas)) {}
 
 void ModeloLista::Cambiar(const std::function<void(ListaTabla&)>& cambio) {
-  struct Reinicio {
-    ModeloLista& modelo;
-    explicit Reinicio(ModeloLista& m) : modelo(m) { modelo.beginResetModel(); }
-    ~Reinicio() { modelo.endResetModel(); }
-    Reinicio(const Reinicio&) = delete;
-    Reinicio& operator=(const Reinicio&) = delete;
-  } const reinicio(*this);
+  beginResetModel();
+  const auto fin = qScopeGuard([this] { endResetModel(); });
   cambio(lista_);
 }
 

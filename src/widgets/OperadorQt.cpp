@@ -102,19 +102,24 @@ class DialogoGuardar : public QFileDialog {
 
  protected:
   void accept() override {
-    if (auto* nombre = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))) {
-      const int cual = static_cast<int>(nameFilters().indexOf(selectedNameFilter()));
-      if (!EsCarpeta(nombre->text())) nombre->setText(ConExtension(nombre->text(), filtro_, cual));
+    auto* nombre = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    if (const QString carpeta = CarpetaDe(nombre->text()); !carpeta.isEmpty()) {
+      // Qt goes there too, but leaves the typed path in the field.
+      setDirectory(carpeta);
+      return nombre->clear();
     }
+    const int cual = static_cast<int>(nameFilters().indexOf(selectedNameFilter()));
+    nombre->setText(ConExtension(nombre->text(), filtro_, cual));
     QFileDialog::accept();
   }
 
  private:
-  // A typed folder is gone to.
-  bool EsCarpeta(QString nombre) const {
+  // The folder that was typed instead of a file; empty: it is none.
+  QString CarpetaDe(QString nombre) const {
     if (nombre == QStringLiteral("~") || nombre.startsWith(QStringLiteral("~/")))
       nombre.replace(0, 1, QDir::homePath());
-    return nombre.isEmpty() || QFileInfo(directory(), nombre).isDir();
+    const QFileInfo escrita(directory(), nombre);
+    return !nombre.isEmpty() && escrita.isDir() ? escrita.absoluteFilePath() : QString();
   }
 
   std::string filtro_;

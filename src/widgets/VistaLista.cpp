@@ -6,6 +6,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QScopeGuard>
 #include <QShortcut>
 #include <QStyledItemDelegate>
 #include <QTreeView>
@@ -134,10 +135,7 @@ void VistaLista::Definir(Columnas columnas) {
 
 void VistaLista::Mostrar(TablaPtr tabla) {
   filtro_->clear();
-  struct Ajuste {
-    VistaLista& vista;
-    ~Ajuste() { vista.AjustarColumnas(); }
-  } const ajuste{*this};
+  const auto ajuste = qScopeGuard([this] { AjustarColumnas(); });
   modelo_->Cambiar([this, &tabla](ListaTabla& lista) {
     lista.Mostrar(std::move(tabla));
     if (orden_) lista.Ordenar(*orden_);

@@ -196,9 +196,10 @@ TEST(PruebaOperadorQt, SavingAddsTheExtensionAndAsksBeforeReplacing) {
   std::filesystem::create_directory(carpeta / "honda");
   EXPECT_TRUE(operador.ElegirGuardar(sin_carpeta).has_value());
   AlAbrirse([&carpeta](QWidget* dialogo) {
-    Escribir(dialogo, Q((carpeta / "honda").string()));
-    Pulsar(dialogo, "Guardar");
+    Escribir(dialogo, Q(carpeta.Ruta().string()));
+    Pulsar(dialogo, "Open");
     EXPECT_TRUE(dialogo->isVisible()) << "a folder is gone to";
+    EXPECT_EQ(U(dialogo->findChild<QLineEdit*>("fileNameEdit")->text()), "");
     static_cast<QDialog*>(dialogo)->reject();
   });
   EXPECT_FALSE(operador.ElegirGuardar(sin_carpeta).has_value());
