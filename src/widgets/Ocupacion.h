@@ -14,12 +14,12 @@ class PanelAviso;
 
 // What a window at work shows, and what stays usable in it.
 struct OpcionesOcupacion {
-  Operador* operador = nullptr;       // brings the hourglass; null: the pointer stays as it is
-  PanelAviso* panel = nullptr;        // seen meanwhile, if any
-  std::vector<QWidget*> apagados;     // look off; what was off already stays so afterwards
-  std::vector<QWidget*> siguen;       // inside those or not: stay on and take input, as a cancel button does
-  std::function<void()> al_cancelar;  // what Esc and the close button do; empty: nothing
-  std::function<void()> al_cambiar;   // called when the window is busy, and again when it isn't any more
+  Operador* operador = nullptr;         // brings the hourglass; null: the pointer stays as it is
+  PanelAviso* panel = nullptr;          // seen meanwhile, if any
+  std::vector<QWidget*> apagados{};     // look off; what was off already stays so afterwards
+  std::vector<QWidget*> siguen{};       // inside those or not: stay on and take input, as a cancel button does
+  std::function<void()> al_cancelar{};  // what Esc and the close button do; empty: nothing
+  std::function<void()> al_cambiar{};   // called when the window is busy, and again when it isn't any more
 };
 
 // A window at work, for the span of a scope: its panel is up, the hourglass stands, and no click, key or close reaches

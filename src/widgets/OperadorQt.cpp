@@ -15,6 +15,7 @@
 
 #include "base/Texto.h"
 #include "widgets/DialogoImpresora.h"
+#include "widgets/Ocupacion.h"
 #include "widgets/TextoQt.h"
 
 namespace utr {
@@ -128,6 +129,8 @@ class DialogoGuardar : public QFileDialog {
 }  // namespace
 
 Respuesta OperadorQt::Mostrar(const Mensaje& mensaje) {
+  // A key that was typed while the program was blocked answers no question that wasn't seen yet.
+  if (QWidget* ventana = Encima()) const Ocupacion vaciar(*ventana);
   const PunteroNormal puntero;
   QMessageBox caja(Encima());
   caja.setTextFormat(Qt::PlainText);

@@ -9,7 +9,8 @@ class QWidget;
 namespace utr {
 
 // The operator in front of a real screen: Qt's boxes and dialogs, over the window that is active when they are asked
-// for. Messages are plain text and their buttons read Spanish words whatever the catalogue that is loaded.
+// for. Messages are plain text, their buttons read Spanish words whatever the catalogue that is loaded, and nothing
+// that was typed before one was seen answers it.
 class OperadorQt : public Operador {
  public:
   Respuesta Mostrar(const Mensaje& mensaje) override;

@@ -115,6 +115,14 @@ void VentanaLista::Comandos(const std::vector<MenuVentana>& menus, const std::ve
   Habilitar();
 }
 
+// A click on a button that is at work already would print twice.
+std::function<void()> VentanaLista::UnaVez(std::function<void()> hacer) {
+  return [this, hacer = std::move(hacer)] {
+    const Ocupacion ocupacion(*this);
+    hacer();
+  };
+}
+
 ComandoVentana VentanaLista::ComandoAbrir(const char* nombre) {
   return {.nombre = nombre,
           .texto = "&Abrir",
@@ -135,7 +143,7 @@ ComandoVentana VentanaLista::ComandoGuardar(const char* nombre) {
           .ayuda = "Guardar la lista como texto",
           .tecla = QKeySequence::Save,
           .si = [this] { return HayFilas(); },
-          .hacer = [this] { servicios_.GuardarComo([this] { return Encabezado(false); }); }};
+          .hacer = UnaVez([this] { servicios_.GuardarComo([this] { return Encabezado(false); }); })};
 }
 
 ComandoVentana VentanaLista::ComandoExportar(const char* nombre) {
@@ -145,7 +153,7 @@ ComandoVentana VentanaLista::ComandoExportar(const char* nombre) {
           .icono = "exportar",
           .ayuda = "Exportar para inserción manual",
           .si = [this] { return HayResultado(); },
-          .hacer = [this] { servicios_.ExportarImp(TablaDeImp()); }};
+          .hacer = UnaVez([this] { servicios_.ExportarImp(TablaDeImp()); })};
 }
 
 ComandoVentana VentanaLista::ComandoConfigurarImpresora(const char* nombre) {
@@ -162,7 +170,7 @@ ComandoVentana VentanaLista::ComandoImprimir(const char* nombre) {
           .ayuda = "Imprimir la lista",
           .tecla = QKeySequence::Print,
           .si = [this] { return HayFilas(); },
-          .hacer = [this] { servicios_.Imprimir([this] { return Encabezado(true); }); }};
+          .hacer = UnaVez([this] { servicios_.Imprimir([this] { return Encabezado(true); }); })};
 }
 
 ComandoVentana VentanaLista::ComandoSalir(const char* nombre) {

@@ -102,6 +102,7 @@ class VentanaLista : public QDialog {
     std::function<bool()> si;
   };
 
+  std::function<void()> UnaVez(std::function<void()> hacer);
   QAction* NuevaAccion(const ComandoVentana& comando);
   QMenu* NuevoMenu(const MenuVentana& menu, QMenu* madre);
   void OrdenarTab();

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QFileDialog>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
@@ -9,6 +10,7 @@
 #include <QTimer>
 
 #include "support/Carpeta.h"
+#include "support/GuionVentanas.h"
 #include "widgets/OperadorQt.h"
 #include "widgets/TextoQt.h"
 
@@ -102,6 +104,27 @@ TEST(PruebaOperadorQt, TheHourglassStandsAsideForABoxAndComesBack) {
   operador.PunteroOcupado(false);
   EXPECT_EQ(QApplication::overrideCursor(), nullptr);
   operador.PunteroOcupado(false);  // one too many does nothing
+}
+
+TEST(PruebaOperadorQt, WhatWasTypedBeforeABoxWasSeenIsDropped) {
+  QDialog madre;
+  auto* boton = new QPushButton("Leer", &madre);
+  int leidas = 0;
+  QObject::connect(boton, &QPushButton::clicked, [&leidas] { ++leidas; });
+  madre.show();
+  madre.activateWindow();
+  boton->setFocus();
+  QApplication::processEvents();
+  ASSERT_EQ(QApplication::activeWindow(), &madre);
+  for (const QEvent::Type tipo : {QEvent::KeyPress, QEvent::KeyRelease}) {
+    QCoreApplication::postEvent(boton, new QKeyEvent(tipo, Qt::Key_Space, Qt::NoModifier, " "));
+  }
+  GuionVentanas ventanas;
+  ventanas.Espera("", [](QDialog& caja) { Pulsar(&caja, "No"); });
+  OperadorQt operador;
+  EXPECT_EQ(operador.Mostrar({"¿Desea continuar?", "Título", Icono::kPregunta, Botones::kSiNo}), Respuesta::kNo);
+  ventanas.Comprobar();
+  EXPECT_EQ(leidas, 0);
 }
 
 struct CasoFiltro {

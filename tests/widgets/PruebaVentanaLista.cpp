@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QTest>
 #include <QToolBar>
@@ -129,6 +130,20 @@ TEST_F(PruebaVentanaLista, CommandsFollowListSelectionAndWhatTheWindowKnows) {
   EXPECT_EQ(U(ventana.findChild<QLabel*>("lblFiltradas")->text()), "A la vista: 2") << "there is no export to tell of";
   ventana.Lista().Vaciar();
   EXPECT_THAT(estado(), ElementsAre(false, false, true));
+}
+
+TEST_F(PruebaVentanaLista, AClickThatWaitedBehindAPrintDoesNotPrintAgain) {
+  banco.mod.eleccion_impresora = {"Oficina", 1};
+  auto* boton = ventana.findChild<QWidget*>("Print");
+  for (int veces = 0; veces < 2; ++veces) {
+    for (const QEvent::Type tipo : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+      const QPointF lugar = boton->rect().center();
+      QCoreApplication::postEvent(boton, new QMouseEvent(tipo, lugar, boton->mapToGlobal(lugar), Qt::LeftButton,
+                                                         Qt::LeftButton, Qt::NoModifier));
+    }
+  }
+  QCoreApplication::processEvents();
+  EXPECT_EQ(banco.impresora.trabajos.size(), 1u);
 }
 
 TEST_F(PruebaVentanaLista, EnterEditsTheRowAndNoButtonIsTheDefaultOne) {
