@@ -6,7 +6,13 @@ set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
 find_program(CCACHE ccache)
 if(CCACHE)
-  set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+  # By way of a script of the same name, because ccache only takes precompiled headers when its surroundings say so.
+  set(lanzador ${CMAKE_BINARY_DIR}/lanzadores/ccache)
+  file(CONFIGURE OUTPUT ${lanzador} @ONLY CONTENT [[#!/bin/sh
+CCACHE_SLOPPINESS="${CCACHE_SLOPPINESS:+$CCACHE_SLOPPINESS,}pch_defines,time_macros" exec "@CCACHE@" "$@"
+]])
+  file(CHMOD ${lanzador} PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${lanzador})
 endif()
 
 add_library(adminutr_opciones INTERFACE)
@@ -24,16 +30,27 @@ if(ADMINUTR_SANITIZE)
   add_link_options(-fsanitize=address,undefined)
 endif()
 
-# adminutr_libreria(NAME SOURCES... [USA targets...]): one static library for one folder, with the common options.
-function(adminutr_libreria nombre)
-  cmake_parse_arguments(A "" "" "FUENTES;USA" ${ARGN})
+include(Precompilados)
+adminutr_precompilados(pch_nucleo CABECERAS ${ADMINUTR_PCH_BASE})
+adminutr_precompilados(pch_ventanas CABECERAS ${ADMINUTR_PCH_BASE} ${ADMINUTR_PCH_QT} USA Qt6::Widgets)
+
+function(adminutr_carpeta nombre precompilados)
+  cmake_parse_arguments(A "" "" "FUENTES;USA;DENTRO" ${ARGN})
   add_library(${nombre} STATIC ${A_FUENTES})
-  target_link_libraries(${nombre} PUBLIC adminutr_opciones ${A_USA})
+  target_link_libraries(${nombre} PUBLIC ${A_USA} PRIVATE adminutr_opciones ${A_DENTRO})
+  adminutr_precompilar(${nombre} ${precompilados})
+endfunction()
+
+# adminutr_libreria(NAME FUENTES sources... USA targets... DENTRO targets...): one static library for one folder, with the
+# common options. USA names what its headers include, DENTRO what only its sources do; together they name all of it and
+# nothing more.
+function(adminutr_libreria nombre)
+  adminutr_carpeta(${nombre} pch_nucleo ${ARGN})
 endfunction()
 
 # The same for a folder of windows: moc runs on it and Qt is linked.
 function(adminutr_ventanas nombre)
-  adminutr_libreria(${nombre} ${ARGN})
+  adminutr_carpeta(${nombre} pch_ventanas ${ARGN})
   set_target_properties(${nombre} PROPERTIES AUTOMOC ON)
   target_link_libraries(${nombre} PUBLIC Qt6::Widgets)
 endfunction()

@@ -30,7 +30,7 @@ TEST(Escenario, VacioEsElDeFabrica) {
 
 TEST(Escenario, ElQueSeEntregaSeEntiendeYEsElDeFabrica) {
   const Escenario e =
-      LeerEscenarioDeTexto(LeerTextoEscenario(std::filesystem::path(ADMINUTR_DATOS) / "UTRSimulada.toml"));
+      LeerEscenarioDeTexto(LeerTextoEscenario(std::filesystem::path(CARPETA_DATOS) / "UTRSimulada.toml"));
   EXPECT_EQ(e.estado, Escenario{}.estado) << "the file shows what holds without it";
   EXPECT_TRUE(e.fallas.empty());
   EXPECT_EQ(e.tiempos.factor, 1);
@@ -39,7 +39,7 @@ TEST(Escenario, ElQueSeEntregaSeEntiendeYEsElDeFabrica) {
 TEST(Escenario, ElArchivoDeConfiguracionDeEjemploSeAbre) {
   BancoSimulado banco;
   const TablaPtr t =
-      banco.Driver().LeerArchivoConfiguracion((std::filesystem::path(ADMINUTR_DATOS) / "EstacionEjemplo.icf").string());
+      banco.Driver().LeerArchivoConfiguracion((std::filesystem::path(CARPETA_DATOS) / "EstacionEjemplo.icf").string());
   EXPECT_EQ(t->RecordCount(), 23U);
   EXPECT_EQ(t->Texto("Descripcion"), "Nivel de la laguna");
   banco.Conectar();
@@ -48,7 +48,7 @@ TEST(Escenario, ElArchivoDeConfiguracionDeEjemploSeAbre) {
 
 // The examples that a trainer finds commented out must be right too.
 TEST(Escenario, LosEjemplosDelQueSeEntregaSeEntienden) {
-  std::istringstream entrada(LeerTodo(std::filesystem::path(ADMINUTR_DATOS) / "UTRSimulada.toml"));
+  std::istringstream entrada(LeerTodo(std::filesystem::path(CARPETA_DATOS) / "UTRSimulada.toml"));
   std::string texto;
   for (std::string linea; std::getline(entrada, linea);) {
     if (linea.starts_with("#~ ")) linea.erase(0, 3);
