@@ -13,9 +13,9 @@
 #include "base/Reloj.h"
 #include "benchmarks/Presupuesto.h"
 #include "driver/Textos.h"
-#include "driver/simulated/ComunicadorSimulado.h"
-#include "driver/simulated/Pagina.h"
-#include "driver/simulated/TablasRegistros.h"
+#include "driver/simulated/driver/ComunicadorSimulado.h"
+#include "driver/simulated/unit/Pagina.h"
+#include "driver/simulated/unit/TablasRegistros.h"
 
 namespace {
 

@@ -12,7 +12,7 @@
 
 #include "base/Fechas.h"
 #include "configuration/ConfigColl.h"
-#include "driver/simulated/ComunicadorSimulado.h"
+#include "driver/simulated/driver/ComunicadorSimulado.h"
 #include "retrieved/ContextoRegistros.h"
 #include "tables/Tabla.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "driver/simulated/ComunicadorSimulado.h"
+#include "driver/simulated/driver/ComunicadorSimulado.h"
 #include "session/ModRTU.h"
 
 namespace utr {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <ranges>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -37,9 +38,8 @@ class ConfigColl {
   TablaPtr GetRecMembers(RegistroErrores& registro) const;
 
   // Walks the objects (ConfigPtr) in the order of adding.
-  class Iterador;
-  Iterador begin() const;
-  Iterador end() const;
+  auto begin() const { return std::views::values(elementos_).begin(); }
+  auto end() const { return std::views::values(elementos_).end(); }
 
  private:
   using Elementos = std::vector<std::pair<std::string, ConfigPtr>>;
@@ -47,26 +47,5 @@ class ConfigColl {
 
   Elementos elementos_;
 };
-
-class ConfigColl::Iterador {
- public:
-  explicit Iterador(Elementos::const_iterator lugar) : lugar_(lugar) {}
-  const ConfigPtr& operator*() const { return lugar_->second; }
-  Iterador& operator++() {
-    ++lugar_;
-    return *this;
-  }
-  bool operator==(const Iterador&) const = default;
-
- private:
-  Elementos::const_iterator lugar_;
-};
-
-inline ConfigColl::Iterador ConfigColl::begin() const {
-  return Iterador(elementos_.begin());
-}
-inline ConfigColl::Iterador ConfigColl::end() const {
-  return Iterador(elementos_.end());
-}
 
 }  // namespace utr

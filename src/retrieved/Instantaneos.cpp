@@ -70,7 +70,8 @@ std::int32_t ValorInstantaneo(Tabla& lectura, std::int16_t canal) {
   if (!lugar) return 0;
   const auto valores = Separar(trama, '/');
   if (*lugar >= valores.size())
-    throw Error(error::kSubindice, "ValorInstantaneo", "La lectura instantánea no llega hasta el canal " + NombreCanal(canal));
+    throw Error(error::kSubindice, "ValorInstantaneo",
+                "La lectura instantánea no llega hasta el canal " + NombreCanal(canal));
   return LeerEntero32(valores[*lugar]);
 }
 

@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "driver/Banco.h"
-#include "driver/simulated/ComunicadorSimulado.h"
+#include "driver/simulated/driver/ComunicadorSimulado.h"
 #include "support/Carpeta.h"
 #include "support/RelojFalso.h"
 

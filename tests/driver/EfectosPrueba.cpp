@@ -2,7 +2,7 @@
 
 #include "base/Error.h"
 #include "driver/BancoSimulado.h"
-#include "driver/simulated/Estacion.h"
+#include "driver/simulated/unit/Estacion.h"
 
 // What orders change in the life of the unit, what the line costs, and when the log is written.
 namespace utr::simulada {

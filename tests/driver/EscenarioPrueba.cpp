@@ -3,7 +3,7 @@
 #include "base/Error.h"
 #include "driver/BancoSimulado.h"
 #include "driver/Contrato.h"
-#include "driver/simulated/Escenario.h"
+#include "driver/simulated/scenario/Escenario.h"
 
 namespace utr::simulada {
 namespace {

@@ -4,8 +4,9 @@
 
 #include "base/Fechas.h"
 #include "driver/Dias.h"
-#include "driver/simulated/Estacion.h"
-#include "driver/simulated/TablasRegistros.h"
+#include "driver/PaginaCero.h"
+#include "driver/simulated/unit/Estacion.h"
+#include "driver/simulated/unit/TablasRegistros.h"
 
 namespace utr::simulada {
 namespace {
@@ -148,7 +149,7 @@ TEST(Estacion, ElReinicioRechazaUnaVelocidadQueNoHay) {
   for (int codigo = 0; codigo < 6; ++codigo) {
     e.EscribirPagina(0, {static_cast<std::uint8_t>(codigo)});
     e.Reiniciar(kAhora);
-    EXPECT_EQ(CodigoDeVelocidad(e.velocidad), codigo);
+    EXPECT_EQ(pagina0::CodigoDeVelocidad(e.velocidad), codigo);
   }
 }
 

@@ -4,7 +4,7 @@
 
 #include "base/Error.h"
 #include "driver/BancoSimulado.h"
-#include "driver/simulated/EstadoPersistido.h"
+#include "driver/simulated/unit/EstadoPersistido.h"
 #include "support/DispositivoLleno.h"
 
 namespace utr::simulada {

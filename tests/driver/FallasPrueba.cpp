@@ -4,8 +4,8 @@
 #include "base/Numeros.h"
 #include "driver/BancoSimulado.h"
 #include "driver/Contrato.h"
-#include "driver/simulated/Fallas.h"
-#include "driver/simulated/Pagina.h"
+#include "driver/simulated/scenario/Fallas.h"
+#include "driver/simulated/unit/Pagina.h"
 
 namespace utr::simulada {
 namespace {

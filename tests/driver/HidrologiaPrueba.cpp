@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "base/Fechas.h"
-#include "driver/simulated/Hidrologia.h"
+#include "driver/simulated/unit/Hidrologia.h"
 
 namespace utr::simulada {
 namespace {

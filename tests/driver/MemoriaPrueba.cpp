@@ -2,7 +2,7 @@
 
 #include "base/Texto.h"
 #include "driver/Textos.h"
-#include "driver/simulated/Memoria.h"
+#include "driver/simulated/unit/Memoria.h"
 
 namespace utr::simulada {
 namespace {

@@ -3,7 +3,7 @@
 #include <array>
 
 #include "base/Fechas.h"
-#include "driver/simulated/Pagina.h"
+#include "driver/simulated/unit/Pagina.h"
 
 namespace utr::simulada {
 namespace {

@@ -48,7 +48,7 @@ void FlujoLectura::AceptarLectura(frmPresentacion& dialogo) {
   mod_.conexion.Avisar();
   dialogo.MostrarLectura();
   {
-    const PunteroDeEspera espera(mod_.operador);
+    const Ocupacion ocupacion(dialogo, dialogo.AlLeer());
     lectura_.Preparar(dialogo.Fuente());
   }
   dialogo.hide();
@@ -63,8 +63,10 @@ bool FlujoLectura::LeerConfiguracionDirectaUTR() {
   const auto leer = [&] {
     dialogo = std::make_unique<frmPresentacion>(mod_, Encima());
     dialogo->MostrarLectura();
-    const PunteroDeEspera espera(mod_.operador);
-    lectura_.Preparar(std::string(kFuenteUTR));
+    {
+      const Ocupacion ocupacion(*dialogo, dialogo->AlLeer());
+      lectura_.Preparar(std::string(kFuenteUTR));
+    }
     dialogo.reset();
   };
   return RegistrandoYMostrando(mod_.registro, mod_.operador, kModulo, "LeerConfiguracionDirectaUTR", Titulo(),

@@ -7,6 +7,7 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QRadioButton>
+#include <QScopedValueRollback>
 #include <QVBoxLayout>
 #include <array>
 
@@ -19,8 +20,8 @@
 #include "widgets/Ayuda.h"
 #include "widgets/AyudaCombos.h"
 #include "widgets/Campos.h"
+#include "widgets/MarcoDialogo.h"
 #include "widgets/PanelAviso.h"
-#include "widgets/Tamanos.h"
 #include "widgets/TextoQt.h"
 
 namespace utr {
@@ -75,12 +76,10 @@ frmPresentacion::frmPresentacion(ModRTU& mod, QWidget* parent)
   setObjectName("frmPresentacion");
   setWindowTitle("Configuración");
   Armar();
-  Ordenar();
   Llenar();
   ConectarControles();
   ActivarDesactivarControles();
-  resize(sizeHint());
-  RecordarTamano(this);
+  AjustarTamano(*this);
 }
 
 void frmPresentacion::Armar() {
@@ -97,12 +96,13 @@ void frmPresentacion::Armar() {
   picInfo_->setSizePolicy(sitio);
   picInfo_->hide();
 
-  auto* todo = new QVBoxLayout(this);
-  todo->setContentsMargins(16, 16, 16, 16);
-  todo->setSpacing(10);
-  todo->addWidget(cuerpo_, 1);
-  todo->addWidget(picInfo_);
-  todo->addWidget(ArmarBotones());
+  auto* cuerpo = new QVBoxLayout;
+  cuerpo->addWidget(cuerpo_, 1);
+  cuerpo->addWidget(picInfo_);
+  ArmarDialogo(*this, cuerpo, {.aceptar = AceptarLecturaCFG_, .cancelar = CancelarLecturaCFG_, .ayuda = cmdAyuda_},
+               {OptionRTU_, OptionXML_, txtIdentificador_, optSerie_, cboPuertos_, CVelocidad_, CVerifVelocidad_,
+                CParar_, chkTel_, txtTelefono_, cmdTelefono_, txtComandos_, optIP_, DireccionIP_, PuertoIP_});
+  AceptarLecturaCFG_->setFocus();
 }
 
 QGroupBox* frmPresentacion::ArmarFuente() {
@@ -170,25 +170,6 @@ QGroupBox* frmPresentacion::ArmarEnlace() {
   puerto->addWidget(PuertoIP_);
   reja->addLayout(puerto, 6, 3, 1, 2);
   return marco;
-}
-
-QWidget* frmPresentacion::ArmarBotones() {
-  auto* fila = new QWidget;
-  auto* botones = new QHBoxLayout(fila);
-  botones->setContentsMargins(0, 0, 0, 0);
-  botones->addWidget(cmdAyuda_);
-  botones->addStretch(1);
-  botones->addWidget(AceptarLecturaCFG_);
-  botones->addWidget(CancelarLecturaCFG_);
-  AceptarLecturaCFG_->setDefault(true);
-  return fila;
-}
-
-void frmPresentacion::Ordenar() {
-  OrdenDeTab({OptionRTU_, OptionXML_, txtIdentificador_, optSerie_, cboPuertos_, CVelocidad_, CVerifVelocidad_, CParar_,
-              chkTel_, txtTelefono_, cmdTelefono_, txtComandos_, optIP_, DireccionIP_, PuertoIP_, AceptarLecturaCFG_,
-              CancelarLecturaCFG_, cmdAyuda_});
-  AceptarLecturaCFG_->setFocus();
 }
 
 void frmPresentacion::Llenar() {
@@ -284,22 +265,19 @@ std::string frmPresentacion::Puerto() const {
 }
 
 void frmPresentacion::Aceptar() {
-  if (ocupacion_ != Ocupacion::kLibre) return;
-  Ocupar(Ocupacion::kEligiendo);
+  if (Ocupacion::Ocupada(*this)) return;
   cancelado_ = false;
   if (OptionXML_->isChecked()) {
     ElegirArchivo();
-    Ocupar(Ocupacion::kLibre);
   } else if (!AceptarUTR()) {
     return;
   }
-  if (cancelado_) return;
   Acepto = !fuente_.empty();
   done(Acepto ? Accepted : Rejected);
 }
 
 void frmPresentacion::ElegirArchivo() {
-  const PunteroDeEspera espera(mod_.operador);
+  const Ocupacion ocupacion(*this, AlTrabajar(nullptr));
   PedidoArchivo pedido;
   pedido.titulo = "Abrir configuración...";
   pedido.filtro = bShowUCG ? "Configuración exportada (*.ucg)|*.ucg" : "Archivos de configuración (*.icf)|*.icf";
@@ -316,13 +294,8 @@ bool frmPresentacion::AceptarUTR() {
     MostrarReparos(reparos);
     return false;
   }
-  const PunteroDeEspera espera(mod_.operador);
   mod_.conexion.FijarPorIP(entrada.por_ip);
-  const bool sigue = (!entrada.telefono || Llamar(entrada)) && !cancelado_;
-  if (!sigue) {
-    Ocupar(Ocupacion::kLibre);
-    return false;
-  }
+  if (entrada.telefono && !Llamar(entrada)) return false;
   EscribirEntrada(mod_.propiedades, entrada);
   GuardarAjustes(mod_, "frmPresentacion", "AceptarLecturaCFG_Click", U(windowTitle()));
   return true;
@@ -334,7 +307,6 @@ void frmPresentacion::MostrarReparos(const std::vector<Reparo>& reparos) {
   for (const Reparo& reparo : reparos) lineas.push_back(reparo.texto);
   mod_.operador.Mostrar({"Debe completar lo siguiente:\n" + Unir(lineas, "\n"), U(windowTitle()), Icono::kInformacion,
                          Botones::kAceptar});
-  Ocupar(Ocupacion::kLibre);
   CampoDe(reparos.front().campo)->setFocus();
 }
 
@@ -356,36 +328,51 @@ QWidget* frmPresentacion::CampoDe(CampoEnlace campo) const {
   return CVelocidad_;
 }
 
+// A call can be abandoned; it then counts as none, even when the unit answered meanwhile.
 bool frmPresentacion::Llamar(const EntradaEnlace& entrada) {
-  Ocupar(Ocupacion::kLlamando);
-  return LlamarPorTelefono(mod_, entrada, U(windowTitle()));
+  bool atendida = false;
+  {
+    const Ocupacion ocupacion(*this, AlTrabajar(picInfo_, {CancelarLecturaCFG_}));
+    atendida = LlamarPorTelefono(mod_, entrada, U(windowTitle()));
+  }
+  return atendida && !cancelado_;
+}
+
+OpcionesOcupacion frmPresentacion::AlTrabajar(PanelAviso* panel, std::vector<QWidget*> siguen) {
+  OpcionesOcupacion opciones{.operador = &mod_.operador,
+                             .panel = panel,
+                             .apagados = {cuerpo_, AceptarLecturaCFG_, CancelarLecturaCFG_, cmdAyuda_}};
+  if (!siguen.empty()) opciones.al_cancelar = [this] { reject(); };
+  opciones.siguen = std::move(siguen);
+  return opciones;
 }
 
 void frmPresentacion::reject() {
-  if (ocupacion_ == Ocupacion::kLeyendo) return;  // a read can't be dropped: its result counts
   cancelado_ = true;
   if (mod_.atender) mod_.atender();
   IgnorandoErrores([&] { mod_.comunicador.Cancelar(false); });
   Acepto = false;
-  if (ocupacion_ == Ocupacion::kVerificando) {
-    CancelarLecturaCFG_->setEnabled(false);  // the try that runs ends first; the check then closes the dialog
-    return;
-  }
+  if (verificando_) return CancelarLecturaCFG_->setEnabled(false);  // the try ends first; the check closes the dialog
   QDialog::reject();
 }
 
 void frmPresentacion::VerificarVelocidad() {
   if (ValorElegido(*cboPuertos_) == 0) return MostrarReparos({{CampoEnlace::kPuerto, std::string(kFaltaPuerto)}});
   cancelado_ = false;
-  Ocupar(Ocupacion::kVerificando);
-  if (mod_.atender) mod_.atender();
-  const std::optional<std::int32_t> velocidad = BuscarSuVelocidad();
-  if (velocidad) {
-    mod_.operador.Mostrar(
-        {"La velocidad es de " + std::to_string(*velocidad) + " bps", "Atención", Icono::kNinguno, Botones::kAceptar});
-    SeleccionarValor(*CVelocidad_, *velocidad);
+  {
+    const QScopedValueRollback verificando(verificando_, true);
+    OpcionesOcupacion opciones = AlTrabajar(picInfo_, {CancelarLecturaCFG_});
+    opciones.operador = nullptr;  // the search alone brings the hourglass, not the box behind it
+    const Ocupacion ocupacion(*this, opciones);
+    if (mod_.atender) mod_.atender();
+    if (const std::optional<std::int32_t> velocidad = BuscarSuVelocidad()) {
+      mod_.operador.Mostrar({"La velocidad es de " + std::to_string(*velocidad) + " bps", "Atención", Icono::kNinguno,
+                             Botones::kAceptar});
+      SeleccionarValor(*CVelocidad_, *velocidad);
+    }
+    picInfo_->Detallar({});
   }
-  Ocupar(Ocupacion::kLibre);
+  CancelarLecturaCFG_->setEnabled(true);
   if (cancelado_) QDialog::reject();
 }
 
@@ -402,26 +389,15 @@ std::optional<std::int32_t> frmPresentacion::BuscarSuVelocidad() {
   return BuscarVelocidad(mod_, busqueda);
 }
 
-void frmPresentacion::Ocupar(Ocupacion ocupacion) {
-  const bool libre = ocupacion == Ocupacion::kLibre;
-  // A control that is disabled loses the focus, and gets it back with its use.
-  if (!libre && ocupacion_ == Ocupacion::kLibre) foco_ = focusWidget();
-  ocupacion_ = ocupacion;
-  cuerpo_->setEnabled(libre);
-  AceptarLecturaCFG_->setEnabled(libre);
-  cmdAyuda_->setEnabled(libre);
-  CancelarLecturaCFG_->setEnabled(ocupacion != Ocupacion::kLeyendo);
-  picInfo_->setVisible(!libre && ocupacion != Ocupacion::kEligiendo);
-  picInfo_->Detallar({});
-  if (libre && foco_ != nullptr) foco_->setFocus();
-}
-
 void frmPresentacion::MostrarLectura() {
-  Ocupar(Ocupacion::kLeyendo);
   setModal(false);
   if (Acepto) move(pos());  // where the operator had it, instead of wherever a new window goes
   show();
   if (mod_.atender) mod_.atender();
+}
+
+OpcionesOcupacion frmPresentacion::AlLeer() {
+  return AlTrabajar(picInfo_);
 }
 
 }  // namespace utr

@@ -7,6 +7,7 @@
 
 #include "session/AjustesEnlace.h"
 #include "session/ModRTU.h"
+#include "widgets/Ocupacion.h"
 
 class QCheckBox;
 class QComboBox;
@@ -42,8 +43,10 @@ class frmPresentacion : public QDialog {
   std::string Direccion() const;
   std::string Puerto() const;
 
-  // Shows the dialog without blocking, with its panel and everything disabled, while a read runs. It can't be closed.
+  // Shows the dialog without blocking. While a read runs it is busy, with its panel and everything off, and can't be
+  // closed: const Ocupacion ocupacion(dialogo, dialogo.AlLeer());
   void MostrarLectura();
+  OpcionesOcupacion AlLeer();
 
   void reject() override;
 
@@ -52,8 +55,6 @@ class frmPresentacion : public QDialog {
   QGroupBox* ArmarFuente();
   QGroupBox* ArmarEquipo();
   QGroupBox* ArmarEnlace();
-  QWidget* ArmarBotones();
-  void Ordenar();
   void ConectarControles();
   void Llenar();
 
@@ -68,17 +69,13 @@ class frmPresentacion : public QDialog {
   QWidget* CampoDe(CampoEnlace campo) const;
   std::optional<std::int32_t> BuscarSuVelocidad();
   EntradaEnlace Entrada() const;
-
-  // What the dialog is at. Only what can be dropped leaves Cancelar its use.
-  enum class Ocupacion { kLibre, kEligiendo, kLlamando, kVerificando, kLeyendo };
-  void Ocupar(Ocupacion ocupacion);
+  OpcionesOcupacion AlTrabajar(PanelAviso* panel, std::vector<QWidget*> siguen = {});
 
   ModRTU& mod_;
   std::string fuente_;
   bool cancelado_ = false;
-  Ocupacion ocupacion_ = Ocupacion::kLibre;
+  bool verificando_ = false;
   std::optional<QString> telefono_de_serie_;  // the number that a choice of IP put aside
-  QWidget* foco_ = nullptr;
 
   QRadioButton* OptionRTU_;
   QRadioButton* OptionXML_;

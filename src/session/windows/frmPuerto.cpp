@@ -2,9 +2,7 @@
 
 #include <QComboBox>
 #include <QGridLayout>
-#include <QHBoxLayout>
 #include <QRadioButton>
-#include <QVBoxLayout>
 
 #include "base/Numeros.h"
 #include "driver/PaginaCero.h"
@@ -15,7 +13,7 @@
 #include "widgets/Ayuda.h"
 #include "widgets/AyudaCombos.h"
 #include "widgets/Campos.h"
-#include "widgets/Tamanos.h"
+#include "widgets/MarcoDialogo.h"
 #include "widgets/TextoQt.h"
 
 namespace utr {
@@ -49,8 +47,7 @@ frmPuerto::frmPuerto(ModRTU& mod, QWidget* parent)
   connect(CmdCancel_, &QPushButton::clicked, this, &frmPuerto::reject);
   connect(cmdAyuda_, &QPushButton::clicked, this, [this] { AbrirAyuda(mod_.archivo_ayuda); });
   ActivarDesactivarControles();
-  resize(sizeHint().expandedTo(QSize(460, 0)));
-  RecordarTamano(this);
+  AjustarTamano(*this, QSize(460, 0));
 }
 
 void frmPuerto::Armar() {
@@ -76,19 +73,8 @@ void frmPuerto::Armar() {
   reja->addWidget(Rotulo("lblPuertoIP", "P&uerto:", PuertoIP_), 5, 1);
   reja->addWidget(PuertoIP_, 5, 2);
 
-  CmdOK_->setDefault(true);
-  auto* botones = new QHBoxLayout;
-  botones->addWidget(cmdAyuda_);
-  botones->addStretch(1);
-  botones->addWidget(CmdOK_);
-  botones->addWidget(CmdCancel_);
-  auto* todo = new QVBoxLayout(this);
-  todo->setContentsMargins(16, 16, 16, 16);
-  todo->addLayout(reja);
-  todo->addStretch(1);
-  todo->addSpacing(12);
-  todo->addLayout(botones);
-  OrdenDeTab({optSerie_, CPuerto_, CVelocidad_, optIP_, DireccionIP_, PuertoIP_, CmdOK_, CmdCancel_, cmdAyuda_});
+  ArmarDialogo(*this, reja, {.aceptar = CmdOK_, .cancelar = CmdCancel_, .ayuda = cmdAyuda_},
+               {optSerie_, CPuerto_, CVelocidad_, optIP_, DireccionIP_, PuertoIP_});
 }
 
 void frmPuerto::Llenar() {

@@ -236,8 +236,12 @@ TEST_F(Presentacion, UnaLecturaNoSeCancela) {
   Abrir();
   Jugar([&](QDialog&) { Pulsar("AceptarLecturaCFG"); });
   dialogo->MostrarLectura();
+  const Ocupacion ocupacion(*dialogo, dialogo->AlLeer());
   EXPECT_FALSE(Activo("CancelarLecturaCFG"));
-  dialogo->reject();
+  EXPECT_FALSE(El<PanelAviso>("picInfo").isHidden());
+  Pulsar("CancelarLecturaCFG");
+  QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+  QCoreApplication::sendEvent(dialogo.get(), &escape);
   dialogo->close();
   EXPECT_TRUE(dialogo->isVisible());
   EXPECT_TRUE(dialogo->Acepto) << "its result counts";

@@ -1,0 +1,196 @@
+#include "driver/simulated/unit/TablasRegistros.h"
+
+#include <fmt/compile.h>
+
+#include <array>
+#include <charconv>
+#include <vector>
+
+#include "base/Fechas.h"
+#include "driver/Dias.h"
+
+namespace utr::simulada {
+
+namespace {
+
+// Fields of the two tables, by position.
+enum CampoMuestra : std::size_t { kFecha, kHora, kCanal, kValor, kMaximo, kMinimo, kValidacion, kColaTX };
+enum CampoSuceso : std::size_t { kCodigo = 2, kValor1, kValor2 };
+
+TablaPtr NuevaTabla(std::initializer_list<std::pair<const char*, unsigned>> campos) {
+  auto tabla = std::make_shared<Tabla>();
+  for (const auto& [nombre, tamano] : campos) tabla->Append(nombre, TipoCampo::kVarChar, tamano);
+  tabla->Open();
+  return tabla;
+}
+
+void PonerNumero(Tabla& tabla, std::size_t campo, std::int32_t numero) {
+  char texto[12];
+  const char* fin = std::to_chars(texto, texto + sizeof texto, numero).ptr;
+  tabla.Set(campo, std::string_view{texto, fin});
+}
+
+void PonerHora(Tabla& tabla, unsigned segundo) {
+  std::array<char, 12> texto;
+  const auto hasta = fmt::format_to_n(texto.data(), texto.size(), FMT_COMPILE("{:02}:{:02}:{:02}"),
+                                      segundo / 3600 % 100, segundo / 60 % 60, segundo % 60);
+  tabla.Set(kHora, std::string_view{texto.data(), hasta.out});
+}
+
+TablaPtr Terminada(TablaPtr tabla) {
+  tabla->UpdateBatch();
+  if (tabla->RecordCount() > 0) tabla->MoveFirst();
+  return tabla;
+}
+
+std::int64_t MomentoDe(std::string_view texto, bool hasta) {
+  const FechaHora fecha = ConvertirAFecha(texto);
+  const bool dia_entero = hasta && texto.find(':') == std::string_view::npos;
+  return Segundos(fecha) + (dia_entero ? kSegundosDia - 1 : 0);
+}
+
+// Midnight of a page's day; a page without one lies in every range.
+std::int64_t MedianocheDe(const Cabecera& cabecera) {
+  return cabecera.dia == kDiaAusente ? 0 : SegundosDeDia(cabecera.dia);
+}
+
+bool EnRango(const Cabecera& cabecera, const Rango& rango, std::int64_t momento, unsigned marcas) {
+  if (cabecera.dia == kDiaAusente) return !rango.solo_pendiente || (marcas & marca::kPendiente) != 0;
+  return rango.Contiene(momento, marcas);
+}
+
+}  // namespace
+
+Rango LeerRango(std::string_view desde, std::string_view hasta) {
+  Rango rango;
+  if (!desde.empty()) rango.desde = MomentoDe(desde, false);
+  if (!hasta.empty()) rango.hasta = MomentoDe(hasta, true);
+  return rango;
+}
+
+FilasMuestras::FilasMuestras()
+    : tabla_(NuevaTabla({{"Fecha", 20},
+                         {"Hora", 15},
+                         {"Canal", 10},
+                         {"Valor", 50},
+                         {"Maximo", 50},
+                         {"Minimo", 50},
+                         {"Validacion", 3},
+                         {"ColaTX", 3}})) {}
+
+void FilasMuestras::Agregar(VistaPagina pagina, const Cabecera& cabecera, const Rango& rango,
+                            std::string_view fecha_ausente) {
+  const std::int64_t medianoche = MedianocheDe(cabecera);
+  const bool fecha_propia = cabecera.dia != kDiaAusente;
+  const bool fecha_en_muestra = fecha_propia && cabecera.contenido == Contenido::kCola;
+  std::string fecha = fecha_propia ? FechaDeDia(cabecera.dia) : std::string{fecha_ausente};
+  for (unsigned i = 0; i < cabecera.cuenta; ++i) {
+    const Muestra muestra = LeerMuestra(pagina, cabecera, i);
+    if (!EnRango(cabecera, rango, medianoche + muestra.minuto * 60, muestra.marcas)) continue;
+    if (!fecha.empty() && !fecha_en_muestra) {
+      tabla_->AddNew();
+      tabla_->Set(kFecha, fecha);
+      fecha.clear();
+    }
+    AgregarFila(muestra, fecha);
+    fecha.clear();
+  }
+}
+
+void FilasMuestras::AgregarFila(const Muestra& muestra, const std::string& fecha) {
+  Tabla& tabla = *tabla_;
+  tabla.AddNew();
+  if (!fecha.empty()) tabla.Set(kFecha, fecha);
+  PonerHora(tabla, muestra.minuto * 60U);
+  PonerNumero(tabla, kCanal, muestra.canal);
+  if ((muestra.marcas & marca::kSinValor) == 0) {
+    PonerNumero(tabla, kValor, muestra.valor);
+    if ((muestra.marcas & marca::kSinExtremos) == 0) {
+      PonerNumero(tabla, kMaximo, muestra.maximo);
+      PonerNumero(tabla, kMinimo, muestra.minimo);
+    }
+  }
+  tabla.Set(kValidacion, (muestra.marcas & marca::kValidado) != 0 ? "1" : "0");
+  tabla.Set(kColaTX, (muestra.marcas & marca::kEnCola) != 0 ? "1" : "0");
+}
+
+TablaPtr FilasMuestras::Terminar() {
+  return Terminada(std::move(tabla_));
+}
+
+FilasSucesos::FilasSucesos()
+    : tabla_(NuevaTabla({{"Fecha", 20}, {"Hora", 15}, {"Codigo", 50}, {"Valor1", 50}, {"Valor2", 50}})) {}
+
+void FilasSucesos::Agregar(VistaPagina pagina, const Cabecera& cabecera, const Rango& rango,
+                           std::string_view fecha_ausente) {
+  const std::int64_t medianoche = MedianocheDe(cabecera);
+  bool marcador = false;
+  for (unsigned i = 0; i < cabecera.cuenta; ++i) {
+    const Suceso suceso = LeerSuceso(pagina, i);
+    if (!EnRango(cabecera, rango, medianoche + suceso.segundo, suceso.marcas)) continue;
+    if (!marcador) {
+      AgregarMarcador(cabecera.dia == kDiaAusente ? std::string{fecha_ausente} : FechaDeDia(cabecera.dia));
+    }
+    marcador = true;
+    AgregarFila(suceso);
+  }
+}
+
+void FilasSucesos::AgregarMarcador(std::string_view fecha) {
+  tabla_->AddNew();
+  tabla_->Set(kFecha, fecha);
+}
+
+void FilasSucesos::AgregarFila(const Suceso& suceso) {
+  tabla_->AddNew();
+  PonerHora(*tabla_, suceso.segundo);
+  PonerNumero(*tabla_, kCodigo, suceso.codigo);
+  if ((suceso.marcas & marca::kSinValor) != 0) return;
+  PonerNumero(*tabla_, kValor1, suceso.valor1);
+  PonerNumero(*tabla_, kValor2, suceso.valor2);
+}
+
+TablaPtr FilasSucesos::Terminar() {
+  return Terminada(std::move(tabla_));
+}
+
+TablaPtr SucesosPendientes(const Memoria& memoria, std::int32_t hoy) {
+  FilasSucesos filas;
+  std::int32_t dia = -1;  // the day at hand; none yet
+  bool marcado = false;
+  const auto marcar = [&](std::int32_t otro) {
+    filas.AgregarMarcador(FechaDeDia(dia = otro));
+    marcado = true;
+  };
+  // Of a clock that was put back: events without a marker belong to the day before the first one.
+  const auto retroceder = [&] {
+    if (!marcado) marcar(dia + 1);
+  };
+  memoria.RecorrerSucesos([&](VistaPagina pagina, const Cabecera& cabecera) {
+    for (unsigned i = 0; i < cabecera.cuenta; ++i) {
+      const Suceso suceso = LeerSuceso(pagina, i);
+      if ((suceso.marcas & marca::kPendiente) == 0) continue;
+      if (dia < 0) dia = cabecera.dia;
+      while (dia < cabecera.dia) marcar(dia + 1);
+      if (dia > cabecera.dia) {
+        retroceder();
+        marcar(cabecera.dia);
+      }
+      filas.AgregarFila(suceso);
+    }
+  });
+  while (dia >= 0 && dia < hoy) marcar(dia + 1);
+  if (dia >= 0 && dia > hoy) retroceder();
+  return filas.Terminar();
+}
+
+TablaPtr TablaInstantaneos(std::span<const std::int32_t> trama) {
+  TablaPtr tabla = NuevaTabla({{"Valor", 50}});
+  for (const std::int32_t valor : trama) {
+    tabla->AddNew();
+    PonerNumero(*tabla, 0, valor);
+  }
+  return Terminada(std::move(tabla));
+}
+
+}  // namespace utr::simulada
