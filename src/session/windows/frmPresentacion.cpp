@@ -142,6 +142,7 @@ QGroupBox* frmPresentacion::ArmarEnlace() {
   DireccionIP_->setObjectName("DireccionIP");
   SinSaltosDeLinea(*DireccionIP_);
   DireccionIP_->setAccessibleName("Dirección IP");
+  DireccionIP_->setMinimumWidth(DireccionIP_->fontMetrics().horizontalAdvance("255.255.255.255") + 24);
   CVerifVelocidad_->setToolTip("Verificar velocidad de conexión");
   // Both stand in the dialog without an action.
   CParar_->setEnabled(false);
