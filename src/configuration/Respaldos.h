@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <string>
+
+#include "base/Reloj.h"
+#include "services/Propiedades.h"
+#include "services/RegistroErrores.h"
+#include "tables/Tabla.h"
+
+namespace utr {
+
+enum class MotivoRespaldo : std::uint8_t { kLectura, kEscritura };
+
+// What became of a backup.
+struct ResultadoRespaldo {
+  std::filesystem::path archivo{};  // where the table lies; empty after a failure
+  bool repetido = false;            // it lay there already: nothing was written
+  std::string falla{};              // why it couldn't be saved; empty: it was
+
+  bool Guardado() const noexcept { return falla.empty(); }
+};
+
+// The tables of channels as the unit gave them, kept as exported configurations beside the program, in a folder for
+// each station: "Respaldos/70/2026-03-15 10.00.00 lectura.ucg".
+class Respaldos {
+ public:
+  static constexpr std::size_t kPorEstacion = 100;
+
+  // `carpeta`: that of the program. The station is the identifier that the settings hold when it is asked for.
+  Respaldos(std::filesystem::path carpeta, const Propiedades& propiedades, const Reloj& reloj,
+            RegistroErrores& registro);
+
+  // The folder of the present station; it may not be there yet. Identifier 0: "sin-identificador".
+  std::filesystem::path Carpeta() const;
+
+  // Saves the whole table, whatever its filter and sort, unless the newest backup of the station holds the same; then
+  // deletes all but the newest kPorEstacion of the files that bear such a name, and never any other. Failures are
+  // logged and told in the result; a former backup that can't be deleted is only logged. Never raises.
+  ResultadoRespaldo Guardar(const Tabla& tabla, MotivoRespaldo motivo);
+
+ private:
+  ResultadoRespaldo GuardarEn(const std::filesystem::path& carpeta, const Tabla& tabla, MotivoRespaldo motivo);
+  void Podar(const std::filesystem::path& carpeta, const std::filesystem::path& recien);
+
+  std::filesystem::path carpeta_;
+  const Propiedades& propiedades_;
+  const Reloj& reloj_;
+  RegistroErrores& registro_;
+};
+
+}  // namespace utr
