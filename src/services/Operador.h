@@ -22,8 +22,12 @@ struct Mensaje {
   std::string titulo;
   Icono icono = Icono::kNinguno;
   Botones botones = Botones::kAceptar;
-  std::array<std::string, 2> opciones{};  // captions, for kOpciones alone; the first one is the default
+  std::array<std::string, 2> opciones{};  // captions, for kOpciones alone
+  std::optional<Respuesta> defecto{};  // what Enter answers; without one, or one that has no button: the first button
 };
+
+// What Enter answers in a box.
+Respuesta DefectoDe(const Mensaje& mensaje);
 
 // A filter of the file dialogs as the system writes them: "Texto (*.txt)|*.txt".
 struct PedidoArchivo {
@@ -55,8 +59,8 @@ class Operador {
   virtual void PunteroOcupado(bool ocupado) = 0;
 };
 
-// A question with yes and no under that title; true for yes.
-bool Preguntar(Operador& operador, std::string_view titulo, std::string_view texto);
+// A question with yes and no under that title; true for yes. Enter answers `defecto`: kNo for what destroys.
+bool Preguntar(Operador& operador, std::string_view titulo, std::string_view texto, Respuesta defecto = Respuesta::kSi);
 
 // A piece of information under that title.
 void Informar(Operador& operador, std::string_view titulo, std::string_view texto);

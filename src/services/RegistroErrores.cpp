@@ -40,6 +40,10 @@ std::string TextoFalla(Redaccion redaccion, std::string_view descripcion) {
       return fmt::format("La operación solicitada no puede ser completada\n[{}]", descripcion);
     case Redaccion::kExportar:
       return fmt::format("La operacion no puede ser completada\n[ {} ]", descripcion);
+    case Redaccion::kEntreCorchetes:
+      return fmt::format("[ \nLa operación solicitada no puede completarse{} ]", descripcion);
+    case Redaccion::kSeleccionada:
+      return fmt::format("[\nLa operación seleccionada no puede ser completada{}]", descripcion);
     case Redaccion::kCompletarse:
       break;
   }

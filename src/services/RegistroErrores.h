@@ -27,11 +27,13 @@ class RegistroErrores {
   const Reloj& reloj_;
 };
 
-// How a common critical message is worded: both stand, each in its own procedures.
+// How a common critical message is worded: each stands in its own procedures.
 enum class Redaccion {
-  kCompletada,   // "La operación solicitada no puede ser completada", line break, "[", description, "]"
-  kCompletarse,  // "La operación solicitada no puede completarse", line break, "[ ", description, " ]"
-  kExportar,     // "La operacion no puede ser completada", line break, "[ ", description, " ]"
+  kCompletada,      // "La operación solicitada no puede ser completada", line break, "[", description, "]"
+  kCompletarse,     // "La operación solicitada no puede completarse", line break, "[ ", description, " ]"
+  kExportar,        // "La operacion no puede ser completada", line break, "[ ", description, " ]"
+  kEntreCorchetes,  // "[ ", line break, "La operación solicitada no puede completarse", description, " ]"
+  kSeleccionada,    // "[", line break, "La operación seleccionada no puede ser completada", description, "]"
 };
 std::string TextoFalla(Redaccion redaccion, std::string_view descripcion);
 

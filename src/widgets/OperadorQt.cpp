@@ -141,7 +141,7 @@ Respuesta OperadorQt::Mostrar(const Mensaje& mensaje) {
   for (const BotonDeCaja& boton : kBotones) {
     if (boton.cuando != mensaje.botones) continue;
     QPushButton* puesto = caja.addButton(TextoDeBoton(boton, mensaje), boton.papel);
-    if (respuestas.isEmpty()) caja.setDefaultButton(puesto);
+    if (boton.respuesta == DefectoDe(mensaje)) caja.setDefaultButton(puesto);
     respuestas.append({puesto, boton.respuesta});
   }
   if (mensaje.botones == Botones::kSiNo) {

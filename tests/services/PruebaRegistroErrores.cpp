@@ -72,12 +72,19 @@ TEST_F(Registro, RelanzaElMismoError) {
 }
 
 TEST_F(Registro, MuestraUnMensajeConSuRedaccion) {
-  operador_.Espera(Mensaje{"La operación solicitada no puede ser completada\n[en uso]", "Título", Icono::kCritico,
-                           Botones::kAceptar});
-  operador_.Espera(Mensaje{"La operación solicitada no puede completarse\n[ en uso ]", "Título", Icono::kCritico,
-                           Botones::kAceptar});
-  for (const Redaccion redaccion : {Redaccion::kCompletada, Redaccion::kCompletarse}) {
-    EXPECT_FALSE(RegistrandoYMostrando(registro_, operador_, "m", "p", "Título", redaccion, Romper));
+  const struct {
+    Redaccion redaccion;
+    const char* texto;
+  } casos[] = {
+      {Redaccion::kCompletada, "La operación solicitada no puede ser completada\n[en uso]"},
+      {Redaccion::kCompletarse, "La operación solicitada no puede completarse\n[ en uso ]"},
+      {Redaccion::kExportar, "La operacion no puede ser completada\n[ en uso ]"},
+      {Redaccion::kEntreCorchetes, "[ \nLa operación solicitada no puede completarseen uso ]"},
+      {Redaccion::kSeleccionada, "[\nLa operación seleccionada no puede ser completadaen uso]"},
+  };
+  for (const auto& caso : casos) {
+    operador_.Espera(Mensaje{caso.texto, "Título", Icono::kCritico, Botones::kAceptar});
+    EXPECT_FALSE(RegistrandoYMostrando(registro_, operador_, "m", "p", "Título", caso.redaccion, Romper));
   }
   EXPECT_TRUE(RegistrandoYMostrando(registro_, operador_, "m", "p", "Título", Redaccion::kCompletada, [] {}));
 }

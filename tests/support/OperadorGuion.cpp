@@ -75,6 +75,7 @@ Respuesta OperadorGuion::Mostrar(const Mensaje& mensaje) {
     EXPECT_EQ(mensaje.icono, paso->mensaje.icono) << mensaje.texto;
     EXPECT_EQ(mensaje.botones, paso->mensaje.botones) << mensaje.texto;
     EXPECT_EQ(mensaje.opciones, paso->mensaje.opciones) << mensaje.texto;
+    EXPECT_EQ(DefectoDe(mensaje), DefectoDe(paso->mensaje)) << mensaje.texto;
   }
   return paso->respuesta;
 }

@@ -18,7 +18,7 @@ class OperadorGuion : public Operador {
 
   // The next box has exactly this text; the answer given to it.
   void Espera(std::string texto, Respuesta respuesta = Respuesta::kAceptar);
-  // The next box equals `mensaje` in text, title, icon, buttons and their captions.
+  // The next box equals `mensaje` in text, title, icon, buttons, their captions and what Enter answers.
   void Espera(Mensaje mensaje, Respuesta respuesta = Respuesta::kAceptar);
   // The next file dialog has this title; the path given to it, or a cancel.
   void EsperaAbrir(std::string titulo, std::optional<std::filesystem::path> ruta);

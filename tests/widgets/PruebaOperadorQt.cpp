@@ -72,6 +72,24 @@ INSTANTIATE_TEST_SUITE_P(Botones, PruebaRespuestas,
                                          CasoRespuesta{Botones::kOpciones, "Cancelar", Respuesta::kCancelar},
                                          CasoRespuesta{Botones::kOpciones, nullptr, Respuesta::kCancelar}));
 
+TEST(PruebaOperadorQt, EnterAnswersWhatTheMessageSays) {
+  const struct {
+    Botones botones;
+    std::optional<Respuesta> defecto;
+    Respuesta respuesta;
+  } casos[] = {{Botones::kSiNo, std::nullopt, Respuesta::kSi},
+               {Botones::kSiNo, Respuesta::kNo, Respuesta::kNo},
+               {Botones::kSiNo, Respuesta::kCancelar, Respuesta::kSi},  // no button of the box
+               {Botones::kAceptarCancelar, Respuesta::kCancelar, Respuesta::kCancelar},
+               {Botones::kOpciones, Respuesta::kSegunda, Respuesta::kSegunda}};
+  OperadorQt operador;
+  for (const auto& caso : casos) {
+    AlAbrirse([](QWidget* dialogo) { QTest::keyClick(dialogo, Qt::Key_Return); });
+    EXPECT_EQ(operador.Mostrar({"¿?", "T", Icono::kPregunta, caso.botones, {"Una", "Otra"}, caso.defecto}),
+              caso.respuesta);
+  }
+}
+
 TEST(PruebaOperadorQt, AMessageIsPlainTextAndTheFirstButtonIsTheDefaultOne) {
   OperadorQt operador;
   AlAbrirse([](QWidget* dialogo) {
