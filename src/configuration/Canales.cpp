@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <cmath>
+
 #include "base/Numeros.h"
 
 namespace utr {
@@ -50,7 +52,9 @@ std::string DescripcionTipo(std::string_view tipo, std::int16_t canal) {
 }
 
 std::uint8_t LeerFlags(std::string_view flags) {
-  return static_cast<std::uint8_t>(Entero32(Val(flags)) & 0xFF);
+  const double numero = Val(flags);
+  // What is beyond a whole number of 32 bits holds no options.
+  return std::abs(numero) < 2147483647 ? static_cast<std::uint8_t>(Entero32(numero) & 0xFF) : std::uint8_t{0};
 }
 
 bool CanalHabilitado(std::uint8_t flags) {

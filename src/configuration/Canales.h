@@ -16,7 +16,8 @@ std::string TipoEntrada(std::int16_t canal);
 // The word of a kind of sensor as lists show it. `tipo` is read by its leading number; empty for an unknown kind.
 std::string DescripcionTipo(std::string_view tipo, std::int16_t canal);
 
-// The option bits held by the text of a column `Flags`; 0 for a text without a number.
+// The option bits held by the text of a column `Flags`; 0 for a text without a number or with one beyond
+// 32 bits.
 std::uint8_t LeerFlags(std::string_view flags);
 
 bool CanalHabilitado(std::uint8_t flags);

@@ -42,7 +42,7 @@ enum class PasoEscritura : std::uint8_t {
   kReinicio,
   kFechaHora,
 };
-// The words for a step in a sentence: "el reinicio de la UTR".
+// The words for a step: "reinicio de la UTR".
 std::string_view NombreDePaso(PasoEscritura paso);
 
 // Shown while it is being written.

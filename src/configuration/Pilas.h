@@ -13,7 +13,7 @@
 namespace utr {
 
 inline constexpr std::size_t kPilas = 9;
-inline constexpr std::size_t kCanalesPorPilas = 19;  // the unit stores that many channels at most
+inline constexpr std::size_t kCanalesConRegistro = 19;  // the unit stores that many channels at most
 
 struct ContextoPilas {
   Comunicador& comunicador;  // takes the lines of its log
@@ -27,13 +27,16 @@ struct ContextoPilas {
 class RelacionPilaCanal {
  public:
   // Makes the relation of the channels of a table that store data: their numbers joined by "$", "Nada" without any.
-  // More than kCanalesPorPilas are refused with a critical message and a line in the driver's log; the relation stays
-  // as it was then. True unless an error occurred, which is logged and shown. The table ends on its first row.
+  // More than kCanalesConRegistro are refused with a critical message and a line in the driver's log; the relation
+  // stays as it was then. True unless an error occurred, which is logged and shown. The rows that the table shows
+  // count; it ends on the first of them.
   bool Armar(Tabla& tabla, const ContextoPilas& contexto);
 
   const std::string& Texto() const noexcept { return texto_; }
 
  private:
+  static void Rechazar(const ContextoPilas& contexto);
+
   std::string texto_;
 };
 

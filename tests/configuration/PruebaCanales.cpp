@@ -48,6 +48,7 @@ TEST(Flags, BitsDeCanalYAlarma) {
   EXPECT_TRUE(CanalHabilitado(LeerFlags(" 31")));
   EXPECT_FALSE(CanalHabilitado(LeerFlags("30")));
   EXPECT_FALSE(CanalHabilitado(LeerFlags("")));
+  EXPECT_FALSE(CanalHabilitado(LeerFlags("9999999999999999999999")));
   EXPECT_TRUE(AlarmaHabilitada(LeerFlags("2")));
   EXPECT_FALSE(AlarmaHabilitada(LeerFlags("29")));
 }
