@@ -23,17 +23,20 @@ bool LecturaConfiguracion::Preparar(const std::string& fuente) {
   return true;
 }
 
+TablaPtr LecturaConfiguracion::LeerArchivo(const std::string& ruta) const {
+  if (EsExportada(ruta)) {
+    auto leida = std::make_shared<Tabla>();
+    leida->Open(std::filesystem::path(ruta));
+    return leida;
+  }
+  TablaPtr leida = mod_.comunicador.LeerArchivoConfiguracion(ruta);
+  if (!leida) Lanzar(error::kArchivo, "LeerArchivoConfiguracion");
+  return leida;
+}
+
 void LecturaConfiguracion::PrepararArchivo(const std::string& ruta) {
   configuracion_leida_ = false;
-  TablaPtr leida;
-  if (EsExportada(ruta)) {
-    leida = std::make_shared<Tabla>();
-    leida->Open(std::filesystem::path(ruta));
-  } else {
-    leida = mod_.comunicador.LeerArchivoConfiguracion(ruta);
-    if (!leida) Lanzar(error::kArchivo, "LeerArchivoConfiguracion");
-  }
-  rec_config_ = std::move(leida);
+  rec_config_ = LeerArchivo(ruta);
 }
 
 void LecturaConfiguracion::PrepararUTR() {
@@ -47,6 +50,8 @@ void LecturaConfiguracion::PrepararUTR() {
         rec_config_ = mod_.comunicador.ConfiguracionAlmacenada(true);
       },
       [&] { configuracion_leida_ = anterior; });
+  respaldo_.reset();
+  if (TieneFilas()) respaldo_ = respaldos_.Guardar(*rec_config_, MotivoRespaldo::kLectura);
 }
 
 void LecturaConfiguracion::AbrirEnlace() {
@@ -56,6 +61,11 @@ void LecturaConfiguracion::AbrirEnlace() {
 
 bool LecturaConfiguracion::TieneFilas() const {
   return rec_config_ && rec_config_->Abierta() && rec_config_->RecordCount() > 0;
+}
+
+ResultadoRespaldo LecturaConfiguracion::RespaldarParaEscribir() {
+  if (!rec_config_) return {.falla = "No hay una configuración leída"};
+  return respaldos_.Guardar(*rec_config_, MotivoRespaldo::kEscritura);
 }
 
 void LecturaConfiguracion::Guardar(const std::filesystem::path& ruta) const {

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 
+#include "configuration/Respaldos.h"
 #include "session/ModRTU.h"
 #include "tables/Tabla.h"
 
@@ -16,12 +18,18 @@ inline constexpr std::string_view kFuenteUTR = "RTU";
 // when the new one is whole.
 class LecturaConfiguracion {
  public:
-  explicit LecturaConfiguracion(ModRTU& mod) : mod_(mod) {}
+  explicit LecturaConfiguracion(ModRTU& mod)
+      : mod_(mod), respaldos_(mod.carpeta, mod.propiedades, mod.reloj, mod.registro) {}
 
   // Fetches the table of a source: kFuenteUTR, a path that ends in "ucg" in any case (a saved table), or another path
   // (the driver reads it). Opens the link for the unit, unless it is over IP or a call stands. On a failure shows the
-  // link as lost, logs, and raises it again; the table is then as before.
+  // link as lost, logs, and raises it again; the table is then as before. A table with rows that came from the unit is
+  // saved as a backup; a backup that fails doesn't fail the read.
   bool Preparar(const std::string& fuente);
+
+  // The table of such a path, for whoever looks at a file beside the table on hand, which stays as it is. Raises for a
+  // file that can't be read.
+  TablaPtr LeerArchivo(const std::string& ruta) const;
 
   // The table; null when nothing was read.
   const TablaPtr& RecConfig() const noexcept { return rec_config_; }
@@ -35,6 +43,19 @@ class LecturaConfiguracion {
   // The table came from the unit (`ConfiguracionLeida`); false before any read and after a file was opened.
   bool ConfiguracionLeida() const noexcept { return configuracion_leida_; }
 
+  // The table on hand isn't what the unit holds any more: it was written, wholly or in part, and not read back.
+  // `ConfiguracionLeida` is cleared until the next read.
+  void OlvidarOrigen() noexcept { configuracion_leida_ = false; }
+
+  // The backup made by the last read from the unit; nothing before one, and behind a read that brought no rows.
+  const std::optional<ResultadoRespaldo>& RespaldoDeLectura() const noexcept { return respaldo_; }
+
+  // Saves the table as a backup ahead of a write. Never raises; without a table it fails.
+  ResultadoRespaldo RespaldarParaEscribir();
+
+  // Where the backups of the station lie; the folder may not be there yet.
+  std::filesystem::path CarpetaDeRespaldos() const { return respaldos_.Carpeta(); }
+
   // Writes the table as an exported configuration, replacing the file only when the new one is whole. Raises kArchivo.
   void Guardar(const std::filesystem::path& ruta) const;
 
@@ -47,7 +68,9 @@ class LecturaConfiguracion {
   void AbrirEnlace();
 
   ModRTU& mod_;
+  Respaldos respaldos_;
   TablaPtr rec_config_;
+  std::optional<ResultadoRespaldo> respaldo_;
   bool configuracion_leida_ = false;
 };
 

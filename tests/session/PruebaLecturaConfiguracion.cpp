@@ -124,7 +124,7 @@ TEST_F(Lectura, LoGuardadoSeAbreIgual) {
   lectura.Preparar((carpeta / "e.ucg").string());
   EXPECT_EQ(lectura.RecConfig()->FieldCount(), TablaDeCanales({})->FieldCount());
   EXPECT_THAT(Canales(), ElementsAre("1", "15"));
-  EXPECT_EQ(carpeta.Cuantos(), 1U) << "no leftovers";
+  EXPECT_EQ(carpeta.Cuantos(), 2U) << "no leftovers beside the backups";
 }
 
 TEST_F(Lectura, UnGuardadoQueFallaDejaElArchivoAnterior) {
@@ -144,7 +144,51 @@ TEST_F(Lectura, UnGuardadoQueFallaDejaElArchivoAnterior) {
     EXPECT_TRUE(FallaDe([&] { lectura.Guardar(carpeta / "e.ucg"); }));
   }
   EXPECT_EQ(prueba::LeerTodo(carpeta / "e.ucg"), "anterior");
-  EXPECT_EQ(carpeta.Cuantos(), 2U) << "no leftovers";
+  EXPECT_EQ(carpeta.Cuantos(), 3U) << "no leftovers beside the backups";
+}
+
+TEST_F(Lectura, CadaLecturaCompletaDeLaUTRSeRespalda) {
+  const auto respaldos = [&] {
+    return std::distance(std::filesystem::directory_iterator(lectura.CarpetaDeRespaldos()), {});
+  };
+  EXPECT_FALSE(lectura.RespaldarParaEscribir().Guardado()) << "nothing was read yet";
+  lectura.Preparar("RTU");
+  ASSERT_TRUE(lectura.RespaldoDeLectura());
+  EXPECT_TRUE(lectura.RespaldoDeLectura()->Guardado());
+  EXPECT_EQ(lectura.RespaldarParaEscribir().archivo, lectura.RespaldoDeLectura()->archivo);
+  lectura.Guardar(carpeta / "e.ucg");
+  lectura.Preparar((carpeta / "e.ucg").string());
+  EXPECT_EQ(respaldos(), 1) << "a file isn't the unit";
+  comunicador.Devuelve("ConfiguracionAlmacenada", TablaDeCanales({}));
+  lectura.Preparar("RTU");
+  EXPECT_FALSE(lectura.RespaldoDeLectura());
+  EXPECT_EQ(respaldos(), 1);
+}
+
+TEST_F(Lectura, UnRespaldoQueFallaNoHaceFallarLaLectura) {
+  prueba::EscribirTodo(carpeta / "Respaldos", "un archivo");
+  EXPECT_TRUE(lectura.Preparar("RTU"));
+  EXPECT_TRUE(lectura.LeidaDeLaUTR());
+  ASSERT_TRUE(lectura.RespaldoDeLectura());
+  EXPECT_NE(lectura.RespaldoDeLectura()->falla, "");
+}
+
+TEST_F(Lectura, LaTablaQueYaNoEsLaDeLaUTRQuedaParaMirar) {
+  lectura.Preparar("RTU");
+  lectura.OlvidarOrigen();
+  EXPECT_FALSE(lectura.LeidaDeLaUTR());
+  EXPECT_TRUE(lectura.TieneFilas());
+  lectura.Preparar("RTU");
+  EXPECT_TRUE(lectura.LeidaDeLaUTR());
+}
+
+TEST_F(Lectura, UnArchivoSeMiraSinTocarLaTabla) {
+  lectura.Preparar("RTU");
+  comunicador.Devuelve("LeerArchivoConfiguracion", TablaDeCanales({{{"Canal", "9"}}}));
+  EXPECT_EQ(lectura.LeerArchivo("x.icf")->Texto("Canal"), "9");
+  EXPECT_TRUE(FallaDe([&] { lectura.LeerArchivo("no está.ucg"); }));
+  EXPECT_THAT(Canales(), ElementsAre("1", "15"));
+  EXPECT_TRUE(lectura.LeidaDeLaUTR());
 }
 
 TEST_F(Lectura, LiberarCierraLaTabla) {
