@@ -1,7 +1,6 @@
 #include "configuration/ConfigColl.h"
 
 #include <algorithm>
-#include <variant>
 
 #include "base/Error.h"
 #include "base/Numeros.h"
@@ -12,12 +11,10 @@ namespace utr {
 
 namespace {
 
-using Miembro = std::variant<std::string Config::*, double Config::*, bool Config::*>;
-
 // The field that holds each column of the channel table, in the order of the table.
 constexpr struct {
   std::string_view columna;
-  Miembro miembro;
+  MiembroConfig miembro;
 } kMiembros[] = {
     {"Tipo", &Config::Tipo},
     {"Pila", &Config::Pila},
@@ -106,6 +103,15 @@ void EscribirFila(Tabla& tabla, const Config& config) {
 }
 
 }  // namespace
+
+const MiembroConfig& MiembroDeColumna(std::size_t columna) {
+  if (columna >= std::size(kMiembros)) Lanzar(error::kLlamada, "ConfigColl");
+  return kMiembros[columna].miembro;
+}
+
+std::string TextoDeColumna(const Config& config, std::size_t columna) {
+  return std::visit([&config](auto campo) { return TextoDe(Valor{config.*campo}); }, MiembroDeColumna(columna));
+}
 
 ConfigPtr ConfigColl::Add(std::int16_t canal, const Tabla& registro, std::string_view clave) {
   if (ConfigPtr presente = Item(canal)) return presente;

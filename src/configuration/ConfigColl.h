@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <variant>
 #include <vector>
 
 #include "configuration/Config.h"
@@ -13,6 +14,13 @@
 #include "tables/Tabla.h"
 
 namespace utr {
+
+// The field that holds a column of the channel table, by the column's place in kColumnasDeCanal.
+using MiembroConfig = std::variant<std::string Config::*, double Config::*, bool Config::*>;
+const MiembroConfig& MiembroDeColumna(std::size_t columna);
+
+// What a channel holds in a column, as a text.
+std::string TextoDeColumna(const Config& config, std::size_t columna);
 
 // The channels of a station in the order in which they were added, each under a key: "C" and the channel number unless
 // another one was given. Objects are shared with whoever asks for them.
