@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "configuration/CambiosConfiguracion.h"
 #include "configuration/FilasDeCanales.h"
 #include "configuration/VerificacionEscritura.h"
@@ -20,8 +22,8 @@ std::string Linea(const DiferenciaEscritura& d) {
 }
 template <class Fila>
 std::vector<std::string> Lineas(const std::vector<Fila>& filas) {
-  std::vector<std::string> lineas;
-  for (const Fila& fila : filas) lineas.push_back(Linea(fila));
+  std::vector<std::string> lineas(filas.size());
+  std::transform(filas.begin(), filas.end(), lineas.begin(), [](const Fila& fila) { return Linea(fila); });
   return lineas;
 }
 
@@ -189,8 +191,9 @@ TEST(PruebaVerificacion, CadaDiferenciaSeDice) {
 
 TEST(PruebaVerificacion, LaConstanteDelPluviometroSeLeeConCualquierComa) {
   const TablaPtr escrita = TablaDeCanales({{{"Canal", "15"}, {"CtePluvi", "0.25"}}});
-  std::vector<const char*> columnas;
-  for (const ColumnaCanal& columna : kColumnasDeCanal) columnas.push_back(columna.nombre.data());
+  std::vector<const char*> columnas(kColumnasDeCanal.size());
+  std::transform(kColumnasDeCanal.begin(), kColumnasDeCanal.end(), columnas.begin(),
+                 [](const ColumnaCanal& columna) { return columna.nombre.data(); });
   const TablaPtr de_textos = TablaDeTextos(columnas, {{}});
   for (const char* columna : columnas) de_textos->Set(columna, escrita->Texto(columna));
   de_textos->Set("CtePluvi", "0,25");

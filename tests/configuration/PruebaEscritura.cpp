@@ -16,7 +16,6 @@ namespace {
 using testing::ElementsAre;
 using testing::ElementsAreArray;
 using testing::HasSubstr;
-using testing::IsEmpty;
 
 constexpr auto kC = ModoEscritura::kConfiguracion;
 constexpr auto kP = ModoEscritura::kParametrizacion;

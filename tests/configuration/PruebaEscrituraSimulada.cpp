@@ -4,6 +4,7 @@
 #include "configuration/CambiosConfiguracion.h"
 #include "configuration/Escritura.h"
 #include "configuration/FilasDeCanales.h"
+#include "configuration/Respaldos.h"
 #include "configuration/VerificacionEscritura.h"
 #include "driver/BancoSimulado.h"
 
@@ -48,6 +49,13 @@ TEST_P(EscrituraSimulada, LoEscritoVuelveIgual) {
   EXPECT_EQ(AvisoDeVerificacion(verificacion, resultado.fallo, ""), "");
   EXPECT_GT(verificacion.valores, 100U);
   EXPECT_EQ(ColeccionDe(*releida, Cuales()).Item(1)->MaxValid, "7.25");
+}
+
+TEST_P(EscrituraSimulada, LaMismaTablaSeRespaldaUnaVez) {
+  const Propiedades propiedades(banco.carpeta / "AdminUTR.dll");
+  Respaldos respaldos(banco.carpeta.Ruta(), propiedades, banco.reloj, registro);
+  EXPECT_FALSE(respaldos.Guardar(*Driver().ConfiguracionAlmacenada(true), MotivoRespaldo::kLectura).repetido);
+  EXPECT_TRUE(respaldos.Guardar(*Driver().ConfiguracionAlmacenada(true), MotivoRespaldo::kEscritura).repetido);
 }
 
 TEST_P(EscrituraSimulada, UnaUTRMudaNoSeDaPorEscrita) {
