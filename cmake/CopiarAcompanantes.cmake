@@ -2,7 +2,7 @@
 # ENTREGADOS (what earlier builds delivered of the files that people edit).
 
 # Ours: the delivered copy always follows the source.
-file(GLOB propios ${DATOS}/*.xml ${DATOS}/*.icf)
+file(GLOB propios ${DATOS}/*.xml ${DATOS}/*.icf ${DATOS}/*.ipf)
 file(COPY ${propios} DESTINATION ${DESTINO})
 if(IS_DIRECTORY ${DATOS}/Ayuda)
   file(COPY ${DATOS}/Ayuda DESTINATION ${DESTINO})
