@@ -21,6 +21,7 @@ inline constexpr std::string_view kVelocidad = "Velocidad";
 inline constexpr std::string_view kPorTelefono = "PORTELEFONO";
 inline constexpr std::string_view kNumeroTelefono = "NUMEROTELEFONO";
 inline constexpr std::string_view kComandosAT = "COMANDOSAT";
+inline constexpr std::string_view kParametrizaciones = "Parametrizaciones";  // written only
 }  // namespace clave
 
 // The settings store: one bag of typed values by name, kept in memory and in one file (TOML) beside the executable,

@@ -11,7 +11,6 @@
 
 class QLabel;
 class QPushButton;
-class QVBoxLayout;
 
 namespace utr {
 
@@ -44,7 +43,6 @@ class frmPredefinidas : public QDialog {
   void Llenar();
   void OtroArchivo();
   void MostrarElegida();
-  void MostrarArchivo();
 
   ModRTU& mod_;
   int familia_ = 0;
