@@ -66,7 +66,7 @@ constexpr Toma Fijo(C campo, const char* texto = "0") {
   return {campo, Origen::kFijo, 0, texto};
 }
 
-// The lower alarms too go no further than the end of the range, whatever their names promise.
+// Lower limits and alarms, too, take the smaller one of the value and the end of the range.
 constexpr Toma kTomasAnalogica[] = {
     De(C::kTMed, 4),      De(C::kTRead, 0),    De(C::kTEval, 1),        De(C::kTStorage, 2),
     De(C::kTDiscret, 3),  Fijo(C::kTCero),     De(C::kTResetAlarma, 5), Max(C::kMaxValid, 6),
@@ -191,7 +191,7 @@ std::filesystem::path JuntoAlPrograma(const std::filesystem::path& archivo, cons
   namespace fs = std::filesystem;
   if (fs::weakly_canonical(fs::absolute(archivo).parent_path()) == fs::weakly_canonical(carpeta)) return archivo;
   if (!IgualSinCaso(archivo.extension().string(), kExtension)) Lanzar(error::kLlamada, "JuntoAlPrograma");
-  const fs::path copia = carpeta / archivo.filename();
+  fs::path copia = carpeta / archivo.filename();
   EscribirEntero(copia, [&archivo](std::ostream& salida) {
     errno = 0;
     std::ifstream entrada(archivo, std::ios::binary);

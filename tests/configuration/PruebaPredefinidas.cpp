@@ -37,12 +37,14 @@ std::string Textos(const AplicacionPredefinida& aplicacion, std::span<const C> c
   for (const C campo : campos) valores[campo] = "=";
   Aplicar(aplicacion.valores, valores);
   std::vector<std::string> textos;
+  textos.reserve(campos.size());
   for (const C campo : campos) textos.push_back(valores[campo]);
   return Unir(textos, " ");
 }
 
 std::string Nombres(const std::vector<ValorSinAplicar>& sueltos) {
   std::vector<std::string> nombres;
+  nombres.reserve(sueltos.size());
   for (const ValorSinAplicar& valor : sueltos) nombres.push_back(valor.rotulo + "=" + valor.valor);
   return Unir(nombres, " ");
 }
@@ -230,15 +232,13 @@ TEST(Predefinidas, ArchivosQueNoSonDeConjuntos) {
   prueba::EscribirTodo(carpeta / "basura", std::string("\xff\xfe\0basura#", 10));
   prueba::EscribirTodo(carpeta / "otro formato", "Id;Nombre\r\n1;uno\r\n");
   prueba::EscribirTodo(carpeta / "cortado", ejemplo.substr(0, ejemplo.size() / 2));
-  for (const auto& [archivo, numero] : {std::pair{"sin columna", error::kCampo},
-                                        {"vacio", error::kArchivo},
-                                        {"basura", error::kArchivo},
-                                        {"otro formato", error::kArchivo},
-                                        {"cortado", error::kArchivo},
-                                        {"no existe", error::kArchivo}}) {
-    const auto falla = FallaDe([&] { LeerPredefinidas(carpeta / archivo); });
-    ASSERT_TRUE(falla) << archivo;
-    EXPECT_EQ(falla->Numero(), numero) << archivo;
+  const std::pair<const char*, std::int32_t> casos[] = {
+      {"sin columna", error::kCampo},    {"vacio", error::kArchivo},   {"basura", error::kArchivo},
+      {"otro formato", error::kArchivo}, {"cortado", error::kArchivo}, {"no existe", error::kArchivo}};
+  for (const auto& caso : casos) {
+    const auto falla = FallaDe([&] { LeerPredefinidas(carpeta / caso.first); });
+    ASSERT_TRUE(falla) << caso.first;
+    EXPECT_EQ(falla->Numero(), caso.second) << caso.first;
   }
   // Without sets, but a file of sets.
   TablaDeTextos({"Id", "Nombre", "Fecha", "IdDescripcionSensores", "Parametros"})->Save(carpeta / "sin filas");
