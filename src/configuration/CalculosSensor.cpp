@@ -6,6 +6,7 @@
 
 #include "base/Error.h"
 #include "base/Numeros.h"
+#include "base/Texto.h"
 
 namespace utr {
 namespace {
@@ -13,6 +14,24 @@ namespace {
 using C = CampoSensor;
 
 constexpr double kMinutosPorDia = 1440;
+constexpr double kCentesimos = 100;
+constexpr double kUltimoCentesimo = 32767;  // the stepper counts in 16 bits
+
+const std::vector<std::int16_t>& DivisoresDelDia() {
+  static const std::vector<std::int16_t> divisores = Divisores(static_cast<std::int16_t>(kMinutosPorDia));
+  return divisores;
+}
+
+// The divisor next to a number of minutes, in one direction or the other; the number itself beyond the last one.
+double DivisorTras(double valor, int hacia) {
+  const auto& todos = DivisoresDelDia();
+  if (hacia > 0) {
+    const auto mayor = std::ranges::find_if(todos, [valor](double divisor) { return divisor > valor; });
+    return mayor == todos.end() ? valor : *mayor;
+  }
+  const auto primero = std::ranges::find_if(todos, [valor](double divisor) { return divisor >= valor; });
+  return primero == todos.begin() ? valor : *std::prev(primero);
+}
 
 // The width of the ends as 16-bit whole numbers; nothing beyond them.
 std::optional<std::int16_t> AnchoEntero(const ValoresSensor& valores) {
@@ -108,6 +127,15 @@ double LimitesPaso::Cercano(double valor) const {
   return std::clamp(cercano, minimo, std::max(minimo, ultimo));
 }
 
+double LimitesPaso::Tras(double valor, int hacia) const {
+  if (paso <= 0) return valor;
+  const double pasos = (valor - minimo) / paso;
+  const double siguiente = minimo + (hacia > 0 ? std::floor(pasos) + 1 : std::ceil(pasos) - 1) * paso;
+  const double legal = Cercano(siguiente);
+  // Beyond a limit a step leads back to it, never further away, and never against its direction.
+  return (legal - valor) * hacia > 0 ? legal : valor;
+}
+
 LimitesPaso LimitesDe(CampoSensor tiempo, const ValoresSensor& valores) {
   const auto desde = [&](C base) {
     const double minutos = valores.Numero(base);
@@ -117,7 +145,7 @@ LimitesPaso LimitesDe(CampoSensor tiempo, const ValoresSensor& valores) {
     case C::kTMed:
       return {1, std::max(1.0, valores.Numero(C::kTRead)), 1};
     case C::kTRead:
-      return {1, static_cast<double>(Divisores(static_cast<std::int16_t>(kMinutosPorDia)).size()), 1};
+      return {1, static_cast<double>(DivisoresDelDia().size()), 1};
     case C::kTEval:
     case C::kTDiscret:
       return desde(C::kTStorage);
@@ -126,6 +154,26 @@ LimitesPaso LimitesDe(CampoSensor tiempo, const ValoresSensor& valores) {
     default:  // TStorage and TResetAlarma
       return desde(C::kTRead);
   }
+}
+
+bool DivideElDia(const std::string& minutos) {
+  const double valor = Val(minutos);
+  return std::ranges::any_of(DivisoresDelDia(), [valor](std::int16_t divisor) { return divisor == valor; });
+}
+
+std::optional<std::string> Pasar(CampoSensor campo, int hacia, const ValoresSensor& valores) {
+  const double valor = valores.Numero(campo);
+  double nuevo = 0;
+  if (campo == C::kTRead) {
+    nuevo = DivisorTras(valor, hacia);
+  } else if (campo == C::kPluviometro) {
+    const double escrito = Val(Reemplazar(valores[campo], ",", "."));
+    nuevo = std::clamp(std::nearbyint(escrito * kCentesimos) + hacia, 1.0, kUltimoCentesimo) / kCentesimos;
+  } else {
+    nuevo = LimitesDe(campo, valores).Tras(valor, hacia);
+  }
+  const std::string texto = TextoGeneral(nuevo);
+  return Val(texto) == valor ? std::nullopt : std::optional(texto);
 }
 
 std::vector<ValorForzado> AjustarTiempos(const ValoresSensor& valores,

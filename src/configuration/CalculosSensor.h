@@ -46,8 +46,18 @@ struct LimitesPaso {
   double paso = 1;
   // The legal value that is nearest to `valor`.
   double Cercano(double valor) const;
+  // The next one above (1) or below (-1) it; `valor` itself where there is none.
+  double Tras(double valor, int hacia) const;
 };
 LimitesPaso LimitesDe(CampoSensor tiempo, const ValoresSensor& valores);
+
+// The text that a step of a stepper puts into a field: the next legal value above (`hacia` 1) or below (-1) the one
+// that stands there, within the limits. Times, and the gauge's constant in hundredths. Nothing where there is no step
+// to do.
+std::optional<std::string> Pasar(CampoSensor campo, int hacia, const ValoresSensor& valores);
+
+// Whether a text is one of the reading periods that the stepper of TRead walks.
+bool DivideElDia(const std::string& minutos);
 
 // The times that must move behind a change of TRead, so that each stays where its stepper may be.
 std::vector<ValorForzado> AjustarTiempos(const ValoresSensor& valores,

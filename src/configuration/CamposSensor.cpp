@@ -77,8 +77,6 @@ constexpr TipoOfrecido kDigitales[] = {{7, "Supervisión Digital"}};
 
 constexpr Resolucion kResoluciones[] = {{1, "1"}, {2, "0.1"}, {3, "0.01"}, {4, "0.001"}};
 
-constexpr std::string_view kConstanteDefecto = "0.25";
-
 }  // namespace
 
 std::span<const CampoSensor> Periodos() {

@@ -86,6 +86,9 @@ class ValoresSensor {
   std::array<std::string, kCamposDeTexto> textos_;
 };
 
+// What an empty or zero constant of the gauge becomes.
+inline constexpr std::string_view kConstanteDefecto = "0.25";
+
 // The texts of a channel. The constant of the gauge is written with three decimals, an empty one or 0 as "0.25".
 ValoresSensor ValoresDe(const Config& config);
 

@@ -20,6 +20,12 @@ bool EsNumeroDe(CampoSensor campo, const std::string& texto) {
   return EsNumeroSimple(campo == C::kPluviometro ? Reemplazar(texto, ",", ".") : texto);
 }
 
+// The caption of a field as its kind shows it.
+std::string RotuloDe(CampoSensor campo, const EntradaReglas& entrada) {
+  const auto cara = CaraDe(entrada.tipo, entrada.canal);
+  return campo == C::kNivRefLmn && cara ? RotuloNivel(*cara) : DatosDe(campo).rotulo;
+}
+
 }  // namespace
 
 void Aplicar(const std::vector<ValorForzado>& forzados, ValoresSensor& valores) {
@@ -42,7 +48,7 @@ void ValidarNumeros(const EntradaReglas& entrada, ResultadoReglas& resultado) {
     const auto campo = static_cast<C>(i);
     const std::string& texto = entrada.valores[campo];
     if (texto == entrada.cargados[campo] || !entrada.habilitado(campo) || EsNumeroDe(campo, texto)) continue;
-    resultado.reparos.push_back({std::string(DatosDe(campo).rotulo) + " no es un número", {campo}});
+    resultado.reparos.push_back({RotuloDe(campo, entrada) + " no es un número", {campo}});
   }
 }
 
