@@ -372,6 +372,7 @@ void frmParamCfg::Paso(CampoSensor campo, int hacia) {
   const auto texto = Pasar(campo, hacia, Valores());
   if (!texto) return;
   Poner({{campo, *texto}});
+  c_->De(campo).campo->selectAll();  // what is typed next replaces it
   if (campo == C::kTRead) ReponerTiempos();
 }
 
@@ -408,9 +409,8 @@ QString frmParamCfg::LineaDeReparos() const {
   const C campo = vivos_.reparos.front().campos.front();
   QString rotulo = c_->De(campo).rotulo->text().trimmed();
   if (rotulo.endsWith(':')) rotulo.chop(1);
-  const QString cuenta = cuantos == 1
-                             ? QStringLiteral("No se cumple 1 regla: %1.").arg(rotulo)
-                             : QStringLiteral("No se cumplen %1 reglas. La primera: %2.").arg(cuantos).arg(rotulo);
+  QString cuenta = cuantos == 1 ? QStringLiteral("No se cumple 1 regla: %1.").arg(rotulo)
+                                : QStringLiteral("No se cumplen %1 reglas. La primera: %2.").arg(cuantos).arg(rotulo);
   const std::string remedio = Habilitado(campo) ? std::string() : Remedio(campo);
   if (remedio.empty()) return cuenta;
   return cuenta + QStringLiteral(" El campo no se modifica aquí: use %1.").arg(Q(remedio));

@@ -152,7 +152,7 @@ TEST_F(ParamCfg, MuestraElCanalYLoGuardaComoEstaba) {
   const ConfigPtr config = Canal("2", "2");
   config->NivRefLmn = "1.5";
   config->Pila = "4";
-  config->Cero = "1,x";
+  config->Cero = "1,\xff\nx";
   config->Span = std::string(40, '7');
   config->Parametro = "999";
   config->RangoNegativo = "55";
