@@ -2,15 +2,9 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QClipboard>
-#include <QContextMenuEvent>
-#include <QDropEvent>
-#include <QInputMethodEvent>
 #include <QKeyEvent>
-#include <QMenu>
-#include <QMimeData>
 #include <algorithm>
-#include <memory>
+#include <iterator>
 
 #include "widgets/Iconos.h"
 
@@ -19,6 +13,8 @@ namespace utr {
 CampoNumero::CampoNumero(const QString& nombre, bool decimal, QWidget* parent)
     : QLineEdit(parent), decimal_(decimal), marca_(new QAction(IconoDe("aviso"), QString(), this)) {
   setObjectName(nombre);
+  connect(this, &QLineEdit::textEdited, this, &CampoNumero::Limpiar);
+  connect(this, &QLineEdit::textChanged, this, [this] { antes_ = text(); });
 }
 
 void CampoNumero::Marcar(const QString& lineas) {
@@ -46,8 +42,10 @@ void CampoNumero::focusInEvent(QFocusEvent* evento) {
 }
 
 void CampoNumero::keyPressEvent(QKeyEvent* evento) {
-  if (evento->matches(QKeySequence::Paste)) {
-    Pegar();
+  if (evento->matches(QKeySequence::Undo) || evento->matches(QKeySequence::Redo)) {
+    deshace_ = true;
+    QLineEdit::keyPressEvent(evento);
+    deshace_ = false;
     return;
   }
   if (evento->modifiers() == Qt::NoModifier || evento->modifiers() == Qt::KeypadModifier) {
@@ -67,45 +65,6 @@ void CampoNumero::keyPressEvent(QKeyEvent* evento) {
   QLineEdit::keyPressEvent(evento);
 }
 
-void CampoNumero::inputMethodEvent(QInputMethodEvent* evento) {
-  const QString texto = Admitido(evento->commitString());
-  if (texto == evento->commitString()) return QLineEdit::inputMethodEvent(evento);
-  QApplication::beep();
-  QInputMethodEvent filtrado(evento->preeditString(), evento->attributes());
-  filtrado.setCommitString(texto, evento->replacementStart(), evento->replacementLength());
-  QLineEdit::inputMethodEvent(&filtrado);
-}
-
-void CampoNumero::contextMenuEvent(QContextMenuEvent* evento) {
-  const std::unique_ptr<QMenu> menu(createStandardContextMenu());
-  if (auto* pegar = menu->findChild<QAction*>(QStringLiteral("edit-paste"))) {
-    pegar->disconnect(this);
-    disconnect(pegar, &QAction::triggered, nullptr, nullptr);
-    connect(pegar, &QAction::triggered, this, &CampoNumero::Pegar);
-  }
-  menu->exec(evento->globalPos());
-}
-
-// The middle button pastes what is selected elsewhere.
-void CampoNumero::mouseReleaseEvent(QMouseEvent* evento) {
-  const QClipboard* portapapeles = QApplication::clipboard();
-  if (evento->button() != Qt::MiddleButton || !portapapeles->supportsSelection() || isReadOnly()) {
-    return QLineEdit::mouseReleaseEvent(evento);
-  }
-  deselect();
-  setCursorPosition(cursorPositionAt(evento->position().toPoint()));
-  Insertar(portapapeles->text(QClipboard::Selection));
-}
-
-void CampoNumero::dropEvent(QDropEvent* evento) {
-  if (isReadOnly() || !evento->mimeData()->hasText()) return;
-  deselect();
-  setCursorPosition(cursorPositionAt(evento->position().toPoint()));
-  Insertar(evento->mimeData()->text());
-  evento->setDropAction(Qt::CopyAction);
-  evento->accept();
-}
-
 bool CampoNumero::Admite(QChar letra) const {
   if (letra < QChar(32) || letra == QChar(127)) return true;
   if (letra >= QChar('0') && letra <= QChar('9')) return true;
@@ -118,16 +77,22 @@ QString CampoNumero::Admitido(const QString& texto) const {
   return queda;
 }
 
-void CampoNumero::Insertar(const QString& texto) {
+// Whatever way a text came in (pasted by key or menu, dropped, composed), the part that is new keeps what can be typed.
+void CampoNumero::Limpiar(const QString& texto) {
+  if (deshace_) return;
+  const auto [viejo, nuevo] = std::mismatch(antes_.begin(), antes_.end(), texto.begin(), texto.end());
+  const qsizetype inicio = nuevo - texto.begin();
+  const auto [cola_vieja, cola] = std::mismatch(antes_.rbegin(), std::make_reverse_iterator(viejo), texto.rbegin(),
+                                                std::make_reverse_iterator(nuevo));
+  const qsizetype final = cola - texto.rbegin();
+  const QString puesto = texto.mid(inicio, texto.size() - inicio - final);
   // Control characters are keys, nothing to stand in a text.
-  QString queda = Admitido(texto);
+  QString queda = Admitido(puesto);
   queda.removeIf([](QChar letra) { return letra < QChar(32) || letra == QChar(127); });
-  if (queda != texto) QApplication::beep();
-  if (!queda.isEmpty()) insert(queda);
-}
-
-void CampoNumero::Pegar() {
-  if (!isReadOnly()) Insertar(QApplication::clipboard()->text());
+  if (queda == puesto) return;
+  QApplication::beep();
+  setText(texto.left(inicio) + queda + texto.right(final));
+  setCursorPosition(static_cast<int>(inicio + queda.size()));
 }
 
 }  // namespace utr

@@ -27,18 +27,15 @@ class CampoNumero : public QLineEdit {
  protected:
   void focusInEvent(QFocusEvent* evento) override;
   void keyPressEvent(QKeyEvent* evento) override;
-  void inputMethodEvent(QInputMethodEvent* evento) override;
-  void contextMenuEvent(QContextMenuEvent* evento) override;
-  void mouseReleaseEvent(QMouseEvent* evento) override;
-  void dropEvent(QDropEvent* evento) override;
 
  private:
   bool Admite(QChar letra) const;
   QString Admitido(const QString& texto) const;
-  void Insertar(const QString& texto);
-  void Pegar();
+  void Limpiar(const QString& texto);
 
   bool decimal_;
+  bool deshace_ = false;  // what comes back was there before
+  QString antes_;
   QAction* marca_;
 };
 

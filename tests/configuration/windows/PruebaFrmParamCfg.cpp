@@ -5,6 +5,7 @@
 #include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
+#include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
@@ -282,6 +283,15 @@ TEST_F(ParamCfg, CadaCampoTomaSusCaracteres) {
     QApplication::clipboard()->setText("a-1.\n,2 ñ");
     pulsar(Campo(campo), "v", Qt::ControlModifier);
     EXPECT_EQ(Texto(campo), queda);
+    // The same from the menu of the field and from a composed text, in place of what is selected.
+    Campo(campo).setText("x77x");
+    Campo(campo).setSelection(1, 2);
+    Campo(campo).paste();
+    EXPECT_EQ(Texto(campo), std::string("x") + queda + "x") << "what was there stays";
+    QInputMethodEvent compuesto;
+    compuesto.setCommitString("ñ5");
+    QApplication::sendEvent(&Campo(campo), &compuesto);
+    EXPECT_EQ(Texto(campo), std::string("x") + queda + "5x");
   }
 }
 
