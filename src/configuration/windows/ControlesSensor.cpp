@@ -309,9 +309,11 @@ void ControlesSensor::ArmarReparos() {
   fila->addWidget(cmdReparo);
   fila->addStretch(1);
   // The place stays when nothing is wrong: no field moves under the pointer.
-  QSizePolicy politica = marco_reparos->sizePolicy();
-  politica.setRetainSizeWhenHidden(true);
-  marco_reparos->setSizePolicy(politica);
+  for (QWidget* control : std::initializer_list<QWidget*>{marco_reparos, cmdReparo}) {
+    QSizePolicy politica = control->sizePolicy();
+    politica.setRetainSizeWhenHidden(true);
+    control->setSizePolicy(politica);
+  }
 }
 
 QLayout* ControlesSensor::Cuerpo(QLayout* predefinidas) {
