@@ -305,6 +305,7 @@ bool frmPresentacion::AceptarUTR() {
 // All in one box; the operator finds himself at the first field that is wrong.
 void frmPresentacion::MostrarReparos(const std::vector<Reparo>& reparos) {
   std::vector<std::string> lineas;
+  lineas.reserve(reparos.size());
   for (const Reparo& reparo : reparos) lineas.push_back(reparo.texto);
   mod_.operador.Mostrar({"Debe completar lo siguiente:\n" + Unir(lineas, "\n"), U(windowTitle()), Icono::kInformacion,
                          Botones::kAceptar});
