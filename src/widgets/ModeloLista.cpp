@@ -15,6 +15,16 @@ void ModeloLista::Cambiar(const std::function<void(ListaTabla&)>& cambio) {
   cambio(lista_);
 }
 
+void ModeloLista::Marcar(std::function<bool(std::size_t fila)> marcada, const QIcon& icono, const QString& palabra) {
+  marcada_ = std::move(marcada);
+  icono_ = icono;
+  palabra_ = palabra;
+}
+
+bool ModeloLista::Marcada(const QModelIndex& indice) const {
+  return marcada_ && marcada_(lista_.Fila(static_cast<std::size_t>(indice.row())));
+}
+
 int ModeloLista::rowCount(const QModelIndex& padre) const {
   return padre.isValid() ? 0 : static_cast<int>(lista_.Cantidad());
 }
@@ -30,6 +40,9 @@ QVariant ModeloLista::data(const QModelIndex& indice, int papel) const {
   if (papel == Qt::TextAlignmentRole && lista_.LasColumnas()[columna].orden == ClaseOrden::kNumero) {
     return QVariant::fromValue(Qt::Alignment(Qt::AlignRight | Qt::AlignVCenter));
   }
+  if (papel == Qt::DecorationRole) return columna == 0 && Marcada(indice) ? QVariant(icono_) : QVariant();
+  if (papel == Qt::ToolTipRole || papel == Qt::AccessibleDescriptionRole)
+    return Marcada(indice) ? QVariant(palabra_) : QVariant();
   return {};
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAbstractTableModel>
+#include <QIcon>
 #include <functional>
 
 #include "lists/ListaTabla.h"
@@ -16,6 +17,10 @@ class ModeloLista : public QAbstractTableModel {
 
   const ListaTabla& Lista() const { return lista_; }
 
+  // Rows that bear an icon ahead of their first cell, told by their identity in the table. `palabra` says to tooltips
+  // and screen readers what the icon means.
+  void Marcar(std::function<bool(std::size_t fila)> marcada, const QIcon& icono, const QString& palabra);
+
   // Runs a change of the list as one reset of the model, also when it raises.
   void Cambiar(const std::function<void(ListaTabla&)>& cambio);
 
@@ -25,7 +30,12 @@ class ModeloLista : public QAbstractTableModel {
   QVariant headerData(int seccion, Qt::Orientation orientacion, int papel) const override;
 
  private:
+  bool Marcada(const QModelIndex& indice) const;
+
   ListaTabla lista_;
+  std::function<bool(std::size_t fila)> marcada_;
+  QIcon icono_;
+  QString palabra_;
 };
 
 }  // namespace utr

@@ -33,6 +33,9 @@ class ServiciosLista {
 
   ServiciosLista(const ContextoListas& contexto, const VistaLista& vista, PalabrasLista palabras);
 
+  // The title of the messages from now on.
+  void Titular(std::string titulo) { palabras_.titulo_ventana = std::move(titulo); }
+
   // The document of the list written to that file, with the rows in sight or with all. False: the list is empty, or it
   // couldn't be written (no message); an error gives a message and false.
   bool ExportarLista(const std::filesystem::path& ruta, const Encabezado& encabezado,

@@ -222,8 +222,14 @@ void VentanaLista::Decir(QLabel* linea, const QString& texto) {
   linea->setVisible(!texto.isEmpty());
 }
 
-void VentanaLista::Armar(QWidget* encima, const PieDialogo& pie, const QSize& tamano) {
+void VentanaLista::Titular(const QString& titulo) {
+  setWindowTitle(titulo);
+  servicios_.Titular(U(titulo));
+}
+
+void VentanaLista::Armar(QWidget* encima, const PieDialogo& pie, const QSize& tamano, QWidget* debajo) {
   encima_ = encima;
+  debajo_ = debajo;
   pie_ = pie;
   if (pie_.cancelar != nullptr) connect(pie_.cancelar, &QPushButton::clicked, this, &VentanaLista::reject);
   lineas_->addWidget(lblFiltradas_);
@@ -232,6 +238,7 @@ void VentanaLista::Armar(QWidget* encima, const PieDialogo& pie, const QSize& ta
   cuerpo->setSpacing(kEntrePartes);
   if (encima_ != nullptr) cuerpo->addWidget(encima_);
   cuerpo->addWidget(zona_, 1);
+  if (debajo_ != nullptr) cuerpo->addWidget(debajo_);
   cuerpo->addLayout(FilaDePie(pie_, lineas_));
   auto* todo = new QVBoxLayout(this);
   todo->setContentsMargins(0, 0, 0, 0);
@@ -243,16 +250,22 @@ void VentanaLista::Armar(QWidget* encima, const PieDialogo& pie, const QSize& ta
   AjustarTamano(*this, tamano);
 }
 
-// What stands over the list from left to right, the list, the buttons.
-void VentanaLista::OrdenarTab() {
-  QList<QWidget*> orden;
-  if (encima_ != nullptr) {
-    for (QWidget* control : encima_->findChildren<QWidget*>()) {
-      const bool alcanzable = (control->focusPolicy() & Qt::TabFocus) != 0 && control->focusProxy() == nullptr;
-      if (alcanzable && control->window() == this) orden.append(control);  // not what pops up
-    }
+// The controls of a part of the window that Tab reaches.
+QList<QWidget*> VentanaLista::Alcanzables(QWidget* parte) {
+  QList<QWidget*> controles;
+  if (parte == nullptr) return controles;
+  for (QWidget* control : parte->findChildren<QWidget*>()) {
+    const bool alcanzable = (control->focusPolicy() & Qt::TabFocus) != 0 && control->focusProxy() == nullptr;
+    if (alcanzable && control->window() == parte->window()) controles.append(control);  // not what pops up
   }
+  return controles;
+}
+
+// What stands over the list from left to right, the list, what stands below it, the buttons.
+void VentanaLista::OrdenarTab() {
+  QList<QWidget*> orden = Alcanzables(encima_);
   orden.append({lista_->CampoFiltro(), lista_->Arbol()});
+  orden.append(Alcanzables(debajo_));
   for (QPushButton* boton : {pie_.aceptar, pie_.cancelar, pie_.ayuda}) {
     if (boton != nullptr) orden.append(boton);
   }
@@ -293,8 +306,8 @@ OpcionesOcupacion VentanaLista::AlTrabajar() {
   OpcionesOcupacion opciones;
   opciones.operador = &operador_;
   opciones.panel = picInfo_;
-  for (QWidget* parte :
-       std::initializer_list<QWidget*>{menu_, barra_, encima_, lista_, pie_.aceptar, pie_.cancelar, pie_.ayuda}) {
+  for (QWidget* parte : std::initializer_list<QWidget*>{menu_, barra_, encima_, lista_, debajo_, pie_.aceptar,
+                                                        pie_.cancelar, pie_.ayuda}) {
     if (parte != nullptr) opciones.apagados.push_back(parte);
   }
   opciones.al_cambiar = [this] { Habilitar(); };

@@ -65,8 +65,11 @@ class VentanaLista : public QDialog {
   ComandoVentana ComandoQueEsEsto();
 
   // Puts the window together: `encima` over the list (null: nothing), the buttons below, of which Cancelar
-  // rejects. `tamano`: the first size, at least.
-  void Armar(QWidget* encima, const PieDialogo& pie, const QSize& tamano);
+  // rejects. `tamano`: the first size, at least. `debajo`: what stands between the list and the buttons, if anything.
+  void Armar(QWidget* encima, const PieDialogo& pie, const QSize& tamano, QWidget* debajo = nullptr);
+
+  // Another caption of the window, and with it another title of the messages of the list services.
+  void Titular(const QString& titulo);
 
   // A panel that stands in the place of the list. "picInfo", which asks to wait, is there already.
   PanelAviso* Panel(const char* nombre, const char* texto);
@@ -105,6 +108,7 @@ class VentanaLista : public QDialog {
   std::function<void()> UnaVez(std::function<void()> hacer);
   QAction* NuevaAccion(const ComandoVentana& comando);
   QMenu* NuevoMenu(const MenuVentana& menu, QMenu* madre);
+  static QList<QWidget*> Alcanzables(QWidget* parte);
   void OrdenarTab();
   void Contar();
 
@@ -121,6 +125,7 @@ class VentanaLista : public QDialog {
   QHBoxLayout* lineas_;
   QLabel* lblFiltradas_;
   QWidget* encima_ = nullptr;
+  QWidget* debajo_ = nullptr;
   PieDialogo pie_;
 };
 

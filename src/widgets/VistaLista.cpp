@@ -120,8 +120,8 @@ void VistaLista::ArmarAcciones() {
   connect(todo, &QAction::triggered, arbol_, &QTreeView::selectAll);
   arbol_->addActions({copiar, todo});
   arbol_->setContextMenuPolicy(Qt::ActionsContextMenu);
-  auto* buscar = new QShortcut(QKeySequence::Find, this);
-  connect(buscar, &QShortcut::activated, filtro_, [this] {
+  buscar_ = new QShortcut(QKeySequence::Find, this);
+  connect(buscar_, &QShortcut::activated, filtro_, [this] {
     filtro_->setFocus(Qt::ShortcutFocusReason);
     filtro_->selectAll();
   });
@@ -264,6 +264,15 @@ void VistaLista::AjustarColumnas() {
       ancho = std::max(ancho, celda(texto) + kMargenCelda);
     arbol_->setColumnWidth(static_cast<int>(columna), ancho);
   }
+}
+
+void VistaLista::Marcar(std::function<bool(std::size_t fila)> marcada, const QIcon& icono, const QString& palabra) {
+  modelo_->Marcar(std::move(marcada), icono, palabra);
+}
+
+void VistaLista::SinFiltro() {
+  filtro_->hide();
+  buscar_->setEnabled(false);
 }
 
 std::string VistaLista::TextoElegido() const {

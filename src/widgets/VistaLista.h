@@ -9,7 +9,9 @@
 #include "lists/ListaTabla.h"
 #include "tables/Tabla.h"
 
+class QIcon;
 class QLineEdit;
+class QShortcut;
 class QTreeView;
 
 namespace utr {
@@ -74,6 +76,13 @@ class VistaLista : public QWidget {
   QTreeView* Arbol() { return arbol_; }
   QLineEdit* CampoFiltro() { return filtro_; }
 
+  // Rows that bear an icon ahead of their first cell, told by their identity in the table. `palabra` says to tooltips
+  // and screen readers what the icon means; the text of the cells, and with it every document, stays as it is.
+  void Marcar(std::function<bool(std::size_t fila)> marcada, const QIcon& icono, const QString& palabra);
+
+  // For a short list beside the one of the window: no filter field, and Ctrl+F stays the other one's.
+  void SinFiltro();
+
   // The selected rows as Ctrl+C puts them on the clipboard.
   std::string TextoElegido() const;
 
@@ -107,6 +116,7 @@ class VistaLista : public QWidget {
 
   ModeloLista* modelo_;
   QLineEdit* filtro_;
+  QShortcut* buscar_ = nullptr;
   QTreeView* arbol_;
   std::optional<std::size_t> columna_ordenada_;
   std::optional<OrdenLista> orden_;

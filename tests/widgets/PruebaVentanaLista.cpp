@@ -57,7 +57,7 @@ class Editor : public VentanaLista {
              {"New", nullptr, "Print", "Sort Descending"});
     Armar(nullptr,
           {.aceptar = Boton("cmd(0)", "Aceptar"), .cancelar = Boton("cmd(1)", "Cancelar"), .por_defecto = false},
-          QSize(500, 300));
+          QSize(500, 300), Debajo());
     Lista().Mostrar(TablaDeTextos({"Horario", "Tipo"}, {{"01:00", "a"}, {"02:00", "b"}, {"03:00", "b"}}));
     show();
   }
@@ -66,11 +66,18 @@ class Editor : public VentanaLista {
   using VentanaLista::AlTrabajar;
   using VentanaLista::Habilitar;
   using VentanaLista::Lista;
+  using VentanaLista::Titular;
 
   std::vector<std::string> hechos;
   bool permiso = false;
 
  protected:
+  static QWidget* Debajo() {
+    auto* parte = new QWidget;
+    Boton("Debajo", "Plegar", parte);
+    return parte;
+  }
+
   EncabezadoLista Encabezado(bool) const override { return {"Horarios", {}}; }
   void Activar() override { hechos.emplace_back("editar"); }
 };
@@ -125,6 +132,7 @@ TEST_F(PruebaVentanaLista, CommandsFollowListSelectionAndWhatTheWindowKnows) {
     ventana.Accion("New")->setEnabled(true);
     ventana.Accion("New")->trigger();
     EXPECT_THAT(ventana.hechos, ElementsAre());
+    EXPECT_FALSE(ventana.findChild<QPushButton*>("Debajo")->isEnabled());
   }
   EXPECT_THAT(estado(), ElementsAre(true, true, true));
   EXPECT_EQ(U(ventana.findChild<QLabel*>("lblFiltradas")->text()), "A la vista: 2") << "there is no export to tell of";
@@ -155,7 +163,7 @@ TEST_F(PruebaVentanaLista, EnterEditsTheRowAndNoButtonIsTheDefaultOne) {
   ventana.Accion("Sort Descending")->trigger();
   EXPECT_EQ(ventana.Lista().Lista().Texto(0, 0), "03:00") << "the window's own order";
   EXPECT_EQ(ventana.focusWidget(), ventana.Lista().Arbol());
-  const char* const tab[] = {"Lista", "cmd(0)", "cmd(1)"};
+  const char* const tab[] = {"Lista", "Debajo", "cmd(0)", "cmd(1)"};
   const QWidget* paso = ventana.Lista().Arbol();
   for (const char* nombre : tab) {
     EXPECT_EQ(U(paso->objectName()), nombre);
@@ -165,6 +173,16 @@ TEST_F(PruebaVentanaLista, EnterEditsTheRowAndNoButtonIsTheDefaultOne) {
   }
   ventana.findChild<QPushButton*>("cmd(1)")->click();
   EXPECT_FALSE(ventana.isVisible());
+}
+
+TEST_F(PruebaVentanaLista, AnotherCaptionIsTheTitleOfTheMessagesToo) {
+  ventana.Titular("Feriados");
+  EXPECT_EQ(U(ventana.windowTitle()), "Feriados");
+  banco.mod.eleccion_impresora.nombre = "Oficina";
+  banco.impresora.falla = true;
+  banco.operador.Espera(Mensaje{"La operación solicitada no puede completarse\n[ Error de impresora ]", "Feriados",
+                                Icono::kInformacion, Botones::kAceptar});
+  ventana.Accion("Print")->trigger();
 }
 
 }  // namespace

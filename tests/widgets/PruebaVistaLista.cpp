@@ -138,6 +138,31 @@ TEST_F(PruebaVistaLista, CtrlFFiltersAsTypedAndEscEmptiesTheField) {
   EXPECT_TRUE(vista.CampoFiltro()->text().isEmpty());
 }
 
+TEST_F(PruebaVistaLista, MarksFollowTheirRowsAndAddNoText) {
+  QPixmap punto(8, 8);
+  punto.fill(Qt::red);
+  vista.Marcar([](std::size_t fila) { return fila == 2; }, QIcon(punto), "Con cambios");
+  vista.Mostrar(Muestra());
+  vista.ClicColumna(2);
+  std::vector<std::string> marcados;
+  for (int fila = 0; fila < 4; ++fila) {
+    const QModelIndex celda = vista.Arbol()->model()->index(fila, 0);
+    EXPECT_FALSE(celda.siblingAtColumn(1).data(Qt::DecorationRole).isValid());
+    if (!celda.data(Qt::DecorationRole).isValid()) continue;
+    marcados.push_back(U(celda.data().toString() + ':' + celda.data(Qt::AccessibleDescriptionRole).toString()));
+  }
+  EXPECT_THAT(marcados, ElementsAre("01/02/2026:Con cambios"));
+}
+
+TEST_F(PruebaVistaLista, AListWithoutAFilterLeavesCtrlFToTheOtherOne) {
+  VistaLista otra(kColumnas, &vista);
+  otra.SinFiltro();
+  otra.show();
+  QTest::keyClick(&vista, Qt::Key_F, Qt::ControlModifier);
+  EXPECT_TRUE(vista.CampoFiltro()->hasFocus());
+  EXPECT_FALSE(otra.CampoFiltro()->isVisible());
+}
+
 TEST_F(PruebaVistaLista, CtrlCCopiesSelectedRowsInDisplayOrder) {
   vista.Mostrar(Muestra());
   vista.Arbol()->setFocus();
