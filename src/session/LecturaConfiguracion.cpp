@@ -37,6 +37,7 @@ TablaPtr LecturaConfiguracion::LeerArchivo(const std::string& ruta) const {
 void LecturaConfiguracion::PrepararArchivo(const std::string& ruta) {
   configuracion_leida_ = false;
   rec_config_ = LeerArchivo(ruta);
+  fuente_ = ruta;
 }
 
 void LecturaConfiguracion::PrepararUTR() {
@@ -50,6 +51,7 @@ void LecturaConfiguracion::PrepararUTR() {
         rec_config_ = mod_.comunicador.ConfiguracionAlmacenada(true);
       },
       [&] { configuracion_leida_ = anterior; });
+  fuente_ = kFuenteUTR;
   respaldo_.reset();
   if (TieneFilas()) respaldo_ = respaldos_.Guardar(*rec_config_, MotivoRespaldo::kLectura);
 }

@@ -34,6 +34,9 @@ class LecturaConfiguracion {
   // The table; null when nothing was read.
   const TablaPtr& RecConfig() const noexcept { return rec_config_; }
 
+  // The source of the table on hand, kFuenteUTR or a path; empty when nothing was read.
+  const std::string& Fuente() const noexcept { return fuente_; }
+
   // There is a table with rows.
   bool TieneFilas() const;
 
@@ -70,6 +73,7 @@ class LecturaConfiguracion {
   ModRTU& mod_;
   Respaldos respaldos_;
   TablaPtr rec_config_;
+  std::string fuente_;
   std::optional<ResultadoRespaldo> respaldo_;
   bool configuracion_leida_ = false;
 };

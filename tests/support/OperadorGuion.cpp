@@ -40,6 +40,11 @@ void OperadorGuion::Espera(Mensaje mensaje, Respuesta respuesta) {
   guion_.push_back(std::move(paso));
 }
 
+void OperadorGuion::EsperaParte(std::string parte, Respuesta respuesta) {
+  Espera(std::move(parte), respuesta);
+  guion_.back().parte = true;
+}
+
 void OperadorGuion::EsperaAbrir(std::string titulo, std::optional<std::filesystem::path> ruta) {
   Paso paso;
   paso.clase = Clase::kAbrir;
@@ -114,7 +119,8 @@ std::optional<OperadorGuion::Paso> OperadorGuion::Tomar(Clase clase, const std::
   }
   Paso paso = std::move(guion_.front());
   guion_.pop_front();
-  if (paso.clase != clase || paso.mensaje.texto != texto) {
+  const bool es = paso.parte ? texto.find(paso.mensaje.texto) != std::string::npos : texto == paso.mensaje.texto;
+  if (paso.clase != clase || !es) {
     ADD_FAILURE() << "expected \"" << paso.mensaje.texto << "\", asked \"" << texto << '"';
     return std::nullopt;
   }

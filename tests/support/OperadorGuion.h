@@ -20,6 +20,8 @@ class OperadorGuion : public Operador {
   void Espera(std::string texto, Respuesta respuesta = Respuesta::kAceptar);
   // The next box equals `mensaje` in text, title, icon, buttons, their captions and what Enter answers.
   void Espera(Mensaje mensaje, Respuesta respuesta = Respuesta::kAceptar);
+  // The next box holds this somewhere in its text.
+  void EsperaParte(std::string parte, Respuesta respuesta = Respuesta::kAceptar);
   // The next file dialog has this title; the path given to it, or a cancel.
   void EsperaAbrir(std::string titulo, std::optional<std::filesystem::path> ruta);
   void EsperaGuardar(std::string titulo, std::optional<std::filesystem::path> ruta);
@@ -49,6 +51,7 @@ class OperadorGuion : public Operador {
     Clase clase = Clase::kMensaje;
     Mensaje mensaje;      // its text is the title of a dialog
     bool entero = false;  // compare title, icon and buttons too
+    bool parte = false;   // the text holds that of `mensaje`
     Respuesta respuesta = Respuesta::kAceptar;
     std::optional<std::filesystem::path> ruta;
     std::optional<EleccionImpresora> eleccion;

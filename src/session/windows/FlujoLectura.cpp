@@ -15,6 +15,21 @@ constexpr std::string_view kModulo = "frmPpal";
 
 }  // namespace
 
+void GuardarConfiguracion(ModRTU& mod, const std::string& titulo,
+                          const std::function<void(const std::filesystem::path& ruta)>& guardar) {
+  PedidoArchivo pedido;
+  pedido.titulo = "Guardar configuración...";
+  pedido.filtro = "Configuración UTR (*.ucg)|*.ucg";
+  pedido.carpeta = mod.carpeta;
+  const auto ruta = mod.operador.ElegirGuardar(pedido);
+  if (!ruta) return;
+  guardar(*ruta);
+  Informar(mod.operador, titulo,
+           "La configuración de la estación remota ha sido guardada satisfacoriamente\n"
+           "Tenga en cuenta que la misma solamente debería ser utilizada\n"
+           "para poner en marcha nuevamente esta misma estación remota");
+}
+
 std::string FlujoLectura::Titulo() const {
   return U(principal_.windowTitle());
 }
@@ -33,13 +48,13 @@ bool FlujoLectura::LeerConfiguracion(const PedidoConfiguracion& pedido) {
     dialogo->ActivarDesactivarControles();
     dialogo->exec();
     // A cancelled dialog may have closed or moved the link, so it is opened again as the settings say.
-    dialogo->Acepto ? AceptarLectura(*dialogo) : mod_.conexion.ConectarSegunAjustes();
+    dialogo->Acepto ? AceptarLectura(*dialogo, pedido) : mod_.conexion.ConectarSegunAjustes();
   };
   return RegistrandoYMostrando(mod_.registro, mod_.operador, kModulo, "LeerConfiguracion", Titulo(),
                                Redaccion::kCompletada, [&] { AlFallar(leer, [&] { dialogo.reset(); }); });
 }
 
-void FlujoLectura::AceptarLectura(frmPresentacion& dialogo) {
+void FlujoLectura::AceptarLectura(frmPresentacion& dialogo, const PedidoConfiguracion& pedido) {
   mod_.comunicador.PorIP(mod_.conexion.PorIP());
   if (mod_.conexion.PorIP()) {
     mod_.comunicador.DireccionIP(dialogo.Direccion());
@@ -49,11 +64,12 @@ void FlujoLectura::AceptarLectura(frmPresentacion& dialogo) {
   dialogo.MostrarLectura();
   {
     const Ocupacion ocupacion(dialogo, dialogo.AlLeer());
-    lectura_.Preparar(dialogo.Fuente());
+    Preparar(dialogo.Fuente());
   }
   dialogo.hide();
   if (principal_.isVisible())
     principal_.activateWindow();  // a dialog seen for a blink may leave the keyboard to nobody
+  if (pedido.MostrarConfig && servicios_.mostrar_canales) servicios_.mostrar_canales(pedido.SoloMostrarLaCFG);
   CompararHoras(mod_);
   if (const auto titulo = TituloTrasLectura(mod_.propiedades)) principal_.setWindowTitle(Q(*titulo));
 }
@@ -65,7 +81,7 @@ bool FlujoLectura::LeerConfiguracionDirectaUTR() {
     dialogo->MostrarLectura();
     {
       const Ocupacion ocupacion(*dialogo, dialogo->AlLeer());
-      lectura_.Preparar(std::string(kFuenteUTR));
+      Preparar(std::string(kFuenteUTR));
     }
     dialogo.reset();
   };
@@ -76,23 +92,38 @@ bool FlujoLectura::LeerConfiguracionDirectaUTR() {
 void FlujoLectura::OfrecerLectura() {
   if (!Preguntar(mod_.operador, Titulo(), "No se ha leido la configuración de la RTU\n¿Desea leerla ahora?")) return;
   const PunteroDeEspera espera(mod_.operador);
-  lectura_.Preparar(std::string(kFuenteUTR));
+  Preparar(std::string(kFuenteUTR));
+}
+
+bool FlujoLectura::Releer() {
+  const PunteroDeEspera espera(mod_.operador);
+  lectura_.OlvidarOrigen();
+  const bool leida = IgnorandoErrores([&] { Preparar(std::string(kFuenteUTR)); }) && lectura_.TieneFilas();
+  if (!leida) lectura_.OlvidarOrigen();
+  return leida;
+}
+
+// Fetches the table; the status bar says where its backup couldn't be kept.
+void FlujoLectura::Preparar(const std::string& fuente) {
+  Verificacion({});
+  lectura_.Preparar(fuente);
+  const auto& respaldo = lectura_.RespaldoDeLectura();
+  if (fuente == kFuenteUTR && respaldo && !respaldo->Guardado())
+    Verificacion("Sin respaldo de lo leído", respaldo->falla);
+}
+
+void FlujoLectura::Estado(std::string_view texto) const {
+  if (servicios_.estado) servicios_.estado(texto);
+}
+
+void FlujoLectura::Verificacion(std::string_view texto, std::string_view detalle) const {
+  if (servicios_.verificacion) servicios_.verificacion(texto, detalle);
 }
 
 void FlujoLectura::ExportarConfiguracion() {
   RegistrandoYRelanzando(mod_.registro, kModulo, "ExportarConfiguracion", [&] {
     if (!lectura_.LeidaDeLaUTR() && !LeerParaExportar()) return;
-    PedidoArchivo pedido;
-    pedido.titulo = "Guardar configuración...";
-    pedido.filtro = "Configuración UTR (*.ucg)|*.ucg";
-    pedido.carpeta = mod_.carpeta;
-    const auto ruta = mod_.operador.ElegirGuardar(pedido);
-    if (!ruta) return;
-    lectura_.Guardar(*ruta);
-    Informar(mod_.operador, Titulo(),
-             "La configuración de la estación remota ha sido guardada satisfacoriamente\n"
-             "Tenga en cuenta que la misma solamente debería ser utilizada\n"
-             "para poner en marcha nuevamente esta misma estación remota");
+    GuardarConfiguracion(mod_, Titulo(), [this](const std::filesystem::path& ruta) { lectura_.Guardar(ruta); });
   });
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <filesystem>
+#include <functional>
 #include <string>
 
 #include "session/LecturaConfiguracion.h"
@@ -19,12 +21,27 @@ struct PedidoConfiguracion {
   bool ShowUCG = false;           // files are exported configurations
 };
 
+// What the main window does for the flows that it starts. Each may be missing.
+struct ServiciosPpal {
+  std::function<void(std::string_view texto)> estado{};  // panel 1 of the status bar
+  // The panel of what was written and kept, with what its tooltip says more.
+  std::function<void(std::string_view texto, std::string_view detalle)> verificacion{};
+  std::function<void(bool solo_mirar)> mostrar_canales{};  // the list of channels
+};
+
+// Asks where a configuration is to be saved, has it saved there and says so, under that title. Nothing on a cancel.
+// Raises what `guardar` raises.
+void GuardarConfiguracion(ModRTU& mod, const std::string& titulo,
+                          const std::function<void(const std::filesystem::path& ruta)>& guardar);
+
 // The roads to the table of channels with the operator in front: dialog, read, comparison of clocks, export. The main
 // window owns it; its title follows a read, and messages bear it.
 class FlujoLectura {
  public:
   FlujoLectura(ModRTU& mod, LecturaConfiguracion& lectura, QWidget& principal)
       : mod_(mod), lectura_(lectura), principal_(principal) {}
+
+  void Servirse(ServiciosPpal servicios) { servicios_ = std::move(servicios); }
 
   // Asks where the configuration comes from and reads it. False after a failure, which was shown; true also after a
   // cancel.
@@ -39,19 +56,29 @@ class FlujoLectura {
   // Saves the unit's configuration, which is read first when it isn't at hand. Failures are logged and raised.
   void ExportarConfiguracion();
 
+  // Reads the unit again behind a write. False: the read failed, which was logged, or brought no rows; the table on
+  // hand then counts as none of the unit's.
+  bool Releer();
+
+  // The status bar of the main window, as ServiciosPpal tells.
+  void Estado(std::string_view texto) const;
+  void Verificacion(std::string_view texto, std::string_view detalle = {}) const;
+
   ModRTU& Mod() const { return mod_; }
-  const LecturaConfiguracion& Lectura() const { return lectura_; }
+  LecturaConfiguracion& Lectura() const { return lectura_; }
   QWidget& Principal() const { return principal_; }
   std::string Titulo() const;
 
  private:
-  void AceptarLectura(frmPresentacion& dialogo);
+  void Preparar(const std::string& fuente);
+  void AceptarLectura(frmPresentacion& dialogo, const PedidoConfiguracion& pedido);
   bool LeerParaExportar();
   QWidget* Encima() const;
 
   ModRTU& mod_;
   LecturaConfiguracion& lectura_;
   QWidget& principal_;
+  ServiciosPpal servicios_;
 };
 
 }  // namespace utr
