@@ -268,6 +268,8 @@ void VistaLista::AjustarColumnas() {
 
 void VistaLista::Marcar(std::function<bool(std::size_t fila)> marcada, const QIcon& icono, const QString& palabra) {
   modelo_->Marcar(std::move(marcada), icono, palabra);
+  const int lado = arbol_->fontMetrics().height() - 2;  // a marked row is as high as the others
+  arbol_->setIconSize(QSize(lado, lado));
 }
 
 void VistaLista::SinFiltro() {
