@@ -1,0 +1,167 @@
+#include "BancoCanales.h"
+#include "configuration/windows/MostrarConfiguracion.h"
+
+namespace utr {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+constexpr const char* kEscribir =
+    "En esta acción se va a escribir la configuración y reiniciar la UTR\n¿Desea continuar?";
+constexpr const char* kEscribirParametros = "En esta acción se va a escribir la parametrización\n¿Desea continuar?";
+constexpr const char* kReleida =
+    "La configuración fue modificada con éxito.\nSe ha releido la configuración desde la UTR";
+constexpr const char* kSinReleer =
+    "La configuración fue modificada con éxito,\npero no se ha podido releer la configuración desde la UTR.\n"
+    "Aguarde unos instantes y relea la configuración";
+
+class PruebaMostrarConfiguracion : public BancoCanales {
+ protected:
+  PruebaMostrarConfiguracion() {
+    principal.setWindowTitle("Principal");
+    flujo.Servirse({.estado = [this](auto texto) { Anotar("estado", texto); },
+                    .verificacion = [this](auto texto, auto) { verificacion = texto; }});
+    comunicador.al_llamar = [this](const std::string& llamada) {
+      if (llamada.starts_with("Pausa") || llamada.starts_with("Configuracion")) pasos.push_back(llamada);
+    };
+    operador.al_preguntar = [this] { Anotar("dice", operador.mensajes.back().texto.substr(0, 43)); };
+  }
+
+  void Anotar(std::string_view que, std::string_view texto) {
+    pasos.push_back(std::string(que) + ": " + std::string(texto));
+  }
+
+  // The list comes and its Aceptar is pressed, behind an edit or without one.
+  void EsperarLista(const char* boton = "cmd(0)") {
+    ventanas.Espera("frmParametrizacion", [boton](QDialog& d) { Hallar<QAbstractButton>(d, boton).click(); });
+  }
+  // A whole road: the list comes, is accepted and written.
+  void Grabar(bool configuracion = true) {
+    EsperarLista();
+    operador.Espera(configuracion ? kEscribir : kEscribirParametros, Respuesta::kSi);
+  }
+  static Mensaje Dicho(const char* texto, Icono icono) { return {texto, "Principal", icono, Botones::kAceptar}; }
+
+  QWidget principal;
+  FlujoLectura flujo{mod, lectura, principal};
+  std::vector<std::string> pasos;
+  std::string verificacion;
+};
+
+TEST_F(PruebaMostrarConfiguracion, NothingReadAsksToRead) {
+  for (const auto camino : {+[](FlujoLectura& f) { MostrarConfiguracion(f); }, &MostrarParametros}) {
+    operador.Espera(Dicho("Debe leer una configuración", Icono::kInformacion));
+    camino(flujo);
+  }
+}
+
+TEST_F(PruebaMostrarConfiguracion, OnlyTheOpenerSaysWhatIsOnlyLookedAt) {
+  const auto abrir = [&](bool parametros, bool solo_mirar) {
+    std::string visto;
+    ventanas.Espera("frmParametrizacion", [&](QDialog& d) {
+      const auto& lista = dynamic_cast<frmParametrizacion&>(d);
+      visto = (lista.ModoConfiguracion ? "todo" : "parametros") + std::string(lista.SoloLectura ? " mira" : " escribe");
+      d.close();
+    });
+    parametros ? MostrarParametros(flujo) : MostrarConfiguracion(flujo, solo_mirar);
+    return visto;
+  };
+  LeerDeLaUTR();
+  EXPECT_EQ(abrir(false, false), "todo escribe");
+  EXPECT_EQ(abrir(false, true), "todo mira");
+  EXPECT_EQ(abrir(true, false), "parametros escribe");
+  leida->GuardarSobre(carpeta / "c.ucg");
+  lectura.Preparar((carpeta / "c.ucg").string());
+  EXPECT_EQ(abrir(false, false), "todo mira");
+  EXPECT_EQ(abrir(true, false), "parametros mira");
+  EXPECT_THAT(comunicador.De("Pausa"), IsEmpty());
+}
+
+TEST_F(PruebaMostrarConfiguracion, WhatWasWrittenIsReadAgainAndVerified) {
+  for (const bool configuracion : {true, false}) {
+    LeerDeLaUTR();
+    pasos.clear();
+    Grabar(configuracion);
+    operador.Espera(Dicho(kReleida, Icono::kInformacion));
+    configuracion ? MostrarConfiguracion(flujo) : MostrarParametros(flujo);
+    pasos.erase(pasos.begin());  // the question
+    EXPECT_THAT(pasos, ElementsAre("estado: Aguarde...Releyendo configuración del equipo",
+                                   configuracion ? "Pausa(5)" : "Pausa(7)", "ConfiguracionAlmacenada(si)",
+                                   "dice: La configuración fue modificada con éxito",
+                                   "estado: Releyendo configuración del equipo..."));
+    EXPECT_EQ(verificacion, configuracion ? "102 valores escritos y verificados" : "68 valores escritos y verificados");
+    EXPECT_TRUE(lectura.LeidaDeLaUTR());
+    EXPECT_EQ(operador.ocupado, 0);
+  }
+}
+
+TEST_F(PruebaMostrarConfiguracion, AReadThatFailsOrBringsNothingLeavesATableThatIsNobodys) {
+  struct Caso {
+    const char* que;
+    std::function<void()> falla;
+  };
+  for (const Caso& caso :
+       {Caso{"raises", [this] { comunicador.Falla("ConfiguracionAlmacenada", Error(7, "driver", "muda"), 1); }},
+        Caso{"null", [this] { comunicador.Devuelve("ConfiguracionAlmacenada", TablaPtr()); }},
+        Caso{"no rows", [this] { comunicador.Devuelve("ConfiguracionAlmacenada", TablaDeCanales({})); }}}) {
+    comunicador.Devuelve("ConfiguracionAlmacenada", leida);
+    LeerDeLaUTR();
+    Grabar();
+    operador.Espera(Dicho(kSinReleer, Icono::kExclamacion));
+    comunicador.Devuelve("Pausa", true);
+    comunicador.al_llamar = [&](const std::string& llamada) {
+      if (llamada.starts_with("Pausa")) caso.falla();
+    };
+    MostrarConfiguracion(flujo);
+    EXPECT_FALSE(lectura.ConfiguracionLeida()) << caso.que;
+    EXPECT_EQ(verificacion, "") << caso.que;
+  }
+  EXPECT_THAT(Errores(), HasSubstr("\"muda\""));
+}
+
+TEST_F(PruebaMostrarConfiguracion, ValuesThatReadBackOtherwiseAndStepsThatFailedAreTold) {
+  LeerDeLaUTR();
+  comunicador.Devuelve("ConfiguracionAlmacenada", TablaDeCanales({kNivel, kApagado}));
+  comunicador.Devuelve("GrabarParametrizacion", false);
+  Grabar();
+  operador.Espera(kReleida);
+  operador.EsperaParte((carpeta / "Respaldos").string());
+  MostrarConfiguracion(flujo);
+  const Mensaje& aviso = operador.mensajes.back();
+  EXPECT_EQ(aviso.icono, Icono::kExclamacion);
+  EXPECT_EQ(aviso.titulo, "Principal");
+  EXPECT_THAT(aviso.texto, HasSubstr(std::string(NombreDePaso(PasoEscritura::kParametrizacion))));
+  EXPECT_THAT(aviso.texto, HasSubstr("ED1"));
+  EXPECT_EQ(verificacion, "");
+}
+
+TEST_F(PruebaMostrarConfiguracion, AWriteThatBrokeOffIsNotReadAgainAndTheTableIsNobodys) {
+  for (const char* operacion : {"GrabarCanalesModificar", "GrabarParametrizacion"}) {
+    LeerDeLaUTR();
+    comunicador.Falla(operacion, Error(7, "driver", "muda"), 1);
+    ventanas.Espera("frmParametrizacion", [](QDialog& d) {
+      for (const char* boton : {"cmd(0)", "cmd(1)"}) Hallar<QAbstractButton>(d, boton).click();
+    });
+    operador.Espera(kEscribir, Respuesta::kSi);
+    operador.EsperaParte("muda");
+    MostrarConfiguracion(flujo);
+    const bool empezada = std::string_view(operacion) == "GrabarParametrizacion";
+    EXPECT_EQ(lectura.ConfiguracionLeida(), !empezada) << operacion;
+    EXPECT_EQ(comunicador.Cuantas("Pausa"), 0U);
+  }
+}
+
+TEST_F(PruebaMostrarConfiguracion, ABackupThatCantBeKeptBehindAReadIsToldInTheStatusBar) {
+  prueba::EscribirTodo(carpeta / "Respaldos", "en el camino");
+  operador.Espera("No se ha leido la configuración de la RTU\n¿Desea leerla ahora?", Respuesta::kSi);
+  flujo.OfrecerLectura();
+  EXPECT_EQ(verificacion, "Sin respaldo de lo leído");
+  std::filesystem::remove(carpeta / "Respaldos");
+  EXPECT_TRUE(flujo.Releer());
+  EXPECT_EQ(verificacion, "");
+}
+
+}  // namespace
+}  // namespace utr
