@@ -8,7 +8,11 @@ const std::array<AccionPpal, 9> kAcciones{{
     {.texto = "&Agenda", .icono = "agenda", .reconecta = true},
     {.texto = "&Eventos", .icono = "eventos", .hacer = &frmPpal::MostrarEventos, .reconecta = true},
     {.texto = "&Datos", .icono = "datos", .hacer = &frmPpal::MostrarDatos, .reconecta = true},
-    {.texto = "&Parametrizar", .icono = "parametrizar", .reconecta = true, .olvida_predefinida = true},
+    {.texto = "&Parametrizar",
+     .icono = "parametrizar",
+     .hacer = &frmPpal::MostrarParametros,
+     .reconecta = true,
+     .olvida_predefinida = true},
     {.texto = "&Leer Configuracion",
      .icono = "leer-configuracion",
      .hacer = &frmPpal::LeerConfiguracion,
@@ -22,7 +26,7 @@ const std::array<AccionPpal, 9> kAcciones{{
 
 const std::array<AccionPpal, 7> kAvanzadas{{
     {.texto = "Co&mandos", .icono = "comandos"},
-    {.texto = "C&onfigurar", .icono = "configurar"},
+    {.texto = "C&onfigurar", .icono = "configurar", .hacer = &frmPpal::MostrarConfiguracion},
     {.texto = "&Recuperar Datos", .icono = "recuperar"},
     {.texto = "Proce&sar Datos", .icono = "procesar"},
     {.texto = "&Visualización de archivos", .icono = "visualizacion"},

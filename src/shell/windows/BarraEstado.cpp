@@ -18,13 +18,20 @@ QLabel* Panel(const char* nombre) {
 }  // namespace
 
 BarraEstado::BarraEstado(QWidget* parent)
-    : QStatusBar(parent), panel1_(Panel("Panel1")), puerto_(Panel("PUERTO")), velocidad_(Panel("Velocidad")) {
+    : QStatusBar(parent),
+      panel1_(Panel("Panel1")),
+      verificacion_(Panel("Verificacion")),
+      puerto_(Panel("PUERTO")),
+      velocidad_(Panel("Velocidad")) {
   setObjectName("BarraEstado");
   addWidget(panel1_, 1);
   panel1_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);  // a long text makes no window wider
+  addPermanentWidget(verificacion_);
   addPermanentWidget(puerto_);
   addPermanentWidget(velocidad_);
   puerto_->setWhatsThis("El puerto por el que se habla con la UTR, o que no hay ninguno abierto.");
+  verificacion_->setWhatsThis("Cuántos valores de la última grabación se releyeron iguales de la UTR.");
+  Verificacion({});
   velocidad_->setWhatsThis("La velocidad del puerto serie, o la dirección IP de la UTR.");
 }
 
@@ -33,6 +40,13 @@ void BarraEstado::Mostrar(const TextosPanel& textos) {
   velocidad_->setText(Q(textos.velocidad));
   puerto_->setEnabled(textos.habilitados);
   velocidad_->setEnabled(textos.habilitados);
+}
+
+void BarraEstado::Verificacion(std::string_view texto, std::string_view detalle) {
+  verificacion_->setText(Q(texto));
+  verificacion_->setToolTip(Q(detalle));
+  verificacion_->setAccessibleDescription(Q(detalle));
+  verificacion_->setVisible(!texto.empty());
 }
 
 void BarraEstado::Texto(std::string_view texto) {

@@ -9,7 +9,8 @@ class QLabel;
 
 namespace utr {
 
-// The status bar: panel 1 for progress, and the two panels that tell the link. What is told to it as progress is seen
+// The status bar: panel 1 for progress, a panel for what was written, and the two
+// that tell the link. What is told to it as progress is seen
 // at once, with the part that is done behind the text; it offers no cancel, and what was left out stays as the text.
 class BarraEstado : public QStatusBar, public Progreso {
   Q_OBJECT
@@ -18,6 +19,10 @@ class BarraEstado : public QStatusBar, public Progreso {
   explicit BarraEstado(QWidget* parent = nullptr);
 
   void Mostrar(const TextosPanel& textos);
+
+  // What was written and verified, or couldn't be kept: a panel that is there only while it says something. `detalle`
+  // is what its tooltip says more.
+  void Verificacion(std::string_view texto, std::string_view detalle = {});
 
   void Texto(std::string_view texto) override;
   void Rango(std::int64_t pasos) override;
@@ -32,6 +37,7 @@ class BarraEstado : public QStatusBar, public Progreso {
   std::int64_t pasos_ = 0;
   std::int64_t hechos_ = 0;
   QLabel* panel1_;
+  QLabel* verificacion_;
   QLabel* puerto_;
   QLabel* velocidad_;
 };

@@ -6,6 +6,7 @@
 #include <QWhatsThis>
 
 #include "configuration/Catalogo.h"
+#include "configuration/windows/MostrarConfiguracion.h"
 #include "retrieved/windows/MostrarVistas.h"
 #include "session/ArchivoAyuda.h"
 #include "session/OperacionesEnlace.h"
@@ -44,6 +45,9 @@ frmPpal::frmPpal(ModRTU& mod, QWidget* parent)
   setStatusBar(barra_estado_);
   ConectarControles();
   mod_.conexion.AlCambiar([this] { MostrarEnlace(); });
+  flujo_.Servirse({.estado = [this](std::string_view texto) { barra_estado_->Texto(texto); },
+                   .verificacion = [this](auto texto, auto detalle) { barra_estado_->Verificacion(texto, detalle); },
+                   .mostrar_canales = [this](bool solo_mirar) { utr::MostrarConfiguracion(flujo_, solo_mirar); }});
   resize(720, 520);
   RecordarTamano(this);
 }
@@ -200,6 +204,14 @@ void frmPpal::MostrarDatos() {
 
 void frmPpal::ColaDeTransmicion() {
   utr::ColaDeTransmicion(flujo_);
+}
+
+void frmPpal::MostrarConfiguracion() {
+  utr::MostrarConfiguracion(flujo_);
+}
+
+void frmPpal::MostrarParametros() {
+  utr::MostrarParametros(flujo_);
 }
 
 void frmPpal::ExportarConfiguracion() {

@@ -49,6 +49,10 @@ class frmPpal : public QMainWindow {
   void MostrarDatos();
   void ColaDeTransmicion();
 
+  // The channels of the unit, to change and write: all that they hold, or their parametrization.
+  void MostrarConfiguracion();
+  void MostrarParametros();
+
   // Saves the unit's configuration, which is read first when it isn't at hand. Failures are logged and raised.
   void ExportarConfiguracion();
 

@@ -37,6 +37,14 @@ class ConPpal : public prueba::ModPrueba, public testing::Test {
     comunicador.llamadas.clear();
   }
 
+  // The list of channels comes, is looked at and closed.
+  void EsperarLista(const std::function<void(QDialog&)>& mirar = {}) {
+    ventanas.Espera("frmParametrizacion", [mirar](QDialog& d) {
+      if (mirar) mirar(d);
+      d.close();
+    });
+  }
+
   // The driver's calls but the two that only show the link, which come at each of its changes.
   std::vector<std::string> Ordenes() const {
     std::vector<std::string> ordenes = comunicador.llamadas;

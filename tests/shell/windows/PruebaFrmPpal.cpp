@@ -64,8 +64,8 @@ TEST_F(Ppal, LoQueNoEstaConstruidoQuedaDeshabilitado) {
     if (accion->objectName().startsWith("mnuAcc") && accion->isEnabled()) activas += accion->objectName() + ' ';
   }
   EXPECT_EQ(activas.toStdString(),
-            "mnuAcciones(1) mnuAcciones(2) mnuAcciones(4) mnuAcciones(5) mnuAcciones(7) mnuAccAvanzadas(5) "
-            "mnuAccAvanzadas(6) ");
+            "mnuAcciones(1) mnuAcciones(2) mnuAcciones(3) mnuAcciones(4) mnuAcciones(5) mnuAcciones(7) "
+            "mnuAccAvanzadas(1) mnuAccAvanzadas(5) mnuAccAvanzadas(6) ");
 }
 
 TEST_F(Ppal, CancelarAlEntrarReabreElPuertoYSigue) {
@@ -245,6 +245,7 @@ TEST_F(Ppal, DuranteUnaOperacionNoSeEntraNiSeCierra) {
                                 new QKeyEvent(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, "\r"));
   };
   ventanas.Espera("frmPresentacion", [](QDialog& d) { Pulsar(d, "AceptarLecturaCFG"); });
+  EsperarLista();
   Elegir(4);
   QCoreApplication::processEvents();
   EXPECT_EQ(intentos, 1);

@@ -82,6 +82,7 @@ TEST_F(Acciones, UnaTablaSinFilasODeArchivoTambienPregunta) {
     Pulsar(d, "OptionXML");
     Pulsar(d, "AceptarLecturaCFG");
   });
+  EsperarLista();
   Elegir(4);
   operador.Espera(kSinLeer, Respuesta::kNo);
   Elegir(2);
@@ -109,6 +110,7 @@ TEST_F(Acciones, LeerDeUnArchivoSinEquipoTerminaEnErrorConLaTablaPuesta) {
     Pulsar(d, "OptionXML");
     Pulsar(d, "AceptarLecturaCFG");
   });
+  EsperarLista();
   Elegir(4);
   EXPECT_THAT(Filas(*ventana->Lectura().RecConfig()->Clone(), {"Canal"}), ElementsAre("7"));
   EXPECT_FALSE(ventana->Lectura().ConfiguracionLeida());
@@ -135,9 +137,51 @@ TEST_F(Acciones, ElPanelSeVeMientrasSeLee) {
     EXPECT_EQ(operador.ocupado, 1);
   };
   EsperarLectura();
+  EsperarLista();
   Elegir(4);
   EXPECT_TRUE(visto);
   EXPECT_EQ(ventana->findChild<QDialog*>("frmPresentacion"), nullptr) << "the dialog goes with its read";
+}
+
+TEST_F(Acciones, TrasLeerSeMiranLosCanalesAntesDeCompararLasHoras) {
+  CargarYOlvidar();
+  EsperarLectura();
+  EsperarLista([this](QDialog& d) {
+    EXPECT_EQ(d.windowTitle().toStdString(), "Configuración de los canales");
+    EXPECT_THAT(Hallar<QLabel>(d, "lblOrigen").text().toStdString(), testing::HasSubstr("Sólo para mirar"));
+    EXPECT_EQ(comunicador.Cuantas("ConfiguracionAlmacenada"), 1U);
+    EXPECT_EQ(comunicador.Cuantas("LeerFechaHora"), 0U);
+  });
+  Elegir(4);
+  EXPECT_EQ(comunicador.Cuantas("LeerFechaHora"), 1U);
+}
+
+// "Parametrizar" starts without a predefined set in use, "Configurar" goes on with it.
+TEST_F(Acciones, LosCanalesSeCambianPorDosCaminos) {
+  Cargar();
+  std::string titulos;
+  const auto mirar = [&](QDialog& d) { titulos += d.windowTitle().toStdString() + '|' + mod.ruta_predefinida + '|'; };
+  mod.ruta_predefinida = "a.ipf";
+  EsperarClave();
+  EsperarLista(mirar);
+  Ejecutar("mnuAccAvanzadas(1)");
+  EsperarLista(mirar);
+  Elegir(3);
+  EXPECT_EQ(titulos, "Configuración de los canales|a.ipf|Parametrizaciones de los canales||");
+}
+
+TEST_F(Acciones, UnaGrabacionVerificadaSeDiceEnSuPanelHastaLaProximaLectura) {
+  Cargar();
+  EXPECT_FALSE(Hallar<QLabel>(*ventana, "Verificacion").isVisible());
+  ventanas.Espera("frmParametrizacion", [](QDialog& d) { Pulsar(d, "cmd(0)"); });
+  operador.EsperaParte("se va a escribir la parametrización", Respuesta::kSi);
+  operador.EsperaParte("modificada con éxito.");
+  Elegir(3);
+  EXPECT_EQ(Panel("Verificacion"), "68 valores escritos y verificados");
+  EXPECT_TRUE(Hallar<QLabel>(*ventana, "Verificacion").isVisible());
+  EXPECT_EQ(Panel("Panel1"), "Releyendo configuración del equipo...");
+  EXPECT_TRUE(ventana->LeerConfiguracionDirectaUTR());
+  EXPECT_FALSE(Hallar<QLabel>(*ventana, "Verificacion").isVisible());
 }
 
 TEST_F(Acciones, LaLecturaDirectaNoPregunta) {
