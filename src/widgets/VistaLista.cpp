@@ -26,6 +26,7 @@ constexpr std::size_t kMaximoConservado = 10000;
 constexpr int kMargenCelda = 20;
 constexpr int kMargenRenglon = 6;
 constexpr int kMargenIcono = 28;
+constexpr int kEntreIconos = 2;
 
 // Cells with air around them.
 class Renglon : public QStyledItemDelegate {
@@ -33,7 +34,10 @@ class Renglon : public QStyledItemDelegate {
   using QStyledItemDelegate::QStyledItemDelegate;
 
   QSize sizeHint(const QStyleOptionViewItem& opcion, const QModelIndex& indice) const override {
-    return QStyledItemDelegate::sizeHint(opcion, indice) + QSize(0, kMargenRenglon);
+    QSize tamano = QStyledItemDelegate::sizeHint(opcion, indice) + QSize(0, kMargenRenglon);
+    // Styles keep icons apart by these pixels; here the air does, and a marked row is as high as the others.
+    if (indice.data(Qt::DecorationRole).isValid()) tamano.rheight() -= kEntreIconos;
+    return tamano;
   }
 
  protected:
@@ -268,7 +272,7 @@ void VistaLista::AjustarColumnas() {
 
 void VistaLista::Marcar(std::function<bool(std::size_t fila)> marcada, const QIcon& icono, const QString& palabra) {
   modelo_->Marcar(std::move(marcada), icono, palabra);
-  const int lado = arbol_->fontMetrics().height() - 2;  // a marked row is as high as the others
+  const int lado = arbol_->fontMetrics().height();
   arbol_->setIconSize(QSize(lado, lado));
 }
 

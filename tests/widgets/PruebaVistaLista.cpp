@@ -152,6 +152,11 @@ TEST_F(PruebaVistaLista, MarksFollowTheirRowsAndAddNoText) {
     marcados.push_back(U(celda.data().toString() + ':' + celda.data(Qt::AccessibleDescriptionRole).toString()));
   }
   EXPECT_THAT(marcados, ElementsAre("01/02/2026:Con cambios"));
+  const auto alto = [this](int fila) {
+    return vista.Arbol()->sizeHintForIndex(vista.Arbol()->model()->index(fila, 0));
+  };
+  EXPECT_EQ(alto(0).height(), alto(1).height());
+  EXPECT_EQ(alto(1).height(), alto(2).height());
 }
 
 TEST_F(PruebaVistaLista, AListWithoutAFilterLeavesCtrlFToTheOtherOne) {
