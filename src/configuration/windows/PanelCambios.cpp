@@ -76,7 +76,7 @@ QPushButton* PanelCambios::NuevoBoton(const char* nombre, const char* texto, con
                                       void (PanelCambios::*hacer)()) {
   QPushButton* boton = Boton(nombre, QString::fromUtf8(texto));
   if (icono != nullptr) boton->setIcon(IconoDe(icono));
-  boton->setAccessibleName(boton->text() + QStringLiteral(" los cambios"));
+  boton->setAccessibleName(boton->text().remove('.') + QStringLiteral(" los cambios"));
   connect(boton, &QPushButton::clicked, this, hacer);
   botones_.append(boton);
   return boton;

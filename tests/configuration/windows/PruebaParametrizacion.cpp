@@ -184,35 +184,26 @@ TEST_F(PruebaParametrizacion, AnEditKeepsFilterOrderAndRowAndIsSeenInMarkAndPane
   EXPECT_FALSE(Hallar<QAbstractButton>(*ventana, "GuardarCambios").isEnabled());
 }
 
-TEST_F(PruebaParametrizacion, ChangesAreSavedAndPrintedUnderAHeadingOfTheirOwn) {
+TEST_F(PruebaParametrizacion, ListAndChangesAreSavedAndPrintedUnderHeadingsOfTheirOwn) {
+  leida = TablaDeCanales({kNivel});
   Abrir();
   EditarNivel();
-  const auto ruta = carpeta / "cambios.txt";
-  operador.EsperaGuardar("Exportar ...", ruta);
-  operador.Espera(Mensaje{"La lista ha sido exportada con éxito", kConfiguracion, Icono::kInformacion});
-  Pulsar("GuardarCambios");
-  const std::string documento =
-      "Cambios en los canales de la UTR\r\nNroCanal\tCanal\tCampo\tEn la UTR\tNuevo\r\n"
-      "1\tEA01\tMáxima Variación Descendente (MaxBajVal):\t2\t8";
-  EXPECT_EQ(prueba::LeerTodo(ruta), documento);
   mod.eleccion_impresora.nombre = "Oficina";
-  Pulsar("ImprimirCambios");
-  EXPECT_THAT(impresora.trabajos, ElementsAre("Oficina:" + documento));
-}
-
-TEST_F(PruebaParametrizacion, TheListIsExportedAndPrintedUnderItsHeading) {
-  leida = TablaDeCanales({{{"Canal", "16"}, {"Tipo", "7"}}});
-  Abrir();
-  const std::string documento =
-      "Canales de la UTR\r\nNroCanal\tCanal\tTipo de Entrada\tTipo de Sensor\tParámetro\tUnidad\tAlarma\tHabilitado\r\n"
-      "16\tED1\tEntrada Digital\tSupervisión Digital\tSupervisión Digital\t - \tNo\tSi";
-  operador.EsperaGuardar("Exportar ...", carpeta / "l.txt");
-  operador.Espera("La lista ha sido exportada con éxito");
-  Pulsar("Guardar");
-  EXPECT_EQ(prueba::LeerTodo(carpeta / "l.txt"), documento);
-  mod.eleccion_impresora.nombre = "Oficina";
-  Elegir("mnuParamImprimir");
-  EXPECT_THAT(impresora.trabajos, ElementsAre("Oficina:" + documento));
+  for (const auto& [guardar, imprimir, documento] :
+       {std::tuple{"GuardarCambios", "ImprimirCambios",
+                   "Cambios en los canales de la UTR\r\nNroCanal\tCanal\tCampo\tEn la UTR\tNuevo\r\n"
+                   "1\tEA01\tMáxima Variación Descendente (MaxBajVal):\t2\t8"},
+        std::tuple{"Guardar", "Print",
+                   "Canales de la UTR\r\n"
+                   "NroCanal\tCanal\tTipo de Entrada\tTipo de Sensor\tParámetro\tUnidad\tAlarma\tHabilitado\r\n"
+                   "1\tEA01\tEntrada Analógica\tLimnimetro\tAnalógico\t - \tNo\tSi"}}) {
+    operador.EsperaGuardar("Exportar ...", carpeta / "l.txt");
+    operador.Espera(Mensaje{"La lista ha sido exportada con éxito", kConfiguracion, Icono::kInformacion});
+    Pulsar(guardar);
+    EXPECT_EQ(prueba::LeerTodo(carpeta / "l.txt"), documento);
+    Pulsar(imprimir);
+    EXPECT_EQ(impresora.trabajos.back(), std::string("Oficina:") + documento);
+  }
 }
 
 TEST_F(PruebaParametrizacion, TheConfigurationIsSavedWholeWhateverTheFilterHides) {
