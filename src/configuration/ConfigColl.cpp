@@ -124,7 +124,10 @@ ConfigPtr ConfigColl::Add(std::int16_t canal, const Tabla& registro, std::string
   }
   config->Key = ClaveDe(std::to_string(canal));
   const std::string clave_final = clave.empty() ? config->Key : std::string(clave);
-  if (Buscar(clave_final) == elementos_.end()) elementos_.emplace_back(clave_final, config);
+  if (Buscar(clave_final) == Count()) {
+    claves_.push_back(clave_final);
+    elementos_.push_back(config);
+  }
   return config;
 }
 
@@ -133,19 +136,19 @@ ConfigPtr ConfigColl::Item(std::int16_t canal) const {
 }
 
 ConfigPtr ConfigColl::Item(std::string_view canal) const {
-  const auto lugar = Buscar(ClaveDe(canal));
-  return lugar == elementos_.end() ? nullptr : lugar->second;
+  const std::size_t lugar = Buscar(ClaveDe(canal));
+  return lugar == Count() ? nullptr : elementos_[lugar];
 }
 
 void ConfigColl::Remove(std::size_t posicion) {
-  if (posicion < 1 || posicion > elementos_.size()) Lanzar(error::kLlamada, "ConfigColl");
-  elementos_.erase(elementos_.begin() + static_cast<std::ptrdiff_t>(posicion - 1));
+  if (posicion < 1 || posicion > Count()) Lanzar(error::kLlamada, "ConfigColl");
+  const auto lugar = static_cast<std::ptrdiff_t>(posicion - 1);
+  elementos_.erase(elementos_.begin() + lugar);
+  claves_.erase(claves_.begin() + lugar);
 }
 
 void ConfigColl::Remove(std::string_view clave) {
-  const auto lugar = Buscar(clave);
-  if (lugar == elementos_.end()) Lanzar(error::kLlamada, "ConfigColl");
-  elementos_.erase(lugar);
+  Remove(Buscar(clave) + 1);
 }
 
 TablaPtr ConfigColl::GetRecMembers(RegistroErrores& registro) const {
@@ -154,16 +157,17 @@ TablaPtr ConfigColl::GetRecMembers(RegistroErrores& registro) const {
     auto nueva = std::make_shared<Tabla>();
     AgregarColumnasDeCanales(*nueva);
     nueva->Open();
-    for (const auto& [clave, config] : elementos_) EscribirFila(*nueva, *config);
+    for (const ConfigPtr& config : elementos_) EscribirFila(*nueva, *config);
     if (nueva->RecordCount() > 0) nueva->MoveFirst();
     tabla = std::move(nueva);
   });
   return tabla;
 }
 
-ConfigColl::Elementos::const_iterator ConfigColl::Buscar(std::string_view clave) const {
-  return std::find_if(elementos_.begin(), elementos_.end(),
-                      [&](const auto& elemento) { return IgualSinCaso(elemento.first, clave); });
+std::size_t ConfigColl::Buscar(std::string_view clave) const {
+  const auto lugar =
+      std::find_if(claves_.begin(), claves_.end(), [&](const std::string& una) { return IgualSinCaso(una, clave); });
+  return static_cast<std::size_t>(lugar - claves_.begin());
 }
 
 }  // namespace utr

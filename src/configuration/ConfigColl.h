@@ -1,10 +1,8 @@
 #pragma once
 
 #include <cstdint>
-#include <ranges>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <variant>
 #include <vector>
 
@@ -46,14 +44,15 @@ class ConfigColl {
   TablaPtr GetRecMembers(RegistroErrores& registro) const;
 
   // Walks the objects (ConfigPtr) in the order of adding.
-  auto begin() const { return std::views::values(elementos_).begin(); }
-  auto end() const { return std::views::values(elementos_).end(); }
+  auto begin() const { return elementos_.begin(); }
+  auto end() const { return elementos_.end(); }
 
  private:
-  using Elementos = std::vector<std::pair<std::string, ConfigPtr>>;
-  Elementos::const_iterator Buscar(std::string_view clave) const;
+  // The position of a key from 0; that behind the last one where there is none.
+  std::size_t Buscar(std::string_view clave) const;
 
-  Elementos elementos_;
+  std::vector<ConfigPtr> elementos_;
+  std::vector<std::string> claves_;  // of each
 };
 
 }  // namespace utr

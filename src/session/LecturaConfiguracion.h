@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "configuration/Respaldos.h"
 #include "session/ModRTU.h"
+#include "session/Respaldos.h"
 #include "tables/Tabla.h"
 
 namespace utr {

@@ -4,9 +4,9 @@
 #include "configuration/CambiosConfiguracion.h"
 #include "configuration/Escritura.h"
 #include "configuration/FilasDeCanales.h"
-#include "configuration/Respaldos.h"
 #include "configuration/VerificacionEscritura.h"
 #include "driver/BancoSimulado.h"
+#include "session/Respaldos.h"
 
 namespace utr {
 namespace {

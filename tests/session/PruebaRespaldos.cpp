@@ -4,7 +4,7 @@
 
 #include <set>
 
-#include "configuration/Respaldos.h"
+#include "session/Respaldos.h"
 #include "support/Carpeta.h"
 #include "support/DispositivoLleno.h"
 #include "support/RelojFalso.h"

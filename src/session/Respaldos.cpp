@@ -1,4 +1,4 @@
-#include "configuration/Respaldos.h"
+#include "session/Respaldos.h"
 
 #include <fmt/format.h>
 
