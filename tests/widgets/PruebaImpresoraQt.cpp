@@ -89,7 +89,7 @@ std::string Documento(int filas, const std::string& descripcion) {
   return texto;
 }
 
-TEST_F(PruebaImpresora, TheWholeTextFlowsOverAsManyPagesAsItTakes) {
+TEST_F(PruebaImpresora, TodoElTextoPasaALasPaginasQueHaganFalta) {
   const int paginas = Dibujar(Documento(500, "Nivel"));
   EXPECT_GT(paginas, 5);
   EXPECT_EQ(papel.motor.trazos.back().pagina, paginas);
@@ -102,7 +102,7 @@ TEST_F(PruebaImpresora, TheWholeTextFlowsOverAsManyPagesAsItTakes) {
   ExigirSinChoques();
 }
 
-TEST_F(PruebaImpresora, ColumnsNeverCollideHoweverWide) {
+TEST_F(PruebaImpresora, LasColumnasNoChocanPorAnchasQueSean) {
   Dibujar(Documento(3, "Nivel"));
   ExigirSinChoques();
   EXPECT_GT(papel.motor.puntos, 6.5) << "ten ordinary columns are printed at a readable size";
@@ -115,13 +115,13 @@ TEST_F(PruebaImpresora, ColumnsNeverCollideHoweverWide) {
   EXPECT_EQ(std::count(todo.begin(), todo.end(), 'm') >= 1200, true) << "wrapped, not cut";
 }
 
-TEST_F(PruebaImpresora, OneLineIsOnePage) {
+TEST_F(PruebaImpresora, UnaLineaEsUnaPagina) {
   EXPECT_EQ(Dibujar("Agenda"), 1);
   ASSERT_EQ(papel.motor.trazos.size(), 1u);
   EXPECT_EQ(papel.motor.puntos, 10);
 }
 
-TEST(PruebaImpresoraReal, APrinterWritesAPdfAndADeviceThatCannotBeOpenedGivesNoPages) {
+TEST(PruebaImpresoraReal, EscribeUnPdfYSinDispositivoNoHayPaginas) {
   const prueba::Carpeta carpeta;
   QPrinter impresora(QPrinter::HighResolution);
   impresora.setOutputFormat(QPrinter::PdfFormat);

@@ -77,7 +77,7 @@ class PruebaOcupacion : public testing::Test {
   int atajos = 0;
 };
 
-TEST_F(PruebaOcupacion, NothingGetsThroughAndAllIsAsBeforeAtTheEnd) {
+TEST_F(PruebaOcupacion, NadaPasaYAlFinTodoEsComoAntes) {
   {
     const Ocupacion ocupacion(*dialogo, Todo());
     EXPECT_TRUE(Ocupacion::Ocupada(*dialogo));
@@ -107,7 +107,7 @@ TEST_F(PruebaOcupacion, NothingGetsThroughAndAllIsAsBeforeAtTheEnd) {
   EXPECT_TRUE(dialogo->close());
 }
 
-TEST_F(PruebaOcupacion, WhatWasTypedWhileTheProgramWasBlockedIsDroppedAtTheEnd) {
+TEST_F(PruebaOcupacion, LoTecleadoConElProgramaDetenidoSePierdeAlFin) {
   bool soltado = false;
   {
     const Ocupacion ocupacion(*dialogo, Todo());
@@ -128,7 +128,7 @@ TEST_F(PruebaOcupacion, WhatWasTypedWhileTheProgramWasBlockedIsDroppedAtTheEnd) 
   EXPECT_EQ(leidas, 1) << "the same click counts once the window has opened up";
 }
 
-TEST_F(PruebaOcupacion, AControlThatStaysOnTakesInputAndEscAndTheCloseButtonDoAsTold) {
+TEST_F(PruebaOcupacion, UnControlQueSigueRecibeYEscYCerrarHacenLoIndicado) {
   OpcionesOcupacion opciones = Todo();
   opciones.apagados = {dialogo->findChild<QWidget*>(), cuerpo, cancelar};
   opciones.siguen = {cancelar};
@@ -150,7 +150,7 @@ TEST_F(PruebaOcupacion, AControlThatStaysOnTakesInputAndEscAndTheCloseButtonDoAs
   EXPECT_EQ(dialogo->focusWidget(), campo);
 }
 
-TEST_F(PruebaOcupacion, OneControlOfAGroupStaysOn) {
+TEST_F(PruebaOcupacion, UnControlDeUnGrupoSigue) {
   OpcionesOcupacion opciones;
   opciones.apagados = {cuerpo};
   opciones.siguen = {leer};
@@ -160,7 +160,7 @@ TEST_F(PruebaOcupacion, OneControlOfAGroupStaysOn) {
   EXPECT_EQ(leidas, 1);
 }
 
-TEST_F(PruebaOcupacion, NestedUseOpensUpWithTheLast) {
+TEST_F(PruebaOcupacion, AnidadaSeAbreConLaUltima) {
   {
     const Ocupacion afuera(*dialogo, Todo());
     {
@@ -176,7 +176,7 @@ TEST_F(PruebaOcupacion, NestedUseOpensUpWithTheLast) {
   EXPECT_TRUE(leer->isEnabled());
 }
 
-TEST_F(PruebaOcupacion, AFailureOpensUpToo) {
+TEST_F(PruebaOcupacion, UnaFallaTambienAbre) {
   try {
     const Ocupacion ocupacion(*dialogo, Todo());
     throw std::runtime_error("falla");
@@ -187,14 +187,14 @@ TEST_F(PruebaOcupacion, AFailureOpensUpToo) {
   EXPECT_TRUE(leer->isEnabled());
 }
 
-TEST_F(PruebaOcupacion, AWindowThatDiesMeanwhileTakesNothingWithIt) {
+TEST_F(PruebaOcupacion, UnaVentanaQueMuereNoArrastraNada) {
   std::optional<Ocupacion> ocupacion(std::in_place, *dialogo, Todo());
   dialogo.reset();
   ocupacion.reset();
   EXPECT_EQ(operador.ocupado, 0);
 }
 
-TEST_F(PruebaOcupacion, AControlThatDiesMeanwhileIsForgotten) {
+TEST_F(PruebaOcupacion, UnControlQueMuereSeOlvida) {
   {
     const Ocupacion ocupacion(*dialogo, Todo());
     delete cuerpo;
@@ -203,7 +203,7 @@ TEST_F(PruebaOcupacion, AControlThatDiesMeanwhileIsForgotten) {
   EXPECT_TRUE(cancelar->isEnabled());
 }
 
-TEST_F(PruebaOcupacion, WhatPopsUpIsPartOfTheWindowAndABoxOverItIsNot) {
+TEST_F(PruebaOcupacion, LoQueSeDespliegaEsDeLaVentanaYUnaCajaNo) {
   const Ocupacion ocupacion(*dialogo, Todo());
   QMenu menu(dialogo.get());
   int elegidas = 0;
@@ -229,7 +229,7 @@ struct CasoPie {
   std::vector<const char*> tab;
 };
 
-TEST(PruebaMarcoDialogo, EveryDialogHasTheSameMarginsItsDefaultButtonAndItsTabOrder) {
+TEST(PruebaMarcoDialogo, CadaDialogoTieneSusMargenesSuBotonYSuOrdenDeTab) {
   const CasoPie casos[] = {
       {true, true, true, "CmdOK", {"campo", "CmdOK", "CmdCancel", "cmdAyuda"}},
       {true, false, false, nullptr, {"campo", "CmdOK", "CmdCancel"}},

@@ -43,7 +43,7 @@ struct CasoRespuesta {
 
 class PruebaRespuestas : public testing::TestWithParam<CasoRespuesta> {};
 
-TEST_P(PruebaRespuestas, TheAnswerIsTheButtonThatWasPressed) {
+TEST_P(PruebaRespuestas, LaRespuestaEsElBotonPulsado) {
   const CasoRespuesta& caso = GetParam();
   OperadorQt operador;
   AlAbrirse([&caso](QWidget* dialogo) {
@@ -72,7 +72,7 @@ INSTANTIATE_TEST_SUITE_P(Botones, PruebaRespuestas,
                                          CasoRespuesta{Botones::kOpciones, "Cancelar", Respuesta::kCancelar},
                                          CasoRespuesta{Botones::kOpciones, nullptr, Respuesta::kCancelar}));
 
-TEST(PruebaOperadorQt, EnterAnswersWhatTheMessageSays) {
+TEST(PruebaOperadorQt, EnterRespondeLoQueElMensajeDice) {
   const struct {
     Botones botones;
     std::optional<Respuesta> defecto;
@@ -90,7 +90,7 @@ TEST(PruebaOperadorQt, EnterAnswersWhatTheMessageSays) {
   }
 }
 
-TEST(PruebaOperadorQt, AMessageIsPlainTextAndTheFirstButtonIsTheDefaultOne) {
+TEST(PruebaOperadorQt, UnMensajeEsTextoLlanoYSuPrimerBotonElPredeterminado) {
   OperadorQt operador;
   AlAbrirse([](QWidget* dialogo) {
     auto* caja = qobject_cast<QMessageBox*>(dialogo);
@@ -107,7 +107,7 @@ TEST(PruebaOperadorQt, AMessageIsPlainTextAndTheFirstButtonIsTheDefaultOne) {
   operador.Mostrar({"<b>uno</b>\n[ dos ]", "Atención", Icono::kCritico, Botones::kAceptar});
 }
 
-TEST(PruebaOperadorQt, TheHourglassStandsAsideForABoxAndComesBack) {
+TEST(PruebaOperadorQt, ElRelojDeArenaDejaLugarALaCajaYVuelve) {
   OperadorQt operador;
   operador.PunteroOcupado(true);
   operador.PunteroOcupado(true);
@@ -124,7 +124,7 @@ TEST(PruebaOperadorQt, TheHourglassStandsAsideForABoxAndComesBack) {
   operador.PunteroOcupado(false);  // one too many does nothing
 }
 
-TEST(PruebaOperadorQt, WhatWasTypedBeforeABoxWasSeenIsDropped) {
+TEST(PruebaOperadorQt, LoTecleadoAntesDeVerLaCajaSePierde) {
   QDialog madre;
   auto* boton = new QPushButton("Leer", &madre);
   int leidas = 0;
@@ -150,7 +150,7 @@ struct CasoFiltro {
   const char* qt;
 };
 
-TEST(PruebaOperadorQt, FiltersAreTakenAsTheSystemWritesThem) {
+TEST(PruebaOperadorQt, LosFiltrosSeTomanComoElSistemaLosEscribe) {
   const CasoFiltro casos[] = {
       {"Texto (delimitado por tabuladores)(*.txt)|*.txt", "Texto (delimitado por tabuladores) (*.txt)"},
       {"Archivo para insercion manual(*.imp)|*.imp", "Archivo para insercion manual (*.imp)"},
@@ -169,7 +169,7 @@ struct CasoExtension {
   const char* completo;
 };
 
-TEST(PruebaOperadorQt, ANameGetsTheExtensionOfItsFilterUnlessItIsThereAlready) {
+TEST(PruebaOperadorQt, UnNombreTomaLaExtensionDeSuFiltroSiLeFalta) {
   constexpr const char* kTexto = "Texto (*.txt)|*.txt";
   constexpr const char* kVarios = "Uno|*.a|Dos|*.icf;*.ucg|Todos|*.*";
   const CasoExtension casos[] = {
@@ -202,7 +202,7 @@ void Escribir(QWidget* dialogo, const QString& nombre) {
   campo->setText(nombre);
 }
 
-TEST(PruebaOperadorQt, SavingAddsTheExtensionAndAsksBeforeReplacing) {
+TEST(PruebaOperadorQt, GuardarAgregaLaExtensionYPreguntaAntesDeReemplazar) {
   const prueba::Carpeta carpeta;
   prueba::EscribirTodo(carpeta / "lista.txt", "viejo");
   OperadorQt operador;
@@ -251,7 +251,7 @@ TEST(PruebaOperadorQt, SavingAddsTheExtensionAndAsksBeforeReplacing) {
   EXPECT_EQ(operador.ElegirGuardar(sin_carpeta), carpeta / "honda" / "dos.txt") << "the folder of the last file";
 }
 
-TEST(PruebaOperadorQt, ACancelledDialogGivesNothing) {
+TEST(PruebaOperadorQt, UnDialogoCanceladoNoDaNada) {
   const prueba::Carpeta carpeta;
   OperadorQt operador;
   AlAbrirse([](QWidget* dialogo) { Pulsar(dialogo, "Cancelar"); });

@@ -11,7 +11,7 @@
 namespace utr {
 namespace {
 
-TEST(PruebaZonaLista, ExactlyThePanelsToldAreSeenElseTheList) {
+TEST(PruebaZonaLista, SeVenLosPanelesDichosOSiNoLaLista) {
   auto* lista = new QLabel("lista");
   ZonaLista zona(lista);
   PanelAviso* uno = zona.Agregar("picInfo", "Espere...");
@@ -41,7 +41,7 @@ QRgb ColorMasOscuro(const QImage& imagen) {
   return oscuro;
 }
 
-TEST(PruebaIconos, IconsFollowTheTextColourOfThePalette) {
+TEST(PruebaIconos, LosIconosSiguenElColorDeLaPaleta) {
   const QPalette antes = QApplication::palette();
   const QIcon icono = IconoDe("guardar");
   QPalette clara = antes;
@@ -57,7 +57,7 @@ TEST(PruebaIconos, IconsFollowTheTextColourOfThePalette) {
   EXPECT_TRUE(IconoDe("no-existe").isNull());
 }
 
-TEST(PruebaTamanos, AWindowComesBackWithTheSizeItWasLeftWith) {
+TEST(PruebaTamanos, UnaVentanaVuelveConElTamanoConQueQuedo) {
   const auto abrir = [](const char* nombre, const QSize& cambio) {
     QWidget ventana;
     ventana.setObjectName(nombre);
@@ -74,7 +74,7 @@ TEST(PruebaTamanos, AWindowComesBackWithTheSizeItWasLeftWith) {
   EXPECT_EQ(abrir("frmOtra", QSize(400, 400)), QSize(320, 200));
 }
 
-TEST(PruebaTamanos, ADialogComesBackOverItsParent) {
+TEST(PruebaTamanos, UnDialogoVuelveSobreSuMadre) {
   QWidget madre;
   madre.setGeometry(200, 150, 400, 300);
   const auto abrir = [&](const QPoint& lugar) {

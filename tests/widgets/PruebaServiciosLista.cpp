@@ -40,7 +40,7 @@ class PruebaServiciosLista : public testing::Test {
       "Eventos de la UTR\r\nDesde: 01/02/2026\r\nHasta: 02/02/2026\r\nFecha\tValor \r\n01/02/2026\t1.5\r\n02/02/2026\t";
 };
 
-TEST_F(PruebaServiciosLista, SavingWritesTheDocumentInDisplayOrderAndSaysSo) {
+TEST_F(PruebaServiciosLista, GuardarEscribeLoQueSeVeEnSuOrdenYLoDice) {
   Llenar();
   const auto ruta = banco.carpeta / "lista.txt";
   banco.operador.EsperaGuardar("Exportar ...", ruta);
@@ -53,7 +53,7 @@ TEST_F(PruebaServiciosLista, SavingWritesTheDocumentInDisplayOrderAndSaysSo) {
   EXPECT_THAT(prueba::LeerTodo(ruta), HasSubstr("02/02/2026\t\r\n01/02/2026\t1.5"));
 }
 
-TEST_F(PruebaServiciosLista, WhatTheFilterHidesIsAskedForAndTheImpTakesAll) {
+TEST_F(PruebaServiciosLista, SePreguntaPorLoQueElFiltroOcultaYElImpLlevaTodo) {
   Llenar();
   vista.OrdenarComoTexto(0, false);
   vista.CampoFiltro()->setText("01/02");
@@ -92,7 +92,7 @@ TEST_F(PruebaServiciosLista, WhatTheFilterHidesIsAskedForAndTheImpTakesAll) {
   servicios.GuardarComo(encabezado);
 }
 
-TEST_F(PruebaServiciosLista, ACancelledSaveAndAnEmptyListSayNothing) {
+TEST_F(PruebaServiciosLista, UnGuardarCanceladoYUnaListaVaciaCallan) {
   Llenar();
   banco.operador.EsperaGuardar("Exportar ...", std::nullopt);
   servicios.GuardarComo(encabezado);
@@ -103,7 +103,7 @@ TEST_F(PruebaServiciosLista, ACancelledSaveAndAnEmptyListSayNothing) {
   EXPECT_EQ(banco.operador.ocupado, 0);
 }
 
-TEST_F(PruebaServiciosLista, ASaveThatFailsLeavesTheOldFileAndSaysWhy) {
+TEST_F(PruebaServiciosLista, UnGuardarQueFallaDejaElAnteriorYDicePorQue) {
   Llenar();
   const auto ruta = banco.carpeta / "sin" / "carpeta.txt";
   banco.operador.EsperaGuardar("Exportar ...", ruta);
@@ -115,7 +115,7 @@ TEST_F(PruebaServiciosLista, ASaveThatFailsLeavesTheOldFileAndSaysWhy) {
   EXPECT_THAT(banco.Errores(), HasSubstr("\"frmEventos\",\"ExportarLista\""));
 }
 
-TEST_F(PruebaServiciosLista, AFolderInTheWayIsNeitherReplacedNorLost) {
+TEST_F(PruebaServiciosLista, UnaCarpetaEnElLugarNiSeReemplazaNiSePierde) {
   Llenar();
   const auto ruta = banco.carpeta / "ocupada.txt";
   std::filesystem::create_directory(ruta);
@@ -131,7 +131,7 @@ TEST_F(PruebaServiciosLista, AFolderInTheWayIsNeitherReplacedNorLost) {
   EXPECT_THAT(quedan, ElementsAre(ruta)) << "no temporary file stays behind";
 }
 
-TEST_F(PruebaServiciosLista, AnImpExportWantsDataFirst) {
+TEST_F(PruebaServiciosLista, ElImpPideDatosPrimero) {
   banco.operador.Espera(
       Mensaje{"Debe leer datos para exportar", "Exportacion", Icono::kInformacion, Botones::kAceptar});
   servicios.ExportarImp(nullptr);
@@ -140,7 +140,7 @@ TEST_F(PruebaServiciosLista, AnImpExportWantsDataFirst) {
   EXPECT_TRUE(banco.comunicador.llamadas.empty());
 }
 
-TEST_F(PruebaServiciosLista, AnImpExportHandsTheTableToTheDriver) {
+TEST_F(PruebaServiciosLista, ElImpEntregaLaTablaAlManejador) {
   Llenar();
   const auto ruta = banco.carpeta / "lista.imp";
   banco.operador.EsperaGuardar("Exportar ...", ruta);
@@ -164,7 +164,7 @@ TEST_F(PruebaServiciosLista, AnImpExportHandsTheTableToTheDriver) {
   EXPECT_THAT(banco.Errores(), HasSubstr("\"frmEventos\",\"mnuExportarEv_Click\""));
 }
 
-TEST_F(PruebaServiciosLista, PrintingAsksForThePrinterOnceAndSendsOneJobACopy) {
+TEST_F(PruebaServiciosLista, LaImpresoraSePideUnaVezYCadaCopiaEsUnTrabajo) {
   Llenar();
   banco.operador.EsperaImpresora("Configurar Impresora", EleccionImpresora{"Laboratorio", 2});
   servicios.Imprimir(encabezado);
@@ -173,7 +173,7 @@ TEST_F(PruebaServiciosLista, PrintingAsksForThePrinterOnceAndSendsOneJobACopy) {
   EXPECT_EQ(banco.impresora.trabajos.size(), 4u);
 }
 
-TEST_F(PruebaServiciosLista, NothingIsPrintedForAnEmptyListACancelOrAPrinterThatIsGone) {
+TEST_F(PruebaServiciosLista, NadaSeImprimeSinFilasSinEleccionNiSinImpresora) {
   servicios.Imprimir(encabezado);  // an empty list asks nothing
   Llenar();
   banco.operador.EsperaImpresora("Configurar Impresora", std::nullopt);
@@ -184,7 +184,7 @@ TEST_F(PruebaServiciosLista, NothingIsPrintedForAnEmptyListACancelOrAPrinterThat
   EXPECT_TRUE(banco.impresora.trabajos.empty());
 }
 
-TEST_F(PruebaServiciosLista, APrinterThatFailsIsReportedOnceUnderTheNameOfTheWindow) {
+TEST_F(PruebaServiciosLista, UnaImpresoraQueFallaSeDiceUnaVezConElNombreDeLaVentana) {
   Llenar();
   banco.mod.eleccion_impresora = {"Oficina", 3};
   banco.impresora.falla = true;

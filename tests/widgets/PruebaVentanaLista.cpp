@@ -96,7 +96,7 @@ class PruebaVentanaLista : public testing::Test {
   Editor ventana{banco.mod};
 };
 
-TEST_F(PruebaVentanaLista, MenusAndToolbarAreThoseThatTheWindowTells) {
+TEST_F(PruebaVentanaLista, MenusYBarraSonLosQueLaVentanaDice) {
   EXPECT_THAT(Entradas("mnuAgenda"), ElementsAre("&Nuevo", "&Borrar", "&Imprimir"));
   EXPECT_THAT(Entradas("mnuNuevo"), ElementsAre("&Horario"));
   EXPECT_THAT(Entradas("mnuVer"), ElementsAre("&Permiso"));
@@ -114,7 +114,7 @@ TEST_F(PruebaVentanaLista, MenusAndToolbarAreThoseThatTheWindowTells) {
   EXPECT_THAT(ventana.hechos, ElementsAre("nuevo", "nuevo"));
 }
 
-TEST_F(PruebaVentanaLista, CommandsFollowListSelectionAndWhatTheWindowKnows) {
+TEST_F(PruebaVentanaLista, LosComandosSiguenALaListaLaSeleccionYLaVentana) {
   const auto estado = [this] {
     return std::vector{ventana.Accion("Print")->isEnabled(), ventana.Accion("mnuBorrar")->isEnabled(),
                        ventana.Accion("mnuPermiso")->isEnabled()};
@@ -140,7 +140,7 @@ TEST_F(PruebaVentanaLista, CommandsFollowListSelectionAndWhatTheWindowKnows) {
   EXPECT_THAT(estado(), ElementsAre(false, false, true));
 }
 
-TEST_F(PruebaVentanaLista, AClickThatWaitedBehindAPrintDoesNotPrintAgain) {
+TEST_F(PruebaVentanaLista, UnClicQueEsperoTrasImprimirNoImprimeOtraVez) {
   banco.mod.eleccion_impresora = {"Oficina", 1};
   auto* boton = ventana.findChild<QWidget*>("Print");
   for (int veces = 0; veces < 2; ++veces) {
@@ -154,7 +154,7 @@ TEST_F(PruebaVentanaLista, AClickThatWaitedBehindAPrintDoesNotPrintAgain) {
   EXPECT_EQ(banco.impresora.trabajos.size(), 1u);
 }
 
-TEST_F(PruebaVentanaLista, EnterEditsTheRowAndNoButtonIsTheDefaultOne) {
+TEST_F(PruebaVentanaLista, EnterEditaLaFilaYNingunBotonEsElPredeterminado) {
   for (const QPushButton* boton : ventana.findChildren<QPushButton*>()) EXPECT_FALSE(boton->isDefault());
   ventana.Lista().Elegir(0);
   QTest::keyClick(ventana.Lista().Arbol(), Qt::Key_Return);

@@ -55,7 +55,7 @@ class PruebaVistaLista : public testing::Test {
   VistaLista vista{kColumnas};
 };
 
-TEST_F(PruebaVistaLista, AColumnTitleOrdersByValueAndTurnsTheOrderOverAtEachClick) {
+TEST_F(PruebaVistaLista, UnTituloOrdenaPorValorYCadaClicLoInvierte) {
   vista.Mostrar(Muestra());
   QSignalSpy ordenada(&vista, &VistaLista::Ordenada);
   ClicEnTitulo(2);
@@ -71,7 +71,7 @@ TEST_F(PruebaVistaLista, AColumnTitleOrdersByValueAndTurnsTheOrderOverAtEachClic
   EXPECT_EQ(vista.Arbol()->header()->sortIndicatorOrder(), Qt::AscendingOrder);
 }
 
-TEST_F(PruebaVistaLista, OrderingAsTextBearsNoIconAndIsTurnedOverByTheNextClick) {
+TEST_F(PruebaVistaLista, ElOrdenComoTextoNoLlevaIconoYElClicSiguienteLoInvierte) {
   vista.Mostrar(Muestra());
   vista.OrdenarComoTexto(0, true);
   EXPECT_THAT(Columna(0), ElementsAre("01/02/2026", "02/01/2026", "05/01/2026", "10/12/2025"));
@@ -80,7 +80,7 @@ TEST_F(PruebaVistaLista, OrderingAsTextBearsNoIconAndIsTurnedOverByTheNextClick)
   EXPECT_THAT(Columna(0), ElementsAre("01/02/2026", "05/01/2026", "02/01/2026", "10/12/2025"));
 }
 
-TEST_F(PruebaVistaLista, TheToolbarRepeatsTheClickOnlyWhereATitleBearsTheIcon) {
+TEST_F(PruebaVistaLista, LaBarraRepiteElClicSoloDondeUnTituloLlevaIcono) {
   vista.Mostrar(Muestra());
   vista.RepetirOrden();
   EXPECT_THAT(Columna(1), ElementsAre("EA1", "PLV", "EA2", "ED1"));
@@ -89,7 +89,7 @@ TEST_F(PruebaVistaLista, TheToolbarRepeatsTheClickOnlyWhereATitleBearsTheIcon) {
   EXPECT_THAT(Columna(1), ElementsAre("PLV", "ED1", "EA2", "EA1"));
 }
 
-TEST_F(PruebaVistaLista, AColumnThatTheWindowOrdersLeavesTheRowsAlone) {
+TEST_F(PruebaVistaLista, UnaColumnaQueOrdenaLaVentanaNoMueveFilas) {
   vista.Mostrar(Muestra());
   vista.OrdenAjeno(1);
   vista.QuitarOrden(true);
@@ -101,7 +101,7 @@ TEST_F(PruebaVistaLista, AColumnThatTheWindowOrdersLeavesTheRowsAlone) {
   EXPECT_EQ(vista.ColumnaOrdenada(), 1u);
 }
 
-TEST_F(PruebaVistaLista, AnOrderOutlivesTheTableThatWasShown) {
+TEST_F(PruebaVistaLista, ElOrdenSobreviveALaTablaMostrada) {
   vista.Mostrar(Muestra());
   ClicEnTitulo(1);
   vista.Vaciar();
@@ -109,7 +109,7 @@ TEST_F(PruebaVistaLista, AnOrderOutlivesTheTableThatWasShown) {
   EXPECT_THAT(Columna(1), ElementsAre("A", "Z"));
 }
 
-TEST_F(PruebaVistaLista, CurrentRowAndSelectionFollowTheirRows) {
+TEST_F(PruebaVistaLista, LaFilaActualYLasElegidasSiguenASusFilas) {
   vista.Mostrar(Muestra());
   vista.Elegir(1);
   ClicEnTitulo(2);
@@ -122,7 +122,7 @@ TEST_F(PruebaVistaLista, CurrentRowAndSelectionFollowTheirRows) {
   EXPECT_TRUE(vista.FilasElegidas().empty());
 }
 
-TEST_F(PruebaVistaLista, CtrlFFiltersAsTypedAndEscEmptiesTheField) {
+TEST_F(PruebaVistaLista, CtrlFFiltraAlTeclearYEscVaciaElCampo) {
   vista.Mostrar(Muestra());
   vista.Arbol()->setFocus();
   QTest::keyClick(vista.Arbol(), Qt::Key_F, Qt::ControlModifier);
@@ -138,7 +138,7 @@ TEST_F(PruebaVistaLista, CtrlFFiltersAsTypedAndEscEmptiesTheField) {
   EXPECT_TRUE(vista.CampoFiltro()->text().isEmpty());
 }
 
-TEST_F(PruebaVistaLista, MarksFollowTheirRowsAndAddNoText) {
+TEST_F(PruebaVistaLista, LasMarcasSiguenASusFilasYNoAgreganTexto) {
   QPixmap punto(8, 8);
   punto.fill(Qt::red);
   vista.Marcar([](std::size_t fila) { return fila == 2; }, QIcon(punto), "Con cambios");
@@ -159,7 +159,7 @@ TEST_F(PruebaVistaLista, MarksFollowTheirRowsAndAddNoText) {
   EXPECT_EQ(alto(1).height(), alto(2).height());
 }
 
-TEST_F(PruebaVistaLista, AListWithoutAFilterLeavesCtrlFToTheOtherOne) {
+TEST_F(PruebaVistaLista, UnaListaSinFiltroDejaCtrlFALaOtra) {
   VistaLista otra(kColumnas, &vista);
   otra.SinFiltro();
   otra.show();
@@ -168,7 +168,7 @@ TEST_F(PruebaVistaLista, AListWithoutAFilterLeavesCtrlFToTheOtherOne) {
   EXPECT_FALSE(otra.CampoFiltro()->isVisible());
 }
 
-TEST_F(PruebaVistaLista, CtrlCCopiesSelectedRowsInDisplayOrder) {
+TEST_F(PruebaVistaLista, CtrlCCopiaLasElegidasEnElOrdenQueSeVe) {
   vista.Mostrar(Muestra());
   vista.Arbol()->setFocus();
   ClicEnTitulo(1);
@@ -178,7 +178,7 @@ TEST_F(PruebaVistaLista, CtrlCCopiesSelectedRowsInDisplayOrder) {
   EXPECT_EQ(U(QApplication::clipboard()->text()), "05/01/2026\tED1\tN/D\n10/12/2025\tPLV\t10.000");
 }
 
-TEST_F(PruebaVistaLista, EnterAndDoubleClickActivateTheRow) {
+TEST_F(PruebaVistaLista, EnterYDobleClicActivanLaFila) {
   vista.Mostrar(Muestra());
   QSignalSpy activada(&vista, &VistaLista::Activada);
   QTest::keyClick(vista.Arbol(), Qt::Key_Return);
@@ -193,7 +193,7 @@ TEST_F(PruebaVistaLista, EnterAndDoubleClickActivateTheRow) {
   EXPECT_EQ(activada[1][0].toULongLong(), 1u);
 }
 
-TEST_F(PruebaVistaLista, WidthsFitTitlesAndTheWidestTextOfEachColumn) {
+TEST_F(PruebaVistaLista, CadaAnchoAlcanzaAlTituloYAlTextoMasAncho) {
   const char* ancho = "Temperatura media del aire a la sombra, ñandú";
   vista.Mostrar(TablaDeTextos({"Fecha", "Canal", "Valor"}, {{"1", ancho, "1"}, {"1", "i", "22"}}));
   EXPECT_GT(vista.Arbol()->columnWidth(1), vista.Arbol()->fontMetrics().horizontalAdvance(ancho) + 4);
@@ -202,7 +202,7 @@ TEST_F(PruebaVistaLista, WidthsFitTitlesAndTheWidestTextOfEachColumn) {
   EXPECT_LT(vista.Arbol()->columnWidth(1), vista.Arbol()->fontMetrics().horizontalAdvance(ancho));
 }
 
-TEST_F(PruebaVistaLista, ATableWithoutAFieldRaisesAndLeavesTheListEmptyAndUsable) {
+TEST_F(PruebaVistaLista, UnaTablaSinUnCampoFallaYDejaLaListaVaciaYUtil) {
   vista.Mostrar(Muestra());
   try {
     vista.Mostrar(TablaDeTextos({"Fecha", "Canal"}, {{"1", "2"}}));
@@ -215,7 +215,7 @@ TEST_F(PruebaVistaLista, ATableWithoutAFieldRaisesAndLeavesTheListEmptyAndUsable
   EXPECT_EQ(vista.Arbol()->model()->rowCount(), 4);
 }
 
-TEST_F(PruebaVistaLista, AMillionRowsReachTheLastOne) {
+TEST_F(PruebaVistaLista, UnMillonDeFilasLleganALaUltima) {
   auto tabla = std::make_shared<Tabla>();
   for (const char* campo : {"Fecha", "Canal", "Valor"}) tabla->Append(campo, TipoCampo::kVarChar, 20);
   tabla->Open();

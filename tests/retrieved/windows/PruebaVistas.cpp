@@ -147,7 +147,7 @@ class PruebaVistas : public BancoVistas, public testing::TestWithParam<CasoVista
   std::unique_ptr<VistaRegistros> ventana;
 };
 
-TEST_P(PruebaVistas, AReadIsListedCountedAndOpensTheServices) {
+TEST_P(PruebaVistas, LoLeidoSeListaSeCuentaYAbreLosServicios) {
   EXPECT_EQ(U(ventana->windowTitle()), GetParam().titulo);
   EXPECT_FALSE(ServiciosHabilitados());
   Leer({"00:10:00", "00:20:00"});
@@ -162,7 +162,7 @@ TEST_P(PruebaVistas, AReadIsListedCountedAndOpensTheServices) {
   EXPECT_GT(operador.relojes_vistos, 0);
 }
 
-TEST_P(PruebaVistas, NoTableAndNoRowsShowThePanelAndCloseTheServices) {
+TEST_P(PruebaVistas, SinTablaOSinFilasSeVeElPanelYNoHayServicios) {
   for (const TablaPtr& nada : {TablaPtr(), Lectura({})}) {
     Leer({"00:10:00"});
     ASSERT_TRUE(ServiciosHabilitados());
@@ -176,7 +176,7 @@ TEST_P(PruebaVistas, NoTableAndNoRowsShowThePanelAndCloseTheServices) {
   }
 }
 
-TEST_P(PruebaVistas, WhileAReadRunsThePanelIsSeenAndNothingCanBeDone) {
+TEST_P(PruebaVistas, MientrasSeLeeSeVeElPanelYNadaSePuede) {
   int veces = 0;
   driver.al_llamar = [&](const std::string&) {
     ++veces;
@@ -198,7 +198,7 @@ TEST_P(PruebaVistas, WhileAReadRunsThePanelIsSeenAndNothingCanBeDone) {
   EXPECT_FALSE(ventana->isVisible());
 }
 
-TEST_P(PruebaVistas, WhatIsTypedAndClickedWhileTheDriverBlocksIsDropped) {
+TEST_P(PruebaVistas, LoTecleadoYPulsadoConElManejadorDetenidoSePierde) {
   auto* boton = Hijo<QWidget>(*ventana, GetParam().boton);
   const auto tecla = [this](int cual) {
     QCoreApplication::postEvent(ventana.get(), new QKeyEvent(QEvent::KeyPress, cual, Qt::NoModifier));
@@ -221,7 +221,7 @@ TEST_P(PruebaVistas, WhatIsTypedAndClickedWhileTheDriverBlocksIsDropped) {
   EXPECT_EQ(ventana->focusWidget(), boton);
 }
 
-TEST_P(PruebaVistas, ADocumentCarriesTheDatesThatWereReadNotThoseOfThePickers) {
+TEST_P(PruebaVistas, UnDocumentoLlevaLasFechasLeidasYNoLasPuestasDespues) {
   Leer({"00:10:00"});
   const std::string periodo = Texto(*ventana, "lblPeriodo");
   Fecha(*ventana, "FechaInicio", Dia(1));
@@ -237,7 +237,7 @@ TEST_P(PruebaVistas, ADocumentCarriesTheDatesThatWereReadNotThoseOfThePickers) {
   EXPECT_EQ(Texto(*ventana, "lblPeriodo"), periodo);
 }
 
-TEST_P(PruebaVistas, AFailedReadIsSaidAndLoggedAndLeavesTheWindowUsable) {
+TEST_P(PruebaVistas, UnaLecturaFallidaSeDiceSeRegistraYDejaLaVentanaUtil) {
   Leer({"00:10:00"});
   driver.Falla(GetParam().operacion, Error(1000, "driver", "Sin respuesta"), 1);
   operador.al_preguntar = [this] {
@@ -256,7 +256,7 @@ TEST_P(PruebaVistas, AFailedReadIsSaidAndLoggedAndLeavesTheWindowUsable) {
   EXPECT_EQ(Filas(*ventana).size(), 2u);
 }
 
-TEST_P(PruebaVistas, AFieldThatIsMissingIsClearedInSilence) {
+TEST_P(PruebaVistas, UnCampoAusenteSeBorraEnSilencio) {
   driver.Devuelve(GetParam().operacion, TablaDeTextos({"Fecha", "Hora"}, {{"", "00:10:00"}}));
   Pulsar(*ventana, GetParam().boton);
   EXPECT_THAT(Filas(*ventana), IsEmpty());
@@ -265,7 +265,7 @@ TEST_P(PruebaVistas, AFieldThatIsMissingIsClearedInSilence) {
   EXPECT_TRUE(Hijo<QWidget>(*ventana, GetParam().boton)->isEnabled());
 }
 
-TEST_P(PruebaVistas, DatesTheWrongWayRoundCallNobodyAndEqualDatesPass) {
+TEST_P(PruebaVistas, FechasAlRevesANadieLlamanYLasIgualesPasan) {
   Fecha(*ventana, "FechaInicio", Dia(15));
   operador.Espera(GetParam().al_reves);
   Pulsar(*ventana, GetParam().boton);
@@ -276,7 +276,7 @@ TEST_P(PruebaVistas, DatesTheWrongWayRoundCallNobodyAndEqualDatesPass) {
   EXPECT_EQ(Filas(*ventana).size(), 1u);
 }
 
-TEST_P(PruebaVistas, TheCartridgeHasATwinOfTheReader) {
+TEST_P(PruebaVistas, ElCartuchoTieneUnLectorGemelo) {
   const std::string gemela = GetParam().operacion + std::string("Cartucho");
   Hijo<QCheckBox>(*ventana, "chkCartucho")->setChecked(true);
   driver.Devuelve(gemela, Lectura({"00:10:00"}));
@@ -286,7 +286,7 @@ TEST_P(PruebaVistas, TheCartridgeHasATwinOfTheReader) {
   EXPECT_EQ(Filas(*ventana).size(), 1u);
 }
 
-TEST_P(PruebaVistas, TheListIsSavedInDisplayOrderUnderItsTitle) {
+TEST_P(PruebaVistas, LaListaSeGuardaEnElOrdenQueSeVeBajoSuTitulo) {
   Leer({"00:10:00", "00:20:00"});
   Pulsar(*ventana, "Sort Descending");
   const auto ruta = banco.carpeta / "lista.txt";
@@ -299,7 +299,7 @@ TEST_P(PruebaVistas, TheListIsSavedInDisplayOrderUnderItsTitle) {
   EXPECT_FALSE(texto.ends_with("\n"));
 }
 
-TEST_P(PruebaVistas, ADiskThatFillsUpLeavesTheOldFileAndIsSaid) {
+TEST_P(PruebaVistas, UnDiscoQueSeLlenaDejaElAnteriorYSeDice) {
   std::vector<std::string> horas;
   for (int i = 0; i < 800; ++i) horas.push_back("00:" + std::to_string(i));
   std::vector<const char*> punteros;
@@ -318,7 +318,7 @@ TEST_P(PruebaVistas, ADiskThatFillsUpLeavesTheOldFileAndIsSaid) {
   EXPECT_EQ(Filas(*ventana).size(), 800u);
 }
 
-TEST_P(PruebaVistas, TheTableOfTheViewGoesToTheImpExport) {
+TEST_P(PruebaVistas, LaTablaDeLaVistaVaAlImp) {
   Leer({"00:10:00"});
   const auto ruta = banco.carpeta / "lista.imp";
   operador.EsperaGuardar("Exportar ...", ruta);
@@ -328,7 +328,7 @@ TEST_P(PruebaVistas, TheTableOfTheViewGoesToTheImpExport) {
             "ExportarImp(tabla," + ruta.string() + "," + std::to_string(GetParam().tipo_imp) + ")");
 }
 
-TEST_P(PruebaVistas, TheMessagesAboutMissingDataStandBehindTheDisabledButtons) {
+TEST_P(PruebaVistas, TrasLosBotonesApagadosEstanLosMensajesSinDatos) {
   QAction* exportar = Hijo<QAction>(*ventana, GetParam().exportar);
   exportar->setEnabled(true);
   operador.Espera(Mensaje{"Debe leer datos para exportar", "Exportacion", Icono::kInformacion, Botones::kAceptar});
@@ -340,7 +340,7 @@ TEST_P(PruebaVistas, TheMessagesAboutMissingDataStandBehindTheDisabledButtons) {
   exportar->trigger();
 }
 
-TEST_P(PruebaVistas, TheSortButtonsOrderByTheFirstColumnAsText) {
+TEST_P(PruebaVistas, LosBotonesOrdenanPorLaPrimeraColumnaComoTexto) {
   Leer({"00:10:00"});
   TablaPtr dias = Lectura({"00:10:00"});
   dias->AddNew();
@@ -358,7 +358,7 @@ TEST_P(PruebaVistas, TheSortButtonsOrderByTheFirstColumnAsText) {
   EXPECT_EQ(driver.Cuantas(GetParam().operacion), 2u) << "nothing was read for it";
 }
 
-TEST_P(PruebaVistas, EnterShowsTheRowInFull) {
+TEST_P(PruebaVistas, EnterMuestraLaFilaEntera) {
   Leer({"00:10:00", "00:20:00"});
   std::vector<std::string> vistos;
   QTimer::singleShot(0, qApp, [&vistos] {
@@ -377,7 +377,7 @@ TEST_P(PruebaVistas, EnterShowsTheRowInFull) {
   EXPECT_EQ(vistos[2], "00:20:00");
 }
 
-TEST_P(PruebaVistas, EveryFieldHasALabelThatLeadsToItAndItsNameForTheBlind) {
+TEST_P(PruebaVistas, CadaCampoTieneSuRotuloYSuNombreAccesible) {
   for (const char* campo : {"FechaInicio", "FechaFin"}) {
     auto* control = Hijo<QDateTimeEdit>(*ventana, campo);
     const auto* rotulo = Hijo<QLabel>(*ventana, (std::string("lbl") + campo).c_str());
@@ -387,7 +387,7 @@ TEST_P(PruebaVistas, EveryFieldHasALabelThatLeadsToItAndItsNameForTheBlind) {
   }
 }
 
-TEST_P(PruebaVistas, AClickOnAPartOfADateLetsDigitsReplaceIt) {
+TEST_P(PruebaVistas, UnClicEnUnaParteDeLaFechaDejaReemplazarla) {
   auto* campo = Hijo<QDateTimeEdit>(*ventana, "FechaInicio");
   auto* texto = campo->findChild<QLineEdit*>();
   QTest::mouseClick(texto, Qt::LeftButton, Qt::NoModifier, QPoint(2, texto->height() / 2));
@@ -395,7 +395,7 @@ TEST_P(PruebaVistas, AClickOnAPartOfADateLetsDigitsReplaceIt) {
   EXPECT_EQ(campo->date(), QDate(2026, 3, 7));
 }
 
-TEST_P(PruebaVistas, TabWalksTheFramesThenTheListThenTheWayOut) {
+TEST_P(PruebaVistas, TabRecorreMarcosListaYSalida) {
   std::vector<std::string> recorrido;
   const QWidget* primero = Hijo<QWidget>(*ventana, "FechaInicio");
   for (const QWidget* w = primero->nextInFocusChain(); w != primero; w = w->nextInFocusChain()) {
@@ -410,7 +410,7 @@ TEST_P(PruebaVistas, TabWalksTheFramesThenTheListThenTheWayOut) {
   EXPECT_LT(orden[5], static_cast<std::ptrdiff_t>(recorrido.size()));
 }
 
-TEST_P(PruebaVistas, TheViewWorksWithoutChannels) {
+TEST_P(PruebaVistas, LaVistaAndaSinCanales) {
   auto sola = GetParam().crear(banco.mod, nullptr);
   sola->show();
   driver.Devuelve(GetParam().operacion, Lectura({"00:10:00"}));

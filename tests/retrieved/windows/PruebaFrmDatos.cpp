@@ -12,9 +12,9 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-class PruebaDatos : public BancoVistas, public testing::Test {
+class PruebaFrmDatos : public BancoVistas, public testing::Test {
  protected:
-  PruebaDatos() { ventana.show(); }
+  PruebaFrmDatos() { ventana.show(); }
 
   // A frame of 38 raw values, the first one 2048 and that of the rain gauge 7.
   static TablaPtr Instantaneos() {
@@ -27,7 +27,7 @@ class PruebaDatos : public BancoVistas, public testing::Test {
   frmDatos ventana{banco.mod, Canales()};
 };
 
-TEST_F(PruebaDatos, OnlyEnabledChannelsWithAHistoryAreOffered) {
+TEST_F(PruebaFrmDatos, SoloSeOfrecenLosHabilitadosConHistoria) {
   auto* canales = Hijo<QComboBox>(ventana, "Canales");
   ASSERT_EQ(canales->count(), 2);
   EXPECT_TRUE(canales->itemText(0).startsWith("EA01_"));
@@ -37,7 +37,7 @@ TEST_F(PruebaDatos, OnlyEnabledChannelsWithAHistoryAreOffered) {
   EXPECT_EQ(driver.llamadas.back(), "LeerDatos(15/03/2026,15/03/2026,14)");
 }
 
-TEST_F(PruebaDatos, ValuesComeInEngineeringUnitsUnlessCountsAreAskedFor) {
+TEST_F(PruebaFrmDatos, LosValoresVienenEnUnidadesSalvoQueSePidanCuentas) {
   driver.Devuelve("LeerDatos", Datos({{"", "00:10:00", "1", "2048", "4096", "", "0", "1"}}));
   Pulsar(ventana, "cmd(0)");
   EXPECT_THAT(Filas(ventana)[0], HasSubstr("|5.000|"));
@@ -47,7 +47,7 @@ TEST_F(PruebaDatos, ValuesComeInEngineeringUnitsUnlessCountsAreAskedFor) {
   EXPECT_EQ(Filas(ventana)[0], "14/03/2026|00:10:00|EA01|-|2048|-|4096|N/D|No|Si");
 }
 
-TEST_F(PruebaDatos, PresentValuesTakeTwoCallsAndOneSoonAfter) {
+TEST_F(PruebaFrmDatos, LosInstantaneosPidenDosLlamadasYEnSeguidaUna) {
   driver.Devuelve("LeerInstantaneos", Instantaneos());
   Pulsar(ventana, "DatosInst");
   EXPECT_THAT(driver.llamadas, ElementsAre("LeerInstantaneos()", "Pausa(3)", "LeerInstantaneos()"));
@@ -65,7 +65,7 @@ TEST_F(PruebaDatos, PresentValuesTakeTwoCallsAndOneSoonAfter) {
   EXPECT_EQ(driver.Cuantas("Pausa"), 2u);
 }
 
-TEST_F(PruebaDatos, AFailedReadDoesNotHideChannelsFromThePresentValues) {
+TEST_F(PruebaFrmDatos, UnaLecturaFallidaNoEscondeCanalesDeLosInstantaneos) {
   TablaPtr canales = Canales();
   canales->Filter("Canal='15'");
   canales->Set("CtePluvi", "1e308");
@@ -80,7 +80,7 @@ TEST_F(PruebaDatos, AFailedReadDoesNotHideChannelsFromThePresentValues) {
   EXPECT_EQ(Filas(otra).size(), 3u);
 }
 
-TEST_F(PruebaDatos, AnEmptyPresentReadingHasItsOwnPanelAndAShortOneItsMessage) {
+TEST_F(PruebaFrmDatos, LaInstantaneaVaciaTieneSuPanelYLaCortaSuMensaje) {
   Pulsar(ventana, "DatosInst");
   EXPECT_THAT(Paneles(ventana), ElementsAre("PicSinDatosInst"));
   EXPECT_EQ(U(Hijo<PanelAviso>(ventana, "PicSinDatosInst")->Texto()),
@@ -99,7 +99,7 @@ TEST_F(PruebaDatos, AnEmptyPresentReadingHasItsOwnPanelAndAShortOneItsMessage) {
   EXPECT_THAT(Paneles(ventana), IsEmpty()) << "silence isn't an empty reading";
 }
 
-TEST_F(PruebaDatos, TheTitleOfTheDocumentFollowsWhatIsListedNotTheFrameThatIsSeen) {
+TEST_F(PruebaFrmDatos, ElTituloDelDocumentoSigueALaListaYNoAlMarco) {
   driver.Devuelve("LeerInstantaneos", Instantaneos());
   Pulsar(ventana, "DatosInst");
   Elegir(ventana, "mnuDatHistoricos");
@@ -110,7 +110,7 @@ TEST_F(PruebaDatos, TheTitleOfTheDocumentFollowsWhatIsListedNotTheFrameThatIsSee
   EXPECT_TRUE(prueba::LeerTodo(ruta).starts_with("Datos instantáneos de la UTR\r\nFecha: 15/03/2026\r\nFecha\tHora"));
 }
 
-TEST_F(PruebaDatos, TheMenuSwitchesBetweenTheFramesAndNothingIsLost) {
+TEST_F(PruebaFrmDatos, ElMenuCambiaDeMarcoYNadaSePierde) {
   driver.Devuelve("LeerDatos", Datos({{"", "00:10:00", "1", "1", "1", "1", "0", "0"}}));
   Pulsar(ventana, "cmd(0)");
   Elegir(ventana, "mnuDatosInst");
@@ -122,7 +122,7 @@ TEST_F(PruebaDatos, TheMenuSwitchesBetweenTheFramesAndNothingIsLost) {
   EXPECT_EQ(Filas(ventana).size(), 1u);
 }
 
-TEST_F(PruebaDatos, TheOpenCommandFollowsTheListAndShowsAMissingValueAsAHyphen) {
+TEST_F(PruebaFrmDatos, AbrirSigueALaListaYLoQueFaltaSeVeComoGuion) {
   QAction* abrir = Hijo<QAction>(ventana, "mnuDatosAbrir");
   EXPECT_FALSE(abrir->isEnabled());
   driver.Devuelve("LeerDatos", Datos({{"", "00:10:00", "1", "1", "1", "1", "0", "0"}, {"", "00:20:00", "1", "2"}}));
@@ -143,7 +143,7 @@ TEST_F(PruebaDatos, TheOpenCommandFollowsTheListAndShowsAMissingValueAsAHyphen) 
   EXPECT_EQ(titulo, "Detalles: EA01");
 }
 
-TEST_F(PruebaDatos, TheFilterSaysHowManyRowsAreSeen) {
+TEST_F(PruebaFrmDatos, ElFiltroDiceCuantasFilasSeVen) {
   driver.Devuelve("LeerDatos", Datos({{"", "00:10:00", "1", "1", "1", "1", "0", "0"},
                                       {"", "00:20:00", "1", "2", "1", "1", "0", "0"}}));
   Pulsar(ventana, "cmd(0)");

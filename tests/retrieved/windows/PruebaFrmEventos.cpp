@@ -6,27 +6,27 @@ namespace {
 
 using testing::ElementsAre;
 
-class PruebaEventosVista : public BancoVistas, public testing::Test {
+class PruebaFrmEventos : public BancoVistas, public testing::Test {
  protected:
   void ConDescripciones() {
     std::filesystem::copy_file(std::filesystem::path(CARPETA_DATOS) / "Eventos.xml", banco.carpeta / "Eventos.xml");
   }
 };
 
-TEST_F(PruebaEventosVista, TheSpanStartsAsTheWholeOfToday) {
+TEST_F(PruebaFrmEventos, ElPeriodoComienzaComoTodoElDiaDeHoy) {
   frmEventos ventana(banco.mod, Canales());
   EXPECT_EQ(U(Hijo<QDateTimeEdit>(ventana, "FechaInicio")->text()), "15/03/2026 00:00:00");
   EXPECT_EQ(U(Hijo<QDateTimeEdit>(ventana, "FechaFin")->text()), "15/03/2026 23:59:00");
 }
 
-TEST_F(PruebaEventosVista, WithoutTheFileOfDescriptionsEventsAreListedAllTheSame) {
+TEST_F(PruebaFrmEventos, SinElArchivoDeDescripcionesSeListanIgual) {
   frmEventos ventana(banco.mod, Canales());
   driver.Devuelve("LeerEventos", Eventos({{"", "00:10:00", "31", "2", "100"}}));
   Pulsar(ventana, "cmd(0)");
   EXPECT_THAT(Filas(ventana), ElementsAre("14/03/2026|00:10:00|31|Evento|N/D|N/D"));
 }
 
-TEST_F(PruebaEventosVista, PendingEventsNeverTouchTheCartridgeNorLookAtTheDates) {
+TEST_F(PruebaFrmEventos, LosPendientesNoMiranCartuchoNiFechas) {
   ConDescripciones();
   frmEventos ventana(banco.mod, Canales());
   Hijo<QCheckBox>(ventana, "chkCartucho")->setChecked(true);
@@ -40,7 +40,7 @@ TEST_F(PruebaEventosVista, PendingEventsNeverTouchTheCartridgeNorLookAtTheDates)
   EXPECT_EQ(Texto(ventana, "lblCantRegistros"), "Cantidad de Registros Cargados: 1");
 }
 
-TEST_F(PruebaEventosVista, TheMenuReadsAsTheButtonsDoAndAnEmptyQueueHasItsPanel) {
+TEST_F(PruebaFrmEventos, ElMenuLeeComoLosBotonesYLaColaVaciaTieneSuPanel) {
   frmEventos ventana(banco.mod, Canales());
   ventana.show();
   Elegir(ventana, "mnuEvTraerPor(1)");
@@ -51,7 +51,7 @@ TEST_F(PruebaEventosVista, TheMenuReadsAsTheButtonsDoAndAnEmptyQueueHasItsPanel)
   EXPECT_THAT(driver.llamadas, ElementsAre("LeerEventos(,)", "LeerEventos(15/03/2026 00:00:00,15/03/2026 23:59:00)"));
 }
 
-TEST_F(PruebaEventosVista, AFailedPendingReadIsLoggedUnderItsOwnName) {
+TEST_F(PruebaFrmEventos, UnaLecturaDePendientesFallidaSeRegistraConSuNombre) {
   frmEventos ventana(banco.mod, Canales());
   driver.Falla("LeerEventos", Error(1000, "driver", "Sin respuesta"));
   operador.Espera("La operación solicitada no puede completarse\n[ Sin respuesta ]");
@@ -59,7 +59,7 @@ TEST_F(PruebaEventosVista, AFailedPendingReadIsLoggedUnderItsOwnName) {
   EXPECT_THAT(banco.Errores(), testing::HasSubstr("\"frmEventos\",\"Eventos de transmicion pendiente\""));
 }
 
-TEST_F(PruebaEventosVista, ThePickersAsTheyStoodAreWrittenEvenAfterAPendingRead) {
+TEST_F(PruebaFrmEventos, AunTrasLeerPendientesSeEscribenLasFechasComoEstaban) {
   frmEventos ventana(banco.mod, Canales());
   driver.Devuelve("LeerEventos", Eventos({{"", "00:10:00", "1", "", ""}}));
   Pulsar(ventana, "TraerTxEvPend");

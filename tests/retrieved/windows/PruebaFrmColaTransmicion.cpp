@@ -8,9 +8,9 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
 
-class PruebaColaTransmicion : public BancoVistas, public testing::Test {
+class PruebaFrmColaTransmicion : public BancoVistas, public testing::Test {
  protected:
-  PruebaColaTransmicion() {
+  PruebaFrmColaTransmicion() {
     banco.mod.eleccion_impresora = {"Oficina", 1};
     driver.Devuelve("LeerColaTx", Datos({{"", "00:10:00", "1", "2048", "", "", "0", "0"}}));
     ventana.show();
@@ -31,7 +31,7 @@ class PruebaColaTransmicion : public BancoVistas, public testing::Test {
   frmColaTransmicion ventana{banco.mod, Canales()};
 };
 
-TEST_F(PruebaColaTransmicion, TitlesFollowTheReadAndPaperDiffersFromTheFile) {
+TEST_F(PruebaFrmColaTransmicion, LosTitulosSiguenALaLecturaYElPapelDifiereDelArchivo) {
   Pulsar(ventana, "TraerTxPorDia");
   const std::string fechas = "\r\nDesde: 15/03/2026\r\nHasta: 15/03/2026\r\nFecha\tHora";
   EXPECT_TRUE(Guardado().starts_with("Datos de la cola de tx de la UTR" + fechas));
@@ -43,7 +43,7 @@ TEST_F(PruebaColaTransmicion, TitlesFollowTheReadAndPaperDiffersFromTheFile) {
   EXPECT_THAT(Impreso(), Not(HasSubstr("Desde: ")));
 }
 
-TEST_F(PruebaColaTransmicion, APendingReadTakesNeitherDatesNorCartridge) {
+TEST_F(PruebaFrmColaTransmicion, LoPendienteNoTomaFechasNiCartucho) {
   Hijo<QCheckBox>(ventana, "chkCartucho")->setChecked(true);
   Fecha(ventana, "FechaInicio", Dia(20));
   Elegir(ventana, "mnuColaTxPend");
@@ -55,7 +55,7 @@ TEST_F(PruebaColaTransmicion, APendingReadTakesNeitherDatesNorCartridge) {
   EXPECT_EQ(U(Hijo<PanelAviso>(ventana, "PicSinDatosColaTx")->Texto()), "Sin información en la cola de datos");
 }
 
-TEST_F(PruebaColaTransmicion, DatesTheWrongWayRoundLeaveTheListAsItWas) {
+TEST_F(PruebaFrmColaTransmicion, FechasAlRevesDejanLaListaComoEstaba) {
   Pulsar(ventana, "TraerTxPend");
   Fecha(ventana, "FechaInicio", Dia(20));
   operador.Espera("La fecha de inicio debe ser menor que la de finalización");
@@ -65,7 +65,7 @@ TEST_F(PruebaColaTransmicion, DatesTheWrongWayRoundLeaveTheListAsItWas) {
   EXPECT_TRUE(Hijo<QAction>(ventana, "mnuImprimir")->isEnabled());
 }
 
-TEST_F(PruebaColaTransmicion, ARefusedReadGivesItsDatesToNoDocument) {
+TEST_F(PruebaFrmColaTransmicion, UnaLecturaRehusadaNoDaSusFechasANingunDocumento) {
   const auto rehusar = [this] {
     Fecha(ventana, "FechaInicio", Dia(20));
     operador.Espera("La fecha de inicio debe ser menor que la de finalización");
@@ -82,7 +82,7 @@ TEST_F(PruebaColaTransmicion, ARefusedReadGivesItsDatesToNoDocument) {
   EXPECT_TRUE(Impreso().starts_with("Datos pendientes de la cola de tx de la UTR\r\nFecha: 15/03/2026\r\n"));
 }
 
-TEST_F(PruebaColaTransmicion, AFailureIsLoggedUnderItsOwnName) {
+TEST_F(PruebaFrmColaTransmicion, UnaFallaSeRegistraConSuNombre) {
   driver.Falla("LeerColaTx", Error(1000, "driver", "Sin respuesta"));
   operador.Espera("La operación solicitada no puede completarse\n[ Sin respuesta ]");
   Pulsar(ventana, "TraerTxPend");
