@@ -1,25 +1,17 @@
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <limits>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "base/Error.h"
 #include "base/Numeros.h"
+#include "support/NumeroDeError.h"
 
 namespace utr {
 namespace {
 
-std::int32_t NumeroDeError(const std::function<void()>& accion) {
-  try {
-    accion();
-  } catch (const Error& e) {
-    return e.Numero();
-  }
-  return 0;
-}
+using prueba::NumeroDeError;
 
 TEST(Numeros, ValTomaElPrefijoNumericoMasLargo) {
   const struct {

@@ -11,6 +11,7 @@
 #include "base/Texto.h"
 #include "driver/Banco.h"
 #include "driver/Textos.h"
+#include "support/NumeroDeError.h"
 
 namespace utr::prueba {
 
@@ -56,16 +57,5 @@ class Contrato : public testing::TestWithParam<FabricaDeBanco> {
 
   std::unique_ptr<Banco> banco;
 };
-
-template <class Llamada>
-std::int32_t NumeroDeError(Llamada llamada) {
-  try {
-    llamada();
-  } catch (const Error& error) {
-    EXPECT_FALSE(error.Descripcion().empty());
-    return error.Numero();
-  }
-  return 0;
-}
 
 }  // namespace utr::prueba

@@ -2,10 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include "base/Error.h"
 #include "retrieved/ContextoRegistros.h"
 #include "support/Carpeta.h"
 #include "support/ComunicadorFalso.h"
+#include "support/NumeroDeError.h"
 #include "support/RelojFalso.h"
 #include "support/Tablas.h"
 
@@ -15,17 +15,6 @@ namespace utr {
 // that the program ships.
 class Banco : public testing::Test {
  protected:
-  // The number of the error that an action raises; 0 without one.
-  template <typename Accion>
-  static std::int32_t ErrorDe(Accion accion) {
-    try {
-      accion();
-    } catch (const Error& error) {
-      return error.Numero();
-    }
-    return 0;
-  }
-
   prueba::Carpeta carpeta_;
   RelojFalso reloj_;
   ComunicadorFalso comunicador_;

@@ -4,6 +4,8 @@
 namespace utr {
 namespace {
 
+using prueba::NumeroDeError;
+
 using PruebaEscalado = Banco;
 
 // What each of the four functions makes of a raw value on one channel row.
@@ -111,11 +113,11 @@ TEST_F(PruebaEscalado, LecturasEstrictas) {
   };
   for (const CasoEstricto& caso : casos) {
     const auto tabla = TablaDeCanales({{{"Canal", "1"}, {caso.columna, caso.texto}}});
-    EXPECT_EQ(ErrorDe([&] { EscalarValor("1", "1", tabla.get(), contexto_); }), caso.historico) << caso.columna;
-    EXPECT_EQ(ErrorDe([&] { EscalarValorInstantaneo("1", "1", tabla.get(), true, contexto_); }), caso.instantaneo)
+    EXPECT_EQ(NumeroDeError([&] { EscalarValor("1", "1", tabla.get(), contexto_); }), caso.historico) << caso.columna;
+    EXPECT_EQ(NumeroDeError([&] { EscalarValorInstantaneo("1", "1", tabla.get(), true, contexto_); }), caso.instantaneo)
         << caso.columna;
-    EXPECT_EQ(ErrorDe([&] { EscalarValorEvento("1", "1", tabla.get()); }), caso.evento) << caso.columna;
-    EXPECT_EQ(ErrorDe([&] { EscalarDiferenciaEvento("1", "1", tabla.get()); }), caso.diferencia) << caso.columna;
+    EXPECT_EQ(NumeroDeError([&] { EscalarValorEvento("1", "1", tabla.get()); }), caso.evento) << caso.columna;
+    EXPECT_EQ(NumeroDeError([&] { EscalarDiferenciaEvento("1", "1", tabla.get()); }), caso.diferencia) << caso.columna;
   }
   const auto sin_nivel = TablaDeCanales({{{"Canal", "1"}, {"NivRefLmn", ""}}});
   EXPECT_EQ(EscalarValorInstantaneo("4096", "1", sin_nivel.get(), false, contexto_), "10.000");
@@ -123,13 +125,13 @@ TEST_F(PruebaEscalado, LecturasEstrictas) {
 
 TEST_F(PruebaEscalado, DesbordesYColumnasQueFaltanSuben) {
   const auto enorme = TablaDeCanales({{{"Canal", "1"}, {"RangoMax", "1e308"}, {"CtePluvi", "1e308"}}});
-  EXPECT_EQ(ErrorDe([&] { EscalarValor("1e10", "1", enorme.get(), contexto_); }), error::kDesborde);
+  EXPECT_EQ(NumeroDeError([&] { EscalarValor("1e10", "1", enorme.get(), contexto_); }), error::kDesborde);
   enorme->Filter("");
   enorme->Set("Tipo", "5");
-  EXPECT_EQ(ErrorDe([&] { EscalarValor("1e10", "1", enorme.get(), contexto_); }), error::kDesborde);
+  EXPECT_EQ(NumeroDeError([&] { EscalarValor("1e10", "1", enorme.get(), contexto_); }), error::kDesborde);
   const auto sin_span = TablaDeTextos({"Canal", "Tipo", "Cero"}, {{"1", "1", "0"}});
-  EXPECT_EQ(ErrorDe([&] { EscalarValor("1", "1", sin_span.get(), contexto_); }), error::kCampo);
-  EXPECT_EQ(ErrorDe([&] { EscalarValorEvento("1", "1", sin_span.get()); }), error::kCampo);
+  EXPECT_EQ(NumeroDeError([&] { EscalarValor("1", "1", sin_span.get(), contexto_); }), error::kCampo);
+  EXPECT_EQ(NumeroDeError([&] { EscalarValorEvento("1", "1", sin_span.get()); }), error::kCampo);
 }
 
 }  // namespace

@@ -4,6 +4,8 @@
 namespace utr {
 namespace {
 
+using prueba::NumeroDeError;
+
 const std::vector<const char*> kOrigen = {"Fecha", "Hora", "Codigo", "Valor1", "Valor2"};
 const std::vector<const char*> kTodos = {"Fecha", "Hora", "Codigo", "Valor1", "Valor2", "Descripcion"};
 
@@ -160,8 +162,8 @@ TEST_F(PruebaEventos, DondeQuedaElCursor) {
 }
 
 TEST_F(PruebaEventos, LoQueFallaSube) {
-  EXPECT_EQ(ErrorDe([&] { Armar({{"", "10:00", "10", "3", "7"}}); }), error::kTipos) << "an empty Rango";
-  EXPECT_EQ(ErrorDe([&] {
+  EXPECT_EQ(NumeroDeError([&] { Armar({{"", "10:00", "10", "3", "7"}}); }), error::kTipos) << "an empty Rango";
+  EXPECT_EQ(NumeroDeError([&] {
               descripciones_->AddNew();
               descripciones_->Set("Numero", "40000");
               descripciones_->Set("Valor1", "Canal");
@@ -170,13 +172,14 @@ TEST_F(PruebaEventos, LoQueFallaSube) {
             }),
             error::kDesborde);
   comunicador_.Devuelve("DescribirCodigo", 40000);
-  EXPECT_EQ(ErrorDe([&] { Pendientes({{"15/03/2105"}}); }), error::kDesborde);
+  EXPECT_EQ(NumeroDeError([&] { Pendientes({{"15/03/2105"}}); }), error::kDesborde);
   for (const char* falta : kOrigen) {
     auto campos = kOrigen;
     std::erase(campos, falta);
     const auto origen = TablaDeTextos(campos, {{"x"}});
-    EXPECT_EQ(ErrorDe([&] { ArmarRegistrosEventos(origen, nullptr, nullptr); }), error::kCampo) << falta;
-    EXPECT_EQ(ErrorDe([&] { ArmarEventosPendientes(origen, nullptr, nullptr, contexto_); }), error::kCampo) << falta;
+    EXPECT_EQ(NumeroDeError([&] { ArmarRegistrosEventos(origen, nullptr, nullptr); }), error::kCampo) << falta;
+    EXPECT_EQ(NumeroDeError([&] { ArmarEventosPendientes(origen, nullptr, nullptr, contexto_); }), error::kCampo)
+        << falta;
   }
 }
 

@@ -4,6 +4,8 @@
 namespace utr {
 namespace {
 
+using prueba::NumeroDeError;
+
 // A frame whose item at place n is 100 + n.
 TablaPtr Trama(int largo) {
   auto tabla = TablaDeTextos({"Valor"});
@@ -28,9 +30,9 @@ TEST_F(PruebaInstantaneos, FilasQueTraenVariosValores) {
 }
 
 TEST_F(PruebaInstantaneos, TramaCortaOConTexto) {
-  EXPECT_EQ(ErrorDe([] { ValorInstantaneo(*Trama(28), 15); }), 9);
-  EXPECT_EQ(ErrorDe([] { ValorInstantaneo(*TablaDeTextos({"Valor"}, {{"N/D"}}), 1); }), error::kTipos);
-  EXPECT_EQ(ErrorDe([] { ValorInstantaneo(*TablaDeTextos({"Otro"}, {{"1"}}), 1); }), error::kCampo);
+  EXPECT_EQ(NumeroDeError([] { ValorInstantaneo(*Trama(28), 15); }), 9);
+  EXPECT_EQ(NumeroDeError([] { ValorInstantaneo(*TablaDeTextos({"Valor"}, {{"N/D"}}), 1); }), error::kTipos);
+  EXPECT_EQ(NumeroDeError([] { ValorInstantaneo(*TablaDeTextos({"Otro"}, {{"1"}}), 1); }), error::kCampo);
 }
 
 class PruebaPresentacion : public Banco {

@@ -6,6 +6,8 @@
 namespace utr {
 namespace {
 
+using prueba::NumeroDeError;
+
 const FechaHora kPrimero = {2005, 2, 1, 8, 30, 0};
 const FechaHora kSegundo = {2005, 2, 2, 7, 0, 0};
 const FechaHora kPrimeroAntes = {2005, 2, 1, 8, 29, 0};
@@ -94,7 +96,7 @@ TEST_F(PruebaLectores, LaCopiaSigueALoQueSeLista) {
   comunicador_.Devuelve("LeerDatos", datos_);
   datos_lector_.TraerDatos(Pedido("EA01_x"));
   comunicador_.Falla("LeerDatos", Error(1000, "x", "y"));
-  EXPECT_EQ(ErrorDe([&] { datos_lector_.TraerDatos(Pedido("EA01_x")); }), 1000);
+  EXPECT_EQ(NumeroDeError([&] { datos_lector_.TraerDatos(Pedido("EA01_x")); }), 1000);
   EXPECT_EQ(datos_lector_.Resultado(), nullptr);
 }
 
@@ -174,7 +176,7 @@ TEST_F(PruebaLectores, UnaLecturaFallidaNoEscondeCanales) {
                         TablaDeTextos({"Fecha", "Hora", "Canal", "Valor", "Maximo", "Minimo", "Validacion", "ColaTX"},
                                       {{"", "10:00:00", "15", "2048", "", "", "1", "0"}}));
   comunicador_.Devuelve("LeerInstantaneos", TablaDeTextos({"Valor"}, std::vector<Celdas>(38, Celdas{"8"})));
-  EXPECT_EQ(ErrorDe([&] { datos_lector_.TraerDatos(Pedido("PLV_x")); }), error::kDesborde);
+  EXPECT_EQ(NumeroDeError([&] { datos_lector_.TraerDatos(Pedido("PLV_x")); }), error::kDesborde);
   ASSERT_EQ(canales_->Filter(), "Canal='15'");
   EXPECT_EQ(datos_lector_.MostrarInstantaneos(false, false), FinLectura::kListado);
   EXPECT_EQ(datos_lector_.Resultado()->RecordCount(), 7U);

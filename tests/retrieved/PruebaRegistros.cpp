@@ -9,6 +9,8 @@
 namespace utr {
 namespace {
 
+using prueba::NumeroDeError;
+
 const std::vector<const char*> kOrigen = {"Fecha",  "Hora",   "Canal",      "Valor",
                                           "Maximo", "Minimo", "Validacion", "ColaTX"};
 const std::vector<const char*> kTodos = {"Fecha",  "Hora",       "Canal",  "Valor",       "Maximo",
@@ -130,11 +132,12 @@ TEST_F(PruebaRegistros, LoQueFallaSube) {
   for (const char* falta : kOrigen) {
     auto campos = kOrigen;
     std::erase(campos, falta);
-    EXPECT_EQ(ErrorDe([&] { ArmarRegistrosDatos(TablaDeTextos(campos, {{"x"}}), nullptr, contexto_); }), error::kCampo)
+    EXPECT_EQ(NumeroDeError([&] { ArmarRegistrosDatos(TablaDeTextos(campos, {{"x"}}), nullptr, contexto_); }),
+              error::kCampo)
         << falta;
   }
   const auto canal_malo = TablaDeTextos(kOrigen, {{"", "11:00", "EA01", "0", "0", "0", "1", "1"}});
-  EXPECT_EQ(ErrorDe([&] { ArmarRegistrosDatos(canal_malo, nullptr, contexto_); }), error::kTipos);
+  EXPECT_EQ(NumeroDeError([&] { ArmarRegistrosDatos(canal_malo, nullptr, contexto_); }), error::kTipos);
 }
 
 // The builder works out texts once and remembers them: it must say of every value what the plain functions say.

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QEvent>
+#include <QMouseEvent>
 #include <QPointer>
 
 namespace utr {
@@ -55,6 +55,14 @@ void GuionVentanas::Jugar(QDialog& dialogo) {
   if (!viva || !viva->isVisible()) return;
   ADD_FAILURE() << "left open: " << nombre;
   viva->done(QDialog::Rejected);
+}
+
+void EncolarClic(QWidget* destino) {
+  for (const QEvent::Type tipo : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+    const QPointF lugar = destino->rect().center();
+    QCoreApplication::postEvent(destino, new QMouseEvent(tipo, lugar, destino->mapToGlobal(lugar), Qt::LeftButton,
+                                                         Qt::LeftButton, Qt::NoModifier));
+  }
 }
 
 }  // namespace utr

@@ -39,10 +39,13 @@ class GuionVentanas : public QObject {
 
 // A control by its object name; aborts the test program's run of the case when the window has none.
 template <class Control>
-Control& Hallar(QObject& ventana, const char* nombre) {
+Control& Hallar(const QObject& ventana, const char* nombre) {
   auto* control = ventana.findChild<Control*>(QString::fromLatin1(nombre));
   if (control == nullptr) throw std::runtime_error(std::string("no control ") + nombre);
   return *control;
 }
+
+// A click in the middle of a control that waits in the queue of events, as one does while the program is blocked.
+void EncolarClic(QWidget* destino);
 
 }  // namespace utr

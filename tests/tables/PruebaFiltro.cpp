@@ -3,13 +3,13 @@
 #include <map>
 #include <random>
 
+#include "support/Tablas.h"
 #include "tables/Comun.h"
 
 namespace utr {
 namespace {
 
 using prueba::Recorrido;
-using prueba::TablaDeTextos;
 
 TEST(Filtro, FormasDeComparacion) {
   Tabla t;
@@ -61,10 +61,10 @@ TEST(Filtro, FormasDeComparacion) {
 }
 
 TEST(Filtro, CambiarElCampoFiltradoNoSalteaVecinos) {
-  std::vector<std::vector<std::string>> filas;
-  for (int i = 0; i < 1000; ++i) filas.push_back({i % 3 == 0 ? "x" : "01/01/2001", std::to_string(i)});
+  std::vector<Celdas> filas;
+  for (int i = 0; i < 1000; ++i) filas.push_back({i % 3 == 0 ? "x" : "01/01/2001"});
   for (const bool contando : {false, true}) {
-    const auto t = TablaDeTextos({"Fecha", "n"}, filas);
+    const auto t = TablaDeTextos({"Fecha"}, filas);
     t->Filter("Fecha=01/01/2001");
     std::size_t quedan = t->RecordCount();
     std::size_t cambiadas = 0;

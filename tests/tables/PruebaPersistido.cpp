@@ -5,6 +5,8 @@
 
 #include "base/Texto.h"
 #include "support/Carpeta.h"
+#include "support/NumeroDeError.h"
+#include "support/Tablas.h"
 #include "tables/Comun.h"
 
 namespace utr {
@@ -154,7 +156,7 @@ TEST(Persistido, IdaYVueltaDeTodosLosTipos) {
 
 TEST(Persistido, UnValorLargoSeGuardaEnteroYSeDeclara) {
   const Carpeta carpeta;
-  const auto t = prueba::TablaDeTextos({"C"}, {{"veintiún caracteres ñ"}});
+  const auto t = TablaCon({{"C", TipoCampo::kVarChar, 20}}, {{"veintiún caracteres ñ"}});
   t->Save(carpeta / "t.xml");
   Tabla u;
   u.Open(carpeta / "t.xml");
@@ -166,7 +168,7 @@ TEST(Persistido, UnValorLargoSeGuardaEnteroYSeDeclara) {
 TEST(Persistido, NoReemplazaUnArchivoQueExiste) {
   const Carpeta carpeta;
   prueba::EscribirTodo(carpeta / "t.xml", "anterior");
-  const auto t = prueba::TablaDeTextos({"C"}, {{"1"}});
+  const auto t = TablaDeTextos({"C"}, {{"1"}});
   EXPECT_EQ(NumeroDeError([&] { t->Save(carpeta / "t.xml"); }), error::kArchivo);
   EXPECT_EQ(prueba::LeerTodo(carpeta / "t.xml"), "anterior");
   EXPECT_EQ(NumeroDeError([&] { t->Save(carpeta / "u.xml", 0); }), error::kLlamada);
@@ -193,7 +195,7 @@ TEST(Persistido, UnaTablaSinCamposNoSeGuarda) {
 
 TEST(Persistido, GuardaLaTablaEnteraAunqueSeMuestreUnaParte) {
   const Carpeta carpeta;
-  const auto t = prueba::TablaDeTextos({"C", "n"}, {{"b", "1"}, {"a", "2"}, {"b", "3"}});
+  const auto t = TablaDeTextos({"C", "n"}, {{"b", "1"}, {"a", "2"}, {"b", "3"}});
   t->AddNew();
   t->Set("n", "4");
   t->Save(carpeta / "sin filtro.xml");
@@ -385,9 +387,9 @@ std::vector<Entrada> Entradas() {
 
 TEST(Persistido, UnTextoConUnByteMaloSeGuardaComoSeLee) {
   const Carpeta carpeta;
-  const auto t = prueba::TablaDeTextos({"C"}, {{"Precipitaci\xC3\xB3n \xF1"},
-                                               {"Caba\xF1"
-                                                "a"}});
+  const auto t = TablaDeTextos({"C"}, {{"Precipitaci\xC3\xB3n \xF1"},
+                                       {"Caba\xF1"
+                                        "a"}});
   t->Save(carpeta / "t.xml");
   Tabla leida;
   leida.Open(carpeta / "t.xml");

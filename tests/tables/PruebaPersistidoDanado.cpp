@@ -4,7 +4,8 @@
 
 #include "base/Texto.h"
 #include "support/Carpeta.h"
-#include "tables/Comun.h"
+#include "support/NumeroDeError.h"
+#include "tables/Tabla.h"
 
 namespace utr {
 namespace {

@@ -3,6 +3,8 @@
 #include <limits>
 #include <memory>
 
+#include "support/NumeroDeError.h"
+#include "support/Tablas.h"
 #include "tables/Comun.h"
 
 namespace utr {
@@ -10,7 +12,6 @@ namespace {
 
 using prueba::NumeroDeError;
 using prueba::Recorrido;
-using prueba::TablaDeTextos;
 
 TEST(Tabla, UnCampoRespondeSinMirarElCaso) {
   const auto t = TablaDeTextos({"Canal", "Año"}, {{"7", "x"}});
@@ -241,7 +242,7 @@ TEST(Tabla, CopiarRecordset) {
   copia->Set("Valor", "z");
   t->MoveFirst();
   EXPECT_EQ(t->Texto("Valor"), "a") << "the copy is independent";
-  EXPECT_EQ(copia->Field("valor").tamano, 20U);
+  EXPECT_EQ(copia->Field("valor").tamano, 50U);
   EXPECT_EQ(copia->Pendientes(), 0U);
   EXPECT_EQ(CopiarRecordset(*t, false)->RecordCount(), 0U);
 

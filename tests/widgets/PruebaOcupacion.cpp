@@ -13,6 +13,7 @@
 #include <optional>
 #include <stdexcept>
 
+#include "support/GuionVentanas.h"
 #include "support/OperadorGuion.h"
 #include "widgets/Campos.h"
 #include "widgets/MarcoDialogo.h"
@@ -54,13 +55,6 @@ class PruebaOcupacion : public testing::Test {
   static void Encolar(QWidget* destino, int tecla, const QString& texto = {}) {
     QCoreApplication::postEvent(destino, new QKeyEvent(QEvent::KeyPress, tecla, Qt::NoModifier, texto));
     QCoreApplication::postEvent(destino, new QKeyEvent(QEvent::KeyRelease, tecla, Qt::NoModifier, texto));
-  }
-  static void EncolarClic(QWidget* destino) {
-    for (const QEvent::Type tipo : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-      const QPointF lugar = destino->rect().center();
-      QCoreApplication::postEvent(destino, new QMouseEvent(tipo, lugar, destino->mapToGlobal(lugar), Qt::LeftButton,
-                                                           Qt::LeftButton, Qt::NoModifier));
-    }
   }
 
   OperadorGuion operador;

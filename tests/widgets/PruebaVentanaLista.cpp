@@ -7,12 +7,12 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
-#include <QMouseEvent>
 #include <QPushButton>
 #include <QTest>
 #include <QToolBar>
 #include <QTreeView>
 
+#include "support/GuionVentanas.h"
 #include "support/ModPrueba.h"
 #include "support/Tablas.h"
 #include "widgets/Campos.h"
@@ -143,13 +143,7 @@ TEST_F(PruebaVentanaLista, LosComandosSiguenALaListaLaSeleccionYLaVentana) {
 TEST_F(PruebaVentanaLista, UnClicQueEsperoTrasImprimirNoImprimeOtraVez) {
   banco.mod.eleccion_impresora = {"Oficina", 1};
   auto* boton = ventana.findChild<QWidget*>("Print");
-  for (int veces = 0; veces < 2; ++veces) {
-    for (const QEvent::Type tipo : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-      const QPointF lugar = boton->rect().center();
-      QCoreApplication::postEvent(boton, new QMouseEvent(tipo, lugar, boton->mapToGlobal(lugar), Qt::LeftButton,
-                                                         Qt::LeftButton, Qt::NoModifier));
-    }
-  }
+  for (int veces = 0; veces < 2; ++veces) EncolarClic(boton);
   QCoreApplication::processEvents();
   EXPECT_EQ(banco.impresora.trabajos.size(), 1u);
 }

@@ -2,7 +2,6 @@
 
 #include "base/Error.h"
 #include "driver/BancoSimulado.h"
-#include "driver/Contrato.h"
 #include "driver/simulated/scenario/Escenario.h"
 
 namespace utr::simulada {

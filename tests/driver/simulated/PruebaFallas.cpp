@@ -3,9 +3,10 @@
 #include "base/Error.h"
 #include "base/Numeros.h"
 #include "driver/BancoSimulado.h"
-#include "driver/Contrato.h"
+#include "driver/Textos.h"
 #include "driver/simulated/scenario/Fallas.h"
 #include "driver/simulated/unit/Pagina.h"
+#include "support/NumeroDeError.h"
 
 namespace utr::simulada {
 namespace {

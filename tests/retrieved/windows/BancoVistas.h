@@ -5,17 +5,16 @@
 
 #include <QAbstractButton>
 #include <QAction>
-#include <QApplication>
 #include <QCheckBox>
 #include <QDateTimeEdit>
 #include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QTest>
-#include <QTimer>
 #include <filesystem>
 
 #include "retrieved/windows/VistaRegistros.h"
+#include "support/GuionVentanas.h"
 #include "support/ModPrueba.h"
 #include "support/Tablas.h"
 #include "widgets/PanelAviso.h"
@@ -29,9 +28,7 @@ class BancoVistas {
  public:
   template <typename Control>
   static Control* Hijo(const QWidget& ventana, const char* nombre) {
-    auto* control = ventana.findChild<Control*>(nombre);
-    if (control == nullptr) throw std::runtime_error(std::string("no control ") + nombre);
-    return control;
+    return &Hallar<Control>(ventana, nombre);
   }
 
   static void Pulsar(const QWidget& ventana, const char* boton) { Hijo<QAbstractButton>(ventana, boton)->click(); }

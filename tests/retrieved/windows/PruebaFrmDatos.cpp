@@ -123,24 +123,21 @@ TEST_F(PruebaFrmDatos, ElMenuCambiaDeMarcoYNadaSePierde) {
 }
 
 TEST_F(PruebaFrmDatos, AbrirSigueALaListaYLoQueFaltaSeVeComoGuion) {
+  GuionVentanas guion;
   QAction* abrir = Hijo<QAction>(ventana, "mnuDatosAbrir");
   EXPECT_FALSE(abrir->isEnabled());
   driver.Devuelve("LeerDatos", Datos({{"", "00:10:00", "1", "1", "1", "1", "0", "0"}, {"", "00:20:00", "1", "2"}}));
   Pulsar(ventana, "cmd(0)");
   EXPECT_TRUE(abrir->isEnabled());
   abrir->trigger();  // no row is current: nothing opens
-  std::string titulo;
-  QTimer::singleShot(0, qApp, [&titulo] {
-    auto* detalle = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-    ASSERT_NE(detalle, nullptr);
-    titulo = U(detalle->windowTitle());
-    EXPECT_EQ(Texto(*detalle, "lblDato(0)"), "14/03/2026");
-    EXPECT_EQ(Texto(*detalle, "lblColumna(4)"), "Valor : ");
-    detalle->reject();
+  guion.Espera("frmItemLista", [](QDialog& detalle) {
+    EXPECT_EQ(U(detalle.windowTitle()), "Detalles: EA01");
+    EXPECT_EQ(Texto(detalle, "lblDato(0)"), "14/03/2026");
+    EXPECT_EQ(Texto(detalle, "lblColumna(4)"), "Valor : ");
+    detalle.reject();
   });
   Lista(ventana).Elegir(0);
   abrir->trigger();
-  EXPECT_EQ(titulo, "Detalles: EA01");
 }
 
 TEST_F(PruebaFrmDatos, ElFiltroDiceCuantasFilasSeVen) {

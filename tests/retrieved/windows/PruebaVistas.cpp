@@ -14,6 +14,7 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::StartsWith;
 
 constexpr const char* kEspera = "Esta operación demorará unos instantes. Por favor espere...";
 
@@ -205,11 +206,7 @@ TEST_P(PruebaVistas, LoTecleadoYPulsadoConElManejadorDetenidoSePierde) {
   };
   boton->setFocus();
   driver.al_llamar = [&](const std::string&) {
-    for (const QEvent::Type tipo : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-      const QPointF lugar = boton->rect().center();
-      QCoreApplication::postEvent(boton, new QMouseEvent(tipo, lugar, boton->mapToGlobal(lugar), Qt::LeftButton,
-                                                         Qt::LeftButton, Qt::NoModifier));
-    }
+    EncolarClic(boton);
     tecla(Qt::Key_Return);
     tecla(Qt::Key_Escape);
   };
@@ -360,21 +357,15 @@ TEST_P(PruebaVistas, LosBotonesOrdenanPorLaPrimeraColumnaComoTexto) {
 
 TEST_P(PruebaVistas, EnterMuestraLaFilaEntera) {
   Leer({"00:10:00", "00:20:00"});
-  std::vector<std::string> vistos;
-  QTimer::singleShot(0, qApp, [&vistos] {
-    auto* detalle = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-    ASSERT_NE(detalle, nullptr);
-    vistos.push_back(U(detalle->windowTitle()));
-    vistos.push_back(Texto(*detalle, "lblColumna(1)"));
-    vistos.push_back(Texto(*detalle, "lblDato(1)"));
-    Pulsar(*detalle, "cmd");
+  GuionVentanas guion;
+  guion.Espera("frmItemLista", [](QDialog& detalle) {
+    EXPECT_THAT(U(detalle.windowTitle()), StartsWith("Detalles: "));
+    EXPECT_EQ(Texto(detalle, "lblColumna(1)"), "Hora: ");
+    EXPECT_EQ(Texto(detalle, "lblDato(1)"), "00:20:00");
+    Pulsar(detalle, "cmd");
   });
   Lista(*ventana).Elegir(1);
   QTest::keyClick(Lista(*ventana).findChild<QWidget*>("Lista"), Qt::Key_Return);
-  ASSERT_EQ(vistos.size(), 3u);
-  EXPECT_TRUE(vistos[0].starts_with("Detalles: ")) << vistos[0];
-  EXPECT_EQ(vistos[1], "Hora: ");
-  EXPECT_EQ(vistos[2], "00:20:00");
 }
 
 TEST_P(PruebaVistas, CadaCampoTieneSuRotuloYSuNombreAccesible) {
