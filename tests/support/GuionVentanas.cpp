@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPointer>
 
@@ -62,6 +63,12 @@ void EncolarClic(QWidget* destino) {
     const QPointF lugar = destino->rect().center();
     QCoreApplication::postEvent(destino, new QMouseEvent(tipo, lugar, destino->mapToGlobal(lugar), Qt::LeftButton,
                                                          Qt::LeftButton, Qt::NoModifier));
+  }
+}
+
+void EncolarTecla(QWidget* destino, int tecla, const QString& texto) {
+  for (const QEvent::Type tipo : {QEvent::KeyPress, QEvent::KeyRelease}) {
+    QCoreApplication::postEvent(destino, new QKeyEvent(tipo, tecla, Qt::NoModifier, texto));
   }
 }
 

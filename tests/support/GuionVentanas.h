@@ -45,7 +45,9 @@ Control& Hallar(const QObject& ventana, const char* nombre) {
   return *control;
 }
 
-// A click in the middle of a control that waits in the queue of events, as one does while the program is blocked.
+// A click in the middle of a control, and a key with its text, that wait in the queue of events, as they do while the
+// program is blocked.
 void EncolarClic(QWidget* destino);
+void EncolarTecla(QWidget* destino, int tecla, const QString& texto = {});
 
 }  // namespace utr

@@ -3,7 +3,6 @@
 #include <QAction>
 #include <QApplication>
 #include <QDialog>
-#include <QKeyEvent>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
@@ -50,11 +49,6 @@ class PruebaOcupacion : public testing::Test {
     opciones.panel = panel;
     opciones.apagados = {cuerpo, cancelar};
     return opciones;
-  }
-
-  static void Encolar(QWidget* destino, int tecla, const QString& texto = {}) {
-    QCoreApplication::postEvent(destino, new QKeyEvent(QEvent::KeyPress, tecla, Qt::NoModifier, texto));
-    QCoreApplication::postEvent(destino, new QKeyEvent(QEvent::KeyRelease, tecla, Qt::NoModifier, texto));
   }
 
   OperadorGuion operador;
@@ -106,9 +100,9 @@ TEST_F(PruebaOcupacion, LoTecleadoConElProgramaDetenidoSePierdeAlFin) {
   {
     const Ocupacion ocupacion(*dialogo, Todo());
     EncolarClic(leer);
-    Encolar(dialogo.get(), Qt::Key_Return);
-    Encolar(campo, Qt::Key_5, "5");
-    Encolar(dialogo.get(), Qt::Key_Escape);
+    EncolarTecla(dialogo.get(), Qt::Key_Return);
+    EncolarTecla(campo, Qt::Key_5, "5");
+    EncolarTecla(dialogo.get(), Qt::Key_Escape);
     QMetaObject::invokeMethod(
         dialogo.get(), [&soltado] { soltado = true; }, Qt::QueuedConnection);
   }

@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QFileDialog>
-#include <QKeyEvent>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
@@ -134,9 +133,7 @@ TEST(PruebaOperadorQt, LoTecleadoAntesDeVerLaCajaSePierde) {
   boton->setFocus();
   QApplication::processEvents();
   ASSERT_EQ(QApplication::activeWindow(), &madre);
-  for (const QEvent::Type tipo : {QEvent::KeyPress, QEvent::KeyRelease}) {
-    QCoreApplication::postEvent(boton, new QKeyEvent(tipo, Qt::Key_Space, Qt::NoModifier, " "));
-  }
+  EncolarTecla(boton, Qt::Key_Space, " ");
   GuionVentanas ventanas;
   ventanas.Espera("", [](QDialog& caja) { Pulsar(&caja, "No"); });
   OperadorQt operador;

@@ -201,14 +201,11 @@ TEST_P(PruebaVistas, MientrasSeLeeSeVeElPanelYNadaSePuede) {
 
 TEST_P(PruebaVistas, LoTecleadoYPulsadoConElManejadorDetenidoSePierde) {
   auto* boton = Hijo<QWidget>(*ventana, GetParam().boton);
-  const auto tecla = [this](int cual) {
-    QCoreApplication::postEvent(ventana.get(), new QKeyEvent(QEvent::KeyPress, cual, Qt::NoModifier));
-  };
   boton->setFocus();
   driver.al_llamar = [&](const std::string&) {
     EncolarClic(boton);
-    tecla(Qt::Key_Return);
-    tecla(Qt::Key_Escape);
+    EncolarTecla(ventana.get(), Qt::Key_Return);
+    EncolarTecla(ventana.get(), Qt::Key_Escape);
   };
   Leer({"00:10:00", "00:20:00"});
   QCoreApplication::processEvents();
