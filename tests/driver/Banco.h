@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "base/Fechas.h"
@@ -50,6 +51,9 @@ class Banco {
 
   // The driver and the unit are started again, as with a new run of the program.
   virtual void Reiniciar() = 0;
+
+  // What the driver's log holds; nothing on a bench that can't look into it.
+  virtual std::optional<std::string> TextoLog() = 0;
 
   // A path for a file of the test.
   virtual std::string Archivo(const std::string& nombre) = 0;

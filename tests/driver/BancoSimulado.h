@@ -37,6 +37,7 @@ class BancoSimulado : public Banco {
     EscribirTodo(carpeta / "UTRSimulada.estado", guardado);
     Arrancar();
   }
+  std::optional<std::string> TextoLog() override { return Log(); }
   std::string Archivo(const std::string& nombre) override { return (carpeta / nombre).string(); }
 
   ComunicadorSimulado& Simulado() { return *driver_; }

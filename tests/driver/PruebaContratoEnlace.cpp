@@ -1,4 +1,5 @@
 #include "driver/Contrato.h"
+#include "support/DispositivoLleno.h"
 
 // The link: ports, speeds, sockets, the modem, and what a unit that doesn't answer does to every operation.
 namespace utr::prueba {
@@ -223,9 +224,22 @@ TEST_P(Contrato, SinLaUnidadSiguenLasCuentasDeFechasYPares) {
   EXPECT_EQ(NumeroDeError([&] { Driver().DescribirCodigo("no es fecha"); }), error::kTipos);
 }
 
-TEST_P(Contrato, EscribirLogNoFalla) {
-  Driver().EscribirLog("15/03/2026 10:00:00 Escalando Error el span=0");
-  Driver().EscribirLog("");
+// Its lines follow each other as they came. Where none can be written they are lost, and nothing else is.
+TEST_P(Contrato, EscribirLogAgregaLineasYNuncaEstorba) {
+  banco->Conectar();
+  for (const char* linea : {"15/03/2026 10:00:00 Escalando Error el span=0", "", "ñandú"}) {
+    Driver().EscribirLog(linea);
+  }
+  {
+    const DispositivoLleno lleno(0);
+    Driver().EscribirLog("sin lugar");
+  }
+  EXPECT_NE(Driver().LeerFechaHora(), "");
+  Driver().EscribirLog("otra");
+  if (const auto log = banco->TextoLog()) {
+    EXPECT_NE(log->find("15/03/2026 10:00:00 Escalando Error el span=0\n\nñandú\n"), std::string::npos) << *log;
+    EXPECT_NE(log->find("\notra\n"), std::string::npos) << *log;
+  }
 }
 
 }  // namespace utr::prueba
