@@ -25,7 +25,7 @@ std::vector<std::string> Mostradas(const std::vector<FilaDeCanal>& canales) {
   return filas;
 }
 
-TEST(PruebaListaCanales, ARowTellsItsChannelInWords) {
+TEST(PruebaListaCanales, UnaFilaDiceSuCanalEnPalabras) {
   EXPECT_THAT(Mostradas({{{"Canal", "1"}, {"Tipo", "0"}, {"Flags", "3"}},
                          {{"Canal", "07"}, {"Tipo", ""}, {"Parametro", ""}, {"Flags", "2"}},
                          {{"Canal", "15"}, {"Tipo", "5"}, {"Flags", "0"}},
@@ -37,7 +37,7 @@ TEST(PruebaListaCanales, ARowTellsItsChannelInWords) {
                           "23|EA16|Entrada Analógica||| - |No|No", "27|N/D|N/D||| - |No|Si"));
 }
 
-TEST(PruebaListaCanales, RowsWithoutAChannelNumberAreLeftOut) {
+TEST(PruebaListaCanales, LasFilasSinNumeroDeCanalQuedanAfuera) {
   EXPECT_THAT(Mostradas({{{"Canal", "0"}}, {{"Canal", "EA01"}}, {{"Canal", "1.5"}}, {{"Canal", ""}}}), ElementsAre());
 }
 

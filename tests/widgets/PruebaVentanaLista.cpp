@@ -169,7 +169,7 @@ TEST_F(PruebaVentanaLista, EnterEditaLaFilaYNingunBotonEsElPredeterminado) {
   EXPECT_FALSE(ventana.isVisible());
 }
 
-TEST_F(PruebaVentanaLista, AnotherCaptionIsTheTitleOfTheMessagesToo) {
+TEST_F(PruebaVentanaLista, OtroTituloEsTambienElDeLosMensajes) {
   ventana.Titular("Feriados");
   EXPECT_EQ(U(ventana.windowTitle()), "Feriados");
   banco.mod.eleccion_impresora.nombre = "Oficina";

@@ -57,7 +57,7 @@ TEST_F(PruebaMostrarConfiguracion, NothingReadAsksToRead) {
   }
 }
 
-TEST_F(PruebaMostrarConfiguracion, OnlyTheOpenerSaysWhatIsOnlyLookedAt) {
+TEST_F(PruebaMostrarConfiguracion, SoloQuienAbreDiceQueEsParaMirar) {
   const auto abrir = [&](bool parametros, bool solo_mirar) {
     std::string visto;
     ventanas.Espera("frmParametrizacion", [&](QDialog& d) {
@@ -79,7 +79,7 @@ TEST_F(PruebaMostrarConfiguracion, OnlyTheOpenerSaysWhatIsOnlyLookedAt) {
   EXPECT_THAT(comunicador.De("Pausa"), IsEmpty());
 }
 
-TEST_F(PruebaMostrarConfiguracion, WhatWasWrittenIsReadAgainAndVerified) {
+TEST_F(PruebaMostrarConfiguracion, LoEscritoSeReleeYSeVerifica) {
   for (const bool configuracion : {true, false}) {
     LeerDeLaUTR();
     pasos.clear();
@@ -97,7 +97,7 @@ TEST_F(PruebaMostrarConfiguracion, WhatWasWrittenIsReadAgainAndVerified) {
   }
 }
 
-TEST_F(PruebaMostrarConfiguracion, AReadThatFailsOrBringsNothingLeavesATableThatIsNobodys) {
+TEST_F(PruebaMostrarConfiguracion, UnaRelecturaFallidaOVaciaDejaUnaTablaDeNadie) {
   struct Caso {
     const char* que;
     std::function<void()> falla;
@@ -121,7 +121,7 @@ TEST_F(PruebaMostrarConfiguracion, AReadThatFailsOrBringsNothingLeavesATableThat
   EXPECT_THAT(Errores(), HasSubstr("\"muda\""));
 }
 
-TEST_F(PruebaMostrarConfiguracion, ValuesThatReadBackOtherwiseAndStepsThatFailedAreTold) {
+TEST_F(PruebaMostrarConfiguracion, LoQueVuelveDistintoYLosPasosFallidosSeDicen) {
   LeerDeLaUTR();
   comunicador.Devuelve("ConfiguracionAlmacenada", TablaDeCanales({kNivel, kApagado}));
   comunicador.Devuelve("GrabarParametrizacion", false);
@@ -137,7 +137,7 @@ TEST_F(PruebaMostrarConfiguracion, ValuesThatReadBackOtherwiseAndStepsThatFailed
   EXPECT_EQ(verificacion, "");
 }
 
-TEST_F(PruebaMostrarConfiguracion, AWriteThatBrokeOffIsNotReadAgainAndTheTableIsNobodys) {
+TEST_F(PruebaMostrarConfiguracion, UnaEscrituraCortadaNoSeReleeYLaTablaEsDeNadie) {
   for (const char* operacion : {"GrabarCanalesModificar", "GrabarParametrizacion"}) {
     LeerDeLaUTR();
     comunicador.Falla(operacion, Error(7, "driver", "muda"), 1);
@@ -153,7 +153,7 @@ TEST_F(PruebaMostrarConfiguracion, AWriteThatBrokeOffIsNotReadAgainAndTheTableIs
   }
 }
 
-TEST_F(PruebaMostrarConfiguracion, ABackupThatCantBeKeptBehindAReadIsToldInTheStatusBar) {
+TEST_F(PruebaMostrarConfiguracion, UnRespaldoQueNoSeGuardaTrasLeerSeDiceEnLaBarra) {
   prueba::EscribirTodo(carpeta / "Respaldos", "en el camino");
   operador.Espera("No se ha leido la configuración de la RTU\n¿Desea leerla ahora?", Respuesta::kSi);
   flujo.OfrecerLectura();

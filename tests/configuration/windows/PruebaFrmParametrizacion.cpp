@@ -80,7 +80,7 @@ class PruebaParametrizacion : public BancoCanales {
   bool con_clave = false;
 };
 
-TEST_F(PruebaParametrizacion, EachModeShowsItsChannelsAndSaysWhatAceptarDoes) {
+TEST_F(PruebaParametrizacion, CadaModoMuestraSusCanalesYDiceQueHaceAceptar) {
   struct Caso {
     Modo modo;
     bool de_archivo;
@@ -131,7 +131,7 @@ TEST_F(PruebaParametrizacion, EachModeShowsItsChannelsAndSaysWhatAceptarDoes) {
   EXPECT_THAT(Texto("lblOrigen"), HasSubstr("como se leyeron antes; para grabar hay que volver a leerla. Sólo para"));
 }
 
-TEST_F(PruebaParametrizacion, TheSortButtonsFollowTheColumnWithTheArrow) {
+TEST_F(PruebaParametrizacion, LosBotonesDeOrdenSiguenALaColumnaConFlecha) {
   leida = TablaDeCanales({{{"Canal", "10"}}, {{"Canal", "2"}, {"Flags", "3"}}, {{"Canal", "1"}}});
   Abrir();
   EXPECT_EQ(Canales(), "10 2 1 ") << "the order of the collection";
@@ -142,7 +142,7 @@ TEST_F(PruebaParametrizacion, TheSortButtonsFollowTheColumnWithTheArrow) {
   EXPECT_EQ(Canales(), "2 10 1 ") << "by the alarm";
 }
 
-TEST_F(PruebaParametrizacion, ThePasswordIsAskedUntilItIsGivenOnceAlsoForLooking) {
+TEST_F(PruebaParametrizacion, LaClaveSePideHastaDarlaUnaVezTambienParaMirar) {
   for (const Modo modo : {Modo{true, false}, Modo{true, true}}) {
     Abrir(modo);
     EsperarClave("");
@@ -162,7 +162,7 @@ TEST_F(PruebaParametrizacion, ThePasswordIsAskedUntilItIsGivenOnceAlsoForLooking
   }
 }
 
-TEST_F(PruebaParametrizacion, AnEditKeepsFilterOrderAndRowAndIsSeenInMarkAndPane) {
+TEST_F(PruebaParametrizacion, UnaEdicionConservaFiltroOrdenYFilaYSeVe) {
   Abrir();
   Pulsar("Sort Descending");
   Lista().CampoFiltro()->setText("1");
@@ -184,7 +184,7 @@ TEST_F(PruebaParametrizacion, AnEditKeepsFilterOrderAndRowAndIsSeenInMarkAndPane
   EXPECT_FALSE(Hallar<QAbstractButton>(*ventana, "GuardarCambios").isEnabled());
 }
 
-TEST_F(PruebaParametrizacion, ListAndChangesAreSavedAndPrintedUnderHeadingsOfTheirOwn) {
+TEST_F(PruebaParametrizacion, ListaYCambiosSalenConSusEncabezados) {
   leida = TablaDeCanales({kNivel});
   Abrir();
   EditarNivel();
@@ -206,7 +206,7 @@ TEST_F(PruebaParametrizacion, ListAndChangesAreSavedAndPrintedUnderHeadingsOfThe
   }
 }
 
-TEST_F(PruebaParametrizacion, TheConfigurationIsSavedWholeWhateverTheFilterHides) {
+TEST_F(PruebaParametrizacion, LaConfiguracionSeGuardaEnteraAunqueElFiltroTape) {
   Abrir();
   EditarNivel("8");
   Lista().CampoFiltro()->setText("no hay");
@@ -223,7 +223,7 @@ TEST_F(PruebaParametrizacion, TheConfigurationIsSavedWholeWhateverTheFilterHides
   EXPECT_THAT(Filas(guardada, {"Canal", "MaxBajVal"}), ElementsAre("1|8", "16|", "4|"));
 }
 
-TEST_F(PruebaParametrizacion, AnEmptyListOpensFilesAndDoesNothingElse) {
+TEST_F(PruebaParametrizacion, UnaListaVaciaSoloAbreArchivos) {
   leida = TablaDeCanales({kApagado});
   Abrir({false, false});
   EXPECT_FALSE(Usable("mnuParamGuardarComo") || Usable("mnuParamImprimir"));
@@ -234,7 +234,7 @@ TEST_F(PruebaParametrizacion, AnEmptyListOpensFilesAndDoesNothingElse) {
   EXPECT_EQ(Canales(), "1 ");
 }
 
-TEST_F(PruebaParametrizacion, AnOpenedFileIsEditedInTheFullModeAndOnlyShownInTheOthers) {
+TEST_F(PruebaParametrizacion, UnArchivoSeEditaSoloEnElModoCompleto) {
   struct Caso {
     Modo modo;
     const char* canales;
@@ -274,7 +274,7 @@ TEST_F(PruebaParametrizacion, AnOpenedFileIsEditedInTheFullModeAndOnlyShownInThe
               ElementsAre("4|5", "1|1"));
 }
 
-TEST_F(PruebaParametrizacion, OpeningStartsOnceAtTheBackupsAndAsksAheadOfLosingEdits) {
+TEST_F(PruebaParametrizacion, AbrirEmpiezaUnaVezEnLosRespaldosYPreguntaAntesDePerder) {
   Abrir();
   for (int vez = 0; vez < 2; ++vez) {
     operador.EsperaAbrir("Abrir configuración...", std::nullopt);
@@ -303,7 +303,7 @@ TEST_F(PruebaParametrizacion, OpeningStartsOnceAtTheBackupsAndAsksAheadOfLosingE
   Pulsar("Open");
 }
 
-TEST_F(PruebaParametrizacion, AFileThatFailsLeavesTheList) {
+TEST_F(PruebaParametrizacion, UnArchivoQueFallaDejaLaLista) {
   Abrir();
   EditarNivel();
   prueba::EscribirTodo(carpeta / "roto.ucg", "nada");
@@ -325,7 +325,7 @@ TEST_F(PruebaParametrizacion, AFileThatFailsLeavesTheList) {
   }
 }
 
-TEST_F(PruebaParametrizacion, WritingAsksWithNoAsTheDefaultAndMayBeGivenUp) {
+TEST_F(PruebaParametrizacion, EscribirPreguntaConNoPorDefectoYSePuedeDesistir) {
   for (const auto& [configuracion, pregunta] :
        {std::pair{true, kPreguntaConfiguracion}, std::pair{false, kPreguntaParametros}}) {
     Abrir({configuracion, false});
@@ -342,7 +342,7 @@ TEST_F(PruebaParametrizacion, WritingAsksWithNoAsTheDefaultAndMayBeGivenUp) {
   }
 }
 
-TEST_F(PruebaParametrizacion, WithoutABackupTheOperatorDecidesAheadOfTheFirstCall) {
+TEST_F(PruebaParametrizacion, SinRespaldoDecideElOperadorAntesDeLaPrimeraLlamada) {
   Abrir();
   std::filesystem::remove_all(carpeta / "Respaldos");
   prueba::EscribirTodo(carpeta / "Respaldos", "en el camino");
@@ -359,7 +359,7 @@ TEST_F(PruebaParametrizacion, WithoutABackupTheOperatorDecidesAheadOfTheFirstCal
   EXPECT_EQ(comunicador.Cuantas("GrabarParametrizacion"), 1U);
 }
 
-TEST_F(PruebaParametrizacion, WhatWasEditedGoesOutBehindTheBackupAndThePanelIsUpMeanwhile) {
+TEST_F(PruebaParametrizacion, LoEditadoSaleTrasElRespaldoYConElPanelALaVista) {
   Abrir({false, false});
   EditarNivel("8");
   EditarNivel("7");
@@ -388,7 +388,7 @@ TEST_F(PruebaParametrizacion, WhatWasEditedGoesOutBehindTheBackupAndThePanelIsUp
 }
 
 // What each failing step says, and whether the window stays open behind it.
-TEST_F(PruebaParametrizacion, EachFailingStepIsSaidAndTheWindowStaysOrHides) {
+TEST_F(PruebaParametrizacion, CadaPasoQueFallaSeDiceYLaVentanaQuedaOSeVa) {
   struct Caso {
     bool configuracion;
     const char* operacion;
@@ -430,7 +430,7 @@ TEST_F(PruebaParametrizacion, EachFailingStepIsSaidAndTheWindowStaysOrHides) {
   EXPECT_THAT(Errores(), HasSubstr("\"frmParametrizacion\",\"cmd_Click( 0\""));
 }
 
-TEST_F(PruebaParametrizacion, OnlyEscAndTheCloseButtonAskAheadOfLosingEdits) {
+TEST_F(PruebaParametrizacion, SoloEscYElCierrePreguntanAntesDePerderEdiciones) {
   Abrir();
   ventana->close();
   EXPECT_FALSE(ventana->isVisible()) << "nothing is lost";
@@ -456,7 +456,7 @@ TEST_F(PruebaParametrizacion, OnlyEscAndTheCloseButtonAskAheadOfLosingEdits) {
   }
 }
 
-TEST_F(PruebaParametrizacion, MoreChannelsThanStacksAreSaid) {
+TEST_F(PruebaParametrizacion, MasCanalesQuePilasSeDice) {
   std::vector<FilaDeCanal> canales;
   static const char* const kNumeros[] = {"1", "2", "3", "4", "5", "6", "7", "8", "9", "10"};
   for (const char* numero : kNumeros) canales.push_back({{"Canal", numero}});
@@ -465,7 +465,7 @@ TEST_F(PruebaParametrizacion, MoreChannelsThanStacksAreSaid) {
   EXPECT_EQ(Texto("lblPilas"), "10 canales con registro, 9 pilas");
 }
 
-TEST_F(PruebaParametrizacion, AFailureOfTheSensorDialogIsSaidInItsOwnForm) {
+TEST_F(PruebaParametrizacion, UnaFallaDelDialogoDelSensorSeDiceEnSuForma) {
   leida = TablaDeCanales({kNivel});
   Abrir();
   ventana->ColeccionCFG.Remove(1);
