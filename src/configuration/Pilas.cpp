@@ -21,6 +21,7 @@ void Anotar(const ContextoPilas& contexto, std::string_view texto) {
 // Their numbers joined by "$"; empty without any.
 std::string CanalesConRegistro(Tabla& tabla) {
   std::vector<std::string> canales;
+  tabla.Filter("");  // whoever walked it last may have left one
   if (tabla.RecordCount() > 0) tabla.MoveFirst();
   for (; !tabla.Eof(); tabla.MoveNext()) {
     if (GuardaHistoria(LeerTipo(tabla.Texto("Tipo")))) canales.push_back(tabla.Texto("Canal"));

@@ -32,7 +32,9 @@ void Conexion::OlvidarLlamada() {
 }
 
 void Conexion::Conectar(std::string_view enlace, std::string_view puerto) {
+  en_llamada_ = false;
   AlFallar([&] { comunicador_.Conectar(enlace, puerto); }, [&] { MarcarConectado(false); });
+  puerto_abierto_ = puerto;
   MarcarConectado(true);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <string>
 #include <string_view>
 
 #include "driver/Comunicador.h"
@@ -21,6 +22,9 @@ class Conexion {
   // The pressed one of the two connection buttons; over IP it means nothing.
   bool Conectado() const noexcept { return conectado_; }
 
+  // The port of the last Conectar that went well, as text; empty before any. The settings may name another one already.
+  const std::string& PuertoAbierto() const noexcept { return puerto_abierto_; }
+
   // Who shows the link; one at a time, none with an empty function.
   void AlCambiar(std::function<void()> aviso) { aviso_ = std::move(aviso); }
   // Has the link shown anew, without a change.
@@ -33,8 +37,8 @@ class Conexion {
   // A call that stood counts no more; the driver is not asked.
   void OlvidarLlamada();
 
-  // Opens the link: `enlace` is the link settings text, `puerto` the serial or TCP port. Raises what the driver raises;
-  // the port then counts as disconnected.
+  // Opens the link, in which no call stands then: `enlace` is the link settings text, `puerto` the serial or TCP port.
+  // Raises what the driver raises; the port then counts as disconnected.
   void Conectar(std::string_view enlace, std::string_view puerto);
   // The same with speed (or address) and port of the settings, whose kind the link then has.
   void ConectarSegunAjustes();
@@ -49,6 +53,7 @@ class Conexion {
   Comunicador& comunicador_;
   const Propiedades& propiedades_;
   std::function<void()> aviso_;
+  std::string puerto_abierto_;
   bool por_ip_ = false;
   bool en_llamada_ = false;
   bool conectado_ = false;

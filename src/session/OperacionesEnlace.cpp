@@ -27,21 +27,27 @@ bool Probar(ModRTU& mod, std::int32_t puerto, std::int32_t velocidad) {
   return responde;
 }
 
-void Llamar(ModRTU& mod, const EntradaEnlace& entrada) {
+void AvisarSinComandos(ModRTU& mod) {
+  // Only a warning: a modem that needs no commands can be called all the same.
+  mod.operador.Mostrar({"Debe especificar los comandos de inicialización del modem", "Atención", Icono::kExclamacion,
+                        Botones::kAceptar});
+}
+
+// False: it was abandoned ahead of dialling.
+bool Llamar(ModRTU& mod, const EntradaEnlace& entrada, const std::function<bool()>& cancelada) {
   const std::int32_t velocidad = entrada.velocidad == 0 ? kVelocidadDefecto : entrada.velocidad;
   const std::int32_t puerto = entrada.puerto == 0 ? kPuertoDefecto : entrada.puerto;
   mod.conexion.Conectar(TextoEnlace(std::to_string(velocidad)), std::to_string(puerto));
   const std::string comandos =
       entrada.comandos.empty() ? LeerArchivoPrograma(mod.registro, mod.carpeta, "comandosAT.dat") : entrada.comandos;
-  if (comandos.empty()) {
-    // Only a warning: a modem that needs no commands can be called all the same.
-    mod.operador.Mostrar({"Debe especificar los comandos de inicialización del modem", "Atención", Icono::kExclamacion,
-                          Botones::kAceptar});
-  }
+  if (comandos.empty()) AvisarSinComandos(mod);
+  const auto abandonada = [&] { return cancelada && cancelada(); };
+  if (abandonada()) return false;  // what follows would undo it
   mod.comunicador.Cancelar(true);
   if (mod.atender) mod.atender();
-  if (entrada.numero_telefono.empty()) return;
-  mod.conexion.Llamar(entrada.numero_telefono, comandos);
+  if (abandonada()) return false;
+  if (!entrada.numero_telefono.empty()) mod.conexion.Llamar(entrada.numero_telefono, comandos);
+  return true;
 }
 
 void PonerEnHora(ModRTU& mod) {
@@ -70,11 +76,14 @@ std::optional<std::int32_t> BuscarVelocidad(ModRTU& mod, const BusquedaVelocidad
   return std::nullopt;
 }
 
-bool LlamarPorTelefono(ModRTU& mod, const EntradaEnlace& entrada, std::string_view titulo) {
-  if (const std::optional<Error> falla = FallaDe([&] { Llamar(mod, entrada); })) {
+bool LlamarPorTelefono(ModRTU& mod, const EntradaEnlace& entrada, std::string_view titulo,
+                       const std::function<bool()>& cancelada) {
+  bool llamada = true;
+  if (const std::optional<Error> falla = FallaDe([&] { llamada = Llamar(mod, entrada, cancelada); })) {
     mod.registro.RegistrarError(*falla, "frmPresentacion", "LlamarPorTelefono");
     mod.conexion.OlvidarLlamada();
   }
+  if (!llamada) return false;
   if (!mod.conexion.EnLlamada()) {
     mod.operador.Mostrar(
         {"Error al comunicarse por teléfono", std::string(titulo), Icono::kCritico, Botones::kAceptar});
@@ -104,7 +113,8 @@ TextosPanel InfoPanel(ModRTU& mod) {
   }
   if (!mod.comunicador.EstadoPuerto()) return {" Desconectado ", "  ", false};
   const std::string enlace = mod.comunicador.ObtenerPuertos();
-  return {" COM " + puerto + " ", " Vel: " + std::string(Separar(enlace, ',').front()) + " bps ", true};
+  const std::string abierto = mod.conexion.PuertoAbierto().empty() ? puerto : mod.conexion.PuertoAbierto();
+  return {" COM " + abierto + " ", " Vel: " + std::string(Separar(enlace, ',').front()) + " bps ", true};
 }
 
 std::int16_t MinutosDeDiferencia(FechaHora equipo, const FechaHora& ahora) {

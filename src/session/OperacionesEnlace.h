@@ -26,7 +26,11 @@ struct BusquedaVelocidad {
 std::optional<std::int32_t> BuscarVelocidad(ModRTU& mod, const BusquedaVelocidad& busqueda);
 
 // Calls the unit through the modem and gives whether the call stands. Messages are titled `titulo`.
-bool LlamarPorTelefono(ModRTU& mod, const EntradaEnlace& entrada, std::string_view titulo);
+//
+// `cancelada` is asked once the port is open and again ahead of dialling: a call that was abandoned by then isn't made,
+// and nothing is said.
+bool LlamarPorTelefono(ModRTU& mod, const EntradaEnlace& entrada, std::string_view titulo,
+                       const std::function<bool()>& cancelada = {});
 
 // Opens a port that was chosen by hand and sets RTS. Gives the sentence of the failure, empty without one; over IP a
 // failure is dropped.

@@ -16,8 +16,8 @@ bool EsSalto(QChar letra) {
 // Mends what comes in instead of refusing it.
 class UnaLinea : public QRegularExpressionValidator {
  public:
-  UnaLinea(const char* permitido, QObject* dueno)
-      : QRegularExpressionValidator(QRegularExpression(QString::fromLatin1(permitido)), dueno) {}
+  UnaLinea(const QString& permitido, QObject* dueno)
+      : QRegularExpressionValidator(QRegularExpression(permitido), dueno) {}
 
   State validate(QString& texto, int& cursor) const override {
     if (std::any_of(texto.cbegin(), texto.cend(), EsSalto)) Mendar(texto, cursor);
@@ -39,7 +39,7 @@ class UnaLinea : public QRegularExpressionValidator {
 }  // namespace
 
 void SinSaltosDeLinea(QLineEdit& campo) {
-  campo.setValidator(new UnaLinea(".*", &campo));
+  campo.setValidator(new UnaLinea(QStringLiteral(".*"), &campo));
 }
 
 CampoTexto::CampoTexto(const char* nombre, QWidget* parent) : QLineEdit(parent) {
@@ -54,9 +54,9 @@ void CampoTexto::focusInEvent(QFocusEvent* evento) {
 }
 
 CampoDigitos::CampoDigitos(const char* nombre, int cifras, QWidget* parent) : CampoTexto(nombre, parent) {
-  setMaxLength(cifras);
-  // What is pasted is held to the same rule as what is typed.
-  setValidator(new UnaLinea("[0-9]*", this));
+  // What is pasted is held to the same rule as what is typed. A length of the field's own would cut it, ahead of the
+  // rule, into another number.
+  setValidator(new UnaLinea(QStringLiteral("[0-9]{0,%1}").arg(cifras), this));
 }
 
 void CampoDigitos::keyPressEvent(QKeyEvent* evento) {

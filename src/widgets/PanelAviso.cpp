@@ -32,6 +32,12 @@ QString PanelAviso::Texto() const {
   return etiqueta_->text();
 }
 
+void PanelAviso::ReservarDetalle() {
+  QSizePolicy sitio = detalle_->sizePolicy();
+  sitio.setRetainSizeWhenHidden(true);
+  detalle_->setSizePolicy(sitio);
+}
+
 void PanelAviso::Detallar(const QString& texto) {
   detalle_->setText(texto);
   detalle_->setVisible(!texto.isEmpty());

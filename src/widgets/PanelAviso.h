@@ -23,6 +23,9 @@ class PanelAviso : public QFrame {
   // A second, smaller line that tells how the work goes on; none when empty.
   void Detallar(const QString& texto);
 
+  // Keeps the room of that line while it is empty, so that nothing moves when it comes.
+  void ReservarDetalle();
+
   // Shows it, in place of its list where it has one, or takes it away.
   void Ver(bool visto);
 

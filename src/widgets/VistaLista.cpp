@@ -15,6 +15,7 @@
 #include <unordered_set>
 
 #include "widgets/AnchoTexto.h"
+#include "widgets/Campos.h"
 #include "widgets/ModeloLista.h"
 #include "widgets/TextoQt.h"
 
@@ -79,6 +80,7 @@ void VistaLista::ArmarFiltro() {
   filtro_->setClearButtonEnabled(true);
   filtro_->setWhatsThis(QStringLiteral("Deja a la vista los renglones que contienen el texto en alguna columna."));
   filtro_->installEventFilter(this);
+  SinSaltosDeLinea(*filtro_);
   connect(filtro_, &QLineEdit::textChanged, this, [this](const QString& texto) {
     Cambiar([&texto](ListaTabla& lista) { lista.Filtrar(U(texto)); });
     emit Filtrada();

@@ -152,6 +152,17 @@ TEST_F(Operaciones, MensajesDelBotonDeConexion) {
   EXPECT_EQ(otro.icono, Icono::kCritico);
 }
 
+TEST_F(Operaciones, ElPanelDiceElPuertoDelEnlaceYNoElDeLosAjustes) {
+  comunicador.Devuelve("ObtenerPuertos", "19200,n,8,1");
+  EXPECT_EQ(InfoPanel(mod).puerto, " COM 1 ");
+  conexion.Conectar("19200,n,8,1", "3");
+  EXPECT_EQ(InfoPanel(mod).puerto, " COM 3 ");
+  comunicador.Falla("Conectar", Error(8005, "x", "y"));
+  EscribirPuerto(propiedades, "4", "9600");
+  EXPECT_TRUE(FallaDe([&] { conexion.ConectarSegunAjustes(); }));
+  EXPECT_EQ(InfoPanel(mod).puerto, " COM 3 ") << "the driver still has that one open";
+}
+
 TEST_F(Operaciones, PanelesDelEnlace) {
   const auto textos = [&] {
     const TextosPanel paneles = InfoPanel(mod);

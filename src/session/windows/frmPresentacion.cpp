@@ -10,6 +10,7 @@
 #include <QScopedValueRollback>
 #include <QVBoxLayout>
 #include <array>
+#include <utility>
 
 #include "base/Numeros.h"
 #include "base/Texto.h"
@@ -94,6 +95,7 @@ void frmPresentacion::Armar() {
   QSizePolicy sitio = picInfo_->sizePolicy();
   sitio.setRetainSizeWhenHidden(true);
   picInfo_->setSizePolicy(sitio);
+  picInfo_->ReservarDetalle();
   picInfo_->hide();
 
   auto* cuerpo = new QVBoxLayout;
@@ -335,8 +337,9 @@ bool frmPresentacion::Llamar(const EntradaEnlace& entrada) {
   bool atendida = false;
   {
     const Ocupacion ocupacion(*this, AlTrabajar(picInfo_, {CancelarLecturaCFG_}));
-    atendida = LlamarPorTelefono(mod_, entrada, U(windowTitle()));
+    atendida = LlamarPorTelefono(mod_, entrada, U(windowTitle()), [this] { return cancelado_; });
   }
+  if (cancelado_) mod_.conexion.OlvidarLlamada();
   return atendida && !cancelado_;
 }
 
@@ -350,9 +353,10 @@ OpcionesOcupacion frmPresentacion::AlTrabajar(PanelAviso* panel, std::vector<QWi
 }
 
 void frmPresentacion::reject() {
-  cancelado_ = true;
-  if (mod_.atender) mod_.atender();
-  IgnorandoErrores([&] { mod_.comunicador.Cancelar(false); });
+  if (!std::exchange(cancelado_, true)) {  // hiding a busy dialog cancels it once more
+    if (mod_.atender) mod_.atender();
+    IgnorandoErrores([&] { mod_.comunicador.Cancelar(false); });
+  }
   Acepto = false;
   if (verificando_) return CancelarLecturaCFG_->setEnabled(false);  // the try ends first; the check closes the dialog
   QDialog::reject();

@@ -172,6 +172,12 @@ TEST_F(Presentacion, LosCamposDeUnaLineaNoTomanSaltos) {
   Poner("txtIdentificador", "");
   El<QLineEdit>("txtIdentificador").insert("\n70\r\n");
   EXPECT_EQ(Ver("txtIdentificador"), "70");
+  Pulsar("optIP");
+  for (const auto& [pegado, queda] : {std::pair("\r\n12345", "12345"), std::pair("123456", "")}) {
+    Poner("PuertoIP", "");
+    El<QLineEdit>("PuertoIP").insert(pegado);
+    EXPECT_EQ(Ver("PuertoIP"), queda) << "whole or not at all";
+  }
 }
 
 TEST_F(Presentacion, LosControlesSiguenALasOpciones) {
@@ -357,6 +363,20 @@ TEST_F(Presentacion, UnaLlamadaCanceladaNoAceptaAunqueAtiendan) {
   };
   EXPECT_FALSE(Jugar([&](QDialog&) { Pulsar("AceptarLecturaCFG"); }));
   EXPECT_EQ(comunicador.llamadas.back(), "Cancelar(no)");
+}
+
+TEST_F(Presentacion, UnaLlamadaCanceladaMientrasSeAbreElPuertoNoSale) {
+  Abrir();
+  Pulsar("chkTel");
+  Poner("txtTelefono", "411");
+  Poner("txtComandos", "ATZ");
+  comunicador.al_llamar = [&](const std::string& llamada) {
+    if (llamada.starts_with("Conectar")) Pulsar("CancelarLecturaCFG");
+  };
+  EXPECT_FALSE(Jugar([&](QDialog&) { Pulsar("AceptarLecturaCFG"); }));
+  EXPECT_EQ(comunicador.Cuantas("LlamarTelefono"), 0U);
+  EXPECT_THAT(comunicador.De("Cancelar"), ElementsAre("Cancelar(no)"));
+  EXPECT_FALSE(conexion.EnLlamada());
 }
 
 TEST_F(Presentacion, VerificarVelocidadEligeLaQueResponde) {

@@ -88,10 +88,13 @@ void ComunicadorSimulado::Interior::RevisarEscenario() {
   }
 }
 
-// Half a file may look whole. Before it costs the unit its memories, it is looked at again a moment later; the next
-// call reads what was still being written.
+// Half a file may look whole. Before it costs the unit its memories, or what was written to it, it is looked at again a
+// moment later; the next call reads what was still being written.
 bool ComunicadorSimulado::Interior::EstaQuieto(const simulada::Escenario& nuevo) {
-  if (estado.aplicado.empty() || !simulada::CambiaHistoria(estado.aplicado, nuevo.estado)) return true;
+  if (estado.aplicado.empty() || !(simulada::CambiaHistoria(estado.aplicado, nuevo.estado) ||
+                                   simulada::PierdeClaves(estado.aplicado, nuevo.estado))) {
+    return true;
+  }
   const Firma leida = firma_;
   reloj.Esperar(kReposo, atender);
   if (FirmaDe(ruta_escenario_) == leida) return true;

@@ -123,6 +123,10 @@ bool CambiaHistoria(const std::map<std::string, std::string>& antes, const std::
   });
 }
 
+bool PierdeClaves(const std::map<std::string, std::string>& antes, const std::map<std::string, std::string>& ahora) {
+  return std::any_of(antes.begin(), antes.end(), [&ahora](const auto& par) { return !ahora.contains(par.first); });
+}
+
 void AplicarEstado(Estacion& estacion, const std::map<std::string, std::string>& antes,
                    const std::map<std::string, std::string>& ahora) {
   for (const auto& [clave, texto] : antes) {

@@ -62,6 +62,9 @@ Escenario LeerEscenarioDeTexto(const std::string& texto);
 // The state of the scenarios differs in what shapes the history: taking it over makes the memories anew.
 bool CambiaHistoria(const std::map<std::string, std::string>& antes, const std::map<std::string, std::string>& ahora);
 
+// A key that was told isn't any more: what it fixed goes back to the factory's.
+bool PierdeClaves(const std::map<std::string, std::string>& antes, const std::map<std::string, std::string>& ahora);
+
 // Lets the unit take over what differs between the state applied before and this one.
 void AplicarEstado(Estacion& estacion, const std::map<std::string, std::string>& antes,
                    const std::map<std::string, std::string>& ahora);
