@@ -19,8 +19,13 @@ enum class FilasDeCanales : std::uint8_t {
   kHabilitadas,  // those with value 1 of Flags
 };
 
+// Raises kCampo for a table that lacks a column of the channel table, Modificado apart: the channels made of it would
+// hold nothing there, and writing them would take the value from the unit.
+void ExigirColumnasDeCanal(const Tabla& tabla);
+
 // The channels of a table, in its own row order whatever its filter and sort, each under its number; the first row of
-// a channel has the last word. The table is left as it is. Raises kCampo for a table without the columns that decide.
+// a channel has the last word, also about whether it is taken. The table is left as it is. Raises kCampo for a table
+// without the columns that decide.
 ConfigColl ColeccionDe(const Tabla& tabla, FilasDeCanales cuales);
 
 }  // namespace utr

@@ -52,8 +52,21 @@ void LecturaConfiguracion::PrepararUTR() {
       },
       [&] { configuracion_leida_ = anterior; });
   fuente_ = kFuenteUTR;
+  equipo_leido_ = EquipoActual();
   respaldo_.reset();
   if (TieneFilas()) respaldo_ = respaldos_.Guardar(*rec_config_, MotivoRespaldo::kLectura);
+}
+
+LecturaConfiguracion::Equipo LecturaConfiguracion::EquipoActual() const {
+  const EntradaEnlace enlace = LeerEntrada(mod_.propiedades);
+  Equipo equipo{.identificador = mod_.propiedades.LeerEntero(clave::kIdentificador, 0), .camino = {}};
+  equipo.camino = enlace.por_ip ? enlace.direccion + ":" + enlace.puerto_ip
+                                : std::to_string(enlace.puerto) + ":" + enlace.numero_telefono;
+  return equipo;
+}
+
+bool LecturaConfiguracion::EsDelEquipoActual() const {
+  return LeidaDeLaUTR() && equipo_leido_ == EquipoActual();
 }
 
 void LecturaConfiguracion::AbrirEnlace() {

@@ -46,6 +46,13 @@ class LecturaConfiguracion {
   // The table came from the unit (`ConfiguracionLeida`); false before any read and after a file was opened.
   bool ConfiguracionLeida() const noexcept { return configuracion_leida_; }
 
+  // The table came from the unit that the settings point at now: its identifier and the way to it are those of the
+  // read. Only such a table may go back to the unit, or another station would get it.
+  bool EsDelEquipoActual() const;
+
+  // The identifier under which the table was read from a unit; 0: none was told, or nothing was read.
+  std::int32_t IdentificadorLeido() const noexcept { return equipo_leido_.identificador; }
+
   // The table on hand isn't what the unit holds any more: it was written, wholly or in part, and not read back.
   // `ConfiguracionLeida` is cleared until the next read.
   void OlvidarOrigen() noexcept { configuracion_leida_ = false; }
@@ -66,6 +73,14 @@ class LecturaConfiguracion {
   void Liberar();
 
  private:
+  // Which unit a read goes to, as far as the settings tell.
+  struct Equipo {
+    std::int32_t identificador = 0;
+    std::string camino;  // port with telephone number, or address with port
+    bool operator==(const Equipo&) const = default;
+  };
+  Equipo EquipoActual() const;
+
   void PrepararArchivo(const std::string& ruta);
   void PrepararUTR();
   void AbrirEnlace();
@@ -75,6 +90,7 @@ class LecturaConfiguracion {
   TablaPtr rec_config_;
   std::string fuente_;
   std::optional<ResultadoRespaldo> respaldo_;
+  Equipo equipo_leido_;
   bool configuracion_leida_ = false;
 };
 

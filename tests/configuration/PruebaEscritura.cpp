@@ -180,6 +180,9 @@ TEST(PruebaFilasDeCanales, LaColeccionTomaLasFilasDelModoPeseAFiltroYOrden) {
   EXPECT_THAT(canales(FilasDeCanales::kTodas), ElementsAre("C7", "C2", "C4", "C1"));
   EXPECT_THAT(canales(FilasDeCanales::kHabilitadas), ElementsAre("C7", "C1"));
   EXPECT_EQ(tabla->RecordCount(), 1U);
+  const TablaPtr doble = TablaDeCanales({{{"Canal", "3"}, {"Flags", "0"}}, {{"Canal", "3"}, {"Flags", "1"}}});
+  EXPECT_EQ(ColeccionDe(*doble, FilasDeCanales::kHabilitadas).Count(), 0U) << "the first row decides in both";
+  EXPECT_EQ(ColeccionDe(*doble, FilasDeCanales::kTodas).Item(3)->Flags, "0");
   EXPECT_EQ(FallaDe([] { ColeccionDe(*TablaDeTextos({"Tipo"}), FilasDeCanales::kTodas); })->Numero(), error::kCampo);
 }
 

@@ -54,6 +54,7 @@ void Releer(FlujoLectura& flujo, const frmParametrizacion& lista, std::int16_t p
 }
 
 void TrasCerrar(FlujoLectura& flujo, const frmParametrizacion& lista, std::int16_t pausa) {
+  if (lista.Grabado) flujo.Verificacion({});  // what was verified before holds no more
   if (lista.Grabado && lista.Aceptado) return Releer(flujo, lista, pausa);
   // A write that broke off leaves nobody knows what in the unit.
   if (lista.Grabado) return flujo.Lectura().OlvidarOrigen();
@@ -70,7 +71,7 @@ void MostrarLista(FlujoLectura& flujo, const CaminoLista& camino, bool solo_mira
                             return Informar(mod.operador, flujo.Titulo(), "Debe leer una configuración");
                           frmParametrizacion lista(mod, flujo.Lectura(), &flujo.Principal());
                           lista.ModoConfiguracion = camino.configuracion;
-                          lista.SoloLectura = solo_mirar || !flujo.Lectura().LeidaDeLaUTR();
+                          lista.SoloLectura = solo_mirar || !flujo.Lectura().EsDelEquipoActual();
                           {
                             const PunteroDeEspera espera(mod.operador);
                             lista.Llenar(*flujo.Lectura().RecConfig());

@@ -201,7 +201,8 @@ void frmParamCfg::MostrarTipo(std::int16_t tipo) {
 void frmParamCfg::MostrarFlags(std::uint8_t flags) {
   c_->CAlarmaON->setChecked((flags & kBitAlarma) != 0);
   for (std::size_t i = 0; i < kBitsDeFlags.size(); ++i) c_->FlagsParam[i]->setChecked((flags & kBitsDeFlags[i]) != 0);
-  if (const QCheckBox* espejo = OpcionDiferencial(canal_ == 15)) c_->chkFlagRegis_Dif->setChecked(espejo->isChecked());
+  const bool difiere = ClaseDeCanal(canal_) != ClaseCanal::kDigital && OpcionDiferencial(canal_ == 15)->isChecked();
+  c_->chkFlagRegis_Dif->setChecked(difiere);
   MostrarEstadoNormal();
 }
 
@@ -534,7 +535,8 @@ void frmParamCfg::Copiar(const Config& origen) {
   if (c_->cboResol->isEnabled()) {
     // The bits that come along belong to it.
     const Llenado llenado(llenando_);
-    if (const auto resolucion = EdicionDe(origen).resolucion) Elegir(*c_->cboResol, resolucion);
+    const auto resolucion = EdicionDe(origen).resolucion;
+    if (resolucion && c_->cboResol->findData(*resolucion) >= 0) Elegir(*c_->cboResol, resolucion);
   }
   Poner(CopiarValores(origen, [this](C campo) { return Habilitado(campo); }));
 }

@@ -161,6 +161,7 @@ FilasDeCanales frmParametrizacion::Cuales() const {
 }
 
 void frmParametrizacion::Llenar(const Tabla& tabla) {
+  if (!SoloLectura) ExigirColumnasDeCanal(tabla);
   ColeccionCFG = ColeccionDe(tabla, Cuales());
   inicial_ = ColeccionDe(tabla, Cuales());
   archivo_.clear();
@@ -208,10 +209,10 @@ std::string frmParametrizacion::DeQuienSon() const {
   if (!archivo_.empty()) return "del archivo " + archivo_.filename().string();
   if (lectura_.Fuente() != kFuenteUTR)
     return "del archivo " + std::filesystem::path(lectura_.Fuente()).filename().string();
-  const std::int32_t identificador = mod_.propiedades.LeerEntero(clave::kIdentificador, 0);
+  const std::int32_t identificador = lectura_.IdentificadorLeido();
   const std::string utr = identificador == 0 ? "de la UTR" : "de la UTR " + std::to_string(identificador);
-  return utr + (lectura_.ConfiguracionLeida() ? ", como se leyeron de ella"
-                                              : ", como se leyeron antes; para grabar hay que volver a leerla");
+  return utr + (lectura_.EsDelEquipoActual() ? ", como se leyeron de ella"
+                                             : ", como se leyeron antes; para grabar hay que volver a leerla");
 }
 
 std::optional<std::int16_t> frmParametrizacion::CanalDe(std::size_t fila) const {
@@ -296,6 +297,7 @@ void frmParametrizacion::Abrir() {
 void frmParametrizacion::AbrirArchivo(const std::filesystem::path& ruta) {
   const PunteroDeEspera espera(mod_.operador);
   const TablaPtr tabla = lectura_.LeerArchivo(ruta.string());
+  if (ModoConfiguracion && !SoloLectura) ExigirColumnasDeCanal(*tabla);
   ConfigColl coleccion = ColeccionDe(*tabla, Cuales());
   if (coleccion.Count() == 0)
     throw Error(error::kArchivo, kModulo, "El archivo " + ruta.string() + " no tiene canales para mostrar");

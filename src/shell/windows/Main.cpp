@@ -6,6 +6,7 @@
 #include "session/windows/frmLogin.h"
 #include "shell/windows/frmPpal.h"
 #include "widgets/Iconos.h"
+#include "widgets/RuedaInofensiva.h"
 #include "widgets/TextoQt.h"
 
 namespace utr {
@@ -49,6 +50,8 @@ int Ejecutar(const Entorno& entorno) {
   // The end of the program is the end of the main window, not of the dialogs ahead of it.
   QApplication::setQuitOnLastWindowClosed(false);
   QApplication::setWindowIcon(IconoDe("adminutr"));
+  RuedaInofensiva rueda;
+  qApp->installEventFilter(&rueda);
   Main principal(entorno);
   return principal.Entrar() ? principal.Correr() : 0;
 }

@@ -1,5 +1,8 @@
+#include <QLabel>
+
 #include "BancoCanales.h"
 #include "configuration/windows/MostrarConfiguracion.h"
+#include "driver/CanalesUTR.h"
 
 namespace utr {
 namespace {
@@ -50,7 +53,7 @@ class PruebaMostrarConfiguracion : public BancoCanales {
   std::string verificacion;
 };
 
-TEST_F(PruebaMostrarConfiguracion, NothingReadAsksToRead) {
+TEST_F(PruebaMostrarConfiguracion, SinLeerPideLeer) {
   for (const auto camino : {+[](FlujoLectura& f) { MostrarConfiguracion(f); }, &MostrarParametros}) {
     operador.Espera(Dicho("Debe leer una configuración", Icono::kInformacion));
     camino(flujo);
@@ -77,6 +80,42 @@ TEST_F(PruebaMostrarConfiguracion, SoloQuienAbreDiceQueEsParaMirar) {
   EXPECT_EQ(abrir(false, false), "todo mira");
   EXPECT_EQ(abrir(true, false), "parametros mira");
   EXPECT_THAT(comunicador.De("Pausa"), IsEmpty());
+}
+
+// The settings point at another unit, whose read failed or was never made: what is on hand must not go there.
+TEST_F(PruebaMostrarConfiguracion, LoLeidoDeUnEquipoNoSeEscribeEnOtro) {
+  const std::pair<std::string_view, Propiedad> cambios[] = {{clave::kIdentificador, std::int64_t{71}},
+                                                            {clave::kPuerto, std::int64_t{3}},
+                                                            {clave::kPuerto, std::int64_t{1000}}};
+  for (const auto& [nombre, valor] : cambios) {
+    propiedades.Reponer({});
+    propiedades.Escribir(clave::kIdentificador, Propiedad{std::int64_t{70}}, Propiedad{std::int64_t{0}});
+    LeerDeLaUTR();
+    propiedades.Escribir(nombre, valor, Propiedad{std::int64_t{-1}});
+    comunicador.Falla("ConfiguracionAlmacenada", Error(8020, "driver", "La UTR no responde"), 1);
+    EXPECT_TRUE(FallaDe([&] { lectura.Preparar(std::string(kFuenteUTR)); }));
+    ventanas.Espera("frmParametrizacion", [](QDialog& d) {
+      EXPECT_TRUE(dynamic_cast<frmParametrizacion&>(d).SoloLectura);
+      EXPECT_THAT(U(Hallar<QLabel>(d, "lblOrigen").text()),
+                  HasSubstr("de la UTR 70, como se leyeron antes; para grabar hay que volver a leerla"));
+      Hallar<QAbstractButton>(d, "cmd(0)").click();
+    });
+    MostrarConfiguracion(flujo);
+    EXPECT_EQ(comunicador.Cuantas("GrabarParametrizacion"), 0U);
+  }
+}
+
+TEST_F(PruebaMostrarConfiguracion, UnaTablaSinUnaColumnaNoSeEscribe) {
+  std::vector<const char*> campos;
+  for (const ColumnaCanal& columna : kColumnasDeCanal) {
+    if (columna.nombre != "AMax") campos.push_back(columna.nombre.data());
+  }
+  leida = TablaDeTextos(campos, {std::vector<const char*>(campos.size(), "1")});
+  LeerDeLaUTR();
+  operador.Espera("La operación solicitada no puede completarse\n[ La tabla de canales no tiene la columna AMax ]");
+  MostrarConfiguracion(flujo);
+  EsperarLista();  // to look at, it is shown
+  MostrarConfiguracion(flujo, true);
 }
 
 TEST_F(PruebaMostrarConfiguracion, LoEscritoSeReleeYSeVerifica) {
@@ -138,6 +177,7 @@ TEST_F(PruebaMostrarConfiguracion, LoQueVuelveDistintoYLosPasosFallidosSeDicen) 
 }
 
 TEST_F(PruebaMostrarConfiguracion, UnaEscrituraCortadaNoSeReleeYLaTablaEsDeNadie) {
+  verificacion = "102 valores escritos y verificados";
   for (const char* operacion : {"GrabarCanalesModificar", "GrabarParametrizacion"}) {
     LeerDeLaUTR();
     comunicador.Falla(operacion, Error(7, "driver", "muda"), 1);
@@ -151,6 +191,7 @@ TEST_F(PruebaMostrarConfiguracion, UnaEscrituraCortadaNoSeReleeYLaTablaEsDeNadie
     EXPECT_EQ(lectura.ConfiguracionLeida(), !empezada) << operacion;
     EXPECT_EQ(comunicador.Cuantas("Pausa"), 0U);
   }
+  EXPECT_EQ(verificacion, "") << "what was verified before holds no more";
 }
 
 TEST_F(PruebaMostrarConfiguracion, UnRespaldoQueNoSeGuardaTrasLeerSeDiceEnLaBarra) {
