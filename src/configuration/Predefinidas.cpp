@@ -137,7 +137,14 @@ std::string TextoDeToma(const Toma& toma, const std::vector<std::string>& pedido
                         std::vector<ValorRebajado>& rebajados) {
   if (toma.origen == Origen::kFijo) return toma.texto;
   const std::string& pedido = pedidos[toma.posicion];
-  if (toma.origen == Origen::kPosicion) return pedido;
+  if (toma.origen == Origen::kPosicion) {
+    // Times are typed as digits alone, and the unit cuts what stands behind a point.
+    if (!DatosDe(toma.campo).decimal && pedido.find_first_not_of("0123456789") != std::string::npos) {
+      throw Error(error::kTipos, "AplicarPredefinida",
+                  fmt::format("El valor de la posición {} no es un número entero: \"{}\"", toma.posicion, pedido));
+    }
+    return pedido;
+  }
   const double rango = valores.Numero(toma.origen == Origen::kHastaMaximo ? C::kRangoMax : C::kRangoMin);
   const double puesto = Minimo({rango, Val(pedido)});
   std::string texto = TextoGeneral(puesto);

@@ -161,6 +161,7 @@ TEST(Predefinidas, ConjuntosQueNoSeAplican) {
       // Also where it would only be shown.
       {5, "5#5#-#60#1440#50#1", error::kTipos, "El valor de la posición 2 (TEvalPlv) no es un número: \"-\""},
       {5, "1e2#5#5#60#1440#50#1", error::kTipos, "El valor de la posición 0 (TReadPlv) no es un número: \"1e2\""},
+      {7, "2.5#60#0#1", error::kTipos, "El valor de la posición 0 no es un número entero: \"2.5\""},
   };
   for (const auto& caso : casos) {
     const auto falla = FallaDe([&] { AplicarPredefinida(caso.tipo, caso.parametros, ConRango("0", "10")); });
