@@ -67,6 +67,11 @@ QMenu* VentanaLista::NuevoMenu(const MenuVentana& menu, QMenu* madre) {
   return nuevo;
 }
 
+// The list goes after this window has; what it still tells then finds nobody.
+VentanaLista::~VentanaLista() {
+  lista_->disconnect(this);
+}
+
 QAction* VentanaLista::NuevaAccion(const ComandoVentana& comando) {
   auto* accion = new QAction(this);
   if (comando.icono != nullptr) accion->setIcon(IconoDe(comando.icono));

@@ -41,6 +41,9 @@ struct DescripcionLista {
 class VentanaLista : public QDialog {
   Q_OBJECT
 
+ public:
+  ~VentanaLista() override;
+
  protected:
   // `archivo_ayuda`: opened by the command of the help.
   VentanaLista(const ContextoListas& contexto, std::filesystem::path archivo_ayuda, const DescripcionLista& descripcion,

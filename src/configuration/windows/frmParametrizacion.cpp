@@ -96,7 +96,10 @@ frmParametrizacion::frmParametrizacion(ModRTU& mod, LecturaConfiguracion& lectur
   Armar(lblOrigen_, {.aceptar = aceptar, .cancelar = cancelar, .por_defecto = false}, kTamano, cambios_);
 }
 
-frmParametrizacion::~frmParametrizacion() = default;
+// Hidden while all of it is there: hiding lays the list out once more, which asks for the marks.
+frmParametrizacion::~frmParametrizacion() {
+  setVisible(false);
+}
 
 // --- Commands --------------------------------------------------------------------------------------------------------
 
