@@ -1,7 +1,5 @@
 #include "driver/simulated/unit/TablasRegistros.h"
 
-#include <fmt/compile.h>
-
 #include <array>
 #include <charconv>
 #include <vector>
@@ -30,11 +28,18 @@ void PonerNumero(Tabla& tabla, std::size_t campo, std::int32_t numero) {
   tabla.Set(campo, std::string_view{texto, fin});
 }
 
+// By hand: this runs for every record of a decoded page, and a formatting library costs a fifth of the whole there.
+void PonerDosCifras(char* lugar, unsigned numero) {
+  lugar[0] = static_cast<char>('0' + numero / 10 % 10);
+  lugar[1] = static_cast<char>('0' + numero % 10);
+}
+
 void PonerHora(Tabla& tabla, unsigned segundo) {
-  std::array<char, 12> texto;
-  const auto hasta = fmt::format_to_n(texto.data(), texto.size(), FMT_COMPILE("{:02}:{:02}:{:02}"),
-                                      segundo / 3600 % 100, segundo / 60 % 60, segundo % 60);
-  tabla.Set(kHora, std::string_view{texto.data(), hasta.out});
+  char texto[] = "00:00:00";
+  PonerDosCifras(texto, segundo / 3600);
+  PonerDosCifras(texto + 3, segundo / 60 % 60);
+  PonerDosCifras(texto + 6, segundo % 60);
+  tabla.Set(kHora, std::string_view{texto, 8});
 }
 
 TablaPtr Terminada(TablaPtr tabla) {
