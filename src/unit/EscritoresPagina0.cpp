@@ -4,7 +4,6 @@
 #include <string_view>
 
 #include "driver/PaginaCero.h"
-#include "unit/PaginaUnidad.h"
 
 namespace utr {
 namespace {
@@ -20,6 +19,7 @@ bool Grabar(const ContextoUnidad& contexto, std::string_view procedimiento, std:
   bool grabada = false;
   RegistrandoYRelanzando(contexto.registro, "Comunicador", procedimiento, [&] {
     PaginaUnidad pagina = PaginaUnidad::Leer(contexto.comunicador, pagina0::kNumero);
+    const PaginaUnidad antes = pagina;
     for (const Cambio& cambio : cambios) {
       if (cambio.par) {
         pagina.PonerPar(cambio.lugar, contexto.comunicador.ConvertirDe(cambio.valor));
@@ -27,6 +27,7 @@ bool Grabar(const ContextoUnidad& contexto, std::string_view procedimiento, std:
         pagina.Poner(cambio.lugar, cambio.valor);
       }
     }
+    if (contexto.leida) contexto.leida(antes);
     grabada = contexto.comunicador.EscribirPagina(pagina0::kNumero, pagina.Texto());
   });
   return grabada;

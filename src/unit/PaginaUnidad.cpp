@@ -3,28 +3,36 @@
 #include "base/Error.h"
 #include "base/Numeros.h"
 #include "base/Texto.h"
+#include "driver/Textos.h"
 
 namespace utr {
+namespace {
 
-PaginaUnidad::PaginaUnidad(std::string_view texto) {
+constexpr const char* kModulo = "PaginaUnidad";
+constexpr std::int32_t kMayorByte = 255;
+
+}  // namespace
+
+PaginaUnidad::PaginaUnidad(std::string_view numero, std::string_view texto) : numero_(numero) {
+  if (texto.empty() || !LeerTextoPagina(texto)) LanzarNoLeida();
   for (const std::string_view item : Separar(texto, ',')) items_.emplace_back(item);
 }
 
 PaginaUnidad PaginaUnidad::Leer(Comunicador& comunicador, std::string_view numero) {
-  return PaginaUnidad(comunicador.LeerPagina(numero, false));
+  return {numero, comunicador.LeerPagina(numero, false)};
 }
 
-void PaginaUnidad::Exigir(std::size_t lugar) const {
-  if (lugar >= items_.size()) Lanzar(error::kSubindice, "PaginaUnidad");
+void PaginaUnidad::LanzarNoLeida() const {
+  throw Error(error::kSubindice, kModulo, "La página " + numero_ + " no pudo leerse");
 }
 
-const std::string& PaginaUnidad::Item(std::size_t lugar) const {
-  Exigir(lugar);
-  return items_[lugar];
+void PaginaUnidad::ExigirBytes(std::size_t cuantos) const {
+  if (cuantos > items_.size()) LanzarNoLeida();
 }
 
 std::int32_t PaginaUnidad::Numero(std::size_t lugar) const {
-  return Entero32(Val(Item(lugar)));
+  ExigirBytes(lugar + 1);
+  return Entero32(Val(items_[lugar]));
 }
 
 std::int32_t PaginaUnidad::Par(std::size_t lugar) const {
@@ -32,16 +40,17 @@ std::int32_t PaginaUnidad::Par(std::size_t lugar) const {
 }
 
 void PaginaUnidad::Poner(std::size_t lugar, std::int32_t numero) {
-  Exigir(lugar);
+  ExigirBytes(lugar + 1);
+  if (numero < 0 || numero > kMayorByte) Lanzar(error::kDesborde, kModulo);
   items_[lugar] = std::to_string(numero);
 }
 
 void PaginaUnidad::PonerPar(std::size_t lugar, std::string_view par) {
-  const std::vector<std::string_view> partes = Separar(par, '/');
-  Exigir(lugar + 1);
-  if (partes.size() != 2) Lanzar(error::kSubindice, "PaginaUnidad");
-  Poner(lugar, Entero32(Val(partes[0])));
-  Poner(lugar + 1, Entero32(Val(partes[1])));
+  const std::optional<std::uint16_t> valor = LeerPar(par);
+  if (!valor) Lanzar(error::kTipos, kModulo);
+  ExigirBytes(lugar + 2);
+  Poner(lugar, *valor & kMayorByte);
+  Poner(lugar + 1, *valor >> 8);
 }
 
 std::string PaginaUnidad::Texto() const {

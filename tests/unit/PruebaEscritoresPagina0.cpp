@@ -58,17 +58,63 @@ TEST_F(EscritoresPagina0, CambianSusPosicionesYDejanLasDemasComoVinieron) {
   EXPECT_EQ(Errores(), "") << "a page that the unit refuses is no error";
 }
 
-// The speed is the first item, so that even an empty page has it: its writer alone would go on.
+// 64 and 300 items: as many come back as went out.
+TEST_F(EscritoresPagina0, ElLargoDeLaPaginaNoCambia) {
+  for (const int cuantos : {8, 64, 300}) {
+    std::string resto;
+    for (int i = 8; i < cuantos; ++i) resto += ',' + std::to_string(i % 256);
+    comunicador.Devuelve("LeerPagina", "4,7,3,120,0,1,10,0" + resto);
+    EXPECT_TRUE(GrabarVentanaAgenda(contexto, 300));
+    EXPECT_EQ(comunicador.llamadas.back(), "EscribirPagina(0,4,7,3,120,0,1,44,1" + resto + ")");
+  }
+}
+
+// Also a page that is long enough, when one of its items is no byte: nobody knows what the others are.
 TEST_F(EscritoresPagina0, UnaPaginaQueNoSeLeyoNoSeEscribe) {
   for (const CasoEscritor& caso : kCasos) {
-    if (caso.procedimiento == std::string("GrabarVelocidad")) continue;
-    for (const char* corta : {"", "4"}) {
-      comunicador.Devuelve("LeerPagina", corta);
+    for (const char* pagina : {"", "x", "4", "4,7,3,-1,0,1,10,0", "4,7,3,120,0,1,10,0,256", "4,7,3,120,0,1,10,0,"}) {
+      if (caso.procedimiento == std::string("GrabarVelocidad") && pagina == std::string("4")) continue;
+      comunicador.Devuelve("LeerPagina", pagina);
       const auto falla = FallaDe([&] { caso.grabar(contexto); });
-      ASSERT_TRUE(falla) << caso.procedimiento;
+      ASSERT_TRUE(falla) << caso.procedimiento << pagina;
       EXPECT_EQ(falla->Numero(), error::kSubindice);
+      EXPECT_EQ(falla->Descripcion(), "La página 0 no pudo leerse");
       EXPECT_THAT(Errores(), HasSubstr(std::string("\"Comunicador\",\"") + caso.procedimiento + "\""));
     }
+  }
+  EXPECT_EQ(comunicador.Cuantas("EscribirPagina"), 0U);
+}
+
+// The last position of each is the first one that a page must not lack.
+TEST_F(EscritoresPagina0, LaPaginaCortaSeEscribeMientrasTengaSusPosiciones) {
+  const struct {
+    std::size_t bytes;
+    std::function<bool(const ContextoUnidad&)> grabar;
+  } kJustas[] = {{1, [](const auto& c) { return GrabarVelocidad(c, 5); }},
+                 {3, [](const auto& c) { return GrabarDilei(c, 1, 2); }},
+                 {5, [](const auto& c) { return GrabarIdUTR(c, 300); }},
+                 {8, [](const auto& c) { return GrabarVentanaAgenda(c, 7); }}};
+  for (const auto& [bytes, grabar] : kJustas) {
+    const std::vector<std::uint8_t> pagina(bytes, 9);
+    comunicador.Devuelve("LeerPagina", TextoPagina(pagina));
+    std::string antes;
+    ContextoUnidad espiado = contexto;
+    espiado.leida = [&](const PaginaUnidad& leida) { antes = leida.Texto(); };
+    EXPECT_TRUE(grabar(espiado));
+    EXPECT_EQ(antes, TextoPagina(pagina));
+    comunicador.Devuelve("LeerPagina", TextoPagina(std::span(pagina).first(bytes - 1)));
+    EXPECT_TRUE(FallaDe([&] { grabar(contexto); })) << bytes;
+  }
+  EXPECT_EQ(comunicador.Cuantas("EscribirPagina"), 4U);
+}
+
+TEST_F(EscritoresPagina0, LoQueNoEsUnByteNiUnParNoSeEscribe) {
+  comunicador.Devuelve("LeerPagina", "4,7,3,120,0,1,10,0");
+  EXPECT_EQ(FallaDe([&] { GrabarDilei(contexto, 256, 0); })->Numero(), error::kDesborde);
+  EXPECT_EQ(FallaDe([&] { GrabarVelocidad(contexto, -1); })->Numero(), error::kDesborde);
+  for (const char* par : {"", "44", "x/1", "44/1/0", "300/1"}) {
+    comunicador.Devuelve("ConvertirDe", par);
+    EXPECT_EQ(FallaDe([&] { GrabarIdUTR(contexto, 300); })->Numero(), error::kTipos) << par;
   }
   EXPECT_EQ(comunicador.Cuantas("EscribirPagina"), 0U);
 }
@@ -85,13 +131,13 @@ TEST_F(EscritoresPagina0, UnaFallaDelManejadorSigueConSuNumero) {
 }
 
 TEST(PaginaUnidad, LeeNumerosYPares) {
-  const PaginaUnidad pagina("4,7,x,44,1");
+  PaginaUnidad pagina("0", "4,7, 007,44,1");
   EXPECT_EQ(pagina.Cuantos(), 5U);
-  EXPECT_EQ(pagina.Numero(0), 4);
-  EXPECT_EQ(pagina.Numero(2), 0);
+  EXPECT_EQ(pagina.Numero(2), 7);
   EXPECT_EQ(pagina.Par(3), 300);
   EXPECT_TRUE(FallaDe([&] { pagina.Par(4); })) << "half a pair";
-  EXPECT_EQ(PaginaUnidad("").Cuantos(), 1U);
+  EXPECT_TRUE(FallaDe([&] { pagina.PonerPar(4, "9/9"); }));
+  EXPECT_EQ(pagina.Texto(), "4,7, 007,44,1") << "not half of it either";
 }
 
 TEST(Pagina0, CadaVelocidadTieneSuCodigo) {
