@@ -1,0 +1,162 @@
+#include "retrieved/windows/frmVisualizador.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+#include "retrieved/windows/VistaInforme.h"
+#include "widgets/Campos.h"
+#include "widgets/TextoQt.h"
+#include "widgets/VistaLista.h"
+
+namespace utr {
+namespace {
+
+constexpr const char* kVisualizador = "Visualizador";
+constexpr QSize kTamano(960, 720);
+
+// By tipo_imp: what an export says at its end.
+constexpr const char* kExitos[] = {"La lista de eventos ha sido exportada con éxito",
+                                   "La lista de datos ha sido exportada con éxito"};
+
+DescripcionLista Descripcion() {
+  return {.titulo = kVisualizador,
+          .palabras = {.modulo = "frmVisualizador",
+                       .titulo_ventana = kVisualizador,
+                       .titulo_guardar = "Guardar como ...",
+                       .procedimiento_imprimir = "ImprimirDatos",
+                       .procedimiento_imp = "mnuExport_Click",
+                       .sin_resultado = "Debe seleccionar un archivo de información para exportar"}};
+}
+
+}  // namespace
+
+frmVisualizador::frmVisualizador(ModRTU& mod, QWidget* parent)
+    : VentanaLista(mod.Listas(), mod.archivo_ayuda, Descripcion(), {}, parent),
+      mod_(mod),
+      lblFile_(new QLineEdit),
+      cmdFile_(Boton("cmdFile", QStringLiteral("Se&leccionar..."))),
+      cboFiltro_(new QComboBox),
+      informe_(new VistaInforme),
+      lblCantRegistros_(Linea("lblCantRegistros")) {
+  ArmarComandos();
+  Armar(ArmarParametros(), {.cancelar = Boton("cmd", "&Cerrar"), .por_defecto = false}, kTamano, informe_, true);
+  informe_->hide();
+  cmdFile_->setFocus();
+  connect(informe_, &VistaInforme::ImprimirPedido, this, [this] { ImprimirTexto(informe_->Texto()); });
+}
+
+QWidget* frmVisualizador::ArmarParametros() {
+  auto* marco = new QGroupBox(QStringLiteral("Archivo a visualizar"));
+  marco->setObjectName("fraParametros");
+  lblFile_->setObjectName("lblFile");
+  lblFile_->setReadOnly(true);
+  lblFile_->setAccessibleName(QStringLiteral("Archivo a visualizar"));
+  lblFile_->setPlaceholderText(QStringLiteral("Ningún archivo elegido"));
+  lblFile_->setWhatsThis(QStringLiteral("El archivo que se ve en la lista."));
+  cmdFile_->setWhatsThis(
+      QStringLiteral("Elige el archivo que se quiere ver: información procesada, o un archivo para "
+                     "inserción manual."));
+  cmdFile_->setDefault(true);
+  connect(cmdFile_, &QPushButton::clicked, this, &frmVisualizador::ElegirArchivo);
+  cboFiltro_->setObjectName("cboFiltro");
+  connect(cboFiltro_, &QComboBox::activated, this,
+          [this](int cual) { filtro_elegido_ = cboFiltro_->itemData(cual).toInt(); });
+  QLabel* lblFiltro = Rotulo("lblFiltro", QStringLiteral("Filtro:"), cboFiltro_);
+  auto* fila = new QHBoxLayout(marco);
+  fila->addWidget(lblFile_, 1);
+  fila->addWidget(cmdFile_);
+  fila->addWidget(lblFiltro);
+  fila->addWidget(cboFiltro_);
+  lblFiltro->hide();
+  cboFiltro_->hide();
+  return marco;
+}
+
+void frmVisualizador::ArmarComandos() {
+  ComandoVentana abrir = ComandoAbrir("mnuAbrir");
+  abrir.texto = "&Abrir registro";
+  abrir.tecla = {};  // the key opens files here
+  ComandoVentana exportar = ComandoExportar("mnuExport");
+  exportar.si = [this] { return !visto_.es_imp; };
+  Comandos({{.nombre = "mnuArchivo", .texto = "&Archivo"}},
+           {{.nombre = "mnuSeleccionar",
+             .texto = "&Seleccionar archivo...",
+             .tecla = QKeySequence::Open,
+             .hacer = [this] { ElegirArchivo(); }},
+            abrir,
+            ComandoGuardar("mnuSaveAs"),
+            exportar,
+            ComandoConfigurarImpresora("mnuPrintConfig"),
+            ComandoImprimir("mnuPrint"),
+            {.nombre = "mnuImprimirInforme",
+             .texto = "Imprimir in&forme",
+             .si = [this] { return !informe_->isHidden(); },
+             .hacer = [this] { ImprimirTexto(informe_->Texto()); }},
+            ComandoSalir("mnuSalir"),
+            ComandoOrdenar(true),
+            ComandoOrdenar(false),
+            ComandoAyuda(),
+            ComandoQueEsEsto()},
+           {"Open", "Print", "Save", "Export", nullptr, "Sort Ascending", "Sort Descending", nullptr, "Help",
+            "Help What's This"});
+}
+
+void frmVisualizador::ElegirArchivo() {
+  PedidoArchivo pedido;
+  pedido.titulo = "Selección de archivo...";
+  pedido.filtro = "Información procesada (*.xml)|*.xml|Archivo para insercion manual (*.imp)|*.imp";
+  pedido.carpeta = ruta_.empty() ? mod_.carpeta : ruta_.parent_path();
+  if (const auto ruta = mod_.operador.ElegirAbrir(pedido)) PrepararDatosParaLista(*ruta);
+}
+
+void frmVisualizador::MuestraArchivo(const std::filesystem::path& Ruta) {
+  PrepararDatosParaLista(Ruta);
+}
+
+void frmVisualizador::PrepararDatosParaLista(const std::filesystem::path& ruta) {
+  if (ruta.empty() || Ocupacion::Ocupada(*this)) return;
+  RegistrandoYMostrando(mod_.registro, mod_.operador, U(objectName()), "PrepararDatosParaLista", kVisualizador,
+                        Redaccion::kCompletada, [&] {
+                          const Ocupacion ocupacion(*this, AlTrabajar());
+                          if (mod_.atender) mod_.atender();
+                          Listar(AbrirParaVer(ruta));
+                          ruta_ = ruta;
+                          lblFile_->setText(Q(ruta.string()));
+                          lblFile_->setToolTip(lblFile_->text());
+                          VerInforme(InformeDe(ruta));
+                        });
+}
+
+void frmVisualizador::Listar(ArchivoVisto visto) {
+  Lista().Vaciar();
+  Lista().QuitarOrden(false);
+  visto_ = std::move(visto);
+  Lista().Definir(visto_.columnas);
+  if (visto_.tabla->RecordCount() > 0) Lista().Mostrar(visto_.tabla);
+  const int tipo = visto_.de_eventos ? 0 : 1;
+  FijarImp(tipo, kExitos[tipo]);
+  Decir(lblCantRegistros_,
+        QStringLiteral("Cantidad de Registros Cargados: ") + QString::number(visto_.tabla->RecordCount()));
+}
+
+void frmVisualizador::MuestraInforme(const std::filesystem::path& ruta) {
+  RegistrandoYMostrando(mod_.registro, mod_.operador, U(objectName()), "MuestraInforme", kVisualizador,
+                        Redaccion::kCompletada, [&] { VerInforme(LeerInforme(ruta)); });
+}
+
+void frmVisualizador::VerInforme(const std::optional<InformeVisto>& informe) {
+  if (informe) informe_->Mostrar(*informe);
+  informe_->setVisible(informe.has_value());
+  Habilitar();
+}
+
+EncabezadoLista frmVisualizador::Encabezado(bool) const {
+  return {kVisualizador, {"Fecha: " + TextoFecha(mod_.reloj.Ahora())}};
+}
+
+}  // namespace utr
