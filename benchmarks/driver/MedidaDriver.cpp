@@ -12,10 +12,10 @@
 
 #include "base/Reloj.h"
 #include "benchmarks/Presupuesto.h"
+#include "driver/Pagina.h"
+#include "driver/TablasRegistros.h"
 #include "driver/Textos.h"
 #include "driver/simulated/driver/ComunicadorSimulado.h"
-#include "driver/simulated/unit/Pagina.h"
-#include "driver/simulated/unit/TablasRegistros.h"
 
 namespace {
 

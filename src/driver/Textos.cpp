@@ -1,8 +1,10 @@
 #include "driver/Textos.h"
 
 #include <charconv>
+#include <cmath>
 #include <limits>
 
+#include "base/Numeros.h"
 #include "base/Texto.h"
 
 namespace utr {
@@ -55,6 +57,39 @@ std::optional<std::uint16_t> LeerPar(std::string_view texto) {
   const auto bytes = LeerBytes(texto, '/');
   if (!bytes || bytes->size() != 2) return std::nullopt;
   return static_cast<std::uint16_t>((*bytes)[0] | ((*bytes)[1] << 8));
+}
+
+std::optional<int> NumeroDePagina(std::string_view texto) {
+  const double numero = EsNumerico(texto) ? LeerDoble(texto) : -1;
+  if (numero < 0 || numero > 65535 || numero != std::floor(numero)) return std::nullopt;
+  return static_cast<int>(numero);
+}
+
+int NumeroDePuerto(std::string_view texto) {
+  const double numero = EsNumerico(texto) ? LeerDoble(texto) : 0;
+  return numero >= 1 && numero <= 65535 ? static_cast<int>(numero) : 0;
+}
+
+std::optional<std::vector<int>> LeerNumeros(std::string_view texto, char separador, int mayor) {
+  std::vector<int> numeros;
+  if (texto.empty()) return numeros;
+  if (texto.back() == separador) texto.remove_suffix(1);
+  for (const std::string_view parte : Separar(texto, separador)) {
+    const double numero = EsNumerico(parte) ? LeerDoble(parte) : 0;
+    if (numero < 1 || numero > mayor || numero != static_cast<int>(numero)) return std::nullopt;
+    numeros.push_back(static_cast<int>(numero));
+  }
+  return numeros;
+}
+
+std::optional<std::pair<std::uint16_t, std::uint16_t>> LeerDosPares(std::string_view texto) {
+  const std::size_t primera = texto.find('/');
+  const std::size_t mitad = primera == std::string_view::npos ? primera : texto.find('/', primera + 1);
+  if (mitad == std::string_view::npos) return std::nullopt;
+  const auto codigo = LeerPar(texto.substr(0, mitad));
+  const auto valor = LeerPar(texto.substr(mitad + 1));
+  if (!codigo || !valor) return std::nullopt;
+  return std::pair{*codigo, *valor};
 }
 
 std::optional<Enlace> LeerEnlace(std::string_view texto) {

@@ -5,6 +5,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 // The forms of text that cross the driver's contract.
@@ -21,6 +22,19 @@ std::string TextoPar(std::uint16_t valor);
 
 // The value of a pair text, or nothing.
 std::optional<std::uint16_t> LeerPar(std::string_view texto);
+
+// Number of a page of the unit, 0 to 65535, or nothing for a text that is none.
+std::optional<int> NumeroDePagina(std::string_view texto);
+
+// Number of a serial or TCP port, 1 to 65535; 0 for a text that is none.
+int NumeroDePuerto(std::string_view texto);
+
+// Whole numbers from 1 to `mayor`, each followed by the separator; behind the last one it may be missing. Nothing for a
+// text that isn't that; an empty one has no numbers.
+std::optional<std::vector<int>> LeerNumeros(std::string_view texto, char separador, int mayor);
+
+// Two pair texts joined by "/", the number of an event and its value; nothing for another text.
+std::optional<std::pair<std::uint16_t, std::uint16_t>> LeerDosPares(std::string_view texto);
 
 // A link settings text taken apart.
 struct Enlace {

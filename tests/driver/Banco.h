@@ -3,6 +3,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <ostream>
 #include <string>
 
 #include "base/Fechas.h"
@@ -27,9 +28,12 @@ class Banco {
   std::string puerto_tomado = "2";
   std::string puerto_inexistente = "9";
   std::string puerto_modem = "3";
+  bool con_rts = true;  // the line has RTS
   std::int32_t identificador = 120;
   std::string direccion = "192.168.0.1";
+  std::string direccion_muda = "10.9.8.7";  // where nobody answers
   std::string puerto_ip = "1000";
+  bool por_ip = false;  // Conectar goes over IP, and opens no serial port
 
   // The unit stops answering, or answers again.
   virtual void Enmudecer(bool muda) = 0;
@@ -59,11 +63,24 @@ class Banco {
   virtual std::string Archivo(const std::string& nombre) = 0;
 
   void Conectar() {
-    Driver().Conectar(enlace, puerto);
+    if (por_ip) {
+      Driver().PorIP(true);
+      Driver().DireccionIP(direccion);
+      Driver().PuertoIP(puerto_ip);
+    } else {
+      Driver().Conectar(enlace, puerto);
+    }
     Driver().IdEquipo(identificador);
   }
 };
 
-using FabricaDeBanco = std::unique_ptr<Banco> (*)();
+struct FabricaDeBanco {
+  const char* nombre;
+  std::unique_ptr<Banco> (*crear)();
+};
+// What a test is listed under; without it that would be an address.
+inline void PrintTo(const FabricaDeBanco& fabrica, std::ostream* salida) {
+  *salida << fabrica.nombre;
+}
 
 }  // namespace utr::prueba

@@ -18,7 +18,7 @@ namespace utr::prueba {
 // The suite that every driver must pass. To try another one, give its bench to INSTANTIATE_TEST_SUITE_P.
 class Contrato : public testing::TestWithParam<FabricaDeBanco> {
  protected:
-  void SetUp() override { banco = GetParam()(); }
+  void SetUp() override { banco = GetParam().crear(); }
   Comunicador& Driver() { return banco->Driver(); }
 
   // The texts of all rows, cells joined by "|"; markers with their date.

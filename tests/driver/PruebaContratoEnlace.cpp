@@ -34,7 +34,7 @@ TEST_P(Contrato, ConectarEntiendeLasFormasDelEnlace) {
     Driver().Conectar(caso.enlace, banco->puerto);
     EXPECT_TRUE(Driver().EstadoPuerto()) << caso.enlace;
     EXPECT_TRUE(Driver().EstadoEnlace()) << caso.enlace;
-    EXPECT_TRUE(Driver().ModoConexion(true)) << caso.enlace;
+    EXPECT_EQ(Driver().ModoConexion(true), banco->con_rts) << caso.enlace;
     EXPECT_EQ(Separar(Driver().ObtenerPuertos(), ',').front(), caso.velocidad) << caso.enlace;
   }
 }
@@ -47,7 +47,7 @@ TEST_P(Contrato, ConectarFallaConSuNumero) {
                                                        {"nada", banco->puerto},
                                                        {"", banco->puerto},
                                                        {banco->enlace, ""},
-                                                       {"10.9.8.7,n,8,1", banco->puerto_ip}};
+                                                       {banco->direccion_muda + ",n,8,1", banco->puerto_ip}};
   for (const auto& [enlace, puerto] : otros) {
     const std::int32_t numero = NumeroDeError([&, e = enlace, p = puerto] { Driver().Conectar(e, p); });
     EXPECT_NE(numero, 0) << enlace << " " << puerto;
@@ -100,7 +100,7 @@ TEST_P(Contrato, PorIP) {
   EXPECT_NE(Driver().LeerFechaHora(), "");
   EXPECT_TRUE(Driver().EstadoEnlace());
   EXPECT_FALSE(Driver().EstadoPuerto()) << "the serial port stays closed";
-  Driver().DireccionIP("10.9.8.7");
+  Driver().DireccionIP(banco->direccion_muda);
   EXPECT_EQ(Driver().LeerFechaHora(), "");
   Driver().PorIP(false);
   EXPECT_EQ(Driver().LeerFechaHora(), "") << "no serial port is open";
@@ -113,7 +113,7 @@ TEST_P(Contrato, PorIP) {
 }
 
 TEST_P(Contrato, DesconectarCierraYGuardaLosAjustes) {
-  banco->Conectar();
+  Driver().Conectar(banco->enlace, banco->puerto);
   Driver().Desconectar();
   EXPECT_FALSE(Driver().EstadoPuerto());
   EXPECT_FALSE(Driver().EstadoEnlace());
@@ -203,7 +203,7 @@ TEST_P(Contrato, SinRespuesta) {
   }
   banco->Enmudecer(false);
   EXPECT_EQ(CodigosDeHoy(), CodigosDeHoy());
-  EXPECT_TRUE(Driver().EstadoPuerto());
+  EXPECT_EQ(Driver().EstadoPuerto(), !banco->por_ip);
   EXPECT_TRUE(Driver().EstadoEnlace());
   EXPECT_EQ(Pagina("34"), (std::vector<int>{0, 0, 0}));
 }

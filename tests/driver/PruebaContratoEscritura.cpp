@@ -67,9 +67,9 @@ TEST_P(Contrato, VelocidadEIdentificadorRigenDespuesDeReiniciar) {
   ASSERT_TRUE(Driver().ReiniciarUTR("14"));
   EXPECT_EQ(Driver().LeerFechaHora(), "") << "the unit is away";
   EXPECT_FALSE(Driver().EstadoEnlace());
-  EXPECT_TRUE(Driver().EstadoPuerto());
+  EXPECT_EQ(Driver().EstadoPuerto(), !banco->por_ip);
   banco->Pasar(20);
-  EXPECT_EQ(Driver().LeerFechaHora(), "") << "it is back at another speed";
+  EXPECT_EQ(Driver().LeerFechaHora(), "") << "it is back at another speed or identifier";
   Driver().Conectar("4800,n,8,1", banco->puerto);
   EXPECT_TRUE(Driver().EstadoEnlace());
   EXPECT_EQ(Driver().LeerFechaHora(), "") << "and under another identifier";

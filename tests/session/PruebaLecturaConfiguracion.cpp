@@ -42,6 +42,22 @@ TEST_F(Lectura, LaUTRSeLeePorElPuertoDeLosAjustes) {
   EXPECT_THAT(Canales(), ElementsAre("1", "15"));
 }
 
+TEST_F(Lectura, LaTablaQueHaySeDiceEnPalabrasYUnaLecturaQueFallaNoLaCambia) {
+  EXPECT_EQ(lectura.Descripcion(), "");
+  lectura.Preparar("RTU");
+  EXPECT_EQ(lectura.Descripcion(), "de la UTR, sin identificador, leída el 15/03/2026 10:00:00");
+  propiedades.Escribir(clave::kIdentificador, Propiedad{std::int64_t{70}}, Propiedad{std::int64_t{0}});
+  lectura.Preparar("RTU");
+  EXPECT_EQ(lectura.Descripcion(), "de la UTR, identificador 70, leída el 15/03/2026 10:00:00");
+  EXPECT_NE(Fallar("falta.ucg"), 0);
+  EXPECT_EQ(lectura.Lecturas(), 2U);
+  EXPECT_TRUE(lectura.Descripcion().starts_with("de la UTR, identificador 70"));
+  comunicador.Devuelve("LeerArchivoConfiguracion", TablaDeCanales({}));
+  lectura.Preparar("río.icf");
+  EXPECT_EQ(lectura.Descripcion(), "del archivo río.icf, leída el 15/03/2026 10:00:00");
+  EXPECT_EQ(lectura.Lecturas(), 3U);
+}
+
 TEST_F(Lectura, PorIPOEnLlamadaNoSeConecta) {
   conexion.FijarPorIP(true);
   lectura.Preparar("RTU");
@@ -163,6 +179,27 @@ TEST_F(Lectura, CadaLecturaCompletaDeLaUTRSeRespalda) {
   lectura.Preparar("RTU");
   EXPECT_FALSE(lectura.RespaldoDeLectura());
   EXPECT_EQ(respaldos(), 1);
+}
+
+TEST_F(Lectura, LoLeidoAparteSeRespaldaSinTocarLaTabla) {
+  EXPECT_FALSE(lectura.RespaldoDelEquipo());
+  lectura.Preparar("RTU");
+  const auto primero = lectura.RespaldoDelEquipo();
+  comunicador.llamadas.clear();
+  comunicador.Devuelve("ConfiguracionAlmacenada", TablaDeCanales({{{"Canal", "9"}}}));
+  EXPECT_EQ(lectura.LeerDeLaUTR()->Texto("Canal"), "9");
+  EXPECT_THAT(comunicador.llamadas, ElementsAre("ConfiguracionAlmacenada(si)"));
+  EXPECT_THAT(Canales(), ElementsAre("1", "15"));
+  const auto segundo = lectura.RespaldoDelEquipo();
+  ASSERT_TRUE(primero && segundo);
+  EXPECT_NE(segundo->archivo, primero->archivo);
+  comunicador.Devuelve("ConfiguracionAlmacenada", TablaDeCanales({}));
+  lectura.LeerDeLaUTR();
+  EXPECT_EQ(lectura.RespaldoDelEquipo()->archivo, segundo->archivo) << "what the unit gave last";
+  EXPECT_EQ(lectura.RespaldarRevisada(*TablaDeCanales({})).archivo.filename(), "2026-03-15 10.00.00-003 asistente.ucg");
+  propiedades.Escribir(clave::kIdentificador, Propiedad{std::int64_t{70}}, Propiedad{std::int64_t{0}});
+  EXPECT_FALSE(lectura.RespaldoDelEquipo()) << "another unit";
+  EXPECT_FALSE(lectura.EsDelEquipoActual());
 }
 
 TEST_F(Lectura, UnRespaldoQueFallaNoHaceFallarLaLectura) {

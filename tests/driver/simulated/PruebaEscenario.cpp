@@ -33,6 +33,7 @@ TEST(Escenario, ElQueSeEntregaSeEntiendeYEsElDeFabrica) {
   EXPECT_EQ(e.estado, Escenario{}.estado) << "the file shows what holds without it";
   EXPECT_TRUE(e.fallas.empty());
   EXPECT_EQ(e.tiempos.factor, 1);
+  EXPECT_EQ(e.cable, FallasDelCable{});
 }
 
 TEST(Escenario, ElArchivoDeConfiguracionDeEjemploSeAbre) {
@@ -73,6 +74,8 @@ TEST(Escenario, CadaErrorTieneSuLineaYSuMotivo) {
       {"[equipo]\nmuda = 1", "línea 2: 'equipo.muda' debe ser true o false"},
       {"[equipo]\nestado = [\"TxNada\"]", "línea 2: 'equipo.estado' no conoce el indicador \"TxNada\""},
       {"[tiempos]\nfactor = -1", "línea 2: 'tiempos.factor' debe estar entre 0 y 100"},
+      {"[linea]\nruido = 1.5", "línea 2: 'linea.ruido' debe estar entre 0 y 1"},
+      {"[linea]\ntarde = 1", "línea 2: 'linea.tarde' no es una clave conocida"},
       {"[enlace]\npuertos = 1", "línea 2: 'enlace.puertos' debe ser una lista entre corchetes"},
       {"[ip]\ndirecciones = [\"1.2.3\"]", "línea 2: 'ip.direcciones' no admite la dirección \"1.2.3\""},
       {"[paginas]\n0 = \"1\"", "línea 2: 'paginas.0' debe ser un número de 1 a 65535"},
@@ -103,6 +106,8 @@ TEST(Escenario, CadaErrorTieneSuLineaYSuMotivo) {
        "'falla' tiene una clave que \"ninguna\" no usa: segundos"},
       {"[[falla]]\noperacion = \"LeerAgenda\"\ntipo = \"sin_filas\"\nrespuesta_perdida = true",
        "una clave que \"sin_filas\" no usa: respuesta_perdida"},
+      {"[[falla]]\noperacion = \"LeerPaginaFlash\"\ntipo = \"vacio\"\nhasta_pagina = 3", "hasta_pagina sin pagina"},
+      {"[[falla]]\noperacion = \"LeerPaginaFlash\"\ntipo = \"vacio\"\npagina = 4\nhasta_pagina = 3", "antes de pagina"},
       {"[[falla]]\noperacion = \"LeerAgenda\"\ntipo = \"fila_repetida\"", "'falla' necesita fila"},
       {"[[falla]]\noperacion = \"LeerPagina\"\ntipo = \"texto\"", "'falla' necesita texto"},
       {"[[falla]]\noperacion = \"LeerColaTx\"\ntipo = \"marca_con_hora\"", "LeerColaTx no admite \"marca_con_hora\""},

@@ -5,8 +5,8 @@
 #include "base/Fechas.h"
 #include "driver/Dias.h"
 #include "driver/PaginaCero.h"
+#include "driver/TablasRegistros.h"
 #include "driver/simulated/unit/Estacion.h"
-#include "driver/simulated/unit/TablasRegistros.h"
 
 namespace utr::simulada {
 namespace {
@@ -127,7 +127,7 @@ TEST(Estacion, UnRelojAtrasadoEscribeSuPropiaHora) {
   e.desfase = -3 * 3600;
   e.RehacerHistoria(kAhora);
   EXPECT_EQ(e.registrado, kAhora - 3 * 3600);
-  e.PonerEnHora(kAhora);
+  e.PonerEnHora(kAhora, kAhora);
   e.Avanzar(kAhora + 1200);
   int tarde = 0;
   e.memoria.RecorrerPila(0, [&](VistaPagina pagina, const Cabecera& cabecera) {

@@ -3,9 +3,9 @@
 #include "base/Error.h"
 #include "base/Numeros.h"
 #include "driver/BancoSimulado.h"
+#include "driver/Pagina.h"
 #include "driver/Textos.h"
 #include "driver/simulated/scenario/Fallas.h"
-#include "driver/simulated/unit/Pagina.h"
 #include "support/NumeroDeError.h"
 
 namespace utr::simulada {
@@ -142,6 +142,15 @@ TEST_F(FallaDeEscenario, UnaRespuestaPerdidaDejaLoHecho) {
   banco.Enmudecer(true);
   Fallar("EscribirPagina", "falso", "respuesta_perdida = true");
   EXPECT_FALSE(Driver().EscribirPagina("34", "7,7,7"));
+}
+
+TEST_F(FallaDeEscenario, UnHuecoEntrePaginasConDatos) {
+  Fallar("LeerPaginaFlash", "pagina_borrada", "pista = 0\npagina = 2\nhasta_pagina = 4");
+  std::string paginas;
+  for (std::int16_t pagina = 0; pagina < 7; ++pagina)
+    paginas += Driver().LeerPaginaFlash(0, pagina).starts_with("255,255,255,255") ? '-' : '+';
+  EXPECT_EQ(paginas, "++---++");
+  EXPECT_EQ(Driver().LeerPaginaFlash(0, 3), Driver().LeerPaginaFlash(8, 1023)) << "as any other blank page";
 }
 
 TEST_F(FallaDeEscenario, OtroTextoEnLugarDeLaPagina) {

@@ -1,39 +1,57 @@
 #include "driver/simulated/driver/ComunicadorSimulado.h"
 
-#include "driver/Dias.h"
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "driver/ComunicadorAnotado.h"
+#include "driver/simulated/driver/ComunicadorConFallas.h"
+#include "driver/simulated/driver/ComunicadorEnProceso.h"
 #include "driver/simulated/driver/InteriorSimulado.h"
 
-// Life of the driver, its log and what needs no link. The other operations lie in OperacionesLectura.cpp,
-// OperacionesEscritura.cpp and OperacionesEnlace.cpp.
 namespace utr {
 
+// The unit's operations, the faults that they meet, and the log of what came of it, each around the one before.
+struct ComunicadorSimulado::Partes {
+  Partes(std::filesystem::path carpeta, Reloj& reloj, Atender atender)
+      : interior(std::move(carpeta), reloj, std::move(atender)) {}
+
+  simulada::InteriorSimulado interior;
+  ComunicadorEnProceso unidad{interior};
+  ComunicadorConFallas con_fallas{unidad, interior};
+  ComunicadorAnotado anotado{con_fallas, interior.bitacora, interior.reloj,
+                             [this] { return interior.escenario.tablas_enteras; }};
+};
+
 ComunicadorSimulado::ComunicadorSimulado(std::filesystem::path carpeta, Reloj& reloj, Atender atender)
-    : interior_(std::make_unique<Interior>(std::move(carpeta), reloj, std::move(atender))) {}
+    : ComunicadorSimulado(std::make_unique<Partes>(std::move(carpeta), reloj, std::move(atender))) {}
+
+ComunicadorSimulado::ComunicadorSimulado(std::unique_ptr<Partes> partes)
+    : ComunicadorReenviado(static_cast<Comunicador&>(partes->anotado)), partes_(std::move(partes)) {}
 
 ComunicadorSimulado::~ComunicadorSimulado() = default;
 
-std::vector<std::pair<int, std::string>> ComunicadorSimulado::Puertos() const {
+std::vector<std::pair<int, std::string>> ComunicadorSimulado::Puertos() {
+  partes_->interior.Comenzar();
   std::vector<std::pair<int, std::string>> puertos;
-  for (const int numero : interior_->escenario.lineas.puertos) {
+  for (const int numero : partes_->interior.escenario.lineas.puertos) {
     puertos.emplace_back(numero, fmt::format("Puerto simulado {}", numero));
   }
   return puertos;
 }
 
+bool ComunicadorSimulado::TieneDireccion(std::string_view direccion) {
+  partes_->interior.Comenzar();
+  const auto& direcciones = partes_->interior.escenario.lineas.direcciones;
+  return std::find(direcciones.begin(), direcciones.end(), direccion) != direcciones.end();
+}
+
 const std::string& ComunicadorSimulado::Aviso() const {
-  return interior_->aviso;
+  return partes_->interior.aviso;
 }
 
 void ComunicadorSimulado::VaciarBitacora() noexcept {
-  interior_->bitacora.Vaciar();
-}
-
-void ComunicadorSimulado::EscribirLog(std::string_view linea) noexcept {
-  interior_->bitacora.Linea(linea);
-}
-
-std::string ComunicadorSimulado::ConvertirA(std::int16_t numero) {
-  return interior_->Operar(Op::kConvertirA, std::to_string(numero), [&] { return FechaDeDia(numero); });
+  partes_->interior.bitacora.Vaciar();
 }
 
 }  // namespace utr

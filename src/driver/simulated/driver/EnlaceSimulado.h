@@ -4,15 +4,10 @@
 #include <string>
 #include <string_view>
 
+#include "driver/ErroresDeEnlace.h"
 #include "driver/simulated/scenario/Escenario.h"
 
 namespace utr::simulada {
-
-// Numbers of the errors of the link, beside kPuertoEnUso.
-namespace error_enlace {
-inline constexpr std::int32_t kPuertoInexistente = 8002;
-inline constexpr std::int32_t kDireccionMuda = 10060;  // nobody answers at the address
-}  // namespace error_enlace
 
 // The computer's side of the link: port, modem and socket, and whether the unit hears through them.
 class EnlaceSimulado {

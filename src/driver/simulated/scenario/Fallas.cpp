@@ -7,11 +7,11 @@
 #include "base/Fechas.h"
 #include "base/Numeros.h"
 #include "base/Texto.h"
+#include "driver/TablasRegistros.h"
 #include "driver/Textos.h"
 #include "driver/simulated/unit/Agenda.h"
 #include "driver/simulated/unit/Canales.h"
 #include "driver/simulated/unit/Memoria.h"
-#include "driver/simulated/unit/TablasRegistros.h"
 
 namespace utr::simulada {
 
@@ -23,7 +23,8 @@ struct Palabra {
   TipoFalla tipo;
   std::string_view claves;
 };
-constexpr std::string_view kClavesDeTodas = "operacion tipo cuando despues_de pista pagina puerto velocidad canal";
+constexpr std::string_view kClavesDeTodas =
+    "operacion tipo cuando despues_de pista pagina hasta_pagina puerto velocidad canal";
 constexpr Palabra kPalabras[] = {
     {"falso", TipoFalla::kFalso, "respuesta_perdida"},
     {"vacio", TipoFalla::kVacio, "respuesta_perdida"},
@@ -44,6 +45,7 @@ constexpr Palabra kPalabras[] = {
     {"pagina_dañada", TipoFalla::kPaginaDaniada, "cuantos"},
     {"pagina_daniada", TipoFalla::kPaginaDaniada, "cuantos"},
     {"pagina_sin_fecha", TipoFalla::kPaginaSinFecha, ""},
+    {"pagina_borrada", TipoFalla::kPaginaBorrada, ""},
 };
 
 bool TieneClave(std::string_view claves, std::string_view clave) {
@@ -59,8 +61,13 @@ bool Cumple(const std::optional<int>& condicion, const std::optional<int>& valor
   return !condicion || condicion == valor;
 }
 
+bool CumplePagina(const Falla& f, const std::optional<int>& pagina) {
+  if (!f.hasta_pagina) return Cumple(f.pagina, pagina);
+  return pagina && *pagina >= f.pagina.value_or(0) && *pagina <= *f.hasta_pagina;
+}
+
 bool Alcanza(const Falla& f, const Contexto& c) {
-  return Cumple(f.pista, c.pista) && Cumple(f.pagina, c.pagina) && Cumple(f.canal, c.canal) &&
+  return Cumple(f.pista, c.pista) && CumplePagina(f, c.pagina) && Cumple(f.canal, c.canal) &&
          Cumple(f.puerto, c.puerto) && Cumple(f.velocidad, c.velocidad);
 }
 
@@ -192,6 +199,8 @@ std::string EstropearPagina(const Falla& falla, const std::string& texto) {
   if (falla.tipo == TipoFalla::kPaginaSinFecha) {
     if (!LeerCabecera(pagina)) return texto;
     CambiarDia(pagina, kDiaAusente);
+  } else if (falla.tipo == TipoFalla::kPaginaBorrada) {
+    std::fill(pagina.begin(), pagina.end(), std::uint8_t{255});
   } else {
     // Bits spread over the page, the same ones at every reading.
     for (int i = 0; i < falla.cuantos; ++i) {
@@ -231,6 +240,7 @@ bool Conviene(TipoFalla tipo, Op operacion) {
       return da == Da::kTabla && De(operacion).nombre.find("Cola") == std::string_view::npos;
     case TipoFalla::kPaginaDaniada:
     case TipoFalla::kPaginaSinFecha:
+    case TipoFalla::kPaginaBorrada:
       return operacion == Op::kLeerPaginaFlash;
     case TipoFalla::kNinguna:
     case TipoFalla::kSinFilas:
@@ -341,6 +351,7 @@ std::string Estropear(const Falla& falla, std::string texto) {
   switch (falla.tipo) {
     case TipoFalla::kPaginaDaniada:
     case TipoFalla::kPaginaSinFecha:
+    case TipoFalla::kPaginaBorrada:
       return EstropearPagina(falla, texto);
     case TipoFalla::kFechaInvalida:
       return falla.valor;

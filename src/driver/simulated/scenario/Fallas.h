@@ -32,6 +32,7 @@ enum class TipoFalla : std::uint8_t {
   kTexto,            // another text
   kPaginaDaniada,    // a flash page with flipped bits
   kPaginaSinFecha,   // a flash page without a date of its own
+  kPaginaBorrada,    // a flash page with nothing in it
 };
 
 // One fault of a scenario: which operation, what, how often, and under which conditions.
@@ -40,7 +41,8 @@ struct Falla {
   TipoFalla tipo = TipoFalla::kFalso;
   int despues_de = 0;  // how many of the calls that meet it go well first
   int veces = -1;      // how many of the calls that meet it fail then; -1: all
-  std::optional<int> pista, pagina, puerto, velocidad, canal;
+  std::optional<int> pista{}, pagina{}, puerto{}, velocidad{}, canal{};
+  std::optional<int> hasta_pagina{};  // the last one of a run of pages that `pagina` begins
 
   std::int32_t numero = 5;  // kError
   std::string origen = "UTR simulada";
@@ -48,9 +50,9 @@ struct Falla {
   bool respuesta_perdida = false;        // an answer that fails: the operation was carried out all the same
   double segundos = 1;                   // kDemora: of waiting; kAtraso: how old the values are
   bool bloquea = false;                  // kDemora: no events of the interface run in the whole call
-  std::string campo;                     // the field that goes wrong
+  std::string campo{};                   // the field that goes wrong
   std::string valor = "abc";             // what it holds then
-  std::optional<int> fila;               // the one row that goes wrong, from 1; without it all
+  std::optional<int> fila{};             // the one row that goes wrong, from 1; without it all
   int cuantos = 8;                       // kTramaCorta: rows; kPaginaDaniada: bits
 };
 

@@ -145,6 +145,7 @@ const Clave<Escenario> kIP[] = {
 const Clave<Escenario> kModem[] = {
     {"puertos", [](const Dato& d, Escenario& e) { e.lineas.puertos_modem = d.Enteros(1, kMayorPuerto); }},
     {"telefonos", [](const Dato& d, Escenario& e) { e.lineas.telefonos = d.Textos(); }},
+    {"ocupados", [](const Dato& d, Escenario& e) { e.lineas.ocupados = d.Textos(); }},
     {"segundos", [](const Dato& d, Escenario& e) { e.tiempos.llamada = d.Doble(0, 3600); }},
     {"exige_comandos", [](const Dato& d, Escenario& e) { e.lineas.exige_comandos = d.Logico(); }},
 };
@@ -154,7 +155,38 @@ const Clave<Escenario> kTiempos[] = {
     {"sin_respuesta", [](const Dato& d, Escenario& e) { e.tiempos.sin_respuesta = d.Doble(0, 3600); }},
     {"ausencia_14", [](const Dato& d, Escenario& e) { e.tiempos.ausencia_14 = d.Doble(0, 3600); }},
     {"linea", [](const Dato& d, Escenario& e) { e.tiempos.linea = d.Doble(0, 100); }},
+    {"ausencia_cambio", [](const Dato& d, Escenario& e) { e.tiempos.ausencia_cambio = d.Doble(0, 3600); }},
+    {"borrado", [](const Dato& d, Escenario& e) { e.tiempos.borrado = d.Doble(0, 100); }},
     {"ausencia_44", [](const Dato& d, Escenario& e) { e.tiempos.ausencia_44 = d.Doble(0, 3600); }},
+};
+
+template <double FallasDelCable::*kCampo>
+void LeerAzar(const Dato& d, Escenario& e) {
+  e.cable.*kCampo = d.Doble(0, 1);
+}
+
+template <int FallasDelCable::*kCampo>
+void LeerMilisegundos(const Dato& d, Escenario& e) {
+  e.cable.*kCampo = d.Entero(0, 60000);
+}
+
+const Clave<Escenario> kLinea[] = {
+    {"semilla",
+     [](const Dato& d, Escenario& e) { e.cable.semilla = static_cast<std::uint64_t>(d.Entero(0, 1000000000)); }},
+    {"ruido", LeerAzar<&FallasDelCable::ruido>},
+    {"pedido_perdido", LeerAzar<&FallasDelCable::pedido_perdido>},
+    {"respuesta_perdida", LeerAzar<&FallasDelCable::respuesta_perdida>},
+    {"media_trama", LeerAzar<&FallasDelCable::media_trama>},
+    {"respuesta_doble", LeerAzar<&FallasDelCable::respuesta_doble>},
+    {"respuesta_tarde", LeerAzar<&FallasDelCable::respuesta_tarde>},
+    {"basura", LeerAzar<&FallasDelCable::basura>},
+    {"hueco", LeerAzar<&FallasDelCable::hueco>},
+    {"tarde_ms", LeerMilisegundos<&FallasDelCable::tarde>},
+    {"hueco_ms", LeerMilisegundos<&FallasDelCable::largo_de_hueco>},
+    {"latencia_ms", LeerMilisegundos<&FallasDelCable::latencia>},
+    {"fluctuacion_ms", LeerMilisegundos<&FallasDelCable::fluctuacion>},
+    {"corta_despues", [](const Dato& d, Escenario& e) { e.cable.corta_despues = d.Entero(0, 1000000); }},
+    {"bits_por_segundo", [](const Dato& d, Escenario& e) { e.cable.bits_por_segundo = d.Entero(0, 100000000); }},
 };
 
 const Clave<Escenario> kHistoria[] = {
@@ -299,6 +331,7 @@ const Clave<Falla> kFalla[] = {
     {"despues_de", [](const Dato& d, Falla& f) { f.despues_de = d.Entero(1, 1000000); }},
     {"pista", [](const Dato& d, Falla& f) { f.pista = d.Entero(0, kPistas - 1); }},
     {"pagina", [](const Dato& d, Falla& f) { f.pagina = d.Entero(0, 65535); }},
+    {"hasta_pagina", [](const Dato& d, Falla& f) { f.hasta_pagina = d.Entero(0, 65535); }},
     {"puerto", [](const Dato& d, Falla& f) { f.puerto = d.Entero(1, 65535); }},
     {"velocidad", [](const Dato& d, Falla& f) { f.velocidad = d.Entero(1, 1000000); }},
     {"canal", [](const Dato& d, Falla& f) { f.canal = d.Entero(1, kCanales); }},
@@ -339,9 +372,12 @@ std::string Reparo(const toml::table& tabla, const Falla& falla) {
     }
   }
   const Asunto asunto = AsuntoDe(falla.operacion);
-  if ((falla.pista && !asunto.pista) || (falla.pagina && !asunto.pagina) || (falla.canal && !asunto.canal)) {
+  if ((falla.pista && !asunto.pista) || ((falla.pagina || falla.hasta_pagina) && !asunto.pagina) ||
+      (falla.canal && !asunto.canal)) {
     return "pone una condición que " + operacion + " no tiene";
   }
+  if (falla.hasta_pagina && !falla.pagina) return "tiene hasta_pagina sin pagina";
+  if (falla.hasta_pagina && *falla.hasta_pagina < *falla.pagina) return "tiene hasta_pagina antes de pagina";
   if (falla.tipo == TipoFalla::kTexto && !tabla.contains("texto")) return "necesita texto";
   if (falla.tipo == TipoFalla::kFilaRepetida && !falla.fila) return "necesita fila";
   return ReparoDeCampo(falla);
@@ -365,11 +401,11 @@ void Seccion(const Dato& dato, Escenario& escenario) {
 }
 
 const Clave<Escenario> kSecciones[] = {
-    {"equipo", Seccion<kEquipo>},     {"enlace", Seccion<kEnlace>},   {"ip", Seccion<kIP>},
-    {"modem", Seccion<kModem>},       {"tiempos", Seccion<kTiempos>}, {"historia", Seccion<kHistoria>},
-    {"cartucho", Seccion<kCartucho>}, {"salidas", Seccion<kSalidas>}, {"agenda", Seccion<kAgenda>},
-    {"bitacora", Seccion<kBitacora>}, {"paginas", LeerPaginas},       {"canal", LeerCanales},
-    {"valores", LeerValores},         {"falla", LeerFallas},
+    {"equipo", Seccion<kEquipo>},     {"enlace", Seccion<kEnlace>},     {"ip", Seccion<kIP>},
+    {"modem", Seccion<kModem>},       {"tiempos", Seccion<kTiempos>},   {"linea", Seccion<kLinea>},
+    {"historia", Seccion<kHistoria>}, {"cartucho", Seccion<kCartucho>}, {"salidas", Seccion<kSalidas>},
+    {"agenda", Seccion<kAgenda>},     {"bitacora", Seccion<kBitacora>}, {"paginas", LeerPaginas},
+    {"canal", LeerCanales},           {"valores", LeerValores},         {"falla", LeerFallas},
 };
 
 // A line of a text, from 1.

@@ -3,18 +3,14 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cmath>
 
 #include "base/Fechas.h"
-#include "base/Numeros.h"
 #include "base/Texto.h"
-#include "driver/TablasEntregadas.h"
 
 namespace utr::simulada {
 
 namespace {
 
-constexpr int kMinutosDia = 1440;
 constexpr const char* kDeFabrica =
     "00:00 -VC OK;04:00 OVC OK;08:00 OVC OK;12:00 OV- OK;16:00 -VC OK;20:00 OVC OK;23:30 OVC Error de datos;- --- "
     "Libre";
@@ -47,10 +43,6 @@ bool LeerEntrada(std::string_view texto, Entrada& entrada) {
   return true;
 }
 
-const char* SiNo(bool valor) {
-  return valor ? "Si" : "No";
-}
-
 }  // namespace
 
 Agenda Agenda::DeFabrica() {
@@ -79,42 +71,13 @@ bool Agenda::LeerTexto(std::string_view texto) {
   return true;
 }
 
-TablaPtr Agenda::ComoTabla() const {
-  auto tabla = std::make_shared<Tabla>();
-  tabla->Append("HorarioInteger", TipoCampo::kEntero, 4);
-  tabla->Append("Descripcion", TipoCampo::kVarChar, 50);
-  for (const char* campo : {"TCond", "TOblig", "TWind"}) tabla->Append(campo, TipoCampo::kVarChar, 3);
-  tabla->Open();
-  for (const Entrada& e : entradas_) {
-    tabla->AddNew();
-    if (e.minuto >= 0) tabla->Set("HorarioInteger", Valor{std::int64_t{e.minuto}});
-    tabla->Set("Descripcion", e.descripcion);
-    tabla->Set("TCond", SiNo(e.condicional));
-    tabla->Set("TOblig", SiNo(e.obligatoria));
-    tabla->Set("TWind", SiNo(e.ventana));
-  }
-  tabla->UpdateBatch();
-  if (tabla->RecordCount() > 0) tabla->MoveFirst();
-  return tabla;
-}
-
 bool Agenda::Escribir(Tabla& tabla) {
-  const TablaPtr clon = ALaVista(tabla);
-  const std::size_t campo_minuto = clon->IndiceCampo("HorarioInteger");
-  std::vector<Entrada> nuevas;
-  for (; !clon->Eof(); clon->MoveNext()) {
-    const std::string texto = clon->Texto(campo_minuto);
-    const double minuto = EsNumerico(texto) ? LeerDoble(texto) : -1;
-    if (minuto < 0 || minuto >= kMinutosDia || minuto != std::floor(minuto)) return false;
-    nuevas.push_back({.minuto = static_cast<int>(minuto),
-                      .obligatoria = clon->Texto("TOblig") == "Si",
-                      .ventana = clon->Texto("TWind") == "Si",
-                      .condicional = clon->Texto("TCond") == "Si"});
-  }
-  std::copy_if(entradas_.begin(), entradas_.end(), std::back_inserter(nuevas),
+  auto nuevas = LeerEntradasDeAgenda(tabla);
+  if (!nuevas) return false;
+  std::copy_if(entradas_.begin(), entradas_.end(), std::back_inserter(*nuevas),
                [](const Entrada& e) { return !e.Cuenta(); });
-  if (nuevas.size() > kLugares) return false;
-  entradas_ = std::move(nuevas);
+  if (nuevas->size() > kLugares) return false;
+  entradas_ = std::move(*nuevas);
   return true;
 }
 

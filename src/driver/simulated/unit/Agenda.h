@@ -4,26 +4,17 @@
 #include <string_view>
 #include <vector>
 
+#include "driver/TablasDeUnidad.h"
 #include "tables/Tabla.h"
 
 namespace utr::simulada {
 
-// One place of the unit's schedule.
-struct Entrada {
-  int minuto = -1;  // of the day; -1: none
-  bool obligatoria = false;
-  bool ventana = false;
-  bool condicional = false;
-  std::string descripcion = "OK";  // an entry counts only as "OK"
-
-  bool Cuenta() const { return minuto >= 0 && descripcion == "OK"; }
-  bool operator==(const Entrada&) const = default;
-};
+using Entrada = EntradaAgenda;
 
 // The schedule of the unit, in the order in which it was written.
 class Agenda {
  public:
-  static constexpr std::size_t kLugares = 96;
+  static constexpr std::size_t kLugares = kMayorAgenda;
 
   // The schedule as it leaves the factory: six entries that count, and two that don't.
   static Agenda DeFabrica();
@@ -33,7 +24,7 @@ class Agenda {
   std::string ComoTexto() const;
   bool LeerTexto(std::string_view texto);
 
-  TablaPtr ComoTabla() const;
+  TablaPtr ComoTabla() const { return TablaDeAgenda(entradas_); }
 
   // Takes the entries that a table shows, with the fields HorarioInteger, TOblig, TWind and TCond in place of those
   // that counted. False, with nothing changed, for a minute outside the day, a minute that is no number or more entries

@@ -14,35 +14,19 @@ namespace {
 
 constexpr int kPilaDelPluviometro = 8;
 constexpr double kMayorEntero = 65535;  // of the unit's own numbers
-// The columns of the channel table and what the station says beyond them.
-std::vector<ColumnaCanal> ArmarColumnas() {
-  std::vector<ColumnaCanal> columnas(kColumnasDeCanal.begin(), kColumnasDeCanal.end());
-  columnas.push_back({"Nombre", TipoCampo::kVarChar, 30});
-  for (const char* marca : {"TDirV", "TVelV"}) columnas.push_back({marca, TipoCampo::kVarChar, 2});
-  return columnas;
-}
-
-std::size_t LugarDe(std::string_view columna) {
-  const auto& columnas = Canales::Columnas();
-  for (std::size_t i = 0; i < columnas.size(); ++i) {
-    if (IgualSinCaso(columnas[i].nombre, columna)) return i;
-  }
-  return columnas.size();
-}
-
 // "Name=text" pairs joined by ";" into the row.
 void PonerPares(std::vector<std::string>& fila, std::string_view pares) {
   for (const std::string_view par : Separar(pares, ';')) {
     const std::size_t igual = par.find('=');
-    fila[LugarDe(par.substr(0, igual))] = par.substr(igual + 1);
+    fila[LugarDeColumna(par.substr(0, igual))] = par.substr(igual + 1);
   }
 }
 
 std::vector<std::string> FilaDeFabrica(int canal) {
-  std::vector<std::string> fila(Canales::Columnas().size());
+  std::vector<std::string> fila(ColumnasDeUnidad().size());
   PonerPares(fila, kComunesDeFabrica);
   PonerPares(fila, kCanalesDeFabrica[static_cast<std::size_t>(canal - 1)]);
-  fila[LugarDe("Canal")] = std::to_string(canal);
+  fila[LugarDeColumna("Canal")] = std::to_string(canal);
   return fila;
 }
 
@@ -53,7 +37,7 @@ int CanalDeFila(const Tabla& tabla, std::size_t campo) {
 }
 
 double Numero(const std::vector<std::string>& fila, std::string_view columna) {
-  return Val(Reemplazar(fila[LugarDe(columna)], ",", "."));
+  return NumeroDeTexto(fila[LugarDeColumna(columna)]);
 }
 
 int NumeroEntero(const std::vector<std::string>& fila, const char* columna) {
@@ -104,22 +88,22 @@ bool EsLegible(std::string_view texto) {
 
 // The unit takes a row that it can work with: of a kind that it knows, with numbers where it needs them.
 bool EsAceptable(const std::vector<std::string>& fila) {
-  const std::string& texto_tipo = fila[LugarDe("Tipo")];
+  const std::string& texto_tipo = fila[LugarDeColumna("Tipo")];
   const auto tipo = LeerTipo(texto_tipo);
   if (!tipo || !EsLegible(texto_tipo)) return false;
   return std::all_of(std::begin(kExigencias), std::end(kExigencias), [&](const auto& exigencia) {
     if (!exigencia.cuenta(tipo)) return true;
     const double numero = Numero(fila, exigencia.columna);
     const bool en_rango = exigencia.con_signo ? std::isfinite(numero) : numero >= 0 && numero <= kMayorEntero;
-    return en_rango && EsLegible(fila[LugarDe(exigencia.columna)]);
+    return en_rango && EsLegible(fila[LugarDeColumna(exigencia.columna)]);
   });
 }
 
 ParametrosCanal LeerParametros(const std::vector<std::string>& fila, int canal) {
   ParametrosCanal p;
   p.canal = canal;
-  p.tipo = LeerTipo(fila[LugarDe("Tipo")]);
-  p.pila = fila[LugarDe("Pila")].empty() ? kSinPila : NumeroEntero(fila, "Pila");
+  p.tipo = LeerTipo(fila[LugarDeColumna("Tipo")]);
+  p.pila = fila[LugarDeColumna("Pila")].empty() ? kSinPila : NumeroEntero(fila, "Pila");
   p.flags = static_cast<unsigned>(NumeroEntero(fila, "Flags"));
   p.t_read = NumeroEntero(fila, "TRead");
   p.t_eval = NumeroEntero(fila, "TEval");
@@ -153,11 +137,6 @@ std::uint16_t ParametrosCanal::Cuentas(double valor) const {
   return static_cast<std::uint16_t>(std::lround(std::clamp(cuentas, 0.0, 65535.0)));
 }
 
-const std::vector<ColumnaCanal>& Canales::Columnas() {
-  static const std::vector<ColumnaCanal> kColumnas = ArmarColumnas();
-  return kColumnas;
-}
-
 Canales::Canales() {
   for (int canal = 1; canal <= kCanales; ++canal) filas_.push_back(FilaDeFabrica(canal));
   RehacerParametros();
@@ -169,26 +148,6 @@ void Canales::RehacerParametros() {
   }
 }
 
-TablaPtr Canales::ComoTabla() const {
-  const auto& columnas = Columnas();
-  auto tabla = std::make_shared<Tabla>();
-  for (const ColumnaCanal& columna : columnas) tabla->Append(columna.nombre, columna.tipo, columna.tamano);
-  tabla->Open();
-  for (std::size_t i = 0; i < filas_.size(); ++i) {
-    tabla->AddNew();
-    for (std::size_t c = 0; c < columnas.size(); ++c) {
-      if (columnas[c].tipo == TipoCampo::kVarChar) tabla->Set(c, filas_[i][c]);
-    }
-    tabla->Set("CtePluvi", Valor{parametros_[i].cte_pluvi});
-    tabla->Set("Modificado", Valor{false});
-    tabla->Set("TDirV", parametros_[i].tipo == TipoSensor::kDireccionViento ? "Si" : "No");
-    tabla->Set("TVelV", parametros_[i].tipo == TipoSensor::kVelocidadViento ? "Si" : "No");
-  }
-  tabla->UpdateBatch();
-  tabla->MoveFirst();
-  return tabla;
-}
-
 bool Canales::Mezclar(Tabla& tabla) {
   const TablaPtr clon = ALaVista(tabla);
   const std::size_t campo_canal = clon->IndiceCampo("Canal");
@@ -198,10 +157,10 @@ bool Canales::Mezclar(Tabla& tabla) {
     if (canal == 0) return false;
     auto& fila = filas[static_cast<std::size_t>(canal - 1)];
     for (std::size_t c = 0; c < fila.size(); ++c) {
-      const int campo = clon->BuscarCampo(Columnas()[c].nombre);
+      const int campo = clon->BuscarCampo(ColumnasDeUnidad()[c].nombre);
       if (campo >= 0) fila[c] = clon->Texto(static_cast<std::size_t>(campo));
     }
-    fila[LugarDe("Canal")] = std::to_string(canal);
+    fila[LugarDeColumna("Canal")] = std::to_string(canal);
     if (!EsAceptable(fila)) return false;
   }
   filas_ = std::move(filas);
@@ -212,7 +171,7 @@ bool Canales::Mezclar(Tabla& tabla) {
 
 bool Canales::Reemplazar(Tabla& tabla) {
   auto antes = filas_;
-  for (auto& fila : filas_) fila[LugarDe("Flags")] = "0";
+  for (auto& fila : filas_) fila[LugarDeColumna("Flags")] = "0";
   bool bien = false;
   try {
     bien = Mezclar(tabla);
@@ -233,21 +192,22 @@ bool Canales::AsignarPilas(const std::vector<int>& canales) {
     if (canal < 1 || canal > kCanales || pila_de[static_cast<std::size_t>(canal)] != kSinPila) return false;
     pila_de[static_cast<std::size_t>(canal)] = static_cast<int>(i);
   }
-  const std::size_t columna = LugarDe("Pila");
+  const std::size_t columna = LugarDeColumna("Pila");
   for (std::size_t i = 0; i < filas_.size(); ++i) filas_[i][columna] = std::to_string(pila_de[i + 1]);
   RehacerParametros();
   return true;
 }
 
 std::string Canales::Texto(int canal, std::string_view columna) const {
-  const std::size_t lugar = LugarDe(columna);
-  if (canal < 1 || canal > kCanales || lugar == Columnas().size()) return {};
+  const std::size_t lugar = LugarDeColumna(columna);
+  if (canal < 1 || canal > kCanales || lugar == ColumnasDeUnidad().size()) return {};
   return filas_[static_cast<std::size_t>(canal - 1)][lugar];
 }
 
 bool Canales::Poner(int canal, std::string_view columna, std::string_view texto) {
-  const std::size_t lugar = LugarDe(columna);
-  if (canal < 1 || canal > kCanales || lugar == Columnas().size() || lugar == LugarDe("Canal")) return false;
+  const std::size_t lugar = LugarDeColumna(columna);
+  if (canal < 1 || canal > kCanales || lugar == ColumnasDeUnidad().size() || lugar == LugarDeColumna("Canal"))
+    return false;
   filas_[static_cast<std::size_t>(canal - 1)][lugar] = texto;
   RehacerParametros();
   RepartirPilas();
@@ -255,8 +215,8 @@ bool Canales::Poner(int canal, std::string_view columna, std::string_view texto)
 }
 
 std::string Canales::TextoDeFabrica(int canal, std::string_view columna) {
-  const std::size_t lugar = LugarDe(columna);
-  return lugar == Columnas().size() ? std::string{} : FilaDeFabrica(canal)[lugar];
+  const std::size_t lugar = LugarDeColumna(columna);
+  return lugar == ColumnasDeUnidad().size() ? std::string{} : FilaDeFabrica(canal)[lugar];
 }
 
 // Every channel with a history gets a stack of its own while there are any: those that hold one keep it, the others get
@@ -285,7 +245,7 @@ void Canales::RepartirPilas() {
   for (const auto& p : parametros_) {
     if (!p.TieneHistoria() && GuardaHistoria(p.tipo) && libre(p.pila)) tomar(p.pila, p.canal);
   }
-  const std::size_t columna = LugarDe("Pila");
+  const std::size_t columna = LugarDeColumna("Pila");
   for (auto& fila : filas_) fila[columna] = std::to_string(kSinPila);
   for (std::size_t pila = 0; pila < duenio.size(); ++pila) {
     if (duenio[pila] != 0) filas_[static_cast<std::size_t>(duenio[pila] - 1)][columna] = std::to_string(pila);

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "driver/CanalesUTR.h"
+#include "driver/TablasDeUnidad.h"
 #include "driver/simulated/unit/Memoria.h"
 #include "tables/Tabla.h"
 
@@ -41,11 +42,8 @@ class Canales {
  public:
   Canales();
 
-  // The columns: the 38 of the channel table, then Nombre and the wind marks TDirV and TVelV.
-  static const std::vector<ColumnaCanal>& Columnas();
-
   // All rows as a new table, on its first row.
-  TablaPtr ComoTabla() const;
+  TablaPtr ComoTabla() const { return TablaDeCanales(filas_); }
 
   // Takes over the rows that a table shows, channel by channel and column by column; columns that it lacks stay as they
   // are. False, with nothing changed, when a row names no channel from 1 to 23 or no kind of sensor, or holds no number

@@ -4,7 +4,6 @@
 #include <cmath>
 
 #include "base/Fechas.h"
-#include "base/Numeros.h"
 #include "driver/Dias.h"
 #include "driver/PaginaCero.h"
 
@@ -52,12 +51,6 @@ std::uint32_t SegundoDelDia(std::int64_t momento) {
 
 }  // namespace
 
-std::optional<int> NumeroDePagina(std::string_view texto) {
-  const double numero = EsNumerico(texto) ? LeerDoble(texto) : -1;
-  if (numero < 0 || numero > 65535 || numero != std::floor(numero)) return std::nullopt;
-  return static_cast<int>(numero);
-}
-
 Estacion::Estacion() : hidrologia_(vida_.hidrologia) {
   paginas[0] = PaginaDeFabrica();
 }
@@ -96,9 +89,9 @@ void Estacion::Desfasar(std::int64_t segundos) {
   desfase = segundos;
 }
 
-void Estacion::PonerEnHora(std::int64_t ahora) {
-  desfase = 0;
-  Registrado(ahora);
+void Estacion::PonerEnHora(std::int64_t ahora, std::int64_t hora) {
+  desfase = hora - ahora;
+  Registrado(hora);
   AnotarSuceso(ahora, suceso::kPuestaEnHora);
 }
 

@@ -120,7 +120,7 @@ class Estacion {
 
   // --- Orders; each leaves its event ---------------------------------------------------------------------------------
 
-  void PonerEnHora(std::int64_t ahora);
+  void PonerEnHora(std::int64_t ahora, std::int64_t hora);  // its clock stands at `hora` from now on
   void Reiniciar(std::int64_t ahora);  // speed and identifier of page "0" take force, and the schedule
   void ReiniciarAgenda();              // the schedule and the window of page "0" take force; the one without an event
   void BorrarFlash(std::int64_t ahora);
@@ -160,8 +160,5 @@ class Estacion {
   Vida vida_;
   Hidrologia hidrologia_;
 };
-
-// Number of a page of the unit, 0 to 65535, or nothing for a text that is none.
-std::optional<int> NumeroDePagina(std::string_view texto);
 
 }  // namespace utr::simulada

@@ -17,7 +17,8 @@ namespace utr::simulada {
 
 namespace {
 
-constexpr std::string_view kMarca = "UTRSIM02";
+constexpr std::string_view kMarca = "UTRSIM03";
+constexpr std::string_view kMarcaSinOrdenes = "UTRSIM02";  // read still: a station lives through an update
 constexpr std::string_view kMarcaSinVersion = kMarca.substr(0, 6);
 
 [[noreturn]] void Daniado(const char* motivo) {
@@ -159,7 +160,8 @@ void Recorrer(Archivo& archivo, std::map<std::string, std::string>& mapa) {
     archivo.Campo(clave);
     archivo.Campo(texto);
   }
-  mapa = {pares.begin(), pares.end()};
+  mapa.clear();
+  mapa.insert(pares.begin(), pares.end());
 }
 
 template <class Archivo>
@@ -171,7 +173,8 @@ void Recorrer(Archivo& archivo, std::map<int, std::vector<std::uint8_t>>& pagina
     bytes.resize(archivo.Cuenta(bytes.size()));
     archivo.Bytes(bytes);
   }
-  paginas = {pares.begin(), pares.end()};
+  paginas.clear();
+  paginas.insert(pares.begin(), pares.end());
 }
 
 template <class Archivo>
@@ -183,7 +186,17 @@ void Recorrer(Archivo& archivo, Estacion::Vistazos& vistazos) {
 }
 
 template <class Archivo>
-void Recorrer(Archivo& archivo, EstadoPersistido& estado) {
+void Recorrer(Archivo& archivo, std::vector<OrdenGuardada>& ordenes) {
+  ordenes.resize(archivo.Cuenta(ordenes.size()));
+  for (OrdenGuardada& orden : ordenes) {
+    archivo.Campo(orden.sesion);
+    archivo.Campo(orden.huella);
+    for (std::uint16_t* numero : {&orden.secuencia, &orden.estado, &orden.motivo}) archivo.Campo(*numero);
+  }
+}
+
+template <class Archivo>
+void Recorrer(Archivo& archivo, EstadoPersistido& estado, bool con_ordenes) {
   Estacion& e = estado.estacion;
   archivo.Campo(e.velocidad);
   archivo.Campo(e.identificador);
@@ -210,6 +223,7 @@ void Recorrer(Archivo& archivo, EstadoPersistido& estado) {
   }
   Recorrer(archivo, estado.aplicado);
   archivo.Campo(estado.escenario);
+  if (con_ordenes) Recorrer(archivo, estado.ordenes);
 }
 
 // What is there under that name, "" included, or nothing where the name is free. A broken link isn't free.
@@ -228,7 +242,7 @@ std::optional<std::string> BytesDe(const std::filesystem::path& ruta) {
 
 void GuardarEstado(const std::filesystem::path& ruta, EstadoPersistido& estado) {
   Escritor escritor;
-  Recorrer(escritor, estado);
+  Recorrer(escritor, estado, true);
   const std::uint64_t suma = Suma(escritor.Contenido());
   EscribirEntero(ruta, [&](std::ostream& archivo) {
     archivo << kMarca;
@@ -244,12 +258,13 @@ bool CargarEstado(const std::filesystem::path& ruta, EstadoPersistido& estado) {
   std::uint64_t suma = 0;
   if (!todo.starts_with(kMarcaSinVersion)) Daniado("el archivo de estado no se reconoce");
   if (todo.size() < kMarca.size() + sizeof suma) Daniado("el archivo de estado está cortado");
-  if (!todo.starts_with(kMarca)) Daniado("el archivo de estado es de otra versión");
+  const bool con_ordenes = todo.starts_with(kMarca);
+  if (!con_ordenes && !todo.starts_with(kMarcaSinOrdenes)) Daniado("el archivo de estado es de otra versión");
   std::memcpy(&suma, todo.data() + kMarca.size(), sizeof suma);
   const std::string_view contenido = todo.substr(kMarca.size() + sizeof suma);
   if (Suma(contenido) != suma) Daniado("el archivo de estado está dañado");
   Lector lector(contenido);
-  Recorrer(lector, estado);
+  Recorrer(lector, estado, con_ordenes);
   if (!lector.Fin() || estado.estacion.LeerPagina(0).size() != kBytesPagina)
     Daniado("el archivo de estado está dañado");
   estado.estacion.canales.RehacerParametros();

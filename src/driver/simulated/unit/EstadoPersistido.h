@@ -3,10 +3,20 @@
 #include <filesystem>
 #include <map>
 #include <string>
+#include <vector>
 
 #include "driver/simulated/unit/Estacion.h"
 
 namespace utr::simulada {
+
+// What became of an order that came over a wire; `huella` tells its contents from others.
+struct OrdenGuardada {
+  std::uint32_t sesion = 0;
+  std::uint16_t secuencia = 0;
+  std::uint32_t huella = 0;
+  std::uint16_t estado = 0;
+  std::uint16_t motivo = 0;
+};
 
 // What is kept between runs: the unit, the state of the scenario that it took over last, and that scenario's text, by
 // which the station goes on where the file says nothing that can be understood.
@@ -14,6 +24,7 @@ struct EstadoPersistido {
   Estacion estacion;
   std::map<std::string, std::string> aplicado;
   std::string escenario;
+  std::vector<OrdenGuardada> ordenes;  // the newest first
 };
 
 // Writes the file, whole or not at all. Raises kArchivo.

@@ -1,8 +1,8 @@
 #include "driver/simulated/unit/Memoria.h"
 
 #include <algorithm>
-#include <charconv>
-#include <cstring>
+
+#include "driver/TablasRegistros.h"
 
 namespace utr::simulada {
 
@@ -11,21 +11,17 @@ namespace {
 constexpr std::uint32_t kPistasPila = 3;
 constexpr std::uint32_t kPistasSucesos = 2;
 
-// "0," to "255,", four bytes each so that one copy of fixed length writes any of them.
-struct TextoByte {
-  char texto[4];
-  std::uint8_t largo;
-};
+std::uint8_t MarcasDe(VistaPagina pagina, const Cabecera& cabecera, unsigned registro) {
+  return cabecera.contenido == Contenido::kEventos ? LeerSuceso(pagina, registro).marcas
+                                                   : LeerMuestra(pagina, cabecera, registro).marcas;
+}
 
-std::array<TextoByte, 256> TextosDeBytes() {
-  std::array<TextoByte, 256> textos{};
-  for (int i = 0; i < 256; ++i) {
-    TextoByte& texto = textos[static_cast<std::size_t>(i)];
-    char* fin = std::to_chars(texto.texto, texto.texto + sizeof texto.texto, i).ptr;
-    *fin = ',';
-    texto.largo = static_cast<std::uint8_t>(fin + 1 - texto.texto);
+bool TienePendientes(VistaPagina pagina, const Cabecera& cabecera) {
+  if (cabecera.contenido == Contenido::kDatos) return false;  // samples of the history never are
+  for (unsigned r = 0; r < std::min<unsigned>(cabecera.cuenta, Capacidad(cabecera.contenido)); ++r) {
+    if ((MarcasDe(pagina, cabecera, r) & marca::kPendiente) != 0) return true;
   }
-  return textos;
+  return false;
 }
 
 std::uint16_t DiaDePagina(std::int32_t dia) {
@@ -33,19 +29,6 @@ std::uint16_t DiaDePagina(std::int32_t dia) {
 }
 
 }  // namespace
-
-std::string TextoDe(VistaPagina pagina) {
-  static const auto kTextos = TextosDeBytes();
-  char texto[4 * kBytesPagina + 8];
-  char* fin = texto;
-  for (const std::uint8_t byte : pagina) {
-    const TextoByte& item = kTextos[byte];
-    std::memcpy(fin, item.texto, sizeof item.texto);
-    fin += item.largo;
-  }
-  std::memcpy(fin, "0,0", 3);
-  return {texto, fin + 3};
-}
 
 Memoria::Memoria() : bytes_(std::size_t{kPistas} * kPaginasPista * kBytesPagina, 255) {
   Borrar();
@@ -120,6 +103,23 @@ void Memoria::Recorrer(const Anillo& anillo, const Visita& visita) const {
   }
 }
 
+// Looked for in the pages themselves: a picture that is always right, and cheap beside a request over a line.
+Memoria::Situacion Memoria::SituacionDe(std::size_t anillo_pedido) const {
+  const Anillo& anillo = anillos_[anillo_pedido];
+  Situacion situacion{.siguiente = anillo.siguiente, .lleno = anillo.lleno, .cuantas = anillo.cuantas};
+  std::uint16_t dia = 0;
+  const std::uint32_t cuantas = anillo.lleno ? anillo.cuantas : anillo.siguiente;
+  for (std::uint32_t i = 0; i < cuantas; ++i) {
+    const std::uint32_t lugar = ((anillo.lleno ? anillo.siguiente : 0) + i) % anillo.cuantas;
+    const VistaPagina pagina{bytes_.data() + std::size_t{anillo.primera + lugar} * kBytesPagina, kBytesPagina};
+    const Cabecera cabecera = LeerCabeceraAbierta(pagina);
+    situacion.asciende = situacion.asciende && cabecera.dia >= dia;
+    dia = cabecera.dia;
+    if (!situacion.pendiente && TienePendientes(pagina, cabecera)) situacion.pendiente = lugar;
+  }
+  return situacion;
+}
+
 // Goes back from the newest page and stops at the first one without anything pending: what lies ahead of it was marked
 // by an earlier transmission.
 void Memoria::MarcarTransmitido(const Anillo& anillo) {
@@ -130,8 +130,7 @@ void Memoria::MarcarTransmitido(const Anillo& anillo) {
     if (!cabecera) continue;
     bool alguno = false;
     for (unsigned r = 0; r < cabecera->cuenta; ++r) {
-      const std::uint8_t marcas = cabecera->contenido == Contenido::kEventos ? LeerSuceso(pagina, r).marcas
-                                                                             : LeerMuestra(pagina, *cabecera, r).marcas;
+      const std::uint8_t marcas = MarcasDe(pagina, *cabecera, r);
       if ((marcas & marca::kPendiente) == 0) continue;
       CambiarMarcas(pagina, r, static_cast<std::uint8_t>(marcas & ~marca::kPendiente));
       alguno = true;
@@ -139,6 +138,12 @@ void Memoria::MarcarTransmitido(const Anillo& anillo) {
     if (!alguno) return;
     SellarPagina(pagina);
   }
+}
+
+TablaPtr SucesosPendientes(const Memoria& memoria, std::int32_t hoy) {
+  FilasPendientes filas;
+  memoria.RecorrerSucesos([&](VistaPagina pagina, const Cabecera& cabecera) { filas.Agregar(pagina, cabecera); });
+  return filas.Terminar(hoy);
 }
 
 }  // namespace utr::simulada

@@ -3,13 +3,17 @@
 #include <array>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
 
-#include "driver/simulated/unit/Pagina.h"
+#include "driver/Pagina.h"
+#include "tables/Tabla.h"
 
 namespace utr::simulada {
+
+using namespace paginas;
 
 inline constexpr int kPistas = 32;
 inline constexpr int kPaginasPista = 1024;
@@ -36,8 +40,7 @@ class Memoria {
 
   VistaPagina PaginaEn(int pista, int pagina) const;
 
-  // The page text: 64 bytes and two more items, "0,0". Readers drop the last item, and take a page for blank when all
-  // items but two are 255: 66 is the one count for which both hold.
+  // The page text.
   std::string TextoDePagina(int pista, int pagina) const;
 
   // Appends a record; a new page begins with every day and channel. Call Sellar after the last one of a run.
@@ -54,9 +57,21 @@ class Memoria {
   void RecorrerCola(const Visita& visita) const { Recorrer(anillos_[kPilas], visita); }
   void RecorrerSucesos(const Visita& visita) const { Recorrer(anillos_[kPilas + 1], visita); }
 
+  // Where a ring stands, for a reader that fetches its pages one by one.
+  struct Situacion {
+    std::uint32_t siguiente = 0;               // place of the page to be opened next
+    bool lleno = false;                        // else the oldest page stands at place 0
+    bool asciende = true;                      // from the oldest page to the newest no day goes back
+    std::optional<std::uint32_t> pendiente{};  // place of the oldest page with a pending record
+    std::uint32_t cuantas = 0;
+  };
+  Situacion SituacionDe(std::size_t anillo) const;
+
   // Takes the mark kPendiente from all records of the queue or of the events.
   void MarcarColaTransmitida() { MarcarTransmitido(anillos_[kPilas]); }
   void MarcarSucesosTransmitidos() { MarcarTransmitido(anillos_[kPilas + 1]); }
+
+  static constexpr std::size_t kAnillos = kPilas + 2;  // the stacks, the queue, the events
 
   // For saving and loading: all bytes in the order of tracks, and the rings.
   std::span<std::uint8_t> Bytes() { return bytes_; }
@@ -69,10 +84,10 @@ class Memoria {
   void MarcarTransmitido(const Anillo& anillo);
 
   std::vector<std::uint8_t> bytes_;
-  std::array<Anillo, kPilas + 2> anillos_;
+  std::array<Anillo, kAnillos> anillos_;
 };
 
-// The text of a page of flash, as TextoDePagina gives it.
-std::string TextoDe(VistaPagina pagina);
+// What is pending among the events of a memory, up to the midnight of `hoy` (a day number).
+TablaPtr SucesosPendientes(const Memoria& memoria, std::int32_t hoy);
 
 }  // namespace utr::simulada

@@ -3,10 +3,11 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <string>
 
-// The 64 bytes of a flash page of the simulated unit, written and read in one place: what the station stores, what its
-// reads by date give and what a recovered page decodes to are the same bytes. docs/simulated-station.md shows one.
-namespace utr::simulada {
+// The 64 bytes of a flash page of a unit, written and read in one place: what a station stores, what reads by date give
+// and what a recovered page decodes to are the same bytes, by whatever driver. docs/simulated-station.md shows one.
+namespace utr::paginas {
 
 inline constexpr std::size_t kBytesPagina = 64;
 using Pagina = std::span<std::uint8_t, kBytesPagina>;
@@ -14,6 +15,10 @@ using VistaPagina = std::span<const std::uint8_t, kBytesPagina>;
 
 // What a page holds is told by its first byte, since the descriptors that come with a page don't tell events from data.
 enum class Contenido : std::uint8_t { kDatos = 0xD1, kEventos = 0xE2, kCola = 0xC3 };
+
+// The page text of a page of flash: 64 bytes and two more items, "0,0". Readers drop the last item, and take a page for
+// blank when all items but two are 255: 66 is the one count for which both hold.
+std::string TextoDe(VistaPagina pagina);
 
 inline constexpr std::uint16_t kDiaAusente = 0xFFFF;  // a page without a date of its own
 
@@ -81,4 +86,4 @@ Cabecera LeerCabeceraAbierta(VistaPagina pagina);
 Muestra LeerMuestra(VistaPagina pagina, const Cabecera& cabecera, unsigned indice);
 Suceso LeerSuceso(VistaPagina pagina, unsigned indice);
 
-}  // namespace utr::simulada
+}  // namespace utr::paginas

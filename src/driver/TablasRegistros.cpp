@@ -1,13 +1,17 @@
-#include "driver/simulated/unit/TablasRegistros.h"
+#include "driver/TablasRegistros.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
+#include <optional>
 #include <vector>
 
 #include "base/Fechas.h"
+#include "base/Numeros.h"
+#include "base/Texto.h"
 #include "driver/Dias.h"
 
-namespace utr::simulada {
+namespace utr::paginas {
 
 namespace {
 
@@ -62,6 +66,24 @@ std::int64_t MedianocheDe(const Cabecera& cabecera) {
 bool EnRango(const Cabecera& cabecera, const Rango& rango, std::int64_t momento, unsigned marcas) {
   if (cabecera.dia == kDiaAusente) return !rango.solo_pendiente || (marcas & marca::kPendiente) != 0;
   return rango.Contiene(momento, marcas);
+}
+
+constexpr std::size_t kEncabezadoRespuesta = 13;  // bytes of a reply frame ahead of the page
+
+// Five numbers joined by "#"; what they say beyond their form the pages say themselves.
+bool EsDescriptor(std::string_view descriptor) {
+  const auto partes = Separar(descriptor, '#');
+  return partes.size() == 5 && std::all_of(partes.begin(), partes.end(), EsNumerico);
+}
+
+// The page inside a reply frame and its header, where the frame holds a whole page.
+std::optional<std::pair<VistaPagina, Cabecera>> PaginaDeRespuesta(std::span<const std::uint8_t> respuesta,
+                                                                  std::string_view descriptor) {
+  if (respuesta.size() < kEncabezadoRespuesta + kBytesPagina || !EsDescriptor(descriptor)) return std::nullopt;
+  const VistaPagina pagina{respuesta.data() + kEncabezadoRespuesta, kBytesPagina};
+  const auto cabecera = LeerCabecera(pagina);
+  if (!cabecera) return std::nullopt;
+  return std::pair{pagina, *cabecera};
 }
 
 }  // namespace
@@ -159,34 +181,35 @@ TablaPtr FilasSucesos::Terminar() {
   return Terminada(std::move(tabla_));
 }
 
-TablaPtr SucesosPendientes(const Memoria& memoria, std::int32_t hoy) {
-  FilasSucesos filas;
-  std::int32_t dia = -1;  // the day at hand; none yet
-  bool marcado = false;
-  const auto marcar = [&](std::int32_t otro) {
-    filas.AgregarMarcador(FechaDeDia(dia = otro));
-    marcado = true;
-  };
-  // Of a clock that was put back: events without a marker belong to the day before the first one.
-  const auto retroceder = [&] {
-    if (!marcado) marcar(dia + 1);
-  };
-  memoria.RecorrerSucesos([&](VistaPagina pagina, const Cabecera& cabecera) {
-    for (unsigned i = 0; i < cabecera.cuenta; ++i) {
-      const Suceso suceso = LeerSuceso(pagina, i);
-      if ((suceso.marcas & marca::kPendiente) == 0) continue;
-      if (dia < 0) dia = cabecera.dia;
-      while (dia < cabecera.dia) marcar(dia + 1);
-      if (dia > cabecera.dia) {
-        retroceder();
-        marcar(cabecera.dia);
-      }
-      filas.AgregarFila(suceso);
+void FilasPendientes::Marcar(std::int32_t dia) {
+  dia_ = dia;
+  filas_.AgregarMarcador(FechaDeDia(dia));
+  marcado_ = true;
+}
+
+// Of a clock that was put back: events without a marker belong to the day before the first one.
+void FilasPendientes::Retroceder() {
+  if (!marcado_) Marcar(dia_ + 1);
+}
+
+void FilasPendientes::Agregar(VistaPagina pagina, const Cabecera& cabecera) {
+  for (unsigned i = 0; i < cabecera.cuenta; ++i) {
+    const Suceso suceso = LeerSuceso(pagina, i);
+    if ((suceso.marcas & marca::kPendiente) == 0) continue;
+    if (dia_ < 0) dia_ = cabecera.dia;
+    while (dia_ < cabecera.dia) Marcar(dia_ + 1);
+    if (dia_ > cabecera.dia) {
+      Retroceder();
+      Marcar(cabecera.dia);
     }
-  });
-  while (dia >= 0 && dia < hoy) marcar(dia + 1);
-  if (dia >= 0 && dia > hoy) retroceder();
-  return filas.Terminar();
+    filas_.AgregarFila(suceso);
+  }
+}
+
+TablaPtr FilasPendientes::Terminar(std::int32_t hoy) {
+  while (dia_ >= 0 && dia_ < hoy) Marcar(dia_ + 1);
+  if (dia_ >= 0 && dia_ > hoy) Retroceder();
+  return filas_.Terminar();
 }
 
 TablaPtr TablaInstantaneos(std::span<const std::int32_t> trama) {
@@ -198,4 +221,27 @@ TablaPtr TablaInstantaneos(std::span<const std::int32_t> trama) {
   return Terminada(std::move(tabla));
 }
 
-}  // namespace utr::simulada
+TablaPtr DecodificarPagina(std::span<const std::uint8_t> respuesta, std::string_view descriptor,
+                           std::string_view fecha) {
+  const auto hallada = PaginaDeRespuesta(respuesta, descriptor);
+  if (!hallada || hallada->second.contenido == Contenido::kCola) return nullptr;
+  if (hallada->second.contenido == Contenido::kEventos) {
+    FilasSucesos filas;
+    filas.Agregar(hallada->first, hallada->second, Rango{}, fecha);
+    return filas.Terminar();
+  }
+  FilasMuestras filas;
+  filas.Agregar(hallada->first, hallada->second, Rango{}, fecha);
+  return filas.Terminar();
+}
+
+TablaPtr DecodificarPaginaCola(std::span<const std::uint8_t> respuesta, std::string_view descriptor,
+                               std::string_view fecha) {
+  const auto hallada = PaginaDeRespuesta(respuesta, descriptor);
+  if (!hallada || hallada->second.contenido != Contenido::kCola) return nullptr;
+  FilasMuestras filas;
+  filas.Agregar(hallada->first, hallada->second, Rango{}, fecha);
+  return filas.Terminar();
+}
+
+}  // namespace utr::paginas

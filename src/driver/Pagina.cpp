@@ -1,11 +1,13 @@
-#include "driver/simulated/unit/Pagina.h"
+#include "driver/Pagina.h"
 
 #include <algorithm>
 #include <array>
+#include <charconv>
+#include <cstring>
 
 #include "base/Fechas.h"
 
-namespace utr::simulada {
+namespace utr::paginas {
 
 namespace {
 
@@ -63,7 +65,37 @@ std::size_t Lugar(Contenido contenido, unsigned indice) {
   return kPrimero + indice * Largo(contenido);
 }
 
+// "0," to "255,", four bytes each so that one copy of fixed length writes any of them.
+struct TextoByte {
+  char texto[4];
+  std::uint8_t largo;
+};
+
+std::array<TextoByte, 256> TextosDeBytes() {
+  std::array<TextoByte, 256> textos{};
+  for (int i = 0; i < 256; ++i) {
+    TextoByte& texto = textos[static_cast<std::size_t>(i)];
+    char* fin = std::to_chars(texto.texto, texto.texto + sizeof texto.texto, i).ptr;
+    *fin = ',';
+    texto.largo = static_cast<std::uint8_t>(fin + 1 - texto.texto);
+  }
+  return textos;
+}
+
 }  // namespace
+
+std::string TextoDe(VistaPagina pagina) {
+  static const auto kTextos = TextosDeBytes();
+  char texto[4 * kBytesPagina + 8];
+  char* fin = texto;
+  for (const std::uint8_t byte : pagina) {
+    const TextoByte& item = kTextos[byte];
+    std::memcpy(fin, item.texto, sizeof item.texto);
+    fin += item.largo;
+  }
+  std::memcpy(fin, "0,0", 3);
+  return {texto, fin + 3};
+}
 
 unsigned Capacidad(Contenido contenido) {
   return static_cast<unsigned>((kBytesPagina - kPrimero) / Largo(contenido));
@@ -147,4 +179,4 @@ Suceso LeerSuceso(VistaPagina pagina, unsigned indice) {
           .valor2 = (pagina[lugar] & marca::kNegativo) != 0 ? -valor2 : valor2};
 }
 
-}  // namespace utr::simulada
+}  // namespace utr::paginas

@@ -2,14 +2,15 @@
 
 #include <cstdint>
 #include <limits>
+#include <span>
 #include <string>
 #include <string_view>
 
-#include "driver/simulated/unit/Memoria.h"
+#include "driver/Pagina.h"
 #include "tables/Tabla.h"
 
-// The tables of records that the driver gives, made from pages.
-namespace utr::simulada {
+// The tables of records that a driver gives, made from pages.
+namespace utr::paginas {
 
 // What a read asks for: moments in seconds from 01/01/1970, both ends included, and whether only what is pending.
 struct Rango {
@@ -53,11 +54,29 @@ class FilasSucesos {
   TablaPtr tabla_;
 };
 
-// What is pending among the events of a memory. The stream begins in the middle of a day: the events of its first day
-// stand without a marker, and from then on every midnight up to `hoy` (a day number) has left one.
-TablaPtr SucesosPendientes(const Memoria& memoria, std::int32_t hoy);
+// What is pending among events. The stream begins in the middle of a day: the events of its first day stand without a
+// marker, and from then on every midnight up to `hoy` (a day number) has left one. Pages come oldest first.
+class FilasPendientes {
+ public:
+  void Agregar(VistaPagina pagina, const Cabecera& cabecera);
+  TablaPtr Terminar(std::int32_t hoy);
+
+ private:
+  void Marcar(std::int32_t dia);
+  void Retroceder();
+
+  FilasSucesos filas_;
+  std::int32_t dia_ = -1;  // the day at hand; none yet
+  bool marcado_ = false;
+};
 
 // One row per value of the frame of present values.
 TablaPtr TablaInstantaneos(std::span<const std::int32_t> trama);
 
-}  // namespace utr::simulada
+// What a page in a reply frame decodes to: Comunicador::DecodificarPagina and DecodificarPaginaCola.
+TablaPtr DecodificarPagina(std::span<const std::uint8_t> respuesta, std::string_view descriptor,
+                           std::string_view fecha);
+TablaPtr DecodificarPaginaCola(std::span<const std::uint8_t> respuesta, std::string_view descriptor,
+                               std::string_view fecha);
+
+}  // namespace utr::paginas

@@ -3,9 +3,9 @@
 #include <array>
 
 #include "base/Fechas.h"
-#include "driver/simulated/unit/Pagina.h"
+#include "driver/Pagina.h"
 
-namespace utr::simulada {
+namespace utr::paginas {
 namespace {
 
 using Bytes = std::array<std::uint8_t, kBytesPagina>;
@@ -107,4 +107,4 @@ TEST(Pagina, ElDiaSePuedeQuitar) {
 }
 
 }  // namespace
-}  // namespace utr::simulada
+}  // namespace utr::paginas

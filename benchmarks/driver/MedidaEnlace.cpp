@@ -1,0 +1,158 @@
+// Budgets of the driver over a wire, against a station of its own process on this machine: what a whole reading of the
+// flash puts on a serial line and takes over TCP, and how many requests a day of one channel costs.
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <sys/socket.h>
+
+#include <filesystem>
+#include <fstream>
+#include <stdexcept>
+
+#include "base/Fechas.h"
+#include "benchmarks/Presupuesto.h"
+#include "driver/link/client/ComunicadorEnlace.h"
+#include "driver/link/protocol/Pdu.h"
+#include "support/ProcesoEstacion.h"
+
+namespace {
+
+using namespace utr::protocolo;
+
+constexpr int kPistas = 32;
+constexpr std::int16_t kPaginas = 1024;
+constexpr int kBytesPagina = 64;
+
+// The station, with full rings and no time on its lines, and the driver.
+class Puesto {
+ public:
+  Puesto() {
+    std::filesystem::create_directories(carpeta_);
+    std::ofstream(carpeta_ / "Estacion.toml") << "[historia]\ndias = 200\n[tiempos]\nlinea = 0\n";
+    estacion_ = std::make_unique<utr::prueba::ProcesoEstacion>(
+        carpeta_.string(), std::vector<std::string>{"--tcp", "0", "--linea", "COM4"});
+  }
+  ~Puesto() {
+    estacion_->Terminar(SIGTERM);
+    std::filesystem::remove_all(carpeta_);
+  }
+  Puesto(const Puesto&) = delete;
+  Puesto& operator=(const Puesto&) = delete;
+
+  int Puerto() const { return estacion_->Puerto(); }
+  std::string Enlace() const { return "127.0.0.1,n,8,1"; }
+
+ private:
+  std::filesystem::path carpeta_ =
+      std::filesystem::temp_directory_path() / ("medida_enlace_" + std::to_string(::getpid()));
+  std::unique_ptr<utr::prueba::ProcesoEstacion> estacion_;
+  utr::enlace::TendidoDelEquipo tendido_;
+  utr::RelojSistema reloj_;
+  utr::Bitacora bitacora_{carpeta_};
+
+ public:
+  utr::ComunicadorEnlace driver{{.tendido = tendido_,
+                                 .dispositivos = [this](int) { return (carpeta_ / "COM4").string(); },
+                                 .reloj = reloj_,
+                                 .atender = {},
+                                 .bitacora = bitacora_}};
+  utr::FechaHora Ahora() const { return reloj_.Ahora(); }
+};
+
+std::size_t LeerFlash(utr::Comunicador& driver, int pistas) {
+  std::size_t leidos = 0;
+  for (int pista = 0; pista < pistas; ++pista) {
+    for (std::int16_t pagina = 0; pagina < kPaginas; ++pagina) {
+      leidos += driver.LeerPaginaFlash(static_cast<std::int16_t>(pista), pagina).empty() ? 0 : 1;
+    }
+  }
+  return leidos;
+}
+
+// The requests of a whole reading, each sent and its answer waited for, with nothing done about it.
+class BucleSinMas {
+ public:
+  explicit BucleSinMas(int puerto) : socket_(::socket(AF_INET, SOCK_STREAM, 0)) {
+    sockaddr_in destino{};
+    destino.sin_family = AF_INET;
+    destino.sin_port = htons(static_cast<std::uint16_t>(puerto));
+    destino.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    const int si = 1;
+    ::setsockopt(socket_, IPPROTO_TCP, TCP_NODELAY, &si, sizeof si);
+    if (::connect(socket_, reinterpret_cast<sockaddr*>(&destino), sizeof destino) != 0)
+      throw std::runtime_error("connect");
+  }
+  ~BucleSinMas() { ::close(socket_); }
+  BucleSinMas(const BucleSinMas&) = delete;
+  BucleSinMas& operator=(const BucleSinMas&) = delete;
+
+  void Correr() {
+    for (int pista = 0; pista < kPistas; ++pista) {
+      for (int pagina = 0; pagina < kPaginas; pagina += kPaginasPorPedido) {
+        const int cuantas = std::min<int>(kPaginasPorPedido, kPaginas - pagina);
+        const PedidoDeArchivo partes[] = {
+            {static_cast<std::uint16_t>(archivo::kFlash + pista), static_cast<std::uint16_t>(pagina),
+             static_cast<std::uint16_t>(cuantas * kRegistrosPorPagina)},
+            {archivo::kEco, 1, 1}};
+        Pedir(TramaTcp(1, kUnicaUnidad, PedidoDeArchivos(partes)), kCabeceraTcp + 2 + CuentaDeRespuesta(partes));
+      }
+    }
+  }
+
+ private:
+  void Pedir(const Bytes& trama, std::size_t largo) {
+    std::uint8_t bufer[512];
+    if (::send(socket_, trama.data(), trama.size(), 0) < 0) throw std::runtime_error("send");
+    for (std::size_t leidos = 0; leidos < largo;) {
+      const ssize_t mas = ::recv(socket_, bufer, sizeof bufer, 0);
+      if (mas <= 0) throw std::runtime_error("recv");
+      leidos += static_cast<std::size_t>(mas);
+    }
+  }
+
+  int socket_;
+};
+
+// Of the bytes on a serial line at least 85 % are page bytes.
+bool MedirLineaSerie(Puesto& puesto) {
+  puesto.driver.Conectar("9600,n,8,1", "4");
+  const auto antes = puesto.driver.Cuenta();
+  const std::size_t paginas = LeerFlash(puesto.driver, 4);
+  const auto ahora = puesto.driver.Cuenta();
+  const auto bytes = static_cast<double>(ahora.enviados - antes.enviados + ahora.recibidos - antes.recibidos);
+  return medida::Informar("bytes_de_linea_por_byte_de_pagina", bytes / static_cast<double>(paginas * kBytesPagina),
+                          1 / 0.85);
+}
+
+bool MedirTcp(Puesto& puesto) {
+  puesto.driver.Conectar(puesto.Enlace(), std::to_string(puesto.Puerto()));
+  BucleSinMas bucle(puesto.Puerto());
+  return medida::Comparar(
+      "leer_la_flash_por_tcp", 1.5, [&] { LeerFlash(puesto.driver, kPistas); }, [&] { bucle.Correr(); }, 3);
+}
+
+// The most requests that a day costs beyond those of its pages at three a request.
+bool MedirDia(Puesto& puesto) {
+  puesto.driver.ConfiguracionAlmacenada(true);
+  double peor = 0;
+  for (int dias = 0; dias < 120; dias += 9) {
+    const std::string dia = TextoFecha(utr::FechaDeDias(utr::DiasDesde1970(puesto.Ahora()) - dias));
+    const auto antes = puesto.driver.Cuenta().pedidos;
+    const utr::TablaPtr tabla = puesto.driver.LeerDatos(dia, dia, 0);
+    const auto pedidos = static_cast<double>(puesto.driver.Cuenta().pedidos - antes);
+    int paginas = 0;  // each of them begins with a row that bears the date
+    for (; !tabla->Eof(); tabla->MoveNext()) paginas += tabla->Texto("Fecha").empty() ? 0 : 1;
+    peor = std::max(peor, pedidos - (paginas + kPaginasPorPedido - 1) / kPaginasPorPedido);
+  }
+  return medida::Informar("pedidos_de_mas_por_un_dia", peor, 6);
+}
+
+}  // namespace
+
+int main() {
+  Puesto puesto;
+  bool bien = MedirLineaSerie(puesto);
+  bien = MedirTcp(puesto) && bien;
+  bien = MedirDia(puesto) && bien;
+  return bien ? 0 : 1;
+}

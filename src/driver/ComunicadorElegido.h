@@ -1,0 +1,54 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "driver/ComunicadorReenviado.h"
+
+namespace utr {
+
+// Which ports and addresses are the simulated station's; all others lead over a wire.
+struct Deslinde {
+  std::function<bool(int puerto)> puerto_simulado;
+  std::function<bool(std::string_view direccion)> direccion_simulada;
+};
+
+// The driver that the program talks with: the simulated station or the one over a wire, as the port or the address that
+// is asked for wants it. The one that is left is closed. Both are told the identifier, the kind of the link, address
+// and port over IP, and to cancel.
+class ComunicadorElegido final : public ComunicadorReenviado {
+ public:
+  // Both must outlive it. The simulated one is in use until something else is asked for.
+  ComunicadorElegido(Comunicador& simulado, Comunicador& real, Deslinde deslinde);
+
+  bool Simulado() const noexcept { return actual_ == &simulado_; }
+
+  // Who is told whenever another unit may be at the other end: another driver is in use, or the same one was led
+  // elsewhere or opened once more.
+  void AlElegir(std::function<void()> aviso) { aviso_ = std::move(aviso); }
+
+  void IdEquipo(std::int32_t identificador) override;
+  void Conectar(std::string_view enlace, std::string_view puerto) override;
+  void Desconectar() override;
+  void PorIP(bool activo) override;
+  void DireccionIP(std::string_view direccion) override;
+  void PuertoIP(std::string_view puerto) override;
+  void Cancelar(bool activo) override;
+
+ private:
+  void Elegir(Comunicador& cual, bool de_nuevo);
+  void ElegirSegunEnlace(bool de_nuevo);
+  Comunicador& DeDireccion() { return deslinde_.direccion_simulada(direccion_) ? simulado_ : real_; }
+
+  Comunicador& simulado_;
+  Comunicador& real_;
+  Deslinde deslinde_;
+  std::function<void()> aviso_;
+  Comunicador* actual_;
+  Comunicador* serie_;  // that has the serial port
+  bool por_ip_ = false;
+  std::string direccion_;
+  std::string puerto_ip_;
+};
+
+}  // namespace utr

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <cstdint>
+
+// Numbers of the errors of a link, beside kPuertoEnUso and kSinRespuesta, which callers look at.
+namespace utr::error_enlace {
+
+inline constexpr std::int32_t kPuertoInexistente = 8002;
+inline constexpr std::int32_t kLineaPerdida = 8012;    // the device is gone, or the other end has hung up
+inline constexpr std::int32_t kCancelada = 8021;       // the operator cancelled the operation
+inline constexpr std::int32_t kOcupado = 8022;         // another operation is on the line
+inline constexpr std::int32_t kOtraVersion = 8023;     // the unit speaks another version of the protocol
+inline constexpr std::int32_t kCambiante = 8024;       // what is read changes while it is read
+inline constexpr std::int32_t kPaginaNegada = 8025;    // the unit refuses a page that should be among those read
+inline constexpr std::int32_t kDireccionMuda = 10060;  // nobody answers at the address
+
+}  // namespace utr::error_enlace

@@ -1,0 +1,154 @@
+#include "driver/link/client/Conversacion.h"
+
+#include <algorithm>
+
+#include "base/Error.h"
+#include "driver/ErroresDeEnlace.h"
+#include "driver/link/transport/Modem.h"
+
+namespace utr::enlace {
+
+namespace {
+
+constexpr std::int64_t kBitsPorByte = 10;
+constexpr std::int64_t kVecesSilencio = 5;    // after which a line that never falls silent is spoken on all the same
+constexpr std::int64_t kHuecosPorTrama = 4;   // that a frame may have
+constexpr std::int32_t kPeorVelocidad = 300;  // between two modems, whatever the port's is
+constexpr std::size_t kEnvolturaRtu = 3;      // bytes around a PDU
+constexpr std::size_t kMayorCrudo = 4096;
+constexpr std::size_t kLargoDelAviso = 10;  // "NO CARRIER"
+
+}  // namespace
+
+Conversacion::Conversacion(std::unique_ptr<Linea> linea, Medio medio, std::int32_t velocidad, Espera& espera,
+                           const Plazos& plazos, Trafico& trafico)
+    : linea_(std::move(linea)),
+      medio_(medio),
+      velocidad_(velocidad),
+      espera_(espera),
+      plazos_(plazos),
+      trafico_(trafico) {}
+
+std::int64_t Conversacion::TiempoDe(std::size_t bytes) const {
+  if (medio_ == Medio::kTcp) return 0;
+  const std::int32_t velocidad = medio_ == Medio::kLlamada ? std::min(velocidad_, kPeorVelocidad) : velocidad_;
+  return static_cast<std::int64_t>(bytes + kEnvolturaRtu) * kBitsPorByte * 1000 / velocidad;
+}
+
+std::int64_t Conversacion::Hueco() const {
+  return medio_ == Medio::kLlamada ? plazos_.hueco_en_llamada : plazos_.hueco;
+}
+
+// Until the first byte of the answer may come. Of a call the modems' speed isn't known: they take the request at once
+// and may be long in sending it.
+std::int64_t Conversacion::Plazo(const Pedido& pedido) const {
+  const std::int64_t minimo = pedido.escribe ? plazos_.escritura : 0;
+  if (medio_ == Medio::kTcp) return std::max(plazos_.tcp, minimo);
+  if (medio_ == Medio::kLlamada) return std::max(plazos_.llamada, minimo) + TiempoDe(pedido.pdu.size());
+  return std::max(plazos_.serie, minimo) + TiempoDe(pedido.pdu.size()) + TiempoDe(pedido.respuesta);
+}
+
+// What is dropped may be a modem that says that the call has ended while nobody spoke.
+void Conversacion::EsperarTurno() {
+  const std::int64_t silencio = medio_ == Medio::kLlamada ? plazos_.silencio_en_llamada : plazos_.silencio;
+  const std::int64_t tope = espera_.Ahora() + kVecesSilencio * silencio;
+  Bytes ruido;
+  const auto desechar = [&] {
+    Acumular(ruido);
+    ruido.clear();
+    if (medio_ == Medio::kLlamada) BuscarFinDeLlamada({});
+  };
+  crudo_.clear();
+  while (linea_->Recibir(ruido, 0) > 0) desechar();
+  while (espera_.Ahora() < std::min(callar_hasta_, tope)) {
+    if (espera_.Recibir(*linea_, ruido, std::min(callar_hasta_, tope))) callar_hasta_ = espera_.Ahora() + silencio;
+    desechar();
+  }
+  while (linea_->Recibir(ruido, 0) > 0) desechar();
+  callar_hasta_ = 0;
+}
+
+void Conversacion::Enviar(const Pedido& pedido) {
+  const bool por_tcp = medio_ == Medio::kTcp;
+  const Bytes trama = por_tcp ? protocolo::TramaTcp(++transaccion_, pedido.direccion, pedido.pdu)
+                              : protocolo::TramaRtu(pedido.direccion, pedido.pdu);
+  rtu_.Vaciar();
+  crudo_.clear();
+  ++trafico_.pedidos;
+  trafico_.enviados += trama.size();
+  espera_.Enviar(*linea_, trama, espera_.Ahora() + Plazo(pedido));
+}
+
+// From a missed answer on the line is left alone for as long as it may still bring it.
+void Conversacion::Fallar() {
+  const std::int64_t silencio = medio_ == Medio::kLlamada ? plazos_.silencio_en_llamada : plazos_.silencio;
+  callar_hasta_ = espera_.Ahora() + silencio;
+  gastada_ = medio_ == Medio::kTcp;
+}
+
+std::optional<Bytes> Conversacion::Intentar(const Pedido& pedido) {
+  EsperarTurno();
+  try {
+    Enviar(pedido);
+    auto respuesta = Escuchar(pedido);
+    if (!respuesta) Fallar();
+    return respuesta;
+  } catch (...) {
+    Fallar();
+    throw;
+  }
+}
+
+// The next frame that answers the request, if it is there; frames that answer something else are dropped.
+std::optional<Bytes> Conversacion::Hallar(const Pedido& pedido) {
+  for (;;) {
+    const bool por_tcp = medio_ == Medio::kTcp;
+    auto trama = por_tcp ? tcp_.Proxima() : rtu_.Proxima();
+    if (!trama) return std::nullopt;
+    const bool propia = trama->direccion == pedido.direccion && (!por_tcp || trama->transaccion == transaccion_);
+    if (propia && pedido.es_suya(trama->pdu)) return std::move(trama->pdu);
+  }
+}
+
+void Conversacion::Acumular(VistaBytes bytes) {
+  if (crudo_.size() < kMayorCrudo) crudo_.insert(crudo_.end(), bytes.begin(), bytes.end());
+}
+
+// A modem says that the call has ended in place of the answer, or in the middle of it. Bytes of a frame that is coming
+// in may be the same words.
+void Conversacion::BuscarFinDeLlamada(VistaBytes bytes) {
+  Acumular(bytes);
+  const std::string_view texto(reinterpret_cast<const char*>(crudo_.data()), crudo_.size());
+  const std::string_view principio = texto.substr(std::min(texto.find_first_not_of("\r\n"), texto.size()));
+  if (!DiceSinPortadora(bytes.empty() ? texto : principio.substr(0, kLargoDelAviso))) return;
+  throw Error(error_enlace::kLineaPerdida, "Comunicador", "Se cortó la llamada");
+}
+
+// The bytes of a frame keep it alive, a gap between two of them breaks it: what looked like its beginning was noise,
+// and the answer may stand behind it.
+std::optional<Bytes> Conversacion::Escuchar(const Pedido& pedido) {
+  std::int64_t hasta = espera_.Ahora() + Plazo(pedido);
+  const std::int64_t tope = hasta + TiempoDe(pedido.respuesta) + kHuecosPorTrama * Hueco();
+  Bytes bytes;
+  for (;;) {
+    const bool a_medias = medio_ != Medio::kTcp && !rtu_.Vacio();
+    const std::int64_t limite = a_medias ? std::min(tope, espera_.Ahora() + Hueco()) : std::min(hasta, tope);
+    bytes.clear();
+    if (!espera_.Recibir(*linea_, bytes, limite)) {
+      if (!a_medias) return std::nullopt;
+      rtu_.Cortar();
+    }
+    trafico_.recibidos += bytes.size();
+    if (medio_ == Medio::kTcp) {
+      tcp_.Recibir(bytes);
+    } else {
+      rtu_.Recibir(bytes);
+    }
+    if (auto respuesta = Hallar(pedido)) return respuesta;
+    if (medio_ == Medio::kTcp && tcp_.Roto()) return std::nullopt;
+    if (medio_ == Medio::kLlamada) BuscarFinDeLlamada(bytes);
+    if (espera_.Ahora() >= tope) return std::nullopt;
+  }
+}
+
+}  // namespace utr::enlace

@@ -1,0 +1,107 @@
+#pragma once
+
+#include <concepts>
+#include <map>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "base/Error.h"
+#include "driver/ErroresDeEnlace.h"
+#include "driver/TablasRegistros.h"
+#include "driver/link/client/ComunicadorEnlace.h"
+#include "driver/link/client/LecturaDeAnillo.h"
+
+namespace utr {
+
+// What every operation does around its own work: it keeps others off the line, begins anew for Cancelar, and turns the
+// silence of the unit into what its contract says.
+struct ComunicadorEnlace::Interior {
+  explicit Interior(Partes partes);
+
+  // Runs `hacer` as the one operation on the line. Raises kOcupado while another one runs. Pages that were fetched
+  // ahead are dropped, but by the operation that they are for.
+  template <class Hacer>
+  auto EnTurno(Hacer hacer, bool olvida = true) -> decltype(hacer());
+
+  // The same for what asks the unit: `silencio` is the result when it doesn't answer.
+  template <class Resultado, class Hacer>
+  Resultado Preguntar(Resultado silencio, Hacer hacer, bool olvida = true);
+
+  // The same for an order: false without an answer. `codigo` has a value where the call makes sense.
+  bool Ordenar(bool valida, protocolo::Codigo codigo, const std::vector<std::uint16_t>& argumentos = {});
+
+  // Has a table taken. False: refused, or no answer.
+  bool Entregar(protocolo::Codigo codigo, const Tabla& tabla);
+
+  // The stack of a channel (1 to 23) as the unit's table of channels has it, which is read when another one is at hand
+  // than that of `resumen`.
+  std::optional<int> PilaDe(int canal, const protocolo::Resumen& resumen);
+  TablaPtr LeerCanales();
+
+  // The pages of a ring, decoded into `filas` by what it does with a page.
+  struct Cabezas {
+    protocolo::Cabezales anillos;
+    protocolo::Resumen canales;
+    std::optional<FechaHora> reloj;
+  };
+  std::optional<Cabezas> LeerCabezas(enlace::CualMemoria memoria);
+
+  TablaPtr LeerDatos(enlace::CualMemoria memoria, std::string_view desde, std::string_view hasta, int canal);
+  TablaPtr LeerEventos(enlace::CualMemoria memoria, std::string_view desde, std::string_view hasta);
+  TablaPtr LeerCola(enlace::CualMemoria memoria, std::string_view desde, std::string_view hasta, bool pendiente);
+  TablaPtr LeerPendientes();
+  std::string LeerPaginaFlash(int pista, int pagina);
+
+  Partes partes;
+  enlace::Espera espera;
+  enlace::Via via;
+  enlace::UnidadRemota unidad;
+  bool en_curso = false;
+
+ private:
+  using Bytes = enlace::Bytes;
+  struct Adelantada {
+    Bytes bytes;
+    std::int64_t leida = 0;  // milliseconds of the clock
+  };
+
+  std::map<std::pair<int, int>, Adelantada> adelantadas_;  // by track and page
+  std::optional<protocolo::Resumen> resumen_;              // of the table whose stacks are at hand
+  std::map<int, int> pilas_;                               // by channel
+};
+
+template <class Hacer>
+auto ComunicadorEnlace::Interior::EnTurno(Hacer hacer, bool olvida) -> decltype(hacer()) {
+  if (en_curso) throw Error(error_enlace::kOcupado, "Comunicador", "Hay otra operación en curso con la UTR");
+  struct Turno {
+    explicit Turno(Interior& i) : interior(i) { interior.en_curso = true; }
+    ~Turno() {
+      interior.en_curso = false;
+      interior.unidad.Terminar();
+    }
+    Turno(const Turno&) = delete;
+    Turno& operator=(const Turno&) = delete;
+    Interior& interior;
+  };
+  const Turno turno(*this);
+  espera.Comenzar();
+  if (olvida) adelantadas_.clear();
+  return hacer();
+}
+
+template <class Resultado, class Hacer>
+Resultado ComunicadorEnlace::Interior::Preguntar(Resultado silencio, Hacer hacer, bool olvida) {
+  return EnTurno(
+      [&]() -> Resultado {
+        try {
+          return hacer();
+        } catch (const Error& falla) {
+          if (falla.Numero() != error::kSinRespuesta) throw;
+          return silencio;
+        }
+      },
+      olvida);
+}
+
+}  // namespace utr

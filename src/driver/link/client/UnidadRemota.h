@@ -1,0 +1,107 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "driver/link/client/Via.h"
+#include "driver/link/protocol/Imagenes.h"
+#include "driver/link/protocol/Ordenes.h"
+#include "driver/link/protocol/Pdu.h"
+
+namespace utr::enlace {
+
+// What a unit answered to a read of files: the bytes of each part, or the exception that it gave instead.
+struct Leido {
+  std::optional<std::uint8_t> excepcion;
+  std::vector<Bytes> partes;
+
+  bool Bien() const { return !excepcion; }
+};
+
+// What the computer is told of the way beside the answers; each may be empty.
+struct Avisos {
+  std::function<void(bool de_practica)> identificada;  // a unit has said who it is
+  std::function<void(const Trafico&)> trafico;         // now and then, while much is asked of the unit
+};
+
+// A unit at the other end of the way, asked in the words of its protocol. Before anything else it is asked who it is,
+// whenever that may have changed.
+//
+// Every request raises kSinRespuesta when no answer came to any of its tries, and when another unit answers than the
+// one that was called; kOtraVersion for a unit that speaks another version of the map; and what the line raises.
+class UnidadRemota {
+ public:
+  UnidadRemota(Via& via, Espera& espera, Reloj& reloj, const Plazos& plazos, Avisos avisos);
+
+  // The unit that is called, 0 for whoever is there.
+  void Llamar(std::int32_t identificador);
+
+  // It may be another unit, or have been restarted: it is asked who it is ahead of the next request.
+  void Desconocer() { conocida_ = false; }
+
+  // For the operation at hand: how often a request is tried, and no more than that.
+  void Intentos(int cuantos) { intentos_ = cuantos; }
+
+  // The operation at hand is over: whoever was told of what it put on the line is told the end.
+  void Terminar();
+
+  // Reads parts of files; one part more, the echo, tells the answer from any other. Exceptions come back but for that
+  // of a unit that is at something else: it is asked again for a while.
+  Leido LeerArchivos(std::vector<protocolo::PedidoDeArchivo> partes);
+
+  // Input registers of one block; nothing for an exception.
+  std::optional<std::vector<std::uint16_t>> LeerRegistros(std::uint16_t desde, std::size_t cuantos);
+
+  // Has an order carried out, once. False: refused. A sent order isn't cancelled any more.
+  bool Ordenar(protocolo::Codigo codigo, const std::vector<std::uint16_t>& argumentos);
+
+  // The order that sets the clock to the computer's time at the moment when it is sent. It isn't repeated.
+  bool PonerEnHora();
+
+  // Stages the image of a table and has it taken. False: refused.
+  bool Entregar(protocolo::Codigo codigo, VistaBytes imagen);
+
+  // The image of a table that the unit holds, of one state from its first byte to its last. Nothing when the unit
+  // doesn't have the table.
+  std::optional<Bytes> LeerImagen(std::uint16_t archivo);
+
+ private:
+  std::optional<Bytes> EnLinea(const std::function<std::optional<Bytes>(Conversacion&)>& hacer);
+  std::optional<Bytes> Intentar(const Pedido& pedido);
+  Bytes Preguntar(const Pedido& pedido);
+  Bytes PreguntarSiLibre(const Pedido& pedido);
+  bool Identificar();
+  void Conocer();
+  Pedido PedidoDeArchivos(std::vector<protocolo::PedidoDeArchivo>& partes);
+  Pedido PedidoDeEscritura(Bytes pdu, Bytes acuse) const;
+  protocolo::Orden NuevaOrden(protocolo::Codigo codigo, std::vector<std::uint16_t> argumentos);
+  Pedido PedidoDe(const protocolo::Orden& orden) const;
+  std::optional<protocolo::ResultadoDeOrden> ResultadoDe(const protocolo::Orden& orden);
+  std::optional<protocolo::ResultadoDeOrden> Concluir(const protocolo::Orden& orden);
+  std::optional<protocolo::ResultadoDeOrden> Cumplir(const protocolo::Orden& orden);
+  bool PrepararBorrador(VistaBytes imagen);
+  void Contar();
+  void DarCuenta();
+
+  Via& via_;
+  Espera& espera_;
+  Reloj& reloj_;
+  const Plazos& plazos_;
+  Avisos avisos_;
+  std::int32_t llamada_ = 0;  // identifier that is called
+  std::uint16_t propia_ = 0;  // and the one that the unit gave
+  bool conocida_ = false;
+  int intentos_;
+  bool hay_camino_ = false;
+  bool reabrir_ = false;  // the connection closed, and may be opened again
+  std::uint16_t eco_ = 0;
+  std::uint32_t sesion_;
+  std::uint16_t secuencia_ = 0;
+  std::int64_t contado_ = 0;
+  bool contando_ = false;
+};
+
+}  // namespace utr::enlace

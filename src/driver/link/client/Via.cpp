@@ -1,0 +1,153 @@
+#include "driver/link/client/Via.h"
+
+#include "base/Error.h"
+#include "driver/ErroresDeEnlace.h"
+#include "driver/Textos.h"
+#include "driver/link/transport/Modem.h"
+
+namespace utr::enlace {
+
+namespace {
+
+constexpr const char* kOrigen = "Comunicador";
+
+}  // namespace
+
+Via::Via(Tendido& tendido, DispositivoDe dispositivos, Espera& espera, const Plazos& plazos)
+    : tendido_(tendido), dispositivos_(std::move(dispositivos)), espera_(espera), plazos_(plazos) {}
+
+void Via::Conectar(std::string_view enlace, std::string_view puerto) {
+  const auto pedido = LeerEnlace(enlace);
+  const int numero = NumeroDePuerto(puerto);
+  if (!pedido || numero == 0) Lanzar(error::kLlamada, kOrigen);
+  Desconectar();
+  if (pedido->por_ip) {
+    direccion_ = pedido->direccion;
+    puerto_ip_ = numero;
+    if (!AbrirIp()) {
+      throw Error(error_enlace::kDireccionMuda, kOrigen,
+                  "La dirección " + direccion_ + ", puerto " + std::to_string(numero) + ", no responde");
+    }
+    por_ip_ = true;
+    ajustes_ = direccion_ + ",n,8,1";
+  } else {
+    const auto dispositivo = dispositivos_(numero);
+    if (!dispositivo) {
+      throw Error(error_enlace::kPuertoInexistente, kOrigen, "El puerto COM " + std::to_string(numero) + " no existe");
+    }
+    dispositivo_ = *dispositivo;
+    velocidad_ = pedido->velocidad;
+    AbrirSerie();
+    ajustes_ = std::to_string(velocidad_) + ",n,8,1";
+  }
+  caida_ = false;
+}
+
+void Via::AbrirSerie() {
+  serie_ = std::make_unique<Conversacion>(tendido_.AbrirSerie(dispositivo_, velocidad_), Medio::kSerie, velocidad_,
+                                          espera_, plazos_, trafico_);
+  perdida_ = false;
+}
+
+bool Via::AbrirIp() {
+  ip_.reset();
+  try {
+    auto linea = tendido_.AbrirTcp(direccion_, puerto_ip_);
+    if (!espera_.Establecer(*linea, espera_.Ahora() + plazos_.tcp)) return false;
+    ip_ = std::make_unique<Conversacion>(std::move(linea), Medio::kTcp, 0, espera_, plazos_, trafico_);
+    return true;
+  } catch (const Error& falla) {
+    if (falla.Numero() != error_enlace::kDireccionMuda) throw;
+    return false;
+  }
+}
+
+// A modem that doesn't answer any more can't be hung up; the port is closed all the same, and DTR falls with it.
+void Via::Colgar() {
+  if (!serie_ || serie_->DeMedio() != Medio::kLlamada) return;
+  serie_->PonerMedio(Medio::kSerie);
+  espera_.Obstinarse(true);
+  try {
+    Modem(serie_->Canal(), espera_).Colgar();
+  } catch (const Error&) {  // NOLINT(bugprone-empty-catch)
+  }
+  espera_.Obstinarse(false);
+}
+
+void Via::Desconectar() {
+  Colgar();
+  serie_.reset();
+  ip_.reset();
+  por_ip_ = false;
+  perdida_ = false;
+}
+
+bool Via::Llamar(std::string_view numero, std::string_view comandos) {
+  if (!serie_ || numero.empty()) return false;
+  Colgar();
+  try {
+    if (!Modem(serie_->Canal(), espera_).Llamar(numero, comandos)) return false;
+  } catch (const Error& falla) {
+    if (falla.Numero() == error_enlace::kCancelada) return false;
+    Perder(falla);
+    throw;
+  }
+  serie_->PonerMedio(Medio::kLlamada);
+  caida_ = false;
+  return true;
+}
+
+bool Via::Rts(bool activo) {
+  return serie_ && serie_->Canal().Rts(activo);
+}
+
+bool Via::PorIP(bool activo) {
+  const bool otra = activo != por_ip_;
+  por_ip_ = activo;
+  if (otra) caida_ = false;
+  return otra;
+}
+
+bool Via::DireccionIP(std::string_view direccion) {
+  if (direccion == direccion_) return false;
+  direccion_ = direccion;
+  ip_.reset();
+  return true;
+}
+
+bool Via::PuertoIP(std::string_view puerto) {
+  const int numero = NumeroDePuerto(puerto);
+  if (numero == puerto_ip_) return false;
+  puerto_ip_ = numero;
+  ip_.reset();
+  return true;
+}
+
+Conversacion* Via::Abierta() {
+  if (por_ip_) {
+    const bool sirve = ip_ && !ip_->Gastada();
+    return sirve || (puerto_ip_ != 0 && EsDireccionIP(direccion_) && AbrirIp()) ? ip_.get() : nullptr;
+  }
+  if (!serie_ && perdida_) AbrirSerie();
+  return serie_.get();
+}
+
+bool Via::Perder(const Error& falla) {
+  if (falla.Numero() != error_enlace::kLineaPerdida) return false;
+  caida_ = true;
+  if (por_ip_) {
+    ip_.reset();
+    return true;
+  }
+  // Of a call that ended the port is still there: what is heard on it from now on is the modem.
+  const bool llamada = serie_ && serie_->DeMedio() == Medio::kLlamada;
+  if (llamada && falla.ErrorDelSistema() == 0) {
+    serie_->PonerMedio(Medio::kSerie);
+  } else {
+    serie_.reset();
+    perdida_ = true;
+  }
+  return false;
+}
+
+}  // namespace utr::enlace

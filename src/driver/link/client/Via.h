@@ -1,0 +1,74 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "base/Error.h"
+#include "driver/link/client/Conversacion.h"
+
+namespace utr::enlace {
+
+// The device of a port number; nothing for a number that no device has. Raises what keeps it from being known.
+using DispositivoDe = std::function<std::optional<std::string>(int numero)>;
+
+// The way to the unit, as the computer sees it: the serial port, the call over it, the connection over IP, and which of
+// them is used.
+class Via {
+ public:
+  Via(Tendido& tendido, DispositivoDe dispositivos, Espera& espera, const Plazos& plazos);
+
+  // Comunicador::Conectar, Desconectar, LlamarTelefono, ModoConexion.
+  void Conectar(std::string_view enlace, std::string_view puerto);
+  void Desconectar();
+  bool Llamar(std::string_view numero, std::string_view comandos);
+  bool Rts(bool activo);
+
+  // True: the way is another one than before.
+  bool PorIP(bool activo);
+  bool DireccionIP(std::string_view direccion);
+  bool PuertoIP(std::string_view puerto);
+
+  // The line on which the unit is reached, opened when need be: over IP a connection that isn't there or was closed,
+  // after a lost port the same device once more. None: nobody could be reached. Raises when the port can't be opened
+  // again.
+  Conversacion* Abierta();
+
+  // The line failed with an error; a port that is gone counts as closed from now on. True: another try may do, since
+  // over IP a connection is opened again.
+  bool Perder(const Error& falla);
+
+  // An answer came, or the unit went silent or away.
+  void Contestada(bool contestada) { caida_ = !contestada; }
+
+  bool HayPuerto() const { return serie_ != nullptr; }
+  bool Arriba() const { return (por_ip_ ? ip_ != nullptr : serie_ != nullptr) && !caida_; }
+  const std::string& Ajustes() const { return ajustes_; }
+  const Trafico& Cuenta() const { return trafico_; }
+  void ContarReintento() { ++trafico_.reintentos; }
+
+ private:
+  void AbrirSerie();
+  bool AbrirIp();
+  void Colgar();
+
+  Tendido& tendido_;
+  DispositivoDe dispositivos_;
+  Espera& espera_;
+  const Plazos& plazos_;
+  Trafico trafico_;
+  std::unique_ptr<Conversacion> serie_;
+  std::unique_ptr<Conversacion> ip_;
+  std::string dispositivo_;
+  std::int32_t velocidad_ = 0;
+  bool perdida_ = false;  // the port went away without being asked to
+  bool por_ip_ = false;
+  std::string direccion_;
+  int puerto_ip_ = 0;
+  std::string ajustes_;
+  bool caida_ = false;
+};
+
+}  // namespace utr::enlace

@@ -1,0 +1,55 @@
+#include "session/SituacionDelEnlace.h"
+
+namespace utr {
+
+namespace {
+
+struct Palabras {
+  const char* texto;
+  const char* detalle;
+};
+
+// In the order of ClaseDeUnidad.
+constexpr Palabras kPalabras[] = {
+    {"Estación simulada", "La UTR es una simulación de este programa: nada de lo que se graba llega a una unidad."},
+    {"Estación de práctica",
+     "Al otro extremo de la línea hay una estación de práctica: nada de lo que se graba llega a una unidad real."},
+    {"Unidad real", "Al otro extremo de la línea hay una UTR: lo que se graba queda en ella."},
+    {"Unidad sin identificar",
+     "Lo que se pide sale por una línea, y todavía no contestó nadie. Puede ser una UTR: lo que se graba queda en "
+     "ella."},
+};
+
+const Palabras& De(ClaseDeUnidad clase) {
+  return kPalabras[static_cast<std::size_t>(clase)];
+}
+
+}  // namespace
+
+void SituacionDelEnlace::PonerClase(ClaseDeUnidad clase) {
+  clase_ = clase;
+  if (aviso_) aviso_();
+}
+
+void SituacionDelEnlace::PonerCuenta(const CuentaDeLinea& cuenta) {
+  cuenta_ = cuenta;
+  if (aviso_) aviso_();
+}
+
+std::string TextoDe(ClaseDeUnidad clase) {
+  return De(clase).texto;
+}
+
+std::string DetalleDe(ClaseDeUnidad clase) {
+  return De(clase).detalle;
+}
+
+std::string TextoDe(const CuentaDeLinea& cuenta) {
+  const std::uint64_t bytes = cuenta.enviados + cuenta.recibidos;
+  if (bytes == 0) return {};
+  const std::string reintentos =
+      std::to_string(cuenta.reintentos) + (cuenta.reintentos == 1 ? " reintento" : " reintentos");
+  return std::to_string(bytes) + " bytes, " + reintentos;
+}
+
+}  // namespace utr

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+namespace utr {
+
+// Who is at the other end, as far as the program knows.
+enum class ClaseDeUnidad : std::uint8_t {
+  kSimulada,     // the station in the program's own process
+  kDePractica,   // a station to practise with, over a wire
+  kReal,         // a unit over a wire
+  kDesconocida,  // over a wire, and it hasn't said who it is
+};
+
+// What went over the wire since the beginning of the run.
+struct CuentaDeLinea {
+  std::uint64_t enviados = 0;   // bytes
+  std::uint64_t recibidos = 0;  // bytes
+  std::uint64_t reintentos = 0;
+};
+
+// What whoever has the driver tells whoever shows the link, beside the driver's contract: one object in the program's
+// run. It shows nothing itself.
+class SituacionDelEnlace {
+ public:
+  ClaseDeUnidad Clase() const noexcept { return clase_; }
+  const CuentaDeLinea& Cuenta() const noexcept { return cuenta_; }
+
+  void PonerClase(ClaseDeUnidad clase);
+  void PonerCuenta(const CuentaDeLinea& cuenta);
+
+  // Who shows it; one at a time, none with an empty function. Told at each change, also in the middle of an operation.
+  void AlCambiar(std::function<void()> aviso) { aviso_ = std::move(aviso); }
+
+ private:
+  ClaseDeUnidad clase_ = ClaseDeUnidad::kSimulada;
+  CuentaDeLinea cuenta_;
+  std::function<void()> aviso_;
+};
+
+// "Estación simulada", and the sentence that says more.
+std::string TextoDe(ClaseDeUnidad clase);
+std::string DetalleDe(ClaseDeUnidad clase);
+
+// "12345 bytes, 3 reintentos"; empty for a line on which nothing went.
+std::string TextoDe(const CuentaDeLinea& cuenta);
+
+}  // namespace utr

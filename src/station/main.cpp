@@ -1,0 +1,51 @@
+#include <sys/signalfd.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <iostream>
+
+#include "base/Error.h"
+#include "driver/simulated/server/Servidor.h"
+
+namespace {
+
+// SIGINT and SIGTERM as something to be read, so that the station ends between two requests.
+utr::enlace::Descriptor SenialesDeFin() {
+  sigset_t seniales;
+  sigemptyset(&seniales);
+  for (const int senial : {SIGINT, SIGTERM, SIGHUP}) sigaddset(&seniales, senial);
+  sigprocmask(SIG_BLOCK, &seniales, nullptr);
+  std::signal(SIGPIPE, SIG_IGN);
+  return utr::enlace::Descriptor(::signalfd(-1, &seniales, SFD_CLOEXEC));
+}
+
+void Decir(std::string_view linea) {
+  std::cout << linea << std::endl;
+}
+
+void Correr(const utr::simulada::Opciones& opciones) {
+  const utr::enlace::Descriptor fin = SenialesDeFin();
+  std::error_code falla;
+  const auto propio = std::filesystem::read_symlink("/proc/self/exe", falla);
+  const auto modelo = opciones.control ? std::filesystem::path{} : propio.parent_path() / "UTRSimulada.toml";
+  utr::simulada::Servidor servidor(opciones, modelo, Decir);
+  servidor.Correr(fin.Numero(), opciones.control ? STDIN_FILENO : -1, Decir);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    const std::vector<std::string_view> argumentos(argv + 1, argv + argc);
+    const auto opciones = utr::simulada::LeerOpciones(argumentos);
+    if (opciones.ayuda) {
+      std::cout << utr::simulada::Ayuda();
+    } else {
+      Correr(opciones);
+    }
+    return 0;
+  } catch (...) {
+    std::cerr << "utr-estacion: " << utr::ErrorActual().Descripcion() << std::endl;
+    return 1;
+  }
+}

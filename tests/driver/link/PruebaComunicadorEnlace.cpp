@@ -1,0 +1,340 @@
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "base/Error.h"
+#include "driver/TablasRegistros.h"
+#include "driver/link/BancoEnlace.h"
+#include "support/NumeroDeError.h"
+#include "support/Tablas.h"
+
+// What the driver over a wire does beyond its contract: where the line ends in the middle of something, where the unit
+// changes while it is read, and what its reads cost.
+namespace utr::prueba {
+namespace {
+
+using protocolo::Bytes;
+using protocolo::VistaBytes;
+
+constexpr const char* kLento = "[linea]\nlatencia_ms = 50\n";  // so that every answer is waited for
+
+std::vector<std::string> Filas(const TablaPtr& tabla) {
+  std::vector<std::string> filas;
+  for (const TablaPtr clon = tabla->Clone(); !clon->Eof(); clon->MoveNext()) {
+    std::string fila;
+    for (std::size_t c = 0; c < clon->FieldCount(); ++c) fila += clon->Texto(c) + "|";
+    filas.push_back(std::move(fila));
+  }
+  return filas;
+}
+
+class Enlace : public testing::Test {
+ protected:
+  Comunicador& Driver() { return banco.Driver(); }
+  simulada::Estacion& Unidad() { return banco.Viva().Unidad(); }
+  std::uint64_t Pedidos() { return banco.Enlace().Cuenta().pedidos; }
+  void PorTcp() {
+    Driver().PorIP(true);
+    Driver().DireccionIP(banco.direccion);
+    Driver().PuertoIP(banco.puerto_ip);
+    Driver().IdEquipo(banco.identificador);
+  }
+  // What a channel's records of some days are, straight from the memory.
+  std::vector<std::string> Datos(int canal, const std::string& desde, const std::string& hasta) {
+    paginas::FilasMuestras filas;
+    Unidad().memoria.RecorrerPila(Unidad().canales.PilaDe(canal), [&](auto pagina, const auto& cabecera) {
+      if (cabecera.canal == canal) filas.Agregar(pagina, cabecera, paginas::LeerRango(desde, hasta), {});
+    });
+    return Filas(filas.Terminar());
+  }
+  std::string Hace(int dias) { return TextoFecha(FechaDeDias(DiasDesde1970(banco.Ahora()) - dias)); }
+
+  // A channel's ring gone round, and everything known that isn't read anew each time.
+  void LlenarAnillos() {
+    banco.Escenario("[historia]\ndias = 200\n");
+    banco.Conectar();
+    Driver().ConfiguracionAlmacenada(true);
+  }
+
+  BancoEnlace banco{false};
+};
+
+// Every operation that waits for the unit, and how it tells that it failed.
+struct Operacion {
+  const char* nombre;
+  std::function<bool(Comunicador&)> fallo;
+};
+std::vector<Operacion> Operaciones() {
+  const auto tabla = [] { return TablaDeTextos({"Canal", "AMax"}, {{"1", "7"}}); };
+  const auto agenda = [] {
+    return TablaDeTextos({"HorarioInteger", "TOblig", "TWind", "TCond"}, {{"7", "Si", "No", "No"}});
+  };
+  return {{"LeerFechaHora", [](Comunicador& c) { return c.LeerFechaHora().empty(); }},
+          {"LeerEstado", [](Comunicador& c) { return c.LeerEstado() < 0; }},
+          {"LeerPagina", [](Comunicador& c) { return c.LeerPagina("0", false).empty(); }},
+          {"LeerPaginaFlash", [](Comunicador& c) { return c.LeerPaginaFlash(0, 0).empty(); }},
+          {"LeerAgenda", [](Comunicador& c) { return c.LeerAgenda() == nullptr; }},
+          {"ConfiguracionAlmacenada", [](Comunicador& c) { return c.ConfiguracionAlmacenada(true) == nullptr; }},
+          {"LeerInstantaneos", [](Comunicador& c) { return c.LeerInstantaneos() == nullptr; }},
+          {"LeerDatos", [](Comunicador& c) { return c.LeerDatos("", "", 0) == nullptr; }},
+          {"LeerEventos", [](Comunicador& c) { return c.LeerEventos("", "") == nullptr; }},
+          {"LeerColaTx", [](Comunicador& c) { return c.LeerColaTx("", "") == nullptr; }},
+          {"LeerDatosCartucho", [](Comunicador& c) { return c.LeerDatosCartucho("", "", 0) == nullptr; }},
+          {"BorrarFlash", [](Comunicador& c) { return !c.BorrarFlash(); }},
+          {"ReiniciarUTR", [](Comunicador& c) { return !c.ReiniciarUTR("14"); }},
+          {"GrabarFechaHora", [](Comunicador& c) { return !c.GrabarFechaHora(); }},
+          {"GrabarEstado", [](Comunicador& c) { return !c.GrabarEstado("4/0"); }},
+          {"EscribirPagina", [](Comunicador& c) { return !c.EscribirPagina("7", "1,2"); }},
+          {"GrabarEvento", [](Comunicador& c) { return !c.GrabarEvento("1", "128/0/40/0"); }},
+          {"GrabarParametrizacion", [=](Comunicador& c) { return !c.GrabarParametrizacion(*tabla()); }},
+          {"GrabarAgenda", [=](Comunicador& c) { return !c.GrabarAgenda(*agenda()); }},
+          {"GrabarSalidaDigital", [](Comunicador& c) { return !c.GrabarSalidaDigital(1, true); }}};
+}
+
+bool EsLectura(const Operacion& operacion) {
+  return std::string_view(operacion.nombre).starts_with("Leer") ||
+         std::string_view(operacion.nombre).starts_with("Conf");
+}
+
+}  // namespace
+
+TEST_F(Enlace, LaEstacionMuereEnMedioDeCadaOperacionYLaSiguienteSigue) {
+  for (const bool por_tcp : {false, true}) {
+    for (const Operacion& operacion : Operaciones()) {
+      BancoEnlace otro{true};
+      otro.Escenario(kLento);
+      otro.por_ip = por_tcp;
+      otro.Conectar();
+      ASSERT_NE(otro.Driver().LeerFechaHora(), "");
+      bool murio = false;
+      otro.AlEsperar([&] {
+        murio = true;
+        otro.MatarEstacion();
+      });
+      bool fallo = false;
+      const std::int32_t numero = NumeroDeError([&] { fallo = operacion.fallo(otro.Driver()); });
+      EXPECT_TRUE(murio) << operacion.nombre;
+      if (!por_tcp) {
+        EXPECT_EQ(numero, error_enlace::kLineaPerdida) << operacion.nombre;
+        EXPECT_FALSE(otro.Driver().EstadoPuerto());
+        EXPECT_FALSE(otro.Driver().EstadoEnlace());
+      } else {
+        EXPECT_EQ(numero, 0) << operacion.nombre << ": a connection is opened again without a word";
+        EXPECT_FALSE(fallo && EsLectura(operacion)) << operacion.nombre;
+      }
+      EXPECT_NE(otro.Driver().LeerFechaHora(), "") << operacion.nombre;
+      EXPECT_EQ(otro.Driver().EstadoPuerto(), !por_tcp);
+      EXPECT_TRUE(otro.Driver().EstadoEnlace());
+    }
+  }
+}
+
+TEST_F(Enlace, CancelarTerminaLoQueCorreYNadaMas) {
+  banco.Escenario(kLento);
+  banco.Conectar();
+  Driver().Cancelar(false);  // nothing runs
+  for (const Operacion& operacion : Operaciones()) {
+    ASSERT_NE(Driver().LeerFechaHora(), "") << operacion.nombre;
+    std::int64_t cancelada = 0;
+    banco.AlEsperar([&] {
+      cancelada = banco.reloj.Milisegundos();
+      Driver().Cancelar(false);
+    });
+    bool fallo = false;
+    const std::int32_t numero = NumeroDeError([&] { fallo = operacion.fallo(Driver()); });
+    ASSERT_NE(cancelada, 0) << operacion.nombre;
+    if (EsLectura(operacion)) {
+      EXPECT_EQ(numero, error_enlace::kCancelada) << operacion.nombre;
+      EXPECT_LE(banco.reloj.Milisegundos() - cancelada, 100) << operacion.nombre;
+    } else {
+      EXPECT_TRUE(numero == error_enlace::kCancelada || (numero == 0 && !fallo)) << operacion.nombre << numero;
+    }
+    banco.Pasar(10);  // of a restart
+    EXPECT_NE(Driver().LeerFechaHora(), "") << operacion.nombre;
+  }
+}
+
+TEST_F(Enlace, UnaOrdenEnviadaEsperaSuResultado) {
+  banco.Escenario(kLento);
+  banco.Conectar();
+  ASSERT_NE(Driver().LeerFechaHora(), "");
+  banco.AlEsperar([&] { Driver().Cancelar(false); });
+  EXPECT_TRUE(Driver().GrabarSalidaDigital(1, true));
+  EXPECT_TRUE(Unidad().salidas[0]);
+}
+
+TEST_F(Enlace, OtraLlamadaMientrasUnaCorreSeRechaza) {
+  banco.Escenario(kLento);
+  banco.Conectar();
+  for (const Operacion& otra : Operaciones()) {
+    std::int32_t numero = 0;
+    banco.AlEsperar([&] { numero = NumeroDeError([&] { otra.fallo(Driver()); }); });
+    EXPECT_NE(Driver().LeerFechaHora(), "") << otra.nombre;
+    EXPECT_EQ(numero, error_enlace::kOcupado) << otra.nombre;
+  }
+  EXPECT_FALSE(Unidad().salidas[0]);
+}
+
+TEST_F(Enlace, LaLlamadaQueSeCortaSeDiceYNoSeMarcaDeNuevo) {
+  Driver().Conectar(banco.enlace, banco.puerto_modem);
+  ASSERT_TRUE(Driver().LlamarTelefono("4800", "ATZ"));
+  ASSERT_NE(Driver().LeerFechaHora(), "");
+  banco.Escenario("[linea]\ncorta_despues = 1\n");
+  EXPECT_EQ(NumeroDeError([&] { Driver().LeerDatos("", "", 0); }), error_enlace::kLineaPerdida);
+  EXPECT_FALSE(Driver().EstadoEnlace());
+  banco.Escenario("");
+  EXPECT_EQ(Driver().LeerFechaHora(), "") << "nobody dials but the operator";
+  EXPECT_TRUE(Driver().LlamarTelefono("4800", "ATZ"));
+  EXPECT_NE(Driver().LeerFechaHora(), "");
+}
+
+TEST_F(Enlace, LaUnidadQueNoEsLaLlamadaNoSeToca) {
+  PorTcp();
+  Driver().IdEquipo(120 + 247);  // the same address, another unit
+  EXPECT_EQ(Driver().LeerFechaHora(), "");
+  EXPECT_FALSE(Driver().GrabarSalidaDigital(1, true));
+  EXPECT_FALSE(Unidad().salidas[0]);
+  Driver().IdEquipo(120);
+  EXPECT_TRUE(Driver().GrabarSalidaDigital(1, true));
+}
+
+TEST_F(Enlace, UnaConexionCerradaEnElOcioSeReabreSinGastarIntentos) {
+  PorTcp();
+  banco.Escenario("[linea]\ncorta_despues = 2\n");
+  for (int i = 0; i < 6; ++i) EXPECT_NE(Driver().LeerPagina("35", true), "") << i << ": it is tried once";
+}
+
+// The second copy is still coming in when the next request goes out, and has the same form as its answer.
+TEST_F(Enlace, UnaRespuestaDobleNoEsLaDelPedidoSiguiente) {
+  banco.Escenario("[linea]\nrespuesta_doble = 1\n[tiempos]\nlinea = 1\n");
+  banco.Conectar();
+  for (std::int16_t pagina = 0; pagina < 60; ++pagina) {
+    EXPECT_EQ(Driver().LeerPaginaFlash(0, pagina), Unidad().memoria.TextoDePagina(0, pagina)) << pagina;
+  }
+}
+
+TEST_F(Enlace, UnaFlashEnteraConUnoPorCientoDePerdidasEsLaFlash) {
+  banco.Escenario("[linea]\npedido_perdido = 0.004\nrespuesta_perdida = 0.003\nruido = 0.00001\n");
+  banco.Conectar();
+  int distintas = 0;
+  for (std::int16_t pista = 0; pista < 32; ++pista) {
+    for (std::int16_t pagina = 0; pagina < 1024; ++pagina) {
+      distintas += Driver().LeerPaginaFlash(pista, pagina) == Unidad().memoria.TextoDePagina(pista, pagina) ? 0 : 1;
+    }
+  }
+  EXPECT_EQ(distintas, 0);
+  EXPECT_GT(banco.Enlace().Cuenta().reintentos, 50U);
+}
+
+TEST_F(Enlace, UnDiaDeUnCanalCuestaSeisPedidosMasQueSusPaginas) {
+  LlenarAnillos();
+  Driver().LeerFechaHora();
+  for (int dias = 0; dias < 120; dias += 7) {
+    const std::string dia = Hace(dias);
+    std::size_t paginas = 0;
+    Unidad().memoria.RecorrerPila(Unidad().canales.PilaDe(1), [&](auto, const auto& cabecera) {
+      paginas += TextoFecha(FechaDeDias(DiasDesde1970(FechaHora{2000, 1, 1}) + cabecera.dia)) == dia ? 1 : 0;
+    });
+    const std::uint64_t antes = Pedidos();
+    const auto leidas = Filas(Driver().LeerDatos(dia, dia, 0));
+    EXPECT_EQ(leidas, Datos(1, dia, dia));
+    EXPECT_GT(paginas, 5U) << dia;
+    EXPECT_LE(Pedidos() - antes, (paginas + 2) / 3 + 6) << dia;
+  }
+}
+
+// A damaged page says anything of its day; what others say is found all the same.
+TEST_F(Enlace, LasPaginasDaniadasNoEscondenLasOtras) {
+  LlenarAnillos();
+  std::mt19937 azar(7);
+  auto bytes = Unidad().memoria.Bytes();
+  for (int vuelta = 0; vuelta < 12; ++vuelta) {
+    for (int i = 0; i < 60; ++i) {
+      const std::size_t pagina = std::uniform_int_distribution<std::size_t>(0, 3071)(azar);
+      const bool dia = i % 2 == 0;
+      bytes[pagina * 64 + (dia ? 4 + azar() % 2 : azar() % 64)] = static_cast<std::uint8_t>(azar());
+    }
+    const std::string desde = Hace(static_cast<int>(azar() % 120));
+    for (const std::string& hasta : {desde, Hace(static_cast<int>(azar() % 120)), std::string()}) {
+      EXPECT_EQ(Filas(Driver().LeerDatos(desde, hasta, 0)), Datos(1, desde, hasta)) << desde << " " << hasta;
+    }
+  }
+}
+
+// While a ring is read the unit goes on: pages are begun, and in a full ring the oldest ones are overwritten.
+TEST_F(Enlace, LoQueCambiaMientrasSeLeeEsLoQueHayAlFinal) {
+  LlenarAnillos();
+  for (const double dias : {0.2, 3.0}) {
+    banco.Escenario(std::string("[historia]\ndias = 200\n") + kLento);
+    for (const std::string& desde : {std::string(), Hace(400), Hace(120), Hace(2)}) {
+      banco.AlEsperar([&] { banco.Pasar(dias * 86400); });
+      const auto leidas = Filas(Driver().LeerDatos(desde, "", 0));
+      EXPECT_EQ(leidas, Datos(1, desde, "")) << desde << " " << dias;
+    }
+    banco.AlEsperar([&] { Unidad().BorrarFlash(Segundos(banco.Ahora())); });
+    const auto leidas = Filas(Driver().LeerDatos("", "", 0));
+    EXPECT_EQ(leidas, Datos(1, "", ""));
+    banco.Pasar(86400 * 50.0);
+  }
+}
+
+TEST_F(Enlace, LasPaginasAdelantadasNoEnvejecen) {
+  banco.Conectar();
+  const auto leer = [&](int pagina) { return Driver().LeerPaginaFlash(0, static_cast<std::int16_t>(pagina)); };
+  const auto cambiar = [&](std::size_t pagina) { Unidad().memoria.Bytes()[pagina * 64 + 9] ^= 1; };
+  const auto es = [&](int pagina) { return leer(pagina) == Unidad().memoria.TextoDePagina(0, pagina); };
+  leer(0);
+  const std::uint64_t antes = Pedidos();
+  EXPECT_TRUE(es(1));
+  EXPECT_EQ(Pedidos(), antes) << "it came with the first one";
+  cambiar(2);
+  Driver().LeerFechaHora();
+  EXPECT_TRUE(es(2)) << "another operation lies between";
+  cambiar(3);
+  banco.Pasar(6);
+  EXPECT_TRUE(es(3)) << "it is too old";
+}
+
+// A unit that gives one page a request at most, and has one that it can't give at all.
+TEST_F(Enlace, TresPaginasRechazadasSePidenUnaPorUna) {
+  constexpr std::uint16_t kMala = 2;
+  int rechazos = 0;
+  banco.en_lugar = [&](VistaBytes pdu) -> std::optional<Bytes> {
+    const auto partes = protocolo::LeerPedidoDeArchivos(pdu);
+    const bool de_flash = partes && partes->front().archivo == protocolo::archivo::kFlash;
+    const bool rechaza =
+        de_flash && (partes->front().registros > protocolo::kRegistrosPorPagina || partes->front().record == kMala);
+    if (!rechaza) return std::nullopt;
+    ++rechazos;
+    return protocolo::PduDeExcepcion(pdu.front(), protocolo::Excepcion::kValor);
+  };
+  PorTcp();
+  for (std::int16_t pagina = 0; pagina < 7; ++pagina) {
+    const std::string datos = Driver().LeerPaginaFlash(0, pagina);
+    EXPECT_EQ(datos, pagina == kMala ? "" : Unidad().memoria.TextoDePagina(0, pagina)) << pagina;
+  }
+  EXPECT_GE(rechazos, 3);
+  // Records without those of a refused page would be a table with a hole that nobody sees.
+  EXPECT_EQ(FallaDe([&] { Driver().LeerDatos("", "", 0); })->Numero(), error_enlace::kPaginaNegada);
+}
+
+TEST_F(Enlace, LaUnidadDeOtraVersionNoSeToca) {
+  banco.en_lugar = [&](VistaBytes pdu) -> std::optional<Bytes> {
+    const auto partes = protocolo::LeerPedidoDeArchivos(pdu);
+    if (!partes) return std::nullopt;
+    EXPECT_EQ(partes->front(), (protocolo::PedidoDeArchivo{protocolo::archivo::kRegistros, 0, 3}));
+    const std::uint16_t eco = partes->back().record;
+    const Bytes identidad{0, 120, 0, protocolo::kVersionDelMapa + 1, 0, 1};
+    return protocolo::RespuestaDeArchivos(
+        std::vector<Bytes>{identidad, {static_cast<std::uint8_t>(eco >> 8), static_cast<std::uint8_t>(eco)}});
+  };
+  PorTcp();
+  for (const Operacion& operacion : Operaciones()) {
+    EXPECT_EQ(NumeroDeError([&] { operacion.fallo(Driver()); }), error_enlace::kOtraVersion) << operacion.nombre;
+  }
+  EXPECT_FALSE(Unidad().salidas[0]);
+  banco.en_lugar = nullptr;
+  EXPECT_NE(Driver().LeerFechaHora(), "") << "another unit answers at the same place";
+}
+
+}  // namespace utr::prueba
