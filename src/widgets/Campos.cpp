@@ -36,6 +36,21 @@ class UnaLinea : public QRegularExpressionValidator {
   }
 };
 
+// Left to itself, Enter on a button that isn't the default one presses the default one, and nothing where there is
+// none.
+class BotonPropio : public QPushButton {
+ public:
+  using QPushButton::QPushButton;
+
+ protected:
+  void keyPressEvent(QKeyEvent* evento) override {
+    const bool entrar = evento->key() == Qt::Key_Return || evento->key() == Qt::Key_Enter;
+    if (!entrar) return QPushButton::keyPressEvent(evento);
+    evento->accept();
+    click();
+  }
+};
+
 }  // namespace
 
 void SinSaltosDeLinea(QLineEdit& campo) {
@@ -80,7 +95,7 @@ QLabel* Rotulo(const char* nombre, const QString& texto, QWidget* campo) {
 }
 
 QPushButton* Boton(const char* nombre, const QString& texto, QWidget* parent) {
-  auto* boton = new QPushButton(texto, parent);
+  auto* boton = new BotonPropio(texto, parent);
   boton->setObjectName(QString::fromLatin1(nombre));
   boton->setAutoDefault(false);
   return boton;

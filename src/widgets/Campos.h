@@ -36,7 +36,7 @@ class CampoDigitos : public CampoTexto {
 // A label whose mnemonic leads to `campo`, which takes the caption as its accessible name.
 QLabel* Rotulo(const char* nombre, const QString& texto, QWidget* campo);
 
-// A button with that object name, which isn.t taken for the default one.
+// A button with that object name, which isn't taken for the default one. While it has the keyboard, Enter presses it.
 QPushButton* Boton(const char* nombre, const QString& texto, QWidget* parent = nullptr);
 
 // The order in which Tab walks these controls.

@@ -10,7 +10,8 @@ namespace utr {
 // Names: conectar, desconectar, abrir, guardar, imprimir, exportar, orden-ascendente, orden-descendente,
 // iconos-grandes, iconos-pequenos, lista, detalles, ayuda, que-es-esto, salir, agenda, eventos, datos, parametrizar,
 // leer-configuracion, contrasena, puesta-en-marcha, puerto, salidas-digitales, comandos, configurar, recuperar,
-// procesar, visualizacion, cola-tx, exportar-configuracion, aviso, modificado, adminutr (the program's own, in its own
+// procesar, visualizacion, cola-tx, exportar-configuracion, aviso, modificado,
+// horario-nuevo, periodo-nuevo, borrar, borrar-todo, adminutr (the program's own, in its own
 // colours).
 QIcon IconoDe(const char* nombre);
 

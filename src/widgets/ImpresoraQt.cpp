@@ -1,5 +1,6 @@
 #include "widgets/ImpresoraQt.h"
 
+#include <QFontDatabase>
 #include <QGuiApplication>
 #include <QPagedPaintDevice>
 #include <QPainter>
@@ -152,6 +153,11 @@ double PuntosQueCaben(const Lineas& lineas, const QFont& letra, QPagedPaintDevic
   return std::max(kPuntosMinimos, kPuntos * pagina / ancho * 0.97);
 }
 
+QFont FuenteDe(LetraImpresion letra) {
+  return letra == LetraImpresion::kPareja ? QFontDatabase::systemFont(QFontDatabase::FixedFont)
+                                          : QGuiApplication::font();
+}
+
 }  // namespace
 
 int DibujarDocumento(QPagedPaintDevice& dispositivo, std::string_view texto, const QFont& letra) {
@@ -174,11 +180,11 @@ std::vector<std::string> ImpresoraQt::Nombres() {
   return nombres;
 }
 
-void ImpresoraQt::Imprimir(std::string_view nombre, std::string_view texto) {
+void ImpresoraQt::Imprimir(std::string_view nombre, std::string_view texto, LetraImpresion letra) {
   QPrinter impresora(QPrinter::HighResolution);
   impresora.setPrinterName(Q(nombre));
   impresora.setDocName(QStringLiteral("AdminUTR"));
-  if (!impresora.isValid() || DibujarDocumento(impresora, texto, QGuiApplication::font()) == 0) {
+  if (!impresora.isValid() || DibujarDocumento(impresora, texto, FuenteDe(letra)) == 0) {
     throw Error(kErrorImpresora, "Imprimir", "Error de impresora");
   }
 }

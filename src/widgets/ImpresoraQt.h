@@ -15,7 +15,7 @@ namespace utr {
 class ImpresoraQt : public Impresora {
  public:
   std::vector<std::string> Nombres() override;
-  void Imprimir(std::string_view nombre, std::string_view texto) override;
+  void Imprimir(std::string_view nombre, std::string_view texto, LetraImpresion letra) override;
 };
 
 // Draws the whole text on as many pages as it takes, with tab stops wide enough for the widest text of each column;

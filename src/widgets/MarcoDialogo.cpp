@@ -3,11 +3,19 @@
 #include <QDialog>
 #include <QHBoxLayout>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "widgets/Tamanos.h"
 
 namespace utr {
+namespace {
+
+// What a style adds to the sizes of controls once they are seen.
+constexpr int kHolgura = 8;
+
+}  // namespace
 
 QHBoxLayout* FilaDePie(const PieDialogo& pie, QLayout* a_la_izquierda) {
   auto* fila = new QHBoxLayout;
@@ -37,8 +45,21 @@ void ArmarDialogo(QDialog& dialogo, QLayout* cuerpo, const PieDialogo& pie, std:
   for (qsizetype i = 1; i < orden.size(); ++i) QWidget::setTabOrder(orden[i - 1], orden[i]);
 }
 
+AreaDesplazable::AreaDesplazable(QWidget* contenido, QWidget* parent) : QScrollArea(parent) {
+  setFrameShape(QFrame::NoFrame);
+  setFocusPolicy(Qt::NoFocus);  // Tab goes from field to field, and the one it reaches scrolls into sight
+  setWidgetResizable(true);
+  setWidget(contenido);
+  setMinimumWidth(contenido->minimumSizeHint().width() + verticalScrollBar()->sizeHint().width());
+}
+
+QSize AreaDesplazable::sizeHint() const {
+  const QSize ideal = widget()->sizeHint();
+  return {ideal.width(), std::max(ideal.height(), widget()->heightForWidth(ideal.width())) + kHolgura};
+}
+
 void AjustarTamano(QDialog& dialogo, const QSize& minimo) {
-  dialogo.resize(dialogo.sizeHint().expandedTo(minimo));
+  dialogo.resize(dialogo.sizeHint().expandedTo(minimo).boundedTo(SitioEnPantalla(dialogo)));
   RecordarTamano(&dialogo);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QScrollArea>
 #include <QSize>
 #include <initializer_list>
 
@@ -20,19 +21,26 @@ struct PieDialogo {
   QPushButton* aceptar = nullptr;   // at the right
   QPushButton* cancelar = nullptr;  // right of it
   QPushButton* ayuda = nullptr;     // at the left
-  bool por_defecto = true;          // Enter presses `aceptar`, or `cancelar` where it stands alone; false: no button
+  bool por_defecto = true;          // Enter in a field presses `aceptar`, or `cancelar` alone; false: no button
 };
 
 // The row itself, with what else stands in it right of Ayuda.
 QHBoxLayout* FilaDePie(const PieDialogo& pie, QLayout* a_la_izquierda = nullptr);
+
+// Content that scrolls where the screen has no room for all of it, and otherwise is as if it stood by itself.
+class AreaDesplazable : public QScrollArea {
+ public:
+  AreaDesplazable(QWidget* contenido, QWidget* parent);
+  QSize sizeHint() const override;
+};
 
 // Puts a dialog together: the body over the row, with the margins of all. Room that is left over goes to a body that
 // can grow, else between the two. Tab walks `campos` in that order, then Aceptar, Cancelar, Ayuda.
 void ArmarDialogo(QDialog& dialogo, QLayout* cuerpo, const PieDialogo& pie,
                   std::initializer_list<QWidget*> campos = {});
 
-// The first size of a dialog, that of its content and at least `minimo`, and from then on the one that it was left
-// with.
+// The first size of a dialog, that of its content and at least `minimo`, no larger than the screen, and from then on
+// the one that it was left with.
 void AjustarTamano(QDialog& dialogo, const QSize& minimo = {});
 
 }  // namespace utr

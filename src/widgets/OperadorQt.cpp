@@ -2,12 +2,15 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileIconProvider>
 #include <QFileInfo>
+#include <QGridLayout>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QStandardPaths>
 #include <algorithm>
@@ -20,6 +23,8 @@
 
 namespace utr {
 namespace {
+
+constexpr int kRenglonesDetalle = 8;
 
 QWidget* Encima() {
   QWidget* modal = QApplication::activeModalWidget();
@@ -77,11 +82,29 @@ constexpr BotonDeCaja kBotones[] = {
     {Botones::kOpciones, Respuesta::kPrimera, nullptr, QMessageBox::ActionRole},
     {Botones::kOpciones, Respuesta::kSegunda, nullptr, QMessageBox::ActionRole},
     {Botones::kOpciones, Respuesta::kCancelar, "Cancelar", QMessageBox::RejectRole},
+    {Botones::kAceptarOpcion, Respuesta::kAceptar, "Aceptar", QMessageBox::AcceptRole},
+    {Botones::kAceptarOpcion, Respuesta::kPrimera, nullptr, QMessageBox::ActionRole},
 };
 
 QString TextoDeBoton(const BotonDeCaja& boton, const Mensaje& mensaje) {
   if (boton.texto != nullptr) return QString::fromUtf8(boton.texto);
   return Q(mensaje.opciones[boton.respuesta == Respuesta::kPrimera ? 0 : 1]);
+}
+
+// A field with more lines between the text and the buttons of a box that has both.
+void AgregarDetalle(QMessageBox& caja, const QString& lineas) {
+  auto* reja = qobject_cast<QGridLayout*>(caja.layout());
+  auto* pie = caja.findChild<QDialogButtonBox*>();
+  auto* campo = new QPlainTextEdit(lineas);
+  campo->setObjectName("Detalle");
+  campo->setAccessibleName(QStringLiteral("Detalle"));
+  campo->setReadOnly(true);
+  campo->setTabChangesFocus(true);
+  campo->setMinimumHeight(kRenglonesDetalle * campo->fontMetrics().lineSpacing());
+  reja->removeWidget(pie);
+  reja->addWidget(campo, reja->rowCount(), 0, 1, reja->columnCount());
+  reja->addWidget(pie, reja->rowCount(), 0, 1, reja->columnCount());
+  caja.defaultButton()->setFocus();  // Enter is for the buttons
 }
 
 // Names the kinds of file in Spanish: Qt's own come from the desktop's database in the language of the process.
@@ -142,6 +165,8 @@ Respuesta OperadorQt::Mostrar(const Mensaje& mensaje) {
     if (boton.cuando != mensaje.botones) continue;
     QPushButton* puesto = caja.addButton(TextoDeBoton(boton, mensaje), boton.papel);
     if (boton.respuesta == DefectoDe(mensaje)) caja.setDefaultButton(puesto);
+    if (mensaje.botones == Botones::kAceptarOpcion && boton.respuesta == Respuesta::kAceptar)
+      caja.setEscapeButton(puesto);
     respuestas.append({puesto, boton.respuesta});
   }
   if (mensaje.botones == Botones::kSiNo) {
@@ -150,6 +175,7 @@ Respuesta OperadorQt::Mostrar(const Mensaje& mensaje) {
     cierre->setVisible(false);
     caja.setEscapeButton(cierre);
   }
+  if (!mensaje.detalle.empty()) AgregarDetalle(caja, Q(mensaje.detalle));
   caja.exec();
   for (const auto& [boton, respuesta] : respuestas) {
     if (caja.clickedButton() == boton) return respuesta;

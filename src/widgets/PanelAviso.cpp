@@ -5,6 +5,11 @@
 #include <QVBoxLayout>
 
 namespace utr {
+namespace {
+
+constexpr int kAnchoFlotante = 64;  // characters in a line of a floating panel
+
+}  // namespace
 
 PanelAviso::PanelAviso(const char* nombre, const QString& texto, QWidget* parent)
     : QFrame(parent), etiqueta_(new QLabel(texto, this)), detalle_(new QLabel(this)) {
@@ -44,7 +49,18 @@ void PanelAviso::Detallar(const QString& texto) {
   setAccessibleDescription(texto);
 }
 
+void PanelAviso::Flotar() {
+  flota_ = true;
+  etiqueta_->setMinimumWidth(etiqueta_->fontMetrics().averageCharWidth() * kAnchoFlotante);
+  hide();
+}
+
 void PanelAviso::Ver(bool visto) {
+  if (flota_ && visto) {
+    adjustSize();
+    move((parentWidget()->width() - width()) / 2, (parentWidget()->height() - height()) / 2);
+    raise();
+  }
   if (zona_ == nullptr) return setVisible(visto);
   if (visto) return zona_->Mostrar({this});
   if (!isHidden()) zona_->Mostrar({});

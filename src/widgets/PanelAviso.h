@@ -26,6 +26,9 @@ class PanelAviso : public QFrame {
   // Keeps the room of that line while it is empty, so that nothing moves when it comes.
   void ReservarDetalle();
 
+  // It has no room of its own: shown, it stands over the middle of its parent.
+  void Flotar();
+
   // Shows it, in place of its list where it has one, or takes it away.
   void Ver(bool visto);
 
@@ -35,6 +38,7 @@ class PanelAviso : public QFrame {
   QLabel* etiqueta_;
   QLabel* detalle_;
   ZonaLista* zona_ = nullptr;
+  bool flota_ = false;
 };
 
 // The place of a list with its panels: exactly the panels that are told are seen, or the list when there are none.

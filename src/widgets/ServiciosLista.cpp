@@ -13,9 +13,9 @@ constexpr std::string_view kFiltroImp = "Archivo para insercion manual(*.imp)|*.
 constexpr std::string_view kConfigurarImpresora = "Configurar Impresora";
 
 // What an export for manual insertion lacks, or nothing.
-const char* Falta(const TablaPtr& tabla) {
-  if (!tabla || !tabla->Abierta()) return "Debe leer datos para exportar";
-  return tabla->RecordCount() == 0 ? "No hay datos para exportar" : nullptr;
+std::string Falta(const TablaPtr& tabla, const std::string& sin_resultado) {
+  if (!tabla || !tabla->Abierta()) return sin_resultado;
+  return tabla->RecordCount() == 0 ? "No hay datos para exportar" : "";
 }
 
 }  // namespace
@@ -68,8 +68,13 @@ void ServiciosLista::GuardarComo(const Encabezado& encabezado) {
   if (ruta && ExportarLista(*ruta, encabezado, *renglones)) Informar("La lista ha sido exportada con éxito");
 }
 
+void ServiciosLista::FijarImp(int tipo, std::string exito) {
+  palabras_.tipo_imp = tipo;
+  palabras_.exito_imp = std::move(exito);
+}
+
 void ServiciosLista::ExportarImp(const TablaPtr& tabla) {
-  if (const char* falta = Falta(tabla)) {
+  if (const std::string falta = Falta(tabla, palabras_.sin_resultado); !falta.empty()) {
     contexto_.operador.Mostrar({falta, "Exportacion", Icono::kInformacion, Botones::kAceptar});
     return;
   }
@@ -87,15 +92,23 @@ void ServiciosLista::ExportarImp(const TablaPtr& tabla) {
 void ServiciosLista::Imprimir(const Encabezado& encabezado) {
   if (vista_.Lista().Cantidad() == 0) return;
   const auto renglones = ElegirRenglones("¿Qué desea imprimir?");
-  if (!renglones) return;
+  if (renglones)
+    Imprimir([&] { return ArmarDocumento(vista_.Lista(), encabezado(), *renglones); }, LetraImpresion::kComun);
+}
+
+void ServiciosLista::ImprimirTexto(const std::string& texto) {
+  Imprimir([&] { return texto; }, LetraImpresion::kPareja);
+}
+
+void ServiciosLista::Imprimir(const std::function<std::string()>& documento, LetraImpresion letra) {
   if (contexto_.eleccion.nombre.empty() && !ConfigurarImpresora()) return;
   Intentar(palabras_.procedimiento_imprimir, [&] {
     const PunteroDeEspera puntero(contexto_.operador);
-    const std::string documento = ArmarDocumento(vista_.Lista(), encabezado(), *renglones);
+    const std::string texto = documento();
     const std::vector<std::string> nombres = contexto_.impresora.Nombres();
     if (std::find(nombres.begin(), nombres.end(), contexto_.eleccion.nombre) == nombres.end()) return;
     for (int copia = 0; copia < contexto_.eleccion.copias; ++copia)
-      contexto_.impresora.Imprimir(contexto_.eleccion.nombre, documento);
+      contexto_.impresora.Imprimir(contexto_.eleccion.nombre, texto, letra);
   });
 }
 

@@ -22,6 +22,7 @@ struct PalabrasLista {
   std::string procedimiento_imp = "Exportar";   // name of the .imp command: in the error log
   int tipo_imp = 1;                             // 0 events, 1 data
   std::string exito_imp = "La lista de datos ha sido exportada con éxito";
+  std::string sin_resultado = "Debe leer datos para exportar";  // said when there is nothing to export yet
 };
 
 // The services that every list window ends in: save as text, export for manual insertion, print, choose the printer.
@@ -45,6 +46,9 @@ class ServiciosLista {
   // cancel.
   void GuardarComo(const Encabezado& encabezado);
 
+  // What the .imp export writes from now on, and says then.
+  void FijarImp(int tipo, std::string exito);
+
   // Writes the .imp file of the table, which is the private copy of the window: null before any read. All rows,
   // whatever the filter.
   void ExportarImp(const TablaPtr& tabla);
@@ -53,10 +57,14 @@ class ServiciosLista {
   // was chosen yet. Nothing with an empty list.
   void Imprimir(const Encabezado& encabezado);
 
+  // Prints a text that isn't the list and is aligned with blanks, in the same way.
+  void ImprimirTexto(const std::string& texto);
+
   // The printer dialog. True: one was chosen, and is remembered until the program ends.
   bool ConfigurarImpresora();
 
  private:
+  void Imprimir(const std::function<std::string()>& documento, LetraImpresion letra);
   std::optional<Renglones> ElegirRenglones(const std::string& pregunta);
   void Informar(const std::string& texto);
   void Intentar(std::string_view procedimiento, const std::function<void()>& accion);

@@ -1,11 +1,15 @@
 #include "widgets/Tamanos.h"
 
 #include <QEvent>
+#include <QScreen>
 #include <QSettings>
 #include <QWidget>
 
 namespace utr {
 namespace {
+
+// Title bar and borders.
+constexpr QSize kMarcoDelEscritorio(16, 40);
 
 QSettings Archivo() {
   return QSettings(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("AdminUTR"), QStringLiteral("ventanas"));
@@ -26,12 +30,17 @@ class Guardian : public QObject {
 
 }  // namespace
 
+QSize SitioEnPantalla(const QWidget& ventana) {
+  return ventana.screen()->availableSize() - kMarcoDelEscritorio;
+}
+
 void RecordarTamano(QWidget* ventana) {
   const QByteArray guardado = Archivo().value(ventana->objectName()).toByteArray();
   if (!guardado.isEmpty() && ventana->restoreGeometry(guardado)) {
     // The size alone: a window that is hidden before it was put in its place tells a wrong one, and a dialog belongs
     // over its parent anyway.
     ventana->setAttribute(Qt::WA_Moved, false);
+    if (!ventana->isMaximized()) ventana->resize(ventana->size().boundedTo(SitioEnPantalla(*ventana)));
   }
   new Guardian(ventana);
 }

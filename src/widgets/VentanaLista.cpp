@@ -7,6 +7,8 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QSplitter>
+#include <QTabBar>
 #include <QToolBar>
 #include <QTreeView>
 #include <QVBoxLayout>
@@ -27,6 +29,21 @@ constexpr int kBajoLaBarra = 8;
 constexpr int kEntrePartes = 10;
 constexpr int kEntreLineas = 20;
 constexpr QSize kIcono(22, 22);
+
+bool EsDePestanias(const QWidget* control) {
+  return qobject_cast<const QTabBar*>(control) != nullptr;
+}
+
+// One over the other, with a bar between them that the operator moves; the upper one takes what is left over.
+QWidget* Dividir(QWidget* arriba, QWidget* abajo) {
+  auto* partes = new QSplitter(Qt::Vertical);
+  partes->setChildrenCollapsible(false);
+  partes->addWidget(arriba);
+  partes->addWidget(abajo);
+  partes->setStretchFactor(0, 1);
+  partes->setStretchFactor(1, 0);
+  return partes;
+}
 
 }  // namespace
 
@@ -232,7 +249,15 @@ void VentanaLista::Titular(const QString& titulo) {
   servicios_.Titular(U(titulo));
 }
 
-void VentanaLista::Armar(QWidget* encima, const PieDialogo& pie, const QSize& tamano, QWidget* debajo) {
+void VentanaLista::FijarImp(int tipo, const char* exito) {
+  servicios_.FijarImp(tipo, exito);
+}
+
+void VentanaLista::ImprimirTexto(const std::string& texto) {
+  UnaVez([&] { servicios_.ImprimirTexto(texto); })();
+}
+
+void VentanaLista::Armar(QWidget* encima, const PieDialogo& pie, const QSize& tamano, QWidget* debajo, bool divisible) {
   encima_ = encima;
   debajo_ = debajo;
   pie_ = pie;
@@ -242,8 +267,12 @@ void VentanaLista::Armar(QWidget* encima, const PieDialogo& pie, const QSize& ta
   cuerpo->setContentsMargins(kMargenVentana, kBajoLaBarra, kMargenVentana, kMargenVentana);
   cuerpo->setSpacing(kEntrePartes);
   if (encima_ != nullptr) cuerpo->addWidget(encima_);
-  cuerpo->addWidget(zona_, 1);
-  if (debajo_ != nullptr) cuerpo->addWidget(debajo_);
+  if (divisible) {
+    cuerpo->addWidget(Dividir(zona_, debajo_), 1);
+  } else {
+    cuerpo->addWidget(zona_, 1);
+    if (debajo_ != nullptr) cuerpo->addWidget(debajo_);
+  }
   cuerpo->addLayout(FilaDePie(pie_, lineas_));
   auto* todo = new QVBoxLayout(this);
   todo->setContentsMargins(0, 0, 0, 0);
@@ -263,6 +292,8 @@ QList<QWidget*> VentanaLista::Alcanzables(QWidget* parte) {
     const bool alcanzable = (control->focusPolicy() & Qt::TabFocus) != 0 && control->focusProxy() == nullptr;
     if (alcanzable && control->window() == parte->window()) controles.append(control);  // not what pops up
   }
+  // The tabs of sheets come ahead of what the sheets hold.
+  std::stable_partition(controles.begin(), controles.end(), EsDePestanias);
   return controles;
 }
 
@@ -275,7 +306,8 @@ void VentanaLista::OrdenarTab() {
     if (boton != nullptr) orden.append(boton);
   }
   for (qsizetype i = 1; i < orden.size(); ++i) setTabOrder(orden[i - 1], orden[i]);
-  (orden.front() == lista_->CampoFiltro() ? lista_->Arbol() : orden.front())->setFocus();
+  QWidget* primero = *std::find_if_not(orden.begin(), orden.end(), EsDePestanias);
+  (primero == lista_->CampoFiltro() ? lista_->Arbol() : primero)->setFocus();
 }
 
 // --- The list --------------------------------------------------------------------------------------------------------
@@ -293,7 +325,9 @@ void VentanaLista::Contar() {
   QString texto;
   if (lista.Cantidad() != lista.Total()) {
     texto = QStringLiteral("A la vista: %1").arg(lista.Cantidad());
-    if (acciones_.contains("Export")) texto += QStringLiteral(" (Exportar los lleva todos)");
+    const auto exportar = acciones_.find("Export");
+    if (exportar != acciones_.end() && (!exportar->second.si || exportar->second.si()))
+      texto += QStringLiteral(" (Exportar los lleva todos)");
   }
   Decir(lblFiltradas_, texto);
   Habilitar();

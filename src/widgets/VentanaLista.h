@@ -68,11 +68,18 @@ class VentanaLista : public QDialog {
   ComandoVentana ComandoQueEsEsto();
 
   // Puts the window together: `encima` over the list (null: nothing), the buttons below, of which Cancelar
-  // rejects. `tamano`: the first size, at least. `debajo`: what stands between the list and the buttons, if anything.
-  void Armar(QWidget* encima, const PieDialogo& pie, const QSize& tamano, QWidget* debajo = nullptr);
+  // rejects. `tamano`: the first size, at least. `debajo`: what stands between the list and the buttons, if anything;
+  // with `divisible` the operator shares out the room between the two.
+  void Armar(QWidget* encima, const PieDialogo& pie, const QSize& tamano, QWidget* debajo = nullptr,
+             bool divisible = false);
 
   // Another caption of the window, and with it another title of the messages of the list services.
   void Titular(const QString& titulo);
+
+  // What the .imp export writes from now on (0 events, 1 data), and says then.
+  void FijarImp(int tipo, const char* exito);
+  // Prints a text that isn't the list and is aligned with blanks, in the way of the list.
+  void ImprimirTexto(const std::string& texto);
 
   // A panel that stands in the place of the list. "picInfo", which asks to wait, is there already.
   PanelAviso* Panel(const char* nombre, const char* texto);

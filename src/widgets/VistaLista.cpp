@@ -24,6 +24,7 @@ namespace {
 
 // Above this many selected rows only the current one is found again after a new order: the rest isn't worth the walk.
 constexpr std::size_t kMaximoConservado = 10000;
+constexpr int kLetrasALaVista = 60;  // of a cell at first; a double click on the border of the column shows all
 constexpr int kMargenCelda = 20;
 constexpr int kMargenRenglon = 6;
 constexpr int kMargenIcono = 28;
@@ -63,7 +64,6 @@ VistaLista::VistaLista(Columnas columnas, QWidget* parent)
   caja->setContentsMargins(0, 0, 0, 0);
   caja->addWidget(filtro_);
   caja->addWidget(arbol_, 1);
-  setFocusProxy(arbol_);
   AjustarColumnas();
 }
 
@@ -180,8 +180,13 @@ void VistaLista::Elegir(std::size_t posicion) {
 }
 
 void VistaLista::Ordenar(std::size_t columna, bool ascendente) {
+  if (std::find(ajenas_.begin(), ajenas_.end(), columna) == ajenas_.end()) {
+    columna_ordenada_ = columna;
+    return AplicarOrden({columna, !ascendente, false});
+  }
+  QuitarOrden(ascendente);
   columna_ordenada_ = columna;
-  AplicarOrden({columna, !ascendente, false});
+  PonerIcono();
 }
 
 void VistaLista::OrdenarComoTexto(std::size_t columna, bool ascendente) {
@@ -206,13 +211,7 @@ void VistaLista::QuitarOrden(bool ascendente) {
 
 void VistaLista::ClicColumna(std::size_t columna) {
   const bool ascendente = !ascendente_;
-  if (std::find(ajenas_.begin(), ajenas_.end(), columna) == ajenas_.end()) {
-    Ordenar(columna, ascendente);
-  } else {
-    QuitarOrden(ascendente);
-    columna_ordenada_ = columna;
-    PonerIcono();
-  }
+  Ordenar(columna, ascendente);
   emit Ordenada(columna, ascendente);
 }
 
@@ -264,11 +263,13 @@ void VistaLista::AjustarColumnas() {
   arbol_->header()->setStretchLastSection(columnas.empty() || columnas.back().orden != ClaseOrden::kNumero);
   const AnchoTexto celda(arbol_->fontMetrics());
   const AnchoTexto titulo(arbol_->header()->fontMetrics());
+  const int tope = kLetrasALaVista * arbol_->fontMetrics().averageCharWidth();
   for (std::size_t columna = 0; columna < columnas.size(); ++columna) {
     int ancho = titulo(columnas[columna].titulo) + kMargenIcono;
-    for (const std::string_view texto : lista.TextosDistintos(columna))
-      ancho = std::max(ancho, celda(texto) + kMargenCelda);
-    arbol_->setColumnWidth(static_cast<int>(columna), ancho);
+    const int margen = kMargenCelda + (columna == 0 ? ancho_marca_ : 0);
+    for (const std::string_view texto : lista.TextosDistintos(columna)) ancho = std::max(ancho, celda(texto) + margen);
+    // The last column is what a long one ahead of it would push out of sight.
+    arbol_->setColumnWidth(static_cast<int>(columna), columna + 1 < columnas.size() ? std::min(ancho, tope) : ancho);
   }
 }
 
@@ -276,6 +277,7 @@ void VistaLista::Marcar(std::function<bool(std::size_t fila)> marcada, const QIc
   modelo_->Marcar(std::move(marcada), icono, palabra);
   const int lado = arbol_->fontMetrics().height();
   arbol_->setIconSize(QSize(lado, lado));
+  ancho_marca_ = lado;
 }
 
 void VistaLista::SinFiltro() {

@@ -69,8 +69,8 @@ class VistaLista : public QWidget {
   void ClicColumna(std::size_t columna);
   void RepetirOrden();
 
-  // Columns in the table's order (the window orders the rows itself and shows the table anew): a click on them puts the
-  // icon and emits Ordenada but leaves the rows alone.
+  // Columns in the table's order (the window orders the rows itself and shows the table anew): Ordenar and a click on
+  // them put the icon and drop another column's order but leave the rows alone.
   void OrdenAjeno(std::size_t columna) { ajenas_.push_back(columna); }
 
   QTreeView* Arbol() { return arbol_; }
@@ -121,6 +121,7 @@ class VistaLista : public QWidget {
   std::optional<std::size_t> columna_ordenada_;
   std::optional<OrdenLista> orden_;
   bool ascendente_ = false;
+  int ancho_marca_ = 0;  // of the icon that rows may bear; 0: none does
   std::vector<std::size_t> ajenas_;
 };
 

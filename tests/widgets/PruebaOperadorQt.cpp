@@ -1,9 +1,12 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QDialogButtonBox>
 #include <QFileDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
@@ -69,7 +72,10 @@ INSTANTIATE_TEST_SUITE_P(Botones, PruebaRespuestas,
                                          CasoRespuesta{Botones::kOpciones, "Sólo los 3", Respuesta::kPrimera},
                                          CasoRespuesta{Botones::kOpciones, "Todos", Respuesta::kSegunda},
                                          CasoRespuesta{Botones::kOpciones, "Cancelar", Respuesta::kCancelar},
-                                         CasoRespuesta{Botones::kOpciones, nullptr, Respuesta::kCancelar}));
+                                         CasoRespuesta{Botones::kOpciones, nullptr, Respuesta::kCancelar},
+                                         CasoRespuesta{Botones::kAceptarOpcion, "Aceptar", Respuesta::kAceptar},
+                                         CasoRespuesta{Botones::kAceptarOpcion, "Sólo los 3", Respuesta::kPrimera},
+                                         CasoRespuesta{Botones::kAceptarOpcion, nullptr, Respuesta::kAceptar}));
 
 TEST(PruebaOperadorQt, EnterRespondeLoQueElMensajeDice) {
   const struct {
@@ -104,6 +110,23 @@ TEST(PruebaOperadorQt, UnMensajeEsTextoLlanoYSuPrimerBotonElPredeterminado) {
     caja->accept();
   });
   operador.Mostrar({"<b>uno</b>\n[ dos ]", "Atención", Icono::kCritico, Botones::kAceptar});
+}
+
+TEST(PruebaOperadorQt, ElDetalleSeVeEntreElTextoYLosBotones) {
+  OperadorQt operador;
+  AlAbrirse([](QWidget* dialogo) {
+    const auto& campo = Hallar<QPlainTextEdit>(*dialogo, "Detalle");
+    EXPECT_EQ(U(campo.toPlainText()), "uno\ndos");
+    EXPECT_TRUE(campo.isReadOnly());
+    const auto* texto = dialogo->findChild<QLabel*>("qt_msgbox_label");
+    EXPECT_LT(texto->geometry().bottom(), campo.geometry().top());
+    EXPECT_LT(campo.geometry().bottom(), dialogo->findChild<QDialogButtonBox*>()->geometry().top());
+    EXPECT_EQ(dialogo->focusWidget(), static_cast<QMessageBox*>(dialogo)->defaultButton());
+    Pulsar(dialogo, "Aceptar");
+  });
+  Mensaje mensaje{"Errores", "T", Icono::kInformacion, Botones::kAceptarOpcion, {"Otra vez", {}}};
+  mensaje.detalle = "uno\ndos";
+  EXPECT_EQ(operador.Mostrar(mensaje), Respuesta::kAceptar);
 }
 
 TEST(PruebaOperadorQt, ElRelojDeArenaDejaLugarALaCajaYVuelve) {

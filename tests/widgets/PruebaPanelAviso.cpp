@@ -2,7 +2,9 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QGuiApplication>
 #include <QLabel>
+#include <QScreen>
 
 #include "widgets/Iconos.h"
 #include "widgets/PanelAviso.h"
@@ -71,7 +73,9 @@ TEST(PruebaTamanos, UnaVentanaVuelveConElTamanoConQueQuedo) {
   };
   EXPECT_EQ(abrir("frmPrueba", QSize(500, 340)), QSize(320, 200));
   EXPECT_EQ(abrir("frmPrueba", QSize(510, 350)), QSize(500, 340));
-  EXPECT_EQ(abrir("frmOtra", QSize(400, 400)), QSize(320, 200));
+  EXPECT_EQ(abrir("frmOtra", QSize(5000, 400)), QSize(320, 200));
+  EXPECT_LT(abrir("frmOtra", QSize(400, 400)).width(), QGuiApplication::primaryScreen()->availableSize().width())
+      << "it was closed on a larger screen";
 }
 
 TEST(PruebaTamanos, UnDialogoVuelveSobreSuMadre) {
