@@ -24,6 +24,9 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
 endif()
 target_include_directories(adminutr_opciones INTERFACE ${CMAKE_SOURCE_DIR}/src)
 
+if(ADMINUTR_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
 if(ADMINUTR_SANITIZE)
   # Process-wide, so that headers of libraries are instrumented alike in every object.
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)

@@ -7,9 +7,13 @@
 #include <QTimer>
 #include <QTranslator>
 #include <clocale>
+#include <cstdio>
 
-#include "PuertosSimulados.h"
+#include "app/PuertosDelPrograma.h"
 #include "base/Reloj.h"
+#include "driver/ComunicadorAnotado.h"
+#include "driver/ComunicadorElegido.h"
+#include "driver/link/client/ComunicadorEnlace.h"
 #include "shell/windows/InstanciaUnica.h"
 #include "widgets/ImpresoraQt.h"
 #include "widgets/OperadorQt.h"
@@ -24,6 +28,18 @@ void CargarCatalogo(QTranslator& catalogo, const QString& nombre) {
   if (catalogo.load(nombre, propia) || catalogo.load(nombre, QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
     QCoreApplication::installTranslator(&catalogo);
   }
+}
+
+// What the driver over a wire learns goes to whoever shows it.
+utr::enlace::Avisos AvisosPara(utr::SituacionDelEnlace& situacion) {
+  return {.identificada =
+              [&situacion](bool de_practica) {
+                situacion.PonerClase(de_practica ? utr::ClaseDeUnidad::kDePractica : utr::ClaseDeUnidad::kReal);
+              },
+          .trafico =
+              [&situacion](const utr::enlace::Trafico& trafico) {
+                situacion.PonerCuenta({trafico.enviados, trafico.recibidos, trafico.reintentos});
+              }};
 }
 
 }  // namespace
@@ -47,16 +63,44 @@ int main(int argc, char** argv) {
   utr::InstanciaUnica instancia(carpeta);
   if (!instancia.Tomar()) return 0;
 
+  const auto eleccion = utr::EleccionDelEntorno();
+  if (!eleccion) {
+    std::fprintf(stderr, "AdminUTR: %s debe ser \"simulado\" o \"linea\"\n", utr::kVariableDeEleccion);
+    return 2;
+  }
+
   const utr::Atender atender = [] { QCoreApplication::processEvents(); };
   utr::RelojSistema reloj;
-  utr::ComunicadorSimulado comunicador(utr::Ruta(carpeta), reloj, atender);
+  utr::SituacionDelEnlace situacion;
+  utr::ComunicadorSimulado simulado(utr::Ruta(carpeta), reloj, atender);
+  utr::Bitacora bitacora(utr::Ruta(carpeta));
+  utr::NumerosDePuerto numeros(utr::Ruta(carpeta) / "Puertos.toml");
+  utr::enlace::TendidoDelEquipo tendido;
+  utr::ComunicadorEnlace enlace({.tendido = tendido,
+                                 .dispositivos = [&](int numero) { return numeros.De(numero); },
+                                 .reloj = reloj,
+                                 .atender = atender,
+                                 .bitacora = bitacora,
+                                 .avisos = AvisosPara(situacion)});
+  utr::ComunicadorAnotado anotado(enlace, bitacora, reloj);
+  utr::PuertosDelPrograma puertos(simulado, numeros, *eleccion);
+  utr::ComunicadorElegido comunicador(
+      simulado, anotado,
+      {.puerto_simulado = [&](int numero) { return puertos.EsSimulado(numero); },
+       .direccion_simulada = [&](std::string_view direccion) { return puertos.EsSimulada(direccion); }});
+  comunicador.AlElegir([&] {
+    situacion.PonerClase(comunicador.Simulado() ? utr::ClaseDeUnidad::kSimulada : utr::ClaseDeUnidad::kDesconocida);
+  });
+  if (*eleccion == utr::Eleccion::kLinea) situacion.PonerClase(utr::ClaseDeUnidad::kDesconocida);
   QTimer cada_segundo;
-  QObject::connect(&cada_segundo, &QTimer::timeout, [&comunicador] { comunicador.VaciarBitacora(); });
+  QObject::connect(&cada_segundo, &QTimer::timeout, [&] {
+    simulado.VaciarBitacora();
+    bitacora.Vaciar();
+  });
   cada_segundo.start(1000);
-  utr::PuertosSimulados puertos(comunicador);
   utr::OperadorQt operador;
   utr::ImpresoraQt impresora;
   const QString nombre = QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName();
   return utr::Ejecutar({comunicador, puertos, impresora, operador, reloj, atender, utr::Ruta(carpeta), utr::U(nombre),
-                        comunicador.Aviso()});
+                        simulado.Aviso().empty() ? numeros.Aviso() : simulado.Aviso(), &situacion});
 }

@@ -123,12 +123,15 @@ ConfigPtr ConfigColl::Add(std::int16_t canal, const Tabla& registro, std::string
     IgnorandoErrores([&] { std::visit(Lectura{registro, campo.columna, *config}, campo.miembro); });
   }
   config->Key = ClaveDe(std::to_string(canal));
-  const std::string clave_final = clave.empty() ? config->Key : std::string(clave);
-  if (Buscar(clave_final) == Count()) {
-    claves_.push_back(clave_final);
-    elementos_.push_back(config);
-  }
+  Add(config, clave);
   return config;
+}
+
+void ConfigColl::Add(ConfigPtr config, std::string_view clave) {
+  std::string clave_final(clave.empty() ? config->Key : clave);
+  if (Buscar(clave_final) != Count()) return;
+  claves_.push_back(std::move(clave_final));
+  elementos_.push_back(std::move(config));
 }
 
 ConfigPtr ConfigColl::Item(std::int16_t canal) const {

@@ -29,6 +29,10 @@ class ConfigColl {
   // its field as it was; nothing is raised. `clave` empty: the channel's own key.
   ConfigPtr Add(std::int16_t canal, const Tabla& registro, std::string_view clave = {});
 
+  // Takes in an object that exists already, shared with whoever holds it; `Key` and all else in it stay. `clave` empty:
+  // the object's own key. A key that is taken already leaves the collection as it is.
+  void Add(ConfigPtr config, std::string_view clave = {});
+
   // The object of a channel number or of its text (blanks around it don't count), or null.
   ConfigPtr Item(std::int16_t canal) const;
   ConfigPtr Item(std::string_view canal) const;

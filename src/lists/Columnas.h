@@ -26,6 +26,7 @@ struct ColumnaLista {
   Presentacion presentacion = Presentacion::kTalCual;
   ClaseOrden orden = ClaseOrden::kTexto;
   std::string (*funcion)(std::string_view valor) = nullptr;  // for kFuncion alone; pure
+  int lugar = -1;  // position of the field, for tables that may repeat a name; -1: the name tells it
 };
 
 using Columnas = std::vector<ColumnaLista>;

@@ -179,7 +179,8 @@ void ListaTabla::Vaciar() noexcept {
 ListaTabla::Fuente ListaTabla::PrepararColumna(const Tabla& tabla, const ColumnaLista& columna) const {
   Fuente fuente;
   if (columna.presentacion == Presentacion::kGuion) return fuente;
-  const std::size_t campo = tabla.IndiceCampo(columna.campo);
+  const std::size_t campo =
+      columna.lugar >= 0 ? static_cast<std::size_t>(columna.lugar) : tabla.IndiceCampo(columna.campo);
   fuente.campo = static_cast<int>(campo);
   fuente.de_texto = ClaseDe(tabla.Field(campo).tipo) == Clase::kTexto;
   fuente.directa = fuente.de_texto && SeMuestraTalCual(columna);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,6 +13,9 @@ struct EleccionImpresora {
   int copias = 1;
 };
 
+// kPareja: all characters are as wide, for texts that are aligned with blanks.
+enum class LetraImpresion : std::uint8_t { kComun, kPareja };
+
 // The system's printers, as the list services see them.
 class Impresora {
  public:
@@ -21,7 +25,7 @@ class Impresora {
   virtual std::vector<std::string> Nombres() = 0;
 
   // Prints the text as one job. Raises Error 482 when the printer doesn't take it.
-  virtual void Imprimir(std::string_view nombre, std::string_view texto) = 0;
+  virtual void Imprimir(std::string_view nombre, std::string_view texto, LetraImpresion letra) = 0;
 };
 
 }  // namespace utr

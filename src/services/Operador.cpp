@@ -15,6 +15,8 @@ std::vector<Respuesta> RespuestasDe(Botones botones) {
       return {Respuesta::kSi, Respuesta::kNo};
     case Botones::kOpciones:
       return {Respuesta::kPrimera, Respuesta::kSegunda, Respuesta::kCancelar};
+    case Botones::kAceptarOpcion:
+      return {Respuesta::kAceptar, Respuesta::kPrimera};
     case Botones::kAceptar:
       break;
   }

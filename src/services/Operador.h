@@ -12,8 +12,9 @@
 namespace utr {
 
 enum class Icono { kNinguno, kInformacion, kExclamacion, kCritico, kPregunta };
-// kOpciones: a button for each of the message's own two options, and Cancelar.
-enum class Botones { kAceptar, kAceptarCancelar, kSiNo, kOpciones };
+// kOpciones: a button for each of the message's own two options, and Cancelar. kAceptarOpcion: Aceptar, which Esc and
+// the close button give too, and one for the first option.
+enum class Botones { kAceptar, kAceptarCancelar, kSiNo, kOpciones, kAceptarOpcion };
 // What the operator chose. The close button and Esc give kCerrado where the box has no button for them.
 enum class Respuesta { kAceptar, kCancelar, kSi, kNo, kPrimera, kSegunda, kCerrado };
 
@@ -22,8 +23,9 @@ struct Mensaje {
   std::string titulo;
   Icono icono = Icono::kNinguno;
   Botones botones = Botones::kAceptar;
-  std::array<std::string, 2> opciones{};  // captions, for kOpciones alone
+  std::array<std::string, 2> opciones{};  // captions, for the buttons that are the message's own
   std::optional<Respuesta> defecto{};  // what Enter answers; without one, or one that has no button: the first button
+  std::string detalle{};               // more lines, in a field that scrolls; empty: there is no such field
 };
 
 // What Enter answers in a box.

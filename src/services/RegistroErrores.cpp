@@ -44,6 +44,10 @@ std::string TextoFalla(Redaccion redaccion, std::string_view descripcion) {
       return fmt::format("[ \nLa operación solicitada no puede completarse{} ]", descripcion);
     case Redaccion::kSeleccionada:
       return fmt::format("[\nLa operación seleccionada no puede ser completada{}]", descripcion);
+    case Redaccion::kCenida:
+      return fmt::format("La operación solicitada no puede completarse\n[{}]", descripcion);
+    case Redaccion::kAsistente:
+      return TextoFalla(Redaccion::kCompletada, descripcion) + "\nEjecute el asistente de nuevo";
     case Redaccion::kCompletarse:
       break;
   }

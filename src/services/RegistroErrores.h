@@ -34,6 +34,8 @@ enum class Redaccion {
   kExportar,        // "La operacion no puede ser completada", line break, "[ ", description, " ]"
   kEntreCorchetes,  // "[ ", line break, "La operación solicitada no puede completarse", description, " ]"
   kSeleccionada,    // "[", line break, "La operación seleccionada no puede ser completada", description, "]"
+  kCenida,          // kCompletarse with "[" and "]" alone
+  kAsistente,       // kCompletada, line break, "Ejecute el asistente de nuevo"
 };
 std::string TextoFalla(Redaccion redaccion, std::string_view descripcion);
 

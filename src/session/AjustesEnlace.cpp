@@ -23,6 +23,12 @@ std::int32_t VelocidadSerie(const Propiedades& propiedades) {
   return EsNumerico(texto) ? std::max(0, propiedades.LeerEntero(clave::kVelocidad, kVelocidadDefecto)) : 0;
 }
 
+std::optional<std::string> TituloCon(const Propiedades& propiedades, std::string_view enlace) {
+  const std::int32_t identificador = propiedades.LeerEntero(clave::kIdentificador, 0);
+  if (identificador == 0) return std::nullopt;
+  return std::string(kTitulo) + std::string(enlace) + std::to_string(identificador);
+}
+
 void EscribirSerie(Propiedades& propiedades, const EntradaEnlace& entrada) {
   const std::int32_t puerto = entrada.puerto == 0 ? kPuertoDefecto : entrada.puerto;
   const std::int32_t velocidad = entrada.velocidad == 0 ? kVelocidadDefecto : entrada.velocidad;
@@ -113,9 +119,11 @@ bool HayPuertoSerie(const Propiedades& propiedades) {
 }
 
 std::optional<std::string> TituloTrasLectura(const Propiedades& propiedades) {
-  const std::int32_t identificador = propiedades.LeerEntero(clave::kIdentificador, 0);
-  if (identificador == 0) return std::nullopt;
-  return std::string(kTitulo) + " : Identificador: " + std::to_string(identificador);
+  return TituloCon(propiedades, " : Identificador: ");
+}
+
+std::optional<std::string> TituloTrasComandos(const Propiedades& propiedades) {
+  return TituloCon(propiedades, " - Identificador: ");
 }
 
 }  // namespace utr

@@ -69,5 +69,7 @@ bool HayPuertoSerie(const Propiedades& propiedades);
 
 // The caption of the main window behind a read; nothing without an identifier (0): it then stays as it is.
 std::optional<std::string> TituloTrasLectura(const Propiedades& propiedades);
+// The same behind the direct commands, which may have given the unit another one: it has a hyphen there.
+std::optional<std::string> TituloTrasComandos(const Propiedades& propiedades);
 
 }  // namespace utr

@@ -15,6 +15,12 @@ bool EsExportada(std::string_view ruta) {
 
 }  // namespace
 
+TablaPtr AbrirExportada(const std::filesystem::path& ruta) {
+  auto leida = std::make_shared<Tabla>();
+  leida->Open(ruta);
+  return leida;
+}
+
 bool LecturaConfiguracion::Preparar(const std::string& fuente) {
   RegistrandoYRelanzando(mod_.registro, "frmPPal", "Cargando Configuracion", [&] {
     AlFallar([&] { fuente == kFuenteUTR ? PrepararUTR() : PrepararArchivo(fuente); },
@@ -24,11 +30,7 @@ bool LecturaConfiguracion::Preparar(const std::string& fuente) {
 }
 
 TablaPtr LecturaConfiguracion::LeerArchivo(const std::string& ruta) const {
-  if (EsExportada(ruta)) {
-    auto leida = std::make_shared<Tabla>();
-    leida->Open(std::filesystem::path(ruta));
-    return leida;
-  }
+  if (EsExportada(ruta)) return AbrirExportada(ruta);
   TablaPtr leida = mod_.comunicador.LeerArchivoConfiguracion(ruta);
   if (!leida) Lanzar(error::kArchivo, "LeerArchivoConfiguracion");
   return leida;
@@ -37,7 +39,22 @@ TablaPtr LecturaConfiguracion::LeerArchivo(const std::string& ruta) const {
 void LecturaConfiguracion::PrepararArchivo(const std::string& ruta) {
   configuracion_leida_ = false;
   rec_config_ = LeerArchivo(ruta);
-  fuente_ = ruta;
+  Anotar(ruta);
+}
+
+void LecturaConfiguracion::Anotar(const std::string& fuente) {
+  fuente_ = fuente;
+  leida_el_ = mod_.reloj.Ahora();
+  ++lecturas_;
+}
+
+std::string LecturaConfiguracion::Descripcion() const {
+  if (!leida_el_) return {};
+  const std::string cuando = ", leída el " + TextoFechaHora(*leida_el_);
+  if (fuente_ != kFuenteUTR) return "del archivo " + fuente_ + cuando;
+  const std::int32_t identificador = equipo_leido_.identificador;
+  return "de la UTR, " + (identificador == 0 ? "sin identificador" : "identificador " + std::to_string(identificador)) +
+         cuando;
 }
 
 void LecturaConfiguracion::PrepararUTR() {
@@ -51,10 +68,27 @@ void LecturaConfiguracion::PrepararUTR() {
         rec_config_ = mod_.comunicador.ConfiguracionAlmacenada(true);
       },
       [&] { configuracion_leida_ = anterior; });
-  fuente_ = kFuenteUTR;
+  Anotar(std::string(kFuenteUTR));
   equipo_leido_ = EquipoActual();
   respaldo_.reset();
-  if (TieneFilas()) respaldo_ = respaldos_.Guardar(*rec_config_, MotivoRespaldo::kLectura);
+  if (!TieneFilas()) return;
+  Respaldar(*rec_config_);
+  respaldo_ = ultimo_respaldo_;
+}
+
+TablaPtr LecturaConfiguracion::LeerDeLaUTR() {
+  TablaPtr leida = mod_.comunicador.ConfiguracionAlmacenada(true);
+  if (leida && leida->Abierta() && leida->RecordCount() > 0) Respaldar(*leida);
+  return leida;
+}
+
+void LecturaConfiguracion::Respaldar(const Tabla& tabla) {
+  ultimo_respaldo_ = respaldos_.Guardar(tabla, MotivoRespaldo::kLectura);
+  equipo_respaldado_ = EquipoActual();
+}
+
+std::optional<ResultadoRespaldo> LecturaConfiguracion::RespaldoDelEquipo() const {
+  return equipo_respaldado_ == EquipoActual() ? ultimo_respaldo_ : std::nullopt;
 }
 
 LecturaConfiguracion::Equipo LecturaConfiguracion::EquipoActual() const {

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "base/Fechas.h"
 #include "session/ModRTU.h"
 #include "session/Respaldos.h"
 #include "tables/Tabla.h"
@@ -13,6 +15,9 @@ namespace utr {
 
 // The source of a read that means the unit; any other source is the path of a file.
 inline constexpr std::string_view kFuenteUTR = "RTU";
+
+// A saved table of channels, read without the driver. Raises for a file that can't be read or is none.
+TablaPtr AbrirExportada(const std::filesystem::path& ruta);
 
 // Owner of the table of channels (`RecConfig`) and the roads to it. The table is replaced whole by each read, and only
 // when the new one is whole.
@@ -31,11 +36,27 @@ class LecturaConfiguracion {
   // file that can't be read.
   TablaPtr LeerArchivo(const std::string& ruta) const;
 
+  // The table of channels as the unit gives it now, for whoever works on it beside the table on hand, which stays as
+  // it is and of the origin that it has. A table with rows is saved as a backup. The link must be open. Null when the
+  // unit answers without one; raises what the driver raises.
+  TablaPtr LeerDeLaUTR();
+
   // The table; null when nothing was read.
   const TablaPtr& RecConfig() const noexcept { return rec_config_; }
 
   // The source of the table on hand, kFuenteUTR or a path; empty when nothing was read.
   const std::string& Fuente() const noexcept { return fuente_; }
+
+  // When the table on hand was read; nothing before any read.
+  const std::optional<FechaHora>& LeidaEl() const noexcept { return leida_el_; }
+
+  // How many reads brought a table so far. Whoever asked for one learns by it whether the table on hand is a former
+  // one.
+  std::uint32_t Lecturas() const noexcept { return lecturas_; }
+
+  // The table on hand in words: "de la UTR, identificador 70, leída el 15/03/2026 10:00:00", or the path of its file.
+  // Empty when nothing was read.
+  std::string Descripcion() const;
 
   // There is a table with rows.
   bool TieneFilas() const;
@@ -60,8 +81,17 @@ class LecturaConfiguracion {
   // The backup made by the last read from the unit; nothing before one, and behind a read that brought no rows.
   const std::optional<ResultadoRespaldo>& RespaldoDeLectura() const noexcept { return respaldo_; }
 
+  // The backup of the last table with rows that came from the unit, whoever asked for it; nothing where there is none
+  // in this session, or the settings point at another unit since.
+  std::optional<ResultadoRespaldo> RespaldoDelEquipo() const;
+
   // Saves the table as a backup ahead of a write. Never raises; without a table it fails.
   ResultadoRespaldo RespaldarParaEscribir();
+
+  // Saves a table that was reviewed for commissioning. Never raises.
+  ResultadoRespaldo RespaldarRevisada(const Tabla& tabla) {
+    return respaldos_.Guardar(tabla, MotivoRespaldo::kAsistente);
+  }
 
   // Where the backups of the station lie; the folder may not be there yet.
   std::filesystem::path CarpetaDeRespaldos() const { return respaldos_.Carpeta(); }
@@ -80,7 +110,9 @@ class LecturaConfiguracion {
     bool operator==(const Equipo&) const = default;
   };
   Equipo EquipoActual() const;
+  void Respaldar(const Tabla& tabla);
 
+  void Anotar(const std::string& fuente);
   void PrepararArchivo(const std::string& ruta);
   void PrepararUTR();
   void AbrirEnlace();
@@ -89,8 +121,12 @@ class LecturaConfiguracion {
   Respaldos respaldos_;
   TablaPtr rec_config_;
   std::string fuente_;
+  std::optional<FechaHora> leida_el_;
+  std::uint32_t lecturas_ = 0;
   std::optional<ResultadoRespaldo> respaldo_;
   Equipo equipo_leido_;
+  std::optional<ResultadoRespaldo> ultimo_respaldo_;  // of any read from the unit
+  Equipo equipo_respaldado_;
   bool configuracion_leida_ = false;
 };
 

@@ -8,6 +8,7 @@
 #include "base/Reloj.h"
 #include "driver/Comunicador.h"
 #include "services/ContextoListas.h"
+#include "services/Diario.h"
 #include "services/Propiedades.h"
 #include "services/RegistroErrores.h"
 #include "session/Conexion.h"
@@ -45,6 +46,7 @@ struct ModRTU {
   std::filesystem::path archivo_ayuda{};
   EleccionImpresora eleccion_impresora{};  // no name until one was chosen
   std::string ruta_predefinida{};          // predefined parametrization in use
+  Diario diario{};                         // of what was done to the unit
 
   ContextoListas Listas() { return {comunicador, registro, operador, impresora, eleccion_impresora}; }
 };

@@ -19,7 +19,7 @@ constexpr std::string_view kModulo = "Respaldos";
 constexpr std::string_view kCarpeta = "Respaldos";
 constexpr std::string_view kSinIdentificador = "sin-identificador";
 
-constexpr std::array<std::string_view, 2> kMotivos{"lectura", "antes de escribir"};
+constexpr std::array<std::string_view, 3> kMotivos{"lectura", "antes de escribir", "asistente"};
 
 // The place of each part in a name: a digit for "0", any other character for itself. Names sort by time.
 constexpr std::string_view kFormaFecha = "0000-00-00 00.00.00";

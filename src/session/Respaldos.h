@@ -12,7 +12,8 @@
 
 namespace utr {
 
-enum class MotivoRespaldo : std::uint8_t { kLectura, kEscritura };
+// kAsistente: a table that was reviewed for commissioning, not one that the unit gave.
+enum class MotivoRespaldo : std::uint8_t { kLectura, kEscritura, kAsistente };
 
 // What became of a backup.
 struct ResultadoRespaldo {
@@ -23,8 +24,8 @@ struct ResultadoRespaldo {
   bool Guardado() const noexcept { return falla.empty(); }
 };
 
-// The tables of channels as the unit gave them, kept as exported configurations beside the program, in a folder for
-// each station: "Respaldos/70/2026-03-15 10.00.00 lectura.ucg".
+// The tables of channels as the unit gave them, and those that were reviewed for commissioning, kept as exported
+// configurations beside the program, in a folder for each station: "Respaldos/70/2026-03-15 10.00.00 lectura.ucg".
 class Respaldos {
  public:
   static constexpr std::size_t kPorEstacion = 100;

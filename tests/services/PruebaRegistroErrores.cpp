@@ -81,6 +81,9 @@ TEST_F(Registro, MuestraUnMensajeConSuRedaccion) {
       {Redaccion::kExportar, "La operacion no puede ser completada\n[ en uso ]"},
       {Redaccion::kEntreCorchetes, "[ \nLa operación solicitada no puede completarseen uso ]"},
       {Redaccion::kSeleccionada, "[\nLa operación seleccionada no puede ser completadaen uso]"},
+      {Redaccion::kCenida, "La operación solicitada no puede completarse\n[en uso]"},
+      {Redaccion::kAsistente,
+       "La operación solicitada no puede ser completada\n[en uso]\nEjecute el asistente de nuevo"},
   };
   for (const auto& caso : casos) {
     operador_.Espera(Mensaje{caso.texto, "Título", Icono::kCritico, Botones::kAceptar});

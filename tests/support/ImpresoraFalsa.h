@@ -12,11 +12,13 @@ namespace utr::prueba {
 class ImpresoraFalsa : public Impresora {
  public:
   std::vector<std::string> Nombres() override { return {"Oficina", "Laboratorio"}; }
-  void Imprimir(std::string_view nombre, std::string_view texto) override {
+  void Imprimir(std::string_view nombre, std::string_view texto, LetraImpresion letra) override {
+    letras.push_back(letra);
     trabajos.push_back(std::string(nombre) + ":" + std::string(texto));
     if (falla) throw Error(482, "Imprimir", "Error de impresora");
   }
   std::vector<std::string> trabajos;
+  std::vector<LetraImpresion> letras;  // of each job
   bool falla = false;
 };
 

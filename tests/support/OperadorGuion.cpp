@@ -9,6 +9,7 @@ namespace {
 Respuesta Cierre(Botones botones) {
   switch (botones) {
     case Botones::kAceptar:
+    case Botones::kAceptarOpcion:
       return Respuesta::kAceptar;
     case Botones::kAceptarCancelar:
     case Botones::kOpciones:
@@ -81,6 +82,7 @@ Respuesta OperadorGuion::Mostrar(const Mensaje& mensaje) {
     EXPECT_EQ(mensaje.botones, paso->mensaje.botones) << mensaje.texto;
     EXPECT_EQ(mensaje.opciones, paso->mensaje.opciones) << mensaje.texto;
     EXPECT_EQ(DefectoDe(mensaje), DefectoDe(paso->mensaje)) << mensaje.texto;
+    EXPECT_EQ(mensaje.detalle, paso->mensaje.detalle) << mensaje.texto;
   }
   return paso->respuesta;
 }

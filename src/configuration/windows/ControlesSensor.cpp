@@ -121,6 +121,7 @@ ControlesSensor::ControlesSensor(QDialog& dialogo) {
   ArmarOpciones();
   QLayout* predefinidas = ArmarPredefinidas();
   ArmarReparos();
+  ArmarRonda();
   cmdAceptar = Boton("cmd(0)", "Aceptar");
   cmdCancelar = Boton("cmd(1)", "Cancelar");
   cmdAyuda = Boton("cmdAyuda", "A&yuda");
@@ -316,6 +317,23 @@ void ControlesSensor::ArmarReparos() {
   }
 }
 
+void ControlesSensor::ArmarRonda() {
+  fraRonda = SinTitulo("fraRonda");
+  lblRonda = Muestra("lblRonda");
+  QFont letra = lblRonda->font();
+  letra.setBold(true);
+  lblRonda->setFont(letra);
+  cmdDejarRestantes = Boton("cmdDejarRestantes", "Dejar los &restantes como están");
+  cmdDejarRestantes->setToolTip("Este canal y los que faltan quedan con los valores que tienen");
+  auto* fila = new QHBoxLayout(fraRonda);
+  fila->setContentsMargins(0, 0, 0, 0);
+  fila->addWidget(lblRonda);
+  fila->addSpacing(kMargenVentana);
+  fila->addWidget(cmdDejarRestantes);
+  fila->addStretch(1);
+  fraRonda->hide();
+}
+
 QLayout* ControlesSensor::Cuerpo(QLayout* predefinidas) {
   auto* izquierda = new QVBoxLayout;
   izquierda->setSpacing(kEntreMarcos);
@@ -344,6 +362,7 @@ QLayout* ControlesSensor::Cuerpo(QLayout* predefinidas) {
   todo->addWidget(FramePPal);
   todo->addLayout(marcos);
   todo->addWidget(marco_reparos);
+  todo->addWidget(fraRonda);
   return todo;
 }
 
@@ -357,7 +376,7 @@ void ControlesSensor::OrdenarTab() {
                 chkFlagRegis_Dif});
   for (const auto campos : {Periodos(), Validaciones().subspan(4), Validaciones().first(4), Alarmas()}) agregar(campos);
   orden.append({CAlarmaON, optEstadoNormal[0], optEstadoNormal[1], LeerParam, cmdOtroArchivo, cmdCopiar, cmdReparo,
-                cmdAceptar, cmdCancelar, cmdAyuda});
+                cmdDejarRestantes, cmdAceptar, cmdCancelar, cmdAyuda});
   for (qsizetype i = 1; i < orden.size(); ++i) QWidget::setTabOrder(orden[i - 1], orden[i]);
 }
 

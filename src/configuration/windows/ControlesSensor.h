@@ -82,6 +82,11 @@ struct ControlesSensor {
   QLabel* lblReparos;
   QPushButton* cmdReparo;
 
+  // The place of the channel in a round through several; hidden without one.
+  QFrame* fraRonda;
+  QLabel* lblRonda;
+  QPushButton* cmdDejarRestantes;
+
   QPushButton* cmdAceptar;
   QPushButton* cmdCancelar;
   QPushButton* cmdAyuda;
@@ -96,6 +101,7 @@ struct ControlesSensor {
   void ArmarOpciones();
   QLayout* ArmarPredefinidas();
   void ArmarReparos();
+  void ArmarRonda();
   QLayout* Cuerpo(QLayout* predefinidas);
   void OrdenarTab();
 };

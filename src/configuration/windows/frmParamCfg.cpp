@@ -124,6 +124,10 @@ void frmParamCfg::Conectar() {
   connect(c_->cmdReparo, &QPushButton::clicked, this, &frmParamCfg::IrAlPrimero);
   connect(c_->cmdAceptar, &QPushButton::clicked, this, &frmParamCfg::Aceptar);
   connect(c_->cmdCancelar, &QPushButton::clicked, this, &frmParamCfg::reject);
+  connect(c_->cmdDejarRestantes, &QPushButton::clicked, this, [this] {
+    DejarRestantes = true;
+    reject();
+  });
   connect(c_->cmdAyuda, &QPushButton::clicked, this, [this] { AbrirAyuda(mod_.archivo_ayuda); });
 }
 
@@ -167,6 +171,12 @@ void frmParamCfg::FijarConfiguracion(ConfigPtr config) {
 void frmParamCfg::FijarColeccion(const ConfigColl* coleccion) {
   coleccion_ = coleccion;
   LlenarCopiar();
+}
+
+void frmParamCfg::FijarRonda(std::size_t lugar, std::size_t cuantos) {
+  c_->lblRonda->setText(QStringLiteral("Canal %1 de %2").arg(lugar).arg(cuantos));
+  c_->cmdCancelar->setToolTip("Este canal queda con los valores que tiene, y sigue el próximo");
+  c_->fraRonda->show();
 }
 
 void frmParamCfg::CargarComboTiposSensores(const EdicionSensor& edicion) {

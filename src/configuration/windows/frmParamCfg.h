@@ -30,6 +30,7 @@ class frmParamCfg : public QDialog {
   bool SoloParametros = false;  // validation limits and alarms alone can be edited, and "Leer" used
   bool SoloLectura = false;     // nothing can be edited
   bool Acepto = false;          // closed through "Aceptar" with the values stored in the channel
+  bool DejarRestantes = false;  // closed through the button that ends a round; the channel is as it was
 
   // Fills the dialog at once. The channel is the caller's own and takes the values when they are accepted.
   void FijarConfiguracion(ConfigPtr config);
@@ -37,6 +38,10 @@ class frmParamCfg : public QDialog {
 
   // The channels whose values can be copied into this one; they must outlive the dialog. Null: none.
   void FijarColeccion(const ConfigColl* coleccion);
+
+  // The channel is one of several that are shown one after the other: a line tells its place, counted from 1, and a
+  // button ends the round.
+  void FijarRonda(std::size_t lugar, std::size_t cuantos);
 
   void reject() override;
 

@@ -197,7 +197,7 @@ void frmParametrizacion::MostrarCambios() {
       SoloMirar() ? std::vector<CambioConfiguracion>{} : CambiosDe(inicial_, ColeccionCFG, mod_.catalogo);
   cambiados_.clear();
   for (const CambioConfiguracion& cambio : cambios) cambiados_.insert(cambio.canal);
-  cambios_->Mostrar(cambios);
+  cambios_->MostrarCambios(cambios);
 }
 
 QString frmParametrizacion::TextoOrigen() const {

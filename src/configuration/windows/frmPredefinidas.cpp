@@ -96,7 +96,7 @@ frmPredefinidas::frmPredefinidas(ModRTU& mod, QWidget* parent)
   connect(lista_, &VistaLista::Activada, this, &frmPredefinidas::accept);
   connect(aceptar_, &QPushButton::clicked, this, &frmPredefinidas::accept);
   connect(cancelar_, &QPushButton::clicked, this, &frmPredefinidas::reject);
-  lista_->setFocus();
+  lista_->Arbol()->setFocus();
   AjustarTamano(*this);
 }
 

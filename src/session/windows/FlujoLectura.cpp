@@ -1,6 +1,6 @@
 #include "session/windows/FlujoLectura.h"
 
-#include <QWidget>
+#include <QDialog>
 #include <memory>
 
 #include "session/AjustesEnlace.h"
@@ -103,7 +103,6 @@ bool FlujoLectura::Releer() {
   return leida;
 }
 
-// Fetches the table; the status bar says where its backup couldn't be kept.
 void FlujoLectura::Preparar(const std::string& fuente) {
   Verificacion({});
   lectura_.Preparar(fuente);
@@ -135,6 +134,21 @@ bool FlujoLectura::LeerParaExportar() {
     return false;
   if (!LeerConfiguracion({.DesdeUTROnly = true}) || !lectura_.LeidaDeLaUTR()) return false;
   return Preguntar(mod_.operador, Titulo(), "Se ha leido la configuración desde la UTR\n¿Desea exportarla ahora?");
+}
+
+void MostrarConConfiguracion(FlujoLectura& flujo, const char* procedimiento, const CrearVentana& crear) {
+  ModRTU& mod = flujo.Mod();
+  const auto mostrar = [&] {
+    if (!flujo.Lectura().LeidaDeLaUTR()) return flujo.OfrecerLectura();
+    std::unique_ptr<QDialog> ventana;
+    {
+      const PunteroDeEspera espera(mod.operador);
+      ventana = crear(flujo.Lectura().RecConfig());
+    }
+    ventana->exec();
+  };
+  RegistrandoYMostrando(mod.registro, mod.operador, kModulo, procedimiento, flujo.Titulo(), Redaccion::kCompletarse,
+                        mostrar);
 }
 
 }  // namespace utr

@@ -2,11 +2,13 @@
 
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <string>
 
 #include "session/LecturaConfiguracion.h"
 #include "session/ModRTU.h"
 
+class QDialog;
 class QWidget;
 
 namespace utr {
@@ -56,6 +58,10 @@ class FlujoLectura {
   // Saves the unit's configuration, which is read first when it isn't at hand. Failures are logged and raised.
   void ExportarConfiguracion();
 
+  // Fetches the table of a source, as LecturaConfiguracion tells; the status bar says where its backup couldn't be
+  // kept. Raises what the read raises.
+  void Preparar(const std::string& fuente);
+
   // Reads the unit again behind a write. False: the read failed, which was logged, or brought no rows; the table on
   // hand then counts as none of the unit's.
   bool Releer();
@@ -70,7 +76,6 @@ class FlujoLectura {
   std::string Titulo() const;
 
  private:
-  void Preparar(const std::string& fuente);
   void AceptarLectura(frmPresentacion& dialogo, const PedidoConfiguracion& pedido);
   bool LeerParaExportar();
   QWidget* Encima() const;
@@ -80,5 +85,12 @@ class FlujoLectura {
   QWidget& principal_;
   ServiciosPpal servicios_;
 };
+
+// Makes a window that works on the unit's configuration; the table is the one on hand, to be cloned.
+using CrearVentana = std::function<std::unique_ptr<QDialog>(const TablaPtr& rec_config)>;
+
+// Shows such a window modally. Without a configuration of the unit it offers to read it, and the window isn't opened in
+// that pass. Failures are logged under `procedimiento` and shown.
+void MostrarConConfiguracion(FlujoLectura& flujo, const char* procedimiento, const CrearVentana& crear);
 
 }  // namespace utr

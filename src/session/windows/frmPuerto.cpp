@@ -78,7 +78,7 @@ void frmPuerto::Armar() {
 }
 
 void frmPuerto::Llenar() {
-  CargarPuertos(*CPuerto_, PuertosFijos());
+  CargarPuertos(*CPuerto_, PuertosFijos(mod_.puertos));
   for (const std::int32_t velocidad : pagina0::kVelocidades)
     AgregarEntrada(*CVelocidad_, QString::number(velocidad), velocidad);
   const EntradaEnlace entrada = LeerEntrada(mod_.propiedades);

@@ -8,10 +8,13 @@
 
 namespace utr {
 
-std::vector<PuertoSerie> PuertosDelEquipo::Listar() {
-  std::vector<std::string> nombres;
-  for (const QSerialPortInfo& puerto : QSerialPortInfo::availablePorts()) nombres.push_back(U(puerto.portName()));
-  return NumerarPuertos(std::move(nombres));
+std::vector<Dispositivo> DispositivosDelEquipo() {
+  std::vector<Dispositivo> dispositivos;
+  for (const QSerialPortInfo& puerto : QSerialPortInfo::availablePorts()) {
+    const QString descripcion = puerto.description().isEmpty() ? QStringLiteral("Puerto serie") : puerto.description();
+    dispositivos.push_back({NombreDuradero(U(puerto.systemLocation()), "/dev/serial/by-id"), U(descripcion)});
+  }
+  return dispositivos;
 }
 
 void CargarPuertos(QComboBox& lista, const std::vector<PuertoSerie>& puertos) {

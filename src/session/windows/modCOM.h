@@ -4,14 +4,12 @@
 
 #include "session/AjustesEnlace.h"
 #include "session/ModRTU.h"
+#include "session/NumerosDePuerto.h"
 
 namespace utr {
 
-// The serial ports of this machine, through Qt's serial port library.
-class PuertosDelEquipo : public ListaDePuertos {
- public:
-  std::vector<PuertoSerie> Listar() override;
-};
+// The serial devices of this machine, through Qt's serial port library.
+std::vector<Dispositivo> DispositivosDelEquipo();
 
 // Fills a drop-down list with ports: "COM n", its number with the entry, the system name as tip.
 void CargarPuertos(QComboBox& lista, const std::vector<PuertoSerie>& puertos);

@@ -10,11 +10,9 @@ class frmPpal;
 struct AccionPpal {
   const char* texto;
   const char* icono;
-  void (frmPpal::*hacer)() = nullptr;  // nothing: not built yet, so that it stands in its place, disabled
-  bool reconecta = false;              // a port that was lost is asked about first
-  bool olvida_predefinida = false;     // the predefined parametrization in use is forgotten
-
-  bool Construida() const { return hacer != nullptr; }
+  void (frmPpal::*hacer)();
+  bool reconecta = false;           // a port that was lost is asked about first
+  bool olvida_predefinida = false;  // the predefined parametrization in use is forgotten
 };
 
 extern const std::array<AccionPpal, 9> kAcciones;   // "&Acciones"

@@ -21,17 +21,22 @@ BarraEstado::BarraEstado(QWidget* parent)
     : QStatusBar(parent),
       panel1_(Panel("Panel1")),
       verificacion_(Panel("Verificacion")),
+      trafico_(Panel("Trafico")),
       puerto_(Panel("PUERTO")),
       velocidad_(Panel("Velocidad")) {
   setObjectName("BarraEstado");
   addWidget(panel1_, 1);
   panel1_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);  // a long text makes no window wider
   addPermanentWidget(verificacion_);
+  addPermanentWidget(trafico_);
   addPermanentWidget(puerto_);
   addPermanentWidget(velocidad_);
   puerto_->setWhatsThis("El puerto por el que se habla con la UTR, o que no hay ninguno abierto.");
   verificacion_->setWhatsThis("Cuántos valores de la última grabación se releyeron iguales de la UTR.");
+  trafico_->setWhatsThis(
+      "Lo que fue y vino por la línea desde que comenzó el programa, y cuántos pedidos hubo que repetir.");
   Verificacion({});
+  Trafico({});
   velocidad_->setWhatsThis("La velocidad del puerto serie, o la dirección IP de la UTR.");
 }
 
@@ -47,6 +52,12 @@ void BarraEstado::Verificacion(std::string_view texto, std::string_view detalle)
   verificacion_->setToolTip(Q(detalle));
   verificacion_->setAccessibleDescription(Q(detalle));
   verificacion_->setVisible(!texto.empty());
+}
+
+void BarraEstado::Trafico(std::string_view texto) {
+  trafico_->setText(Q(texto));
+  trafico_->setVisible(!texto.empty());
+  trafico_->repaint();
 }
 
 void BarraEstado::Texto(std::string_view texto) {

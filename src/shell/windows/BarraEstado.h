@@ -24,6 +24,10 @@ class BarraEstado : public QStatusBar, public Progreso {
   // is what its tooltip says more.
   void Verificacion(std::string_view texto, std::string_view detalle = {});
 
+  // What goes over the wire; empty: nothing, and no panel. Seen at once, since the work that tells it may not let
+  // events run.
+  void Trafico(std::string_view texto);
+
   void Texto(std::string_view texto) override;
   void Rango(std::int64_t pasos) override;
   void Posicion(std::int64_t hechos) override;
@@ -38,6 +42,7 @@ class BarraEstado : public QStatusBar, public Progreso {
   std::int64_t hechos_ = 0;
   QLabel* panel1_;
   QLabel* verificacion_;
+  QLabel* trafico_;
   QLabel* puerto_;
   QLabel* velocidad_;
 };

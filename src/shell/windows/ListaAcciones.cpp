@@ -66,10 +66,9 @@ ListaAcciones::ListaAcciones(QWidget* parent)
   setFocusProxy(detalles_);
 }
 
-void ListaAcciones::Agregar(const QString& texto, const QIcon& icono, int indice, bool activa) {
+void ListaAcciones::Agregar(const QString& texto, const QIcon& icono, int indice) {
   auto* fila = new QStandardItem(icono, texto);
   fila->setData(indice, kIndice);
-  fila->setEnabled(activa);
   modelo_->appendRow(fila);
 }
 
@@ -115,12 +114,6 @@ void ListaAcciones::Elegir(int fila) {
   detalles_->setCurrentIndex(modelo_->index(fila, 0));
 }
 
-void ListaAcciones::ElegirPrimera() {
-  for (int fila = 0; fila < modelo_->rowCount(); ++fila) {
-    if (modelo_->item(fila)->isEnabled()) return Elegir(fila);
-  }
-}
-
 bool ListaAcciones::eventFilter(QObject* vigilado, QEvent* evento) {
   if (evento->type() == QEvent::KeyPress) {
     const int tecla = static_cast<QKeyEvent*>(evento)->key();
@@ -135,7 +128,7 @@ bool ListaAcciones::eventFilter(QObject* vigilado, QEvent* evento) {
 }
 
 void ListaAcciones::EjecutarFila(const QModelIndex& fila) {
-  if (fila.isValid() && (fila.flags() & Qt::ItemIsEnabled)) emit Ejecutar(fila.data(kIndice).toInt());
+  if (fila.isValid()) emit Ejecutar(fila.data(kIndice).toInt());
 }
 
 }  // namespace utr

@@ -19,7 +19,7 @@ class ListaAcciones : public QWidget {
  public:
   explicit ListaAcciones(QWidget* parent = nullptr);
 
-  void Agregar(const QString& texto, const QIcon& icono, int indice, bool activa);
+  void Agregar(const QString& texto, const QIcon& icono, int indice);
   void FijarVista(Vista vista);
   void Ordenar(bool ascendente);
 
@@ -30,11 +30,8 @@ class ListaAcciones : public QWidget {
   // Makes a row current.
   void Elegir(int fila);
 
-  // Makes the first row that can be used current.
-  void ElegirPrimera();
-
  signals:
-  // A double click on a row that can be used, or Enter with it selected.
+  // A double click on a row, or Enter with it selected.
   void Ejecutar(int indice);
 
  protected:

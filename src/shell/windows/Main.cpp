@@ -28,7 +28,8 @@ Main::Main(const Entorno& entorno)
            .atender = entorno.atender,
            .carpeta = entorno.carpeta,
            .nombre = entorno.nombre},
-      aviso_(entorno.aviso) {}
+      aviso_(entorno.aviso),
+      situacion_(entorno.situacion) {}
 
 Main::~Main() = default;
 
@@ -40,6 +41,7 @@ bool Main::Entrar() {
 
 int Main::Correr() {
   frmPpal ventana(mod_);
+  if (situacion_ != nullptr) ventana.Seguir(*situacion_);
   ventana.Cargar();
   ventana.Avisar(aviso_);
   ventana.show();

@@ -6,6 +6,7 @@
 
 #include "configuration/Catalogo.h"
 #include "session/ModRTU.h"
+#include "session/SituacionDelEnlace.h"
 
 namespace utr {
 
@@ -17,9 +18,10 @@ struct Entorno {
   Operador& operador;
   Reloj& reloj;
   Atender atender;
-  std::filesystem::path carpeta;  // folder of the executable
-  std::string nombre;             // its name, without extension
-  std::string aviso{};            // what panel 1 of the status bar says at the beginning
+  std::filesystem::path carpeta;            // folder of the executable
+  std::string nombre;                       // its name, without extension
+  std::string aviso{};                      // what panel 1 of the status bar says at the beginning
+  SituacionDelEnlace* situacion = nullptr;  // who is at the other end; none: the simulated station
 };
 
 // The program's run: settings, password, main window. It makes the shared state and holds it to the end.
@@ -43,6 +45,7 @@ class Main {
   Conexion conexion_;
   ModRTU mod_;
   std::string aviso_;
+  SituacionDelEnlace* situacion_;
 };
 
 // The whole program over a QApplication. Gives the exit code.

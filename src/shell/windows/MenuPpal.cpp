@@ -1,12 +1,14 @@
 #include "shell/windows/MenuPpal.h"
 
 #include <QActionGroup>
+#include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
 #include <QToolBar>
 
 #include "shell/windows/AccionesPpal.h"
 #include "widgets/Iconos.h"
+#include "widgets/TextoQt.h"
 
 namespace utr {
 
@@ -39,11 +41,14 @@ QAction* Entrada(QMenu* menu, const QString& nombre, const QString& texto, const
 
 }  // namespace
 
-MenuPpal::MenuPpal(QMainWindow* ventana) : QObject(ventana) {
+MenuPpal::MenuPpal(QMainWindow* ventana) : QObject(ventana), unidad_(new QLabel) {
   ArmarAcciones(ventana);
   ArmarVer(ventana);
   ArmarAyuda(ventana);
   ArmarBarra(ventana);
+  unidad_->setObjectName("Unidad");
+  ventana->menuBar()->setCornerWidget(unidad_);
+  MostrarUnidad(ClaseDeUnidad::kSimulada);
 }
 
 void MenuPpal::ArmarAcciones(QMainWindow* ventana) {
@@ -51,7 +56,6 @@ void MenuPpal::ArmarAcciones(QMainWindow* ventana) {
   for (std::size_t i = 0; i < kAcciones.size(); ++i) {
     QAction* accion =
         Entrada(mnuAcc, QString("mnuAcciones(%1)").arg(i), kAcciones[i].texto, IconoDe(kAcciones[i].icono));
-    accion->setEnabled(kAcciones[i].Construida());
     connect(accion, &QAction::triggered, this, [this, i] { emit Accion(static_cast<int>(i)); });
   }
   mnuAcc->addSeparator();
@@ -59,7 +63,6 @@ void MenuPpal::ArmarAcciones(QMainWindow* ventana) {
   for (std::size_t i = 0; i < kAvanzadas.size(); ++i) {
     QAction* accion =
         Entrada(mnuAvanzadas, QString("mnuAccAvanzadas(%1)").arg(i), kAvanzadas[i].texto, IconoDe(kAvanzadas[i].icono));
-    accion->setEnabled(kAvanzadas[i].Construida());
     connect(accion, &QAction::triggered, this, [this, i] { emit Avanzada(static_cast<int>(i)); });
   }
   mnuAcc->addSeparator();
@@ -138,6 +141,21 @@ QAction* MenuPpal::Agregar(QToolBar* barra, const char* clave, const char* texto
   if (grupo != nullptr) grupo->addAction(boton);
   botones_[clave] = boton;
   return boton;
+}
+
+// A colour of its own for each, so that the one that changes a unit isn't taken for the others. Both colours are given,
+// and so it can be read in any scheme.
+void MenuPpal::MostrarUnidad(ClaseDeUnidad clase) {
+  static constexpr std::array<const char*, 4> kColores{
+      "background: #f2c14e; color: black", "background: #2b6cb0; color: white", "background: #9b2c2c; color: white",
+      "background: #5f6368; color: white"};
+  unidad_->setText(Q(TextoDe(clase)));
+  unidad_->setToolTip(Q(DetalleDe(clase)));
+  unidad_->setWhatsThis(Q(DetalleDe(clase)));
+  unidad_->setStyleSheet(QString("QLabel { %1; border-radius: 3px; padding: 1px 8px; margin: 2px 6px; }")
+                             .arg(kColores.at(static_cast<std::size_t>(clase))));
+  // A menu bar looks at the size of its corner when it is put there.
+  if (auto* barra = qobject_cast<QMenuBar*>(unidad_->parentWidget())) barra->setCornerWidget(unidad_);
 }
 
 void MenuPpal::FijarVista(Vista vista) {

@@ -7,9 +7,11 @@
 #include <map>
 #include <string>
 
+#include "session/SituacionDelEnlace.h"
 #include "shell/windows/ListaAcciones.h"
 
 class QActionGroup;
+class QLabel;
 class QToolBar;
 
 namespace utr {
@@ -26,6 +28,9 @@ class MenuPpal : public QObject {
   void FijarConexion(bool conectado);
   // Shows or hides the two connection buttons with their separator.
   void MostrarConexion(bool visible);
+
+  // Who is at the other end of the link: always in sight, at the end of the menu bar.
+  void MostrarUnidad(ClaseDeUnidad clase);
 
   // A toolbar button by its key.
   QAction* Boton(const std::string& clave) const { return botones_.at(clave); }
@@ -53,6 +58,7 @@ class MenuPpal : public QObject {
   std::array<QAction*, 4> vistas_{};
   std::map<std::string, QAction*> botones_;
   QAction* separador_ = nullptr;
+  QLabel* unidad_;
 };
 
 }  // namespace utr

@@ -7,7 +7,12 @@
 
 #include "configuration/Catalogo.h"
 #include "configuration/windows/MostrarConfiguracion.h"
+#include "operations/windows/AlmacenAsistentesQt.h"
+#include "operations/windows/AsistenteParam.h"
+#include "operations/windows/MostrarOperaciones.h"
+#include "retrieved/windows/MostrarLector.h"
 #include "retrieved/windows/MostrarVistas.h"
+#include "schedule/windows/MostrarAgenda.h"
 #include "session/ArchivoAyuda.h"
 #include "session/OperacionesEnlace.h"
 #include "session/windows/frmConfirmPass.h"
@@ -54,6 +59,18 @@ frmPpal::frmPpal(ModRTU& mod, QWidget* parent)
 
 frmPpal::~frmPpal() {
   mod_.conexion.AlCambiar({});
+  if (situacion_ != nullptr) situacion_->AlCambiar({});
+}
+
+void frmPpal::Seguir(SituacionDelEnlace& situacion) {
+  situacion_ = &situacion;
+  const auto mostrar = [this] {
+    menu_->MostrarUnidad(situacion_->Clase());
+    const bool por_linea = situacion_->Clase() != ClaseDeUnidad::kSimulada;
+    barra_estado_->Trafico(por_linea ? TextoDe(situacion_->Cuenta()) : std::string());
+  };
+  situacion.AlCambiar(mostrar);
+  mostrar();
 }
 
 void frmPpal::ConectarControles() {
@@ -89,13 +106,12 @@ void frmPpal::Cargar() {
 
 void frmPpal::ArmarLista() {
   for (std::size_t i = 0; i < kAcciones.size(); ++i) {
-    lista_->Agregar(QString(kAcciones[i].texto).remove('&'), IconoDe(kAcciones[i].icono), static_cast<int>(i),
-                    kAcciones[i].Construida());
+    lista_->Agregar(QString(kAcciones[i].texto).remove('&'), IconoDe(kAcciones[i].icono), static_cast<int>(i));
   }
   lista_->FijarVista(Vista::kDetalles);
   menu_->FijarVista(Vista::kDetalles);
   lista_->Ordenar(true);
-  lista_->ElegirPrimera();
+  lista_->Elegir(0);
   menu_->FijarOrden(true);
   EstadoConeccion(true);
   lista_->setFocus();
@@ -118,7 +134,7 @@ void frmPpal::mnuAcciones_Click(int indice) {
 
 void frmPpal::Ejecutar(const AccionPpal& accion) {
   if (accion.olvida_predefinida) mod_.ruta_predefinida.clear();
-  if (accion.Construida()) (this->*accion.hacer)();
+  (this->*accion.hacer)();
 }
 
 // True when the link may be used: it is up as far as the buttons tell, or the operator had it opened again.
@@ -194,6 +210,10 @@ void frmPpal::Contrasena() {
   CambiarContrasena(mod_, *this);
 }
 
+void frmPpal::ProcesarAgenda() {
+  utr::ProcesarAgenda(flujo_);
+}
+
 void frmPpal::MostrarEventos() {
   utr::MostrarEventos(flujo_);
 }
@@ -206,12 +226,37 @@ void frmPpal::ColaDeTransmicion() {
   utr::ColaDeTransmicion(flujo_);
 }
 
+void frmPpal::ProcesarDatos() {
+  utr::ProcesarDatos(flujo_);
+}
+
+void frmPpal::VisualizarArchivos() {
+  utr::VisualizarArchivos(flujo_);
+}
+
+void frmPpal::MostrarSalidasDigitales() {
+  utr::MostrarSalidasDigitales(flujo_);
+}
+
+void frmPpal::MostrarComandos() {
+  utr::MostrarComandos(flujo_);
+}
+
+void frmPpal::RecuperarDatos() {
+  utr::RecuperarDatos(flujo_);
+}
+
 void frmPpal::MostrarConfiguracion() {
   utr::MostrarConfiguracion(flujo_);
 }
 
 void frmPpal::MostrarParametros() {
   utr::MostrarParametros(flujo_);
+}
+
+void frmPpal::AsistenteParam() {
+  AlmacenAsistentesQt almacen;
+  utr::AsistenteParam(flujo_, almacen);
 }
 
 void frmPpal::ExportarConfiguracion() {

@@ -6,6 +6,7 @@
 
 #include "session/LecturaConfiguracion.h"
 #include "session/ModRTU.h"
+#include "session/SituacionDelEnlace.h"
 #include "session/windows/FlujoLectura.h"
 
 namespace utr {
@@ -40,18 +41,30 @@ class frmPpal : public QMainWindow {
 
   void InfoPanel();
 
+  // Shows who is at the other end of the link, from now on; `situacion` must outlive the window.
+  void Seguir(SituacionDelEnlace& situacion);
+
   // Says something in panel 1 of the status bar.
   void Avisar(const std::string& texto);
   void EstadoConeccion(bool Conected);
   void ConfigurarPuerto();
   void Contrasena();
+  void ProcesarAgenda();
   void MostrarEventos();
   void MostrarDatos();
   void ColaDeTransmicion();
+  void ProcesarDatos();
+  void VisualizarArchivos();
+  void MostrarSalidasDigitales();
+  void MostrarComandos();
+  void RecuperarDatos();
 
   // The channels of the unit, to change and write: all that they hold, or their parametrization.
   void MostrarConfiguracion();
   void MostrarParametros();
+
+  // Commissions a unit with the start-up wizard, and reads it again.
+  void AsistenteParam();
 
   // Saves the unit's configuration, which is read first when it isn't at hand. Failures are logged and raised.
   void ExportarConfiguracion();
@@ -84,6 +97,7 @@ class frmPpal : public QMainWindow {
   MenuPpal* menu_;
   ListaAcciones* lista_;
   BarraEstado* barra_estado_;
+  SituacionDelEnlace* situacion_ = nullptr;
 };
 
 }  // namespace utr

@@ -460,6 +460,7 @@ TEST_F(ParamCfg, CabeEnUnaPantallaChica) {
   QApplication::setFont(grande);
   for (const Cara& cara : kCaras) {
     Abrir(Canal(cara.tipo, cara.canal));
+    dialogo->FijarRonda(22, 23);
     dialogo->resize(dialogo->minimumSizeHint());
     QCoreApplication::processEvents();
     EXPECT_LE(dialogo->width(), 1280) << cara.tipo;

@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 #include <QStatusBar>
 #include <QTreeView>
+#include <set>
 
 #include "ConPpal.h"
 #include "base/Progreso.h"
@@ -43,8 +44,7 @@ TEST_F(Ppal, LaListaArrancaOrdenadaConSuPrimeraAccionElegida) {
                                          "Parametrizar", "Puerto", "Puesta en marcha UTR", "Salidas Digitales"}));
   auto* arbol = lista.findChild<QTreeView*>();
   ASSERT_EQ(arbol->selectionModel()->selectedIndexes().size(), 1);
-  EXPECT_EQ(arbol->selectionModel()->selectedIndexes().front().data().toString(), "Contraseña")
-      << "the first that can be used";
+  EXPECT_EQ(arbol->selectionModel()->selectedIndexes().front().data().toString(), "Agenda");
   arbol->clearSelection();
   QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
   QCoreApplication::sendEvent(arbol, &enter);  // runs nothing
@@ -55,17 +55,6 @@ TEST_F(Ppal, LaListaArrancaOrdenadaConSuPrimeraAccionElegida) {
   EXPECT_TRUE(Accion("View List").isChecked());
   EXPECT_FALSE(Accion("View Details").isChecked());
   EXPECT_FALSE(Accion("mnuViewDetails").isChecked());
-}
-
-TEST_F(Ppal, LoQueNoEstaConstruidoQuedaDeshabilitado) {
-  Cargar(false);
-  QString activas;
-  for (QAction* accion : ventana->findChildren<QAction*>()) {
-    if (accion->objectName().startsWith("mnuAcc") && accion->isEnabled()) activas += accion->objectName() + ' ';
-  }
-  EXPECT_EQ(activas.toStdString(),
-            "mnuAcciones(1) mnuAcciones(2) mnuAcciones(3) mnuAcciones(4) mnuAcciones(5) mnuAcciones(7) "
-            "mnuAccAvanzadas(1) mnuAccAvanzadas(5) mnuAccAvanzadas(6) ");
 }
 
 TEST_F(Ppal, CancelarAlEntrarReabreElPuertoYSigue) {
@@ -224,8 +213,6 @@ TEST_F(Ppal, EnterYDobleClicEjecutanLaFila) {
   }
   ventanas.Espera("frmConfirmPass", [](QDialog& d) { Pulsar(d, "CmdCancel"); });
   emit vista->doubleClicked(vista->currentIndex());
-  const auto agenda = static_cast<int>(lista.Textos().indexOf("Agenda"));
-  emit vista->doubleClicked(vista->model()->index(agenda, 0));  // disabled: nothing comes
 }
 
 TEST_F(Ppal, DuranteUnaOperacionNoSeEntraNiSeCierra) {
@@ -289,6 +276,34 @@ TEST_F(Ppal, LaBarraDeEstadoSeMuestraYSeOculta) {
   EXPECT_TRUE(ventana->statusBar()->isHidden());
   Ejecutar("mnuViewStatusBar");
   EXPECT_FALSE(ventana->statusBar()->isHidden());
+}
+
+TEST_F(Ppal, DiceSiempreQuienEstaAlOtroExtremo) {
+  Cargar();
+  SituacionDelEnlace situacion;
+  ventana->Seguir(situacion);
+  EXPECT_EQ(Panel("Unidad"), "Estación simulada");
+  std::set<QString> colores;
+  const std::pair<ClaseDeUnidad, const char*> casos[] = {{ClaseDeUnidad::kSimulada, "Estación simulada"},
+                                                         {ClaseDeUnidad::kDesconocida, "Unidad sin identificar"},
+                                                         {ClaseDeUnidad::kDePractica, "Estación de práctica"},
+                                                         {ClaseDeUnidad::kReal, "Unidad real"}};
+  for (const auto& [clase, texto] : casos) {
+    situacion.PonerClase(clase);
+    EXPECT_EQ(Panel("Unidad"), texto);
+    const auto& panel = Hallar<QLabel>(*ventana, "Unidad");
+    EXPECT_TRUE(panel.isVisible());
+    EXPECT_FALSE(panel.toolTip().isEmpty());
+    colores.insert(panel.styleSheet());
+  }
+  EXPECT_EQ(colores.size(), 4U) << "a colour of its own for each";
+  situacion.PonerCuenta({.enviados = 10, .recibidos = 20, .reintentos = 1});
+  EXPECT_EQ(Panel("Trafico"), "30 bytes, 1 reintento");
+  Ejecutar("mnuViewStatusBar");
+  EXPECT_TRUE(Hallar<QLabel>(*ventana, "Unidad").isVisible()) << "without the status bar too";
+  situacion.PonerClase(ClaseDeUnidad::kSimulada);
+  EXPECT_EQ(Panel("Trafico"), "");
+  ventana.reset();  // it looks at the situation to its end
 }
 
 }  // namespace

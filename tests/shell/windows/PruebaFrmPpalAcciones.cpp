@@ -49,7 +49,9 @@ class Acciones : public ConPpal {
 
 TEST_F(Acciones, CadaVistaSeAbreSobreLaConfiguracionDeLaUTR) {
   Cargar();
-  for (const auto& [indice, nombre] : {std::pair{1, "frmEventos"}, std::pair{2, "frmDatos"}}) {
+  comunicador.Devuelve("LeerInstantaneos", TablaDeTextos({"Valor"}, std::vector<Celdas>(38, Celdas{"0"})));
+  for (const auto& [indice, nombre] : {std::pair{1, "frmEventos"}, std::pair{2, "frmDatos"},
+                                       std::pair{6, "frmAsistRemota"}, std::pair{8, "frmSalidasDigitales"}}) {
     ventanas.Espera(nombre, [](QDialog& d) { d.close(); });
     Elegir(indice);
   }
@@ -57,6 +59,14 @@ TEST_F(Acciones, CadaVistaSeAbreSobreLaConfiguracionDeLaUTR) {
   ventanas.Espera("frmColaTransmicion", [](QDialog& d) { d.close(); });
   Ejecutar("mnuAccAvanzadas(5)");
   EXPECT_EQ(operador.ocupado, 0);
+}
+
+TEST_F(Acciones, RecuperarDatosNoNecesitaUnaConfiguracion) {
+  CargarYOlvidar(false);
+  EsperarClave();
+  ventanas.Espera("frmLectorFlash", [](QDialog& d) { Pulsar(d, "cmd(1)"); });
+  Ejecutar("mnuAccAvanzadas(2)");
+  EXPECT_THAT(Ordenes(), IsEmpty());
 }
 
 TEST_F(Acciones, SinTablaSeOfreceLeerYLaVistaNoSeAbre) {
@@ -205,6 +215,22 @@ TEST_F(Acciones, LaPuertaAvanzadaPideLaClaveCadaVez) {
   operador.Espera(Mensaje{kSinClave, kTituloBase, Icono::kInformacion, Botones::kAceptar});
   Ejecutar("mnuAccAvanzadas(5)");
   EXPECT_TRUE(ventana->isVisible());
+}
+
+TEST_F(Acciones, TrasLosComandosElTituloYElPanelSonLosDeAhora) {
+  Cargar();
+  for (const auto& [identificador, titulo] :
+       {std::pair{0, std::string(kTituloBase)}, {300, kTituloBase + std::string(" - Identificador: 300")}}) {
+    EsperarClave();
+    ventanas.Espera("frmComandos", [&, id = identificador](QDialog& d) {
+      propiedades.Escribir(clave::kIdentificador, Propiedad{std::int64_t{id}}, Propiedad{std::int64_t{0}});
+      comunicador.Devuelve("ObtenerPuertos", "1200,n,8,1");
+      d.close();
+    });
+    Ejecutar("mnuAccAvanzadas(0)");
+    EXPECT_EQ(Titulo(), titulo);
+    EXPECT_EQ(Panel("Velocidad"), " Vel: 1200 bps ");
+  }
 }
 
 TEST_F(Acciones, ExportarGuardaUnaTablaQueSeAbreIgual) {

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <algorithm>
+
+#include "app/Eleccion.h"
+#include "driver/CarpetaDeEstacion.h"
+#include "driver/simulated/driver/ComunicadorSimulado.h"
+#include "session/NumerosDePuerto.h"
+#include "session/windows/modCOM.h"
+
+namespace utr {
+
+// The one list of serial ports: those of the simulated station, the lines of a station that runs on this machine, and
+// the machine's devices, each with a number of its own.
+class PuertosDelPrograma : public ListaDePuertos {
+ public:
+  PuertosDelPrograma(ComunicadorSimulado& simulado, NumerosDePuerto& numeros, Eleccion eleccion)
+      : simulado_(simulado), numeros_(numeros), eleccion_(eleccion) {}
+
+  std::vector<PuertoSerie> Listar() override { return numeros_.Repartir(Simulados(), Dispositivos()); }
+
+  // A port of the simulated station: one that it has, and that never was a device's.
+  bool EsSimulado(int numero) {
+    const auto simulados = Simulados();
+    const bool tiene =
+        std::any_of(simulados.begin(), simulados.end(), [numero](const auto& p) { return p.numero == numero; });
+    return eleccion_ == Eleccion::kSimulada || (tiene && !numeros_.De(numero));
+  }
+  bool EsSimulada(std::string_view direccion) {
+    return eleccion_ == Eleccion::kSimulada || (eleccion_ == Eleccion::kLibre && simulado_.TieneDireccion(direccion));
+  }
+
+ private:
+  std::vector<PuertoSerie> Simulados() {
+    std::vector<PuertoSerie> puertos;
+    if (eleccion_ == Eleccion::kLinea) return puertos;
+    for (const auto& [numero, nombre] : simulado_.Puertos()) puertos.push_back({numero, nombre});
+    return puertos;
+  }
+  std::vector<Dispositivo> Dispositivos() const {
+    if (eleccion_ == Eleccion::kSimulada) return {};
+    std::vector<Dispositivo> todos = LineasDeEstacion(CarpetaDeEstacion());
+    const auto del_equipo = DispositivosDelEquipo();
+    todos.insert(todos.end(), del_equipo.begin(), del_equipo.end());
+    return todos;
+  }
+
+  ComunicadorSimulado& simulado_;
+  NumerosDePuerto& numeros_;
+  Eleccion eleccion_;
+};
+
+}  // namespace utr
