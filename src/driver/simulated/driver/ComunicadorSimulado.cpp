@@ -13,8 +13,8 @@ namespace utr {
 
 // The unit's operations, the faults that they meet, and the log of what came of it, each around the one before.
 struct ComunicadorSimulado::Partes {
-  Partes(std::filesystem::path carpeta, Reloj& reloj, Atender atender)
-      : interior(std::move(carpeta), reloj, std::move(atender)) {}
+  Partes(const std::filesystem::path& carpeta, Reloj& reloj, Atender atender)
+      : interior(carpeta, reloj, std::move(atender)) {}
 
   simulada::InteriorSimulado interior;
   ComunicadorEnProceso unidad{interior};
@@ -23,8 +23,8 @@ struct ComunicadorSimulado::Partes {
                              [this] { return interior.escenario.tablas_enteras; }};
 };
 
-ComunicadorSimulado::ComunicadorSimulado(std::filesystem::path carpeta, Reloj& reloj, Atender atender)
-    : ComunicadorSimulado(std::make_unique<Partes>(std::move(carpeta), reloj, std::move(atender))) {}
+ComunicadorSimulado::ComunicadorSimulado(const std::filesystem::path& carpeta, Reloj& reloj, Atender atender)
+    : ComunicadorSimulado(std::make_unique<Partes>(carpeta, reloj, std::move(atender))) {}
 
 ComunicadorSimulado::ComunicadorSimulado(std::unique_ptr<Partes> partes)
     : ComunicadorReenviado(static_cast<Comunicador&>(partes->anotado)), partes_(std::move(partes)) {}

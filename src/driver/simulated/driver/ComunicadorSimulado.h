@@ -22,7 +22,7 @@ namespace utr {
 // `atender` lets events of the interface run meanwhile and may be empty.
 class ComunicadorSimulado final : public ComunicadorReenviado {
  public:
-  ComunicadorSimulado(std::filesystem::path carpeta, Reloj& reloj, Atender atender);
+  ComunicadorSimulado(const std::filesystem::path& carpeta, Reloj& reloj, Atender atender);
   ~ComunicadorSimulado() override;
   ComunicadorSimulado(const ComunicadorSimulado&) = delete;
   ComunicadorSimulado& operator=(const ComunicadorSimulado&) = delete;
