@@ -2,8 +2,9 @@
 
 #include <QEvent>
 #include <QScreen>
-#include <QSettings>
 #include <QWidget>
+
+#include "widgets/Recuerdos.h"
 
 namespace utr {
 namespace {
@@ -11,8 +12,8 @@ namespace {
 // Title bar and borders.
 constexpr QSize kMarcoDelEscritorio(16, 40);
 
-QSettings Archivo() {
-  return QSettings(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("AdminUTR"), QStringLiteral("ventanas"));
+Recuerdos Guardados() {
+  return Recuerdos({});
 }
 
 class Guardian : public QObject {
@@ -22,7 +23,7 @@ class Guardian : public QObject {
   bool eventFilter(QObject* objeto, QEvent* evento) override {
     if (evento->type() == QEvent::Hide && !evento->spontaneous()) {
       const auto* ventana = static_cast<QWidget*>(objeto);
-      Archivo().setValue(ventana->objectName(), ventana->saveGeometry());
+      Guardados().Guardar(ventana->objectName(), ventana->saveGeometry());
     }
     return false;
   }
@@ -35,7 +36,7 @@ QSize SitioEnPantalla(const QWidget& ventana) {
 }
 
 void RecordarTamano(QWidget* ventana) {
-  const QByteArray guardado = Archivo().value(ventana->objectName()).toByteArray();
+  const QByteArray guardado = Guardados().Valor(ventana->objectName()).toByteArray();
   if (!guardado.isEmpty() && ventana->restoreGeometry(guardado)) {
     // The size alone: a window that is hidden before it was put in its place tells a wrong one, and a dialog belongs
     // over its parent anyway.
