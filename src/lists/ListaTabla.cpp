@@ -239,6 +239,10 @@ void ListaTabla::Agregar(std::string& salida, std::size_t posicion, std::size_t 
   salida += Mostrado(Fila(posicion), columna);
 }
 
+std::size_t ListaTabla::IndiceDeTexto(std::size_t posicion, std::size_t columna) const {
+  return IndiceDe(Fila(posicion), fuentes_[columna]);
+}
+
 std::vector<std::string_view> ListaTabla::TextosDistintos(std::size_t columna) const {
   std::vector<std::string_view> textos;
   if (!tabla_) return textos;

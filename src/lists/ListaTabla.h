@@ -54,6 +54,9 @@ class ListaTabla {
   // a member that isn't const.
   std::vector<std::string_view> TextosDistintos(std::size_t columna) const;
 
+  // Which of TextosDistintos the cell at that position shows.
+  std::size_t IndiceDeTexto(std::size_t posicion, std::size_t columna) const;
+
   // Keeps the rows in which some column shows `texto` somewhere, without regard to case. An empty text shows all. The
   // order stays.
   void Filtrar(std::string_view texto);
