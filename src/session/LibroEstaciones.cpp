@@ -295,7 +295,7 @@ EntradaEnlace EntradaDe(const Estacion& estacion) {
 }
 
 std::string TextoEnlaceDe(const Estacion& estacion) {
-  const std::string puerto = fmt::format("{}, {} bps", TextoPuerto(estacion.puerto), estacion.velocidad);
+  std::string puerto = fmt::format("{}, {} bps", TextoPuerto(estacion.puerto), estacion.velocidad);
   switch (estacion.medio) {
     case MedioEstacion::kSimulado:
       return TextoPuerto(estacion.puerto) + " (simulado)";
