@@ -5,6 +5,7 @@
 #include <iostream>
 
 #include "base/Error.h"
+#include "driver/link/transport/Descriptor.h"
 #include "driver/simulated/server/Servidor.h"
 
 namespace {

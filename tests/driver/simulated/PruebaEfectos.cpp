@@ -3,6 +3,7 @@
 #include "base/Error.h"
 #include "driver/BancoSimulado.h"
 #include "driver/simulated/unit/Estacion.h"
+#include "support/NumeroDeError.h"
 
 // What orders change in the life of the unit, what the line costs, and when the log is written.
 namespace utr::simulada {
@@ -252,6 +253,43 @@ TEST(Efectos, ElLogEstaEnElDiscoCadaSegundo) {
   EXPECT_GE(leidas(), 5);
   banco.Simulado().VaciarBitacora();
   EXPECT_EQ(leidas(), 6);
+}
+
+// Two programs that save the same station would undo each other's work.
+TEST(Efectos, LaEstacionEsDeUnProgramaPorVez) {
+  BancoSimulado primero;
+  primero.Escenario("[equipo]\nidentificador = 70\n");
+  primero.Driver().Conectar("9600,n,8,1", "1");
+  auto segundo = std::make_unique<ComunicadorSimulado>(primero.carpeta.Ruta(), primero.reloj, Atender{});
+  EXPECT_EQ(segundo->Aviso(), "Otro programa tiene la estación simulada");
+  EXPECT_FALSE(segundo->Puertos().empty());
+  const auto conectar = [&] { segundo->Conectar("9600,n,8,1", "1"); };
+  EXPECT_EQ(prueba::NumeroDeError(conectar), error::kPuertoEnUso);
+  segundo->DireccionIP("192.168.0.1");
+  segundo->PuertoIP("1000");
+  segundo->PorIP(true);
+  EXPECT_EQ(prueba::NumeroDeError([&] { segundo->LeerEstado(); }), error::kPuertoEnUso);
+  EXPECT_EQ(prueba::NumeroDeError([&] { segundo->EscribirPagina("40", "1,2,3"); }), error::kPuertoEnUso);
+
+  ASSERT_TRUE(primero.Driver().EscribirPagina("40", "7,7,7"));
+  segundo.reset();
+  primero.Reiniciar();
+  primero.Driver().Conectar("9600,n,8,1", "1");
+  EXPECT_TRUE(primero.Driver().LeerPagina("40", false).starts_with("7,7,7,"));
+}
+
+// Whoever waits for the station finds it as the other program has left it.
+TEST(Efectos, LaEstacionQueSeDesocupaSeEncuentraComoQuedo) {
+  prueba::Carpeta carpeta;
+  RelojFalso reloj;
+  auto primero = std::make_unique<ComunicadorSimulado>(carpeta.Ruta(), reloj, Atender{});
+  ComunicadorSimulado segundo(carpeta.Ruta(), reloj, Atender{});
+  primero->Conectar("9600,n,8,1", "1");
+  ASSERT_TRUE(primero->EscribirPagina("40", "7,7,7"));
+  primero.reset();
+  segundo.Conectar("9600,n,8,1", "1");
+  EXPECT_TRUE(segundo.LeerPagina("40", false).starts_with("7,7,7,"));
+  EXPECT_TRUE(segundo.EscribirPagina("40", "8,8,8"));
 }
 
 }  // namespace

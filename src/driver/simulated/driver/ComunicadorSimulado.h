@@ -14,9 +14,11 @@ namespace utr {
 // The contract over a simulated station. In `carpeta`, the folder of the executable, it keeps:
 //   UTRSimulada.toml     the scenario, read again at the next call whenever it has changed; optional
 //   UTRSimulada.estado   what the unit remembers between runs; written after each change and at the end
+//   UTRSimulada.candado  taken for as long as the program runs, so that no two programs keep the same state
 //   Comunicador.log      one line a call
-// Any of the three may be missing or out of reach: the station answers all the same. But an order that can't be kept
-// isn't carried out, and gives false.
+// Any of them may be missing or out of reach: the station answers all the same. But an order that can't be kept isn't
+// carried out, and gives false. While another program has the station, Conectar and whatever asks the unit raise
+// kPuertoEnUso.
 //
 // Every operation raises Error and nothing else. Waits go through the clock with the time factor of the scenario;
 // `atender` lets events of the interface run meanwhile and may be empty.

@@ -15,7 +15,8 @@ constexpr double kPasoDeLlamada = 0.1;    // seconds between two looks at whethe
 
 InteriorSimulado::InteriorSimulado(const std::filesystem::path& donde, Reloj& un_reloj, Atender atiende)
     : ConBitacora{Bitacora{donde}},
-      EstacionViva(donde, {"UTRSimulada.toml", "UTRSimulada.estado"}, un_reloj, std::move(atiende),
+      EstacionViva(donde, {"UTRSimulada.toml", "UTRSimulada.estado", "UTRSimulada.candado"}, un_reloj,
+                   std::move(atiende),
                    [this](const FechaHora& cuando, std::string_view linea) { bitacora.Aviso(cuando, linea); }) {
   AlAdoptar();
 }
@@ -48,7 +49,12 @@ bool InteriorSimulado::Llega() {
   return enlace.ausente_hasta == 0 && enlace.Llega(escenario.lineas, Unidad());
 }
 
+void InteriorSimulado::ExigirPropia() {
+  if (!EsPropia()) throw Error(error::kPuertoEnUso, "Comunicador", "Otro programa tiene la estación simulada");
+}
+
 bool InteriorSimulado::Responde() {
+  ExigirPropia();
   const bool llega = Llega();
   enlace.caido = !llega;
   respondio_ = llega;

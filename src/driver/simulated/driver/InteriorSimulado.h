@@ -37,6 +37,9 @@ struct InteriorSimulado : private ConBitacora, public EstacionViva, public Entor
   // Waits so many seconds, times the factor of the scenario. Events run meanwhile, unless a fault blocks this call.
   void Esperar(double segundos) override;
 
+  // Raises kPuertoEnUso while another program has the station.
+  void ExigirPropia();
+
   // The unit answers; when it doesn't, the time that its silence takes has passed.
   bool Responde();
 

@@ -33,6 +33,7 @@ void ComunicadorEnProceso::Pausa(std::int16_t segundos) {
 }
 
 void ComunicadorEnProceso::Conectar(std::string_view enlace, std::string_view puerto) {
+  interior_->ExigirPropia();
   interior_->enlace.Conectar(enlace, puerto, interior_->escenario.lineas);
 }
 

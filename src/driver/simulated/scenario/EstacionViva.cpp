@@ -118,13 +118,12 @@ void EstacionViva::Adoptar(Escenario nuevo, std::string texto) {
 
 // The unit as the last run left it, or a fresh one. A fresh one has applied nothing, so it takes over every key.
 void EstacionViva::CargarUnidad() {
-  try {
-    if (!carpeta.empty() && !CargarEstado(carpeta / archivos_.estado, estado)) {
-      anotar_(fecha, "no hay " + archivos_.estado + "; la estación simulada comienza de nuevo");
-    }
-  } catch (...) {
-    estado = EstadoPersistido{};
-    Apartar(ErrorActual().Descripcion());
+  ajena_ = !TomarEstado();
+  if (ajena_) {
+    aviso = "Otro programa tiene la estación simulada";
+    anotar_(fecha, aviso);
+  } else if (!carpeta.empty()) {
+    CargarEstadoGuardado();
   }
   RetomarEscenario();
   RevisarEscenario();
@@ -133,6 +132,33 @@ void EstacionViva::CargarUnidad() {
   if (por_guardar_ && !Guardar() && aviso.empty()) {
     aviso = "La estación no se puede guardar: no se le puede grabar nada";
   }
+}
+
+void EstacionViva::CargarEstadoGuardado() {
+  try {
+    if (CargarEstado(carpeta / archivos_.estado, estado)) return;
+    anotar_(fecha, "no hay " + archivos_.estado + "; la estación simulada comienza de nuevo");
+  } catch (...) {
+    estado = EstadoPersistido{};
+    Apartar(ErrorActual().Descripcion());
+  }
+}
+
+// In a folder where no file can be made nothing can be kept either, so that there is nothing to agree on.
+bool EstacionViva::TomarEstado() {
+  if (carpeta.empty() || archivos_.candado.empty()) return true;
+  return candado_.Tomar(carpeta / archivos_.candado) != Candado::Toma::kAjeno;
+}
+
+bool EstacionViva::EsPropia() {
+  if (!ajena_) return true;
+  if (!TomarEstado()) return false;
+  estado = EstadoPersistido{};
+  firma_ = Firma{};
+  aviso.clear();
+  CargarUnidad();
+  Unidad().Avanzar(ahora);
+  return true;
 }
 
 // The station lives on by the scenario of the last run, which it has applied already, until the file says another one.
@@ -165,7 +191,7 @@ bool EstacionViva::Guardar() noexcept {
   por_guardar_ = false;
   guardado_ = reloj.Milisegundos();
   if (carpeta.empty()) return true;
-  if (!guardable_) return false;
+  if (!guardable_ || ajena_) return false;
   try {
     GuardarEstado(carpeta / archivos_.estado, estado);
     return true;

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "base/Candado.h"
 #include "base/Reloj.h"
 #include "driver/simulated/scenario/Escenario.h"
 #include "driver/simulated/unit/EstadoPersistido.h"
@@ -15,6 +16,8 @@ namespace utr::simulada {
 struct ArchivosDeEstacion {
   std::string escenario;
   std::string estado;
+  // By which programs agree on whose the state is; empty: whoever makes the station sees to that.
+  std::string candado{};
 };
 
 // A unit that lives: it takes its scenario over whenever the file changes, records while time passes, and is kept on
@@ -48,6 +51,10 @@ class EstacionViva {
   // Writes the state. False: it couldn't be kept.
   bool Guardar() noexcept;
 
+  // The state is this program's. One that another program had is taken, as that one left it, once it has let go of it;
+  // until then the unit is a fresh one that nobody should talk to, and it is kept nowhere.
+  bool EsPropia();
+
   Estacion& Unidad() { return estado.estacion; }
 
   std::filesystem::path carpeta;
@@ -67,7 +74,9 @@ class EstacionViva {
   void RevisarEscenario();
   bool EstaQuieto(const Escenario& nuevo);
   void Adoptar(Escenario nuevo, std::string texto);
+  bool TomarEstado();
   void CargarUnidad();
+  void CargarEstadoGuardado();
   void RetomarEscenario();
   void Apartar(const std::string& motivo);
   void GuardarSiToca();
@@ -88,6 +97,8 @@ class EstacionViva {
   bool por_guardar_ = false;   // another scenario holds and isn't saved yet
   std::int64_t guardado_ = 0;  // when the unit was saved, in milliseconds of the clock
   bool guardable_ = true;      // nothing that isn't ours has the name of the state file
+  Candado candado_;
+  bool ajena_ = false;  // another program has the state
 };
 
 }  // namespace utr::simulada

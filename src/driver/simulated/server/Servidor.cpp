@@ -1,7 +1,5 @@
 #include "driver/simulated/server/Servidor.h"
 
-#include <fcntl.h>
-#include <sys/file.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -50,9 +48,9 @@ CandadoDeCarpeta::CandadoDeCarpeta(const std::filesystem::path& carpeta) {
   std::error_code falla;
   std::filesystem::create_directories(carpeta, falla);
   if (falla) fallar("No se puede crear la carpeta ", falla.value());
-  descriptor_ = enlace::Descriptor(::open((carpeta / "Estacion.candado").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
-  if (!descriptor_.Abierto()) fallar("No se puede escribir en la carpeta ", errno);
-  if (::flock(descriptor_.Numero(), LOCK_EX | LOCK_NB) != 0) fallar("Otra estación usa la carpeta ", errno);
+  const Candado::Toma toma = candado_.Tomar(carpeta / "Estacion.candado");
+  if (toma == Candado::Toma::kSinArchivo) fallar("No se puede escribir en la carpeta ", candado_.ErrorDelSistema());
+  if (toma == Candado::Toma::kAjeno) fallar("Otra estación usa la carpeta ", candado_.ErrorDelSistema());
 }
 
 Servidor::Servidor(const Opciones& opciones, const std::filesystem::path& escenario_modelo,

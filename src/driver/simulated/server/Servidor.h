@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "driver/link/transport/Descriptor.h"
+#include "base/Candado.h"
 #include "driver/simulated/server/Escucha.h"
 #include "driver/simulated/server/RelojGobernado.h"
 
@@ -18,7 +18,7 @@ class CandadoDeCarpeta {
   explicit CandadoDeCarpeta(const std::filesystem::path& carpeta);
 
  private:
-  enlace::Descriptor descriptor_;
+  Candado candado_;
 };
 
 // The station as a process: its unit, its listeners and the one loop that serves them. State and scenario lie in the
