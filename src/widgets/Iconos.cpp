@@ -8,6 +8,8 @@
 #include <QPixmapCache>
 #include <QSvgRenderer>
 
+#include "widgets/Temas.h"
+
 // The drawings lie in a static library, so they must be asked for; this can't stand inside a namespace.
 static void CargarDibujos() {
   Q_INIT_RESOURCE(iconos);
@@ -16,14 +18,20 @@ static void CargarDibujos() {
 namespace utr {
 namespace {
 
-// The colours with which drawings set a part apart. On a selection they could be the ground itself.
-constexpr const char* kAcentos[] = {"#2b8fd6", "#dc5a4e"};
+// The colours with which drawings set a part apart, and what they stand for in the theme.
+struct Acento {
+  const char* dibujado;
+  Matiz matiz;
+};
+constexpr Acento kAcentos[] = {{"#2b8fd6", Matiz::kAcento}, {"#dc5a4e", Matiz::kAlerta}, {"#b57a0a", Matiz::kAviso}};
 
-QColor ColorDe(QIcon::Mode modo) {
-  const QPalette paleta = QApplication::palette();
+constexpr const char* kTrazo = "stroke-width=\"1.75\"";
+constexpr const char* kTrazoGrueso = "stroke-width=\"2.5\"";
+
+QColor ColorDelModo(QIcon::Mode modo, const QPalette& paleta) {
   if (modo == QIcon::Disabled) return paleta.color(QPalette::Disabled, QPalette::ButtonText);
-  if (modo == QIcon::Selected) return paleta.color(QPalette::HighlightedText);
-  return paleta.color(QPalette::ButtonText);
+  if (modo == QIcon::Selected) return paleta.color(QPalette::Active, QPalette::HighlightedText);
+  return paleta.color(QPalette::Active, QPalette::ButtonText);
 }
 
 // Draws an SVG whose "currentColor" is the palette's colour at the time of drawing.
@@ -32,25 +40,27 @@ class MotorIcono : public QIconEngine {
   MotorIcono(QString nombre, QByteArray dibujo) : nombre_(std::move(nombre)), dibujo_(std::move(dibujo)) {}
 
   void paint(QPainter* pintor, const QRect& lugar, QIcon::Mode modo, QIcon::State) override {
+    const QPalette paleta = QApplication::palette();
     QByteArray coloreado = dibujo_;
-    const QByteArray color = ColorDe(modo).name().toLatin1();
+    const QByteArray color = ColorDelModo(modo, paleta).name().toLatin1();
     coloreado.replace("currentColor", color);
-    if (modo == QIcon::Selected) {
-      for (const char* acento : kAcentos) coloreado.replace(acento, color);
+    // On a selection an accent could be the ground itself, and on what is disabled it would look alive.
+    const bool de_un_color = modo == QIcon::Selected || modo == QIcon::Disabled;
+    for (const auto& [dibujado, matiz] : kAcentos) {
+      coloreado.replace(dibujado, de_un_color ? color : ColorDe(matiz, paleta).name().toLatin1());
     }
-    QSvgRenderer dibujante(coloreado);
-    // Accents that the drawing colours itself must fade too.
-    if (modo == QIcon::Disabled) pintor->setOpacity(pintor->opacity() * 0.6);
-    dibujante.render(pintor, lugar);
+    if (TemaDe(paleta) == Tema::kExteriores) coloreado.replace(kTrazo, kTrazoGrueso);
+    QSvgRenderer(coloreado).render(pintor, lugar);
   }
 
   QPixmap pixmap(const QSize& tamano, QIcon::Mode modo, QIcon::State estado) override {
-    const QString clave = QStringLiteral("icono/%1/%2x%3/%4/%5")
+    const QString clave = QStringLiteral("icono/%1/%2x%3/%4/%5/%6")
                               .arg(nombre_)
                               .arg(tamano.width())
                               .arg(tamano.height())
                               .arg(static_cast<int>(modo))
-                              .arg(ColorDe(modo).name());
+                              .arg(ColorDelModo(modo, QApplication::palette()).name())
+                              .arg(static_cast<int>(TemaDe(QApplication::palette())));
     QPixmap imagen;
     if (QPixmapCache::find(clave, &imagen)) return imagen;
     imagen = QPixmap(tamano);

@@ -9,6 +9,8 @@ class frmPpal;
 // One command of the main window's two numbered menus.
 struct AccionPpal {
   const char* texto;
+  const char* tecla;
+  const char* que_hace;
   const char* icono;
   void (frmPpal::*hacer)();
   bool reconecta = false;           // a port that was lost is asked about first

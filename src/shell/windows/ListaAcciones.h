@@ -3,23 +3,24 @@
 #include <QIcon>
 #include <QWidget>
 
-class QListView;
-class QStackedLayout;
+class QAbstractItemView;
+class QItemSelectionModel;
 class QStandardItemModel;
-class QTreeView;
 
 namespace utr {
 
 enum class Vista { kIconosGrandes, kIconosPequenos, kLista, kDetalles };
 
-// The list of actions of the main window: one column "Acciones", in four views, each row with its index as tag.
+// The list of actions of the main window: one column "Acciones", in four views, each row with its index as tag. Only
+// the view on show exists, so that whoever reads the window aloud meets each action once. In "Detalles" a second,
+// smaller line says what an action does; it is drawn, and described to a screen reader, but no part of the text.
 class ListaAcciones : public QWidget {
   Q_OBJECT
 
  public:
   explicit ListaAcciones(QWidget* parent = nullptr);
 
-  void Agregar(const QString& texto, const QIcon& icono, int indice);
+  void Agregar(const QString& texto, const QString& que_hace, const QIcon& icono, int indice);
   void FijarVista(Vista vista);
   void Ordenar(bool ascendente);
 
@@ -38,13 +39,13 @@ class ListaAcciones : public QWidget {
   bool eventFilter(QObject* vigilado, QEvent* evento) override;
 
  private:
+  QAbstractItemView* NuevaVista(Vista vista) const;
   QSize SitioDelTexto() const;
   void EjecutarFila(const QModelIndex& fila);
 
   QStandardItemModel* modelo_;
-  QTreeView* detalles_;
-  QListView* iconos_;
-  QStackedLayout* pila_;
+  QItemSelectionModel* seleccion_;
+  QAbstractItemView* vista_ = nullptr;
 };
 
 }  // namespace utr

@@ -7,6 +7,7 @@
 #include "shell/windows/frmPpal.h"
 #include "widgets/Iconos.h"
 #include "widgets/RuedaInofensiva.h"
+#include "widgets/Temas.h"
 #include "widgets/TextoQt.h"
 
 namespace utr {
@@ -51,6 +52,7 @@ int Main::Correr() {
 int Ejecutar(const Entorno& entorno) {
   // The end of the program is the end of the main window, not of the dialogs ahead of it.
   QApplication::setQuitOnLastWindowClosed(false);
+  AplicarTema(TemaDe(QApplication::palette()));
   QApplication::setWindowIcon(IconoDe("adminutr"));
   RuedaInofensiva rueda;
   qApp->installEventFilter(&rueda);

@@ -106,7 +106,8 @@ void frmPpal::Cargar() {
 
 void frmPpal::ArmarLista() {
   for (std::size_t i = 0; i < kAcciones.size(); ++i) {
-    lista_->Agregar(QString(kAcciones[i].texto).remove('&'), IconoDe(kAcciones[i].icono), static_cast<int>(i));
+    lista_->Agregar(QString(kAcciones[i].texto).remove('&'), kAcciones[i].que_hace, IconoDe(kAcciones[i].icono),
+                    static_cast<int>(i));
   }
   lista_->FijarVista(Vista::kDetalles);
   menu_->FijarVista(Vista::kDetalles);

@@ -1,0 +1,172 @@
+#include "widgets/EstiloPropio.h"
+
+#include <QPainter>
+#include <QStyleOption>
+#include <algorithm>
+
+#include "widgets/Iconos.h"
+
+namespace utr {
+namespace {
+
+constexpr int kGruesoExteriores = 2;
+constexpr int kBlancoExteriores = 40;  // the least height of what is aimed at
+constexpr double kRedondeo = 2.5;
+
+// The icon that stands for a kind of message; null for anything else.
+const char* IconoDeMensaje(QStyle::StandardPixmap cual) {
+  switch (cual) {
+    case QStyle::SP_MessageBoxInformation:
+      return "mensaje-informacion";
+    case QStyle::SP_MessageBoxWarning:
+      return "mensaje-aviso";
+    case QStyle::SP_MessageBoxCritical:
+      return "mensaje-error";
+    case QStyle::SP_MessageBoxQuestion:
+      return "mensaje-pregunta";
+    default:
+      return nullptr;
+  }
+}
+
+// What has an outline by which it is found.
+bool LlevaContorno(QStyle::PrimitiveElement elemento) {
+  switch (elemento) {
+    case QStyle::PE_FrameLineEdit:
+    case QStyle::PE_PanelButtonCommand:
+    case QStyle::PE_IndicatorCheckBox:
+    case QStyle::PE_FrameGroupBox:
+    case QStyle::PE_Frame:
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool EsMarca(QStyle::PixelMetric medida) {
+  switch (medida) {
+    case QStyle::PM_IndicatorWidth:
+    case QStyle::PM_IndicatorHeight:
+    case QStyle::PM_ExclusiveIndicatorWidth:
+    case QStyle::PM_ExclusiveIndicatorHeight:
+    case QStyle::PM_ScrollBarExtent:
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool SeApunta(QStyle::ContentsType clase) {
+  switch (clase) {
+    case QStyle::CT_PushButton:
+    case QStyle::CT_ComboBox:
+    case QStyle::CT_LineEdit:
+    case QStyle::CT_SpinBox:
+    case QStyle::CT_ToolButton:
+    case QStyle::CT_CheckBox:
+    case QStyle::CT_RadioButton:
+    case QStyle::CT_MenuItem:
+    case QStyle::CT_TabBarTab:
+      return true;
+    default:
+      return false;
+  }
+}
+
+}  // namespace
+
+EstiloPropio::EstiloPropio(Tema tema) : QProxyStyle(QStringLiteral("Fusion")), tema_(tema) {}
+
+void EstiloPropio::drawPrimitive(PrimitiveElement elemento, const QStyleOption* opcion, QPainter* pintor,
+                                 const QWidget* control) const {
+  if (elemento == PE_PanelButtonTool && opcion->state.testFlag(State_On)) return PintarApretado(*opcion, *pintor);
+  QProxyStyle::drawPrimitive(elemento, opcion, pintor, control);
+  if (LlevaContorno(elemento)) Contornear(*opcion, *pintor, opcion->rect);
+}
+
+void EstiloPropio::drawComplexControl(ComplexControl elemento, const QStyleOptionComplex* opcion, QPainter* pintor,
+                                      const QWidget* control) const {
+  QProxyStyle::drawComplexControl(elemento, opcion, pintor, control);
+  if (elemento == CC_ComboBox || elemento == CC_SpinBox) Contornear(*opcion, *pintor, opcion->rect);
+}
+
+// Light, the style's own outlines do.
+void EstiloPropio::Contornear(const QStyleOption& opcion, QPainter& pintor, const QRect& lugar) const {
+  if (tema_ == Tema::kClaro) return;
+  const auto* marco = qstyleoption_cast<const QStyleOptionFrame*>(&opcion);
+  if (marco != nullptr && marco->lineWidth == 0) return;
+  const bool foco = opcion.state.testFlag(State_HasFocus);
+  const bool activo = opcion.state.testFlag(State_Enabled);
+  QColor color = opcion.palette.color(activo ? QPalette::Active : QPalette::Disabled, QPalette::Dark);
+  if (foco) color = ColorDe(Matiz::kAcento, opcion.palette);
+  const double grueso = tema_ == Tema::kExteriores && activo ? kGruesoExteriores : 1;
+  pintor.save();
+  pintor.setRenderHint(QPainter::Antialiasing);
+  pintor.setPen(QPen(color, foco ? grueso + 1 : grueso));
+  pintor.setBrush(Qt::NoBrush);
+  const double medio = (foco ? grueso + 1 : grueso) / 2;
+  pintor.drawRoundedRect(QRectF(lugar).adjusted(medio, medio, -medio, -medio), kRedondeo, kRedondeo);
+  pintor.restore();
+}
+
+// A tool that is pressed in: its state is told by an outline of full contrast, not by a shade alone.
+void EstiloPropio::PintarApretado(const QStyleOption& opcion, QPainter& pintor) const {
+  const QColor color = opcion.state.testFlag(State_Enabled) ? ColorDe(Matiz::kAcento, opcion.palette)
+                                                            : opcion.palette.color(QPalette::Disabled, QPalette::Text);
+  QColor fondo = color;
+  fondo.setAlphaF(opcion.state.testFlag(State_MouseOver) ? 0.30F : 0.18F);
+  const double grueso = tema_ == Tema::kExteriores ? kGruesoExteriores + 1 : 1.5;
+  pintor.save();
+  pintor.setRenderHint(QPainter::Antialiasing);
+  pintor.setPen(QPen(color, grueso));
+  pintor.setBrush(fondo);
+  const double medio = grueso / 2;
+  pintor.drawRoundedRect(QRectF(opcion.rect).adjusted(medio, medio, -medio, -medio), kRedondeo, kRedondeo);
+  pintor.restore();
+}
+
+// The style asks for an icon in the mode of a pointer that is over it; on the ground of a selection it must be in that
+// of a selection.
+void EstiloPropio::drawControl(ControlElement elemento, const QStyleOption* opcion, QPainter* pintor,
+                               const QWidget* control) const {
+  const auto* entrada = qstyleoption_cast<const QStyleOptionMenuItem*>(opcion);
+  const bool resaltada = entrada != nullptr && elemento == CE_MenuItem && !entrada->icon.isNull() &&
+                         entrada->state.testFlag(State_Selected) && entrada->state.testFlag(State_Enabled);
+  if (!resaltada) return QProxyStyle::drawControl(elemento, opcion, pintor, control);
+  QStyleOptionMenuItem otra = *entrada;
+  const int lado = proxy()->pixelMetric(PM_SmallIconSize, opcion, control);
+  QIcon icono;
+  for (const QIcon::State estado : {QIcon::Off, QIcon::On}) {
+    icono.addPixmap(entrada->icon.pixmap(QSize(lado, lado), QIcon::Selected, estado), QIcon::Active, estado);
+  }
+  otra.icon = icono;
+  QProxyStyle::drawControl(elemento, &otra, pintor, control);
+}
+
+int EstiloPropio::pixelMetric(PixelMetric medida, const QStyleOption* opcion, const QWidget* control) const {
+  const int propia = QProxyStyle::pixelMetric(medida, opcion, control);
+  return tema_ == Tema::kExteriores && EsMarca(medida) ? propia * 3 / 2 : propia;
+}
+
+QSize EstiloPropio::sizeFromContents(ContentsType clase, const QStyleOption* opcion, const QSize& tamano,
+                                     const QWidget* control) const {
+  const QSize propio = QProxyStyle::sizeFromContents(clase, opcion, tamano, control);
+  const auto* entrada = qstyleoption_cast<const QStyleOptionMenuItem*>(opcion);
+  const bool raya = entrada != nullptr && entrada->menuItemType == QStyleOptionMenuItem::Separator;
+  if (tema_ != Tema::kExteriores || raya || !SeApunta(clase)) return propio;
+  return propio.expandedTo(QSize(0, kBlancoExteriores));
+}
+
+QIcon EstiloPropio::standardIcon(StandardPixmap cual, const QStyleOption* opcion, const QWidget* control) const {
+  const char* nombre = IconoDeMensaje(cual);
+  return nombre != nullptr ? IconoDe(nombre) : QProxyStyle::standardIcon(cual, opcion, control);
+}
+
+QPixmap EstiloPropio::standardPixmap(StandardPixmap cual, const QStyleOption* opcion, const QWidget* control) const {
+  const char* nombre = IconoDeMensaje(cual);
+  if (nombre == nullptr) return QProxyStyle::standardPixmap(cual, opcion, control);
+  const int lado = proxy()->pixelMetric(PM_MessageBoxIconSize, opcion, control);
+  return IconoDe(nombre).pixmap(lado, lado);
+}
+
+}  // namespace utr

@@ -1,0 +1,132 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QImage>
+#include <QMessageBox>
+#include <QStyle>
+#include <QToolButton>
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include "widgets/Iconos.h"
+#include "widgets/Temas.h"
+
+namespace utr {
+namespace {
+
+constexpr Tema kTemas[] = {Tema::kClaro, Tema::kOscuro, Tema::kExteriores};
+
+// A text role and the ground that it is read on.
+struct Pareja {
+  QPalette::ColorGroup grupo;
+  QPalette::ColorRole texto;
+  QPalette::ColorRole fondo;
+  double claro_u_oscuro;
+  double exteriores;
+};
+constexpr Pareja kParejas[] = {
+    {QPalette::Active, QPalette::WindowText, QPalette::Window, 4.5, 7},
+    {QPalette::Active, QPalette::Text, QPalette::Base, 4.5, 7},
+    {QPalette::Active, QPalette::Text, QPalette::AlternateBase, 4.5, 7},
+    {QPalette::Active, QPalette::ButtonText, QPalette::Button, 4.5, 7},
+    {QPalette::Active, QPalette::ButtonText, QPalette::Window, 4.5, 7},
+    {QPalette::Active, QPalette::PlaceholderText, QPalette::Base, 4.5, 7},
+    {QPalette::Active, QPalette::PlaceholderText, QPalette::Window, 4.5, 7},
+    {QPalette::Active, QPalette::HighlightedText, QPalette::Highlight, 4.5, 7},
+    {QPalette::Inactive, QPalette::HighlightedText, QPalette::Highlight, 4.5, 7},
+    {QPalette::Active, QPalette::ToolTipText, QPalette::ToolTipBase, 4.5, 7},
+    {QPalette::Active, QPalette::Link, QPalette::Window, 4.5, 7},
+    {QPalette::Disabled, QPalette::WindowText, QPalette::Window, 3, 7},
+    {QPalette::Disabled, QPalette::Text, QPalette::Base, 3, 7},
+    {QPalette::Disabled, QPalette::ButtonText, QPalette::Button, 3, 7},
+    {QPalette::Disabled, QPalette::HighlightedText, QPalette::Highlight, 3, 7},
+};
+
+TEST(Temas, CadaTextoSeLeeSobreSuFondo) {
+  for (const Tema tema : kTemas) {
+    const QPalette paleta = PaletaDe(tema);
+    for (const Pareja& pareja : kParejas) {
+      const double minimo = tema == Tema::kExteriores ? pareja.exteriores : pareja.claro_u_oscuro;
+      EXPECT_GE(Contraste(paleta.color(pareja.grupo, pareja.texto), paleta.color(pareja.grupo, pareja.fondo)), minimo)
+          << "tema " << static_cast<int>(tema) << ", grupo " << pareja.grupo << ", papel " << pareja.texto << " sobre "
+          << pareja.fondo;
+    }
+    for (const auto papel : {QPalette::Window, QPalette::Base, QPalette::AlternateBase, QPalette::Button}) {
+      for (const Matiz matiz : {Matiz::kAcento, Matiz::kAlerta, Matiz::kBien, Matiz::kMal, Matiz::kAviso}) {
+        EXPECT_GE(Contraste(ColorDe(matiz, paleta), paleta.color(papel)), tema == Tema::kExteriores ? 7 : 4.5)
+            << "tema " << static_cast<int>(tema) << ", matiz " << static_cast<int>(matiz) << " sobre " << papel;
+      }
+    }
+    EXPECT_EQ(TemaDe(paleta), tema);
+  }
+  EXPECT_EQ(Contraste(Qt::black, Qt::white), 21);
+  EXPECT_NEAR(Contraste(QColor("#777777"), Qt::white), 4.48, 0.005);
+}
+
+// The colours that a drawing leaves on a clear ground, each wholly opaque.
+std::vector<QColor> Colores(const QPixmap& dibujo) {
+  const QImage imagen = dibujo.toImage().convertToFormat(QImage::Format_ARGB32);
+  std::vector<QColor> colores;
+  for (int y = 0; y < imagen.height(); ++y) {
+    for (int x = 0; x < imagen.width(); ++x) {
+      const QColor color = imagen.pixelColor(x, y);
+      const bool nuevo = std::find(colores.begin(), colores.end(), color) == colores.end();
+      if (color.alpha() == 255 && nuevo) colores.push_back(color);
+    }
+  }
+  return colores;
+}
+
+TEST(Temas, LosIconosSeVenEnCadaTemaYApagadosNoParecenVivos) {
+  for (const Tema tema : kTemas) {
+    AplicarTema(tema);
+    const QPalette paleta = PaletaDe(tema);
+    for (const char* nombre : {"agenda", "aviso", "desconectar", "mensaje-aviso"}) {
+      const QIcon icono = IconoDe(nombre);
+      const QSize lado(96, 96);
+      const auto apagado = Colores(icono.pixmap(lado, QIcon::Disabled));
+      EXPECT_EQ(apagado, std::vector{paleta.color(QPalette::Disabled, QPalette::ButtonText)}) << nombre;
+      const auto elegido = Colores(icono.pixmap(lado, QIcon::Selected));
+      EXPECT_EQ(elegido, std::vector{paleta.color(QPalette::HighlightedText)}) << nombre;
+      const auto vivo = Colores(icono.pixmap(lado));
+      const auto acentos = std::count_if(vivo.begin(), vivo.end(), [&](const QColor& color) {
+        return color == ColorDe(Matiz::kAcento, paleta) || color == ColorDe(Matiz::kAlerta, paleta) ||
+               color == ColorDe(Matiz::kAviso, paleta);
+      });
+      EXPECT_EQ(acentos, 1) << nombre;
+    }
+  }
+}
+
+TEST(Temas, UnBotonApretadoSeDistingueDeUnoSuelto) {
+  for (const Tema tema : kTemas) {
+    AplicarTema(tema);
+    QToolButton boton;
+    boton.setAutoRaise(true);
+    boton.setCheckable(true);
+    boton.resize(32, 32);
+    boton.setChecked(true);
+    const QColor borde = boton.grab().toImage().pixelColor(16, 0);
+    EXPECT_GE(Contraste(borde, PaletaDe(tema).color(QPalette::Window)), 3) << static_cast<int>(tema);
+    boton.setChecked(false);
+    EXPECT_NE(boton.grab().toImage().pixelColor(16, 0), borde);
+  }
+}
+
+TEST(Temas, LasCajasLlevanLosIconosDelPrograma) {
+  AplicarTema(Tema::kClaro);
+  const std::pair<QMessageBox::Icon, const char*> casos[] = {{QMessageBox::Information, "mensaje-informacion"},
+                                                             {QMessageBox::Warning, "mensaje-aviso"},
+                                                             {QMessageBox::Critical, "mensaje-error"},
+                                                             {QMessageBox::Question, "mensaje-pregunta"}};
+  for (const auto& [clase, nombre] : casos) {
+    QMessageBox caja;
+    caja.setIcon(clase);
+    ASSERT_FALSE(caja.iconPixmap().isNull());
+    EXPECT_EQ(caja.iconPixmap().toImage(), IconoDe(nombre).pixmap(caja.iconPixmap().size()).toImage()) << nombre;
+  }
+}
+
+}  // namespace
+}  // namespace utr
