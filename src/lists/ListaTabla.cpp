@@ -351,6 +351,13 @@ void ListaTabla::OrdenarFilas(std::vector<std::uint32_t>& filas) const {
   filas = std::move(ordenadas);
 }
 
+std::string ListaTabla::TextoConTitulos(std::span<const std::size_t> posiciones) const {
+  if (posiciones.empty()) return {};
+  std::vector<std::string> titulos;
+  for (const ColumnaLista& columna : columnas_) titulos.push_back(columna.titulo);
+  return Unir(titulos, "\t") + '\n' + TextoDeFilas(posiciones);
+}
+
 std::string ListaTabla::TextoDeFilas(std::span<const std::size_t> posiciones) const {
   std::string texto;
   bool primera = true;

@@ -70,6 +70,9 @@ class ListaTabla {
   // The rows at those positions, in the order given: columns parted by tabs, rows by "\n", none at the end.
   std::string TextoDeFilas(std::span<const std::size_t> posiciones) const;
 
+  // The same below a line of column titles; an empty text without rows.
+  std::string TextoConTitulos(std::span<const std::size_t> posiciones) const;
+
  private:
   // Where the texts of a column come from. Every column has an index of distinct texts: the table's own for a text
   // column, one made here for a column of another kind.

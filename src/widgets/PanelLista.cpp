@@ -41,6 +41,7 @@ PanelLista::PanelLista(const ContextoListas& contexto, const DescripcionPanel& d
   renglon->addStretch(1);
   for (QPushButton* boton : {NuevoBoton("Copiar", "Copiar", nullptr, &PanelLista::Copiar),
                              NuevoBoton("Guardar", "Guardar...", "guardar", &PanelLista::Guardar),
+                             NuevoBoton("Csv", "CSV...", nullptr, &PanelLista::GuardarCsv),
                              NuevoBoton("Imprimir", "Imprimir", "imprimir", &PanelLista::Imprimir)}) {
     renglon->addWidget(boton);
   }
@@ -107,7 +108,7 @@ void PanelLista::Copiar() {
     filas.resize(lista_->Lista().Cantidad());
     std::iota(filas.begin(), filas.end(), std::size_t{0});
   }
-  QApplication::clipboard()->setText(Q(lista_->Lista().TextoDeFilas(filas)));
+  QApplication::clipboard()->setText(Q(lista_->Lista().TextoConTitulos(filas)));
 }
 
 EncabezadoLista PanelLista::Encabezado() const {
@@ -116,6 +117,10 @@ EncabezadoLista PanelLista::Encabezado() const {
 
 void PanelLista::Guardar() {
   servicios_.GuardarComo([this] { return Encabezado(); });
+}
+
+void PanelLista::GuardarCsv() {
+  servicios_.GuardarComoCsv();
 }
 
 void PanelLista::Imprimir() {

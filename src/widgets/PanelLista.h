@@ -49,6 +49,7 @@ class PanelLista : public QWidget {
   void Plegar(bool desplegado);
   void Copiar();
   void Guardar();
+  void GuardarCsv();
   void Imprimir();
   EncabezadoLista Encabezado() const;
 

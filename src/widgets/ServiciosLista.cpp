@@ -3,13 +3,17 @@
 #include <algorithm>
 
 #include "base/Error.h"
+#include "lists/Csv.h"
+#include "widgets/DialogoCsv.h"
 #include "widgets/VistaLista.h"
 
 namespace utr {
 namespace {
 
 constexpr std::string_view kFiltroTexto = "Texto (delimitado por tabuladores)(*.txt)|*.txt";
+constexpr std::string_view kFiltroCsv = "Valores separados por un signo (*.csv)|*.csv";
 constexpr std::string_view kFiltroImp = "Archivo para insercion manual(*.imp)|*.imp";
+constexpr const char* kExportada = "La lista ha sido exportada con éxito";
 constexpr std::string_view kConfigurarImpresora = "Configurar Impresora";
 
 // What an export for manual insertion lacks, or nothing.
@@ -65,7 +69,22 @@ void ServiciosLista::GuardarComo(const Encabezado& encabezado) {
   const auto renglones = ElegirRenglones("¿Qué desea guardar?");
   if (!renglones) return;
   const auto ruta = contexto_.operador.ElegirGuardar({palabras_.titulo_guardar, std::string(kFiltroTexto), {}, {}});
-  if (ruta && ExportarLista(*ruta, encabezado, *renglones)) Informar("La lista ha sido exportada con éxito");
+  if (ruta && ExportarLista(*ruta, encabezado, *renglones)) Informar(kExportada);
+}
+
+void ServiciosLista::GuardarComoCsv() {
+  const auto renglones = ElegirRenglones("¿Qué desea guardar?");
+  if (!renglones) return;
+  DialogoCsv dialogo(vista_.window());
+  if (dialogo.exec() != QDialog::Accepted) return;
+  const auto ruta = contexto_.operador.ElegirGuardar({"Guardar como CSV ...", std::string(kFiltroCsv), {}, {}});
+  if (!ruta) return;
+  bool escrita = false;
+  Intentar("GuardarComoCsv", [&] {
+    const PunteroDeEspera puntero(contexto_.operador);
+    escrita = ExportarCsv(vista_.Lista(), dialogo.Opciones(), *ruta, *renglones);
+  });
+  if (escrita) Informar(kExportada);
 }
 
 void ServiciosLista::FijarImp(int tipo, std::string exito) {

@@ -25,7 +25,8 @@ struct PalabrasLista {
   std::string sin_resultado = "Debe leer datos para exportar";  // said when there is nothing to export yet
 };
 
-// The services that every list window ends in: save as text, export for manual insertion, print, choose the printer.
+// The services that every list window ends in: save as text and as CSV, export for manual insertion, print, choose the
+// printer.
 // Each shows its own messages; none raises.
 class ServiciosLista {
  public:
@@ -45,6 +46,9 @@ class ServiciosLista {
   // Asks which rows where the filter hides some, and for the file, then ExportarLista, then says so. Nothing on a
   // cancel.
   void GuardarComo(const Encabezado& encabezado);
+
+  // The same as CSV: asks which rows, how it is to be written and for the file, and says so when it stands.
+  void GuardarComoCsv();
 
   // What the .imp export writes from now on, and says then.
   void FijarImp(int tipo, std::string exito);

@@ -168,6 +168,14 @@ ComandoVentana VentanaLista::ComandoGuardar(const char* nombre) {
           .hacer = UnaVez([this] { servicios_.GuardarComo([this] { return Encabezado(false); }); })};
 }
 
+ComandoVentana VentanaLista::ComandoGuardarCsv() {
+  return {.nombre = "mnuGuardarCsv",
+          .texto = "Guardar como CS&V...",
+          .tecla = Qt::CTRL | Qt::SHIFT | Qt::Key_S,
+          .si = [this] { return HayFilas(); },
+          .hacer = UnaVez([this] { servicios_.GuardarComoCsv(); })};
+}
+
 ComandoVentana VentanaLista::ComandoExportar(const char* nombre) {
   return {.nombre = nombre,
           .texto = "E&xportar...",

@@ -58,6 +58,7 @@ class VentanaLista : public QDialog {
   // Saving, printing and the detail want rows in sight; the export takes the whole table, whatever the filter.
   ComandoVentana ComandoAbrir(const char* nombre);
   ComandoVentana ComandoGuardar(const char* nombre);
+  ComandoVentana ComandoGuardarCsv();
   ComandoVentana ComandoExportar(const char* nombre);
   ComandoVentana ComandoConfigurarImpresora(const char* nombre);
   ComandoVentana ComandoImprimir(const char* nombre);

@@ -286,7 +286,7 @@ void VistaLista::SinFiltro() {
 }
 
 std::string VistaLista::TextoElegido() const {
-  return modelo_->Lista().TextoDeFilas(FilasElegidas());
+  return modelo_->Lista().TextoConTitulos(FilasElegidas());
 }
 
 void VistaLista::Copiar() const {

@@ -23,7 +23,7 @@ class ModeloLista;
 // A click on a column title orders by that column and turns the order over at each click, the first one ascending; the
 // title then bears the icon of the order. Widths are fitted to titles and texts whenever a table is shown. Ctrl+F goes
 // to the filter field, which keeps the rows that hold the text in any column; Esc there empties it. Ctrl+C copies the
-// selected rows as tab-separated text.
+// selected rows as tab-separated text, with the titles.
 class VistaLista : public QWidget {
   Q_OBJECT
 
@@ -83,7 +83,7 @@ class VistaLista : public QWidget {
   // For a short list beside the one of the window: no filter field, and Ctrl+F stays the other one's.
   void SinFiltro();
 
-  // The selected rows as Ctrl+C puts them on the clipboard.
+  // The selected rows as Ctrl+C puts them on the clipboard, with the titles over them.
   std::string TextoElegido() const;
 
  signals:

@@ -229,6 +229,7 @@ TEST(ListaTabla, FilasCopiadas) {
   EXPECT_EQ(lista.TextoDeFilas(std::vector<std::size_t>{0, 1, 2}), "1\t-\tx\n\t\t\n2\ty\t");
   EXPECT_EQ(lista.TextoDeFilas(std::vector<std::size_t>{2}), "2\ty\t");
   EXPECT_EQ(lista.TextoDeFilas({}), "");
+  EXPECT_EQ(lista.TextoConTitulos({}), "");
 }
 
 }  // namespace

@@ -2,9 +2,12 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <QAbstractButton>
+#include <QComboBox>
 #include <QLineEdit>
 
 #include "base/Error.h"
+#include "support/GuionVentanas.h"
 #include "support/ModPrueba.h"
 #include "support/Tablas.h"
 #include "widgets/ServiciosLista.h"
@@ -90,6 +93,50 @@ TEST_F(PruebaServiciosLista, SePreguntaPorLoQueElFiltroOcultaYElImpLlevaTodo) {
   vista.CampoFiltro()->setText("/02/");  // hides nothing
   banco.operador.EsperaGuardar("Exportar ...", std::nullopt);
   servicios.GuardarComo(encabezado);
+}
+
+TEST_F(PruebaServiciosLista, ElCsvSeEscribeComoSePideYLoRecuerda) {
+  Llenar();
+  vista.CampoFiltro()->setText("01/02");
+  GuionVentanas dialogos;
+  const auto ruta = banco.carpeta / "lista.csv";
+  const auto con_dialogo = [&](const std::function<void(QDialog&)>& paso, const std::filesystem::path& elegida = {},
+                               const std::string& final = {}) {
+    banco.operador.EsperaParte("¿Qué desea guardar?", Respuesta::kSegunda);
+    if (!elegida.empty()) banco.operador.EsperaGuardar("Guardar como CSV ...", elegida);
+    if (!elegida.empty()) banco.operador.EsperaParte(final);
+    dialogos.Espera("DialogoCsv", paso);
+    servicios.GuardarComoCsv();
+  };
+  const auto boton = [](QDialog& dialogo, const char* nombre) { Hallar<QAbstractButton>(dialogo, nombre).click(); };
+  con_dialogo([&](QDialog& dialogo) {
+    EXPECT_EQ(Hallar<QComboBox>(dialogo, "cboSeparador").currentIndex(), 0);
+    Hallar<QComboBox>(dialogo, "cboSeparador").setCurrentIndex(2);
+    boton(dialogo, "CmdCancel");
+  });
+  con_dialogo(
+      [&](QDialog& dialogo) {
+        EXPECT_EQ(Hallar<QComboBox>(dialogo, "cboSeparador").currentIndex(), 0) << "nothing is kept of a cancel";
+        Hallar<QComboBox>(dialogo, "cboSeparador").setCurrentIndex(1);
+        Hallar<QComboBox>(dialogo, "cboDecimal").setCurrentIndex(1);
+        Hallar<QAbstractButton>(dialogo, "chkMarca").click();
+        boton(dialogo, "CmdOK");
+      },
+      ruta, "La lista ha sido exportada con éxito");
+  const std::string marca = "\xEF\xBB\xBF";
+  EXPECT_EQ(prueba::LeerTodo(ruta), marca + "Fecha;Valor\r\n01/02/2026;1.5\r\n02/02/2026;\r\n");
+  EXPECT_EQ(banco.operador.pedidos.back().filtro, "Valores separados por un signo (*.csv)|*.csv");
+  const auto fuera = banco.carpeta / "no" / "lista.csv";
+  con_dialogo(
+      [&](QDialog& dialogo) {
+        EXPECT_EQ(Hallar<QComboBox>(dialogo, "cboSeparador").currentIndex(), 1);
+        EXPECT_EQ(Hallar<QComboBox>(dialogo, "cboDecimal").currentIndex(), 1);
+        EXPECT_TRUE(Hallar<QAbstractButton>(dialogo, "chkMarca").isChecked());
+        boton(dialogo, "CmdOK");
+      },
+      fuera, "No se puede escribir el archivo " + fuera.string());
+  EXPECT_THAT(banco.Errores(), HasSubstr("\"frmEventos\",\"GuardarComoCsv\""));
+  EXPECT_EQ(banco.operador.ocupado, 0);
 }
 
 TEST_F(PruebaServiciosLista, UnGuardarCanceladoYUnaListaVaciaCallan) {

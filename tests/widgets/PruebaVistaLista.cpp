@@ -175,7 +175,8 @@ TEST_F(PruebaVistaLista, CtrlCCopiaLasElegidasEnElOrdenQueSeVe) {
   vista.Elegir(3);
   QTest::keyClick(vista.Arbol(), Qt::Key_Up, Qt::ShiftModifier);
   QTest::keyClick(vista.Arbol(), Qt::Key_C, Qt::ControlModifier);
-  EXPECT_EQ(U(QApplication::clipboard()->text()), "05/01/2026\tED1\tN/D\n10/12/2025\tPLV\t10.000");
+  EXPECT_EQ(U(QApplication::clipboard()->text()),
+            "Fecha\tCanal\tValor \n05/01/2026\tED1\tN/D\n10/12/2025\tPLV\t10.000");
 }
 
 TEST_F(PruebaVistaLista, EnterYDobleClicActivanLaFila) {

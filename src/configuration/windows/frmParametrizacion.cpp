@@ -127,6 +127,7 @@ void frmParametrizacion::ArmarComandos() {
                             &frmParametrizacion::GuardarConfiguracion);
                  }},
             texto,
+            ComandoGuardarCsv(),
             configurar,
             ComandoImprimir("mnuParamImprimir"),
             ComandoSalir("mnuParamSalir"),

@@ -37,7 +37,7 @@ void VistaRegistros::ComandosDeVista(const std::vector<MenuVentana>& menus, std:
     barra.insert(barra.begin(), "Open");
   }
   for (ComandoVentana& comando :
-       std::vector{ComandoGuardar(nombres.guardar), ComandoExportar(nombres.exportar),
+       std::vector{ComandoGuardar(nombres.guardar), ComandoGuardarCsv(), ComandoExportar(nombres.exportar),
                    ComandoConfigurarImpresora(nombres.configurar_impresora), ComandoImprimir(nombres.imprimir),
                    ComandoSalir(nombres.salir), ComandoOrdenar(true), ComandoOrdenar(false), ComandoAyuda(),
                    ComandoQueEsEsto()}) {

@@ -90,6 +90,7 @@ void frmVisualizador::ArmarComandos() {
              .hacer = [this] { ElegirArchivo(); }},
             abrir,
             ComandoGuardar("mnuSaveAs"),
+            ComandoGuardarCsv(),
             exportar,
             ComandoConfigurarImpresora("mnuPrintConfig"),
             ComandoImprimir("mnuPrint"),

@@ -192,6 +192,7 @@ void frmAgendas::ArmarComandos() {
         .hacer =
             [this] { Intentar("BorrarListaAgenda", Redaccion::kCompletada, [this] { BorrarListaAgenda(true); }); }},
        ComandoGuardar("mnuAgenGuardarComo"),
+       ComandoGuardarCsv(),
        configurar,
        ComandoImprimir("mnuAgenPrint"),
        salir,

@@ -176,7 +176,8 @@ TEST_F(PruebaParametrizacion, UnaEdicionConservaFiltroOrdenYFilaYSeVe) {
   EXPECT_EQ(Cambios(), "Cambios: 1");
   EXPECT_TRUE(detalle.isVisible());
   Pulsar("CopiarCambios");
-  EXPECT_EQ(U(QGuiApplication::clipboard()->text()), "1\tEA01\tMáxima Variación Descendente (MaxBajVal):\t2\t8");
+  EXPECT_EQ(U(QGuiApplication::clipboard()->text()),
+            "NroCanal\tCanal\tCampo\tEn la UTR\tNuevo\n1\tEA01\tMáxima Variación Descendente (MaxBajVal):\t2\t8");
   Pulsar("Cambios");
   EditarNivel("2");
   EXPECT_EQ(Canales(), "16 1 ") << "as it was read";
