@@ -25,6 +25,16 @@ std::optional<Propiedad> DesdeToml(const toml::node& nodo) {
   return std::nullopt;
 }
 
+// Every text in one line between double quotes, the one form that holds any text.
+template <class Dato>
+std::string EnToml(const Dato& dato) {
+  constexpr auto kForma = toml::toml_formatter::default_flags & ~toml::format_flags::allow_multi_line_strings &
+                          ~toml::format_flags::allow_literal_strings;
+  std::ostringstream salida;
+  salida << toml::toml_formatter{toml::value<Dato>{dato}, kForma};
+  return std::move(salida).str();
+}
+
 std::string TextoPropiedad(const Propiedad& valor) {
   if (const auto* entero = std::get_if<std::int64_t>(&valor)) return std::to_string(*entero);
   if (const auto* doble = std::get_if<double>(&valor)) return TextoGeneral(*doble);
@@ -111,14 +121,14 @@ void Propiedades::CargarPropiedades() {
 }
 
 void Propiedades::GrabarArchivoPropiedades() const {
-  toml::table tabla;
-  for (const auto& [nombre, valor] : bolsa_) {
-    std::visit([&, &clave = nombre](const auto& dato) { tabla.insert_or_assign(clave, dato); }, valor);
-  }
-  // Every text in one line between double quotes, the one form that holds any text.
-  constexpr auto kForma = toml::toml_formatter::default_flags & ~toml::format_flags::allow_multi_line_strings &
-                          ~toml::format_flags::allow_literal_strings;
-  EscribirEntero(archivo_, [&](std::ostream& salida) { salida << toml::toml_formatter{tabla, kForma} << '\n'; });
+  EscribirEntero(archivo_, [this](std::ostream& salida) {
+    for (const auto& [nombre, valor] : bolsa_) {
+      // A name as a text too: the library writes some that it couldn't read as names.
+      salida << EnToml(nombre) << " = ";
+      std::visit([&salida](const auto& dato) { salida << EnToml(dato); }, valor);
+      salida << '\n';
+    }
+  });
 }
 
 void Propiedades::GrabarYRecargar() {

@@ -3,27 +3,21 @@
 // they are on a serial line or a TCP connection, or as contents of answers whose frame, check and echo are right, which
 // reaches what lies behind them.
 #include <algorithm>
-#include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 
 #include "base/Error.h"
 #include "driver/Textos.h"
 #include "driver/link/client/ComunicadorEnlace.h"
 #include "driver/link/protocol/Pdu.h"
+#include "fuzz/Comun.h"
 
 namespace {
 
 using namespace utr::protocolo;
+using utr::fuzz::Exigir;
 
 constexpr std::int64_t kMayorEspera = 3600000;  // milliseconds; a client that tries for longer hangs
 constexpr std::size_t kItemsDePagina = 66;
-
-void Exigir(bool cierto, const char* que) {
-  if (cierto) return;
-  std::fprintf(stderr, "%s\n", que);
-  std::abort();
-}
 
 class RelojQuieto final : public utr::Reloj {
  public:

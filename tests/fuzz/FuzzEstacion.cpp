@@ -1,23 +1,17 @@
 // Any bytes on a line of the station: whatever it answers is a whole frame of its protocol, and it answers nobody's
 // broadcast. The first byte tells what the others are: what a serial line or a TCP connection brings, a request with a
 // frame around it, the contents of an order, the image of a table.
-#include <cstdio>
-#include <cstdlib>
 
 #include "base/Reloj.h"
 #include "driver/link/protocol/Imagenes.h"
 #include "driver/simulated/station/Extremo.h"
+#include "fuzz/Comun.h"
 
 namespace {
 
 using namespace utr::protocolo;
+using utr::fuzz::Exigir;
 using utr::simulada::ClaseDeLinea;
-
-void Exigir(bool cierto, const char* que) {
-  if (cierto) return;
-  std::fprintf(stderr, "%s\n", que);
-  std::abort();
-}
 
 class RelojQuieto final : public utr::Reloj {
  public:

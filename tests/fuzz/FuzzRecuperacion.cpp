@@ -1,20 +1,15 @@
 // Any bytes as a recovery file: the reader must keep its promises about them, whatever they are.
 #include <algorithm>
-#include <cstdio>
-#include <cstdlib>
 #include <sstream>
 #include <string>
 
+#include "fuzz/Comun.h"
 #include "retrieved/recovery/LectorRecuperacion.h"
 #include "retrieved/recovery/MemoriaFlash.h"
 
 namespace {
 
-void Exigir(bool cierto, const char* que) {
-  if (cierto) return;
-  std::fprintf(stderr, "%s\n", que);
-  std::abort();
-}
+using utr::fuzz::Exigir;
 
 void MirarPagina(const utr::LineaRecuperacion& linea) {
   Exigir(linea.con_lugar && linea.pista >= 0 && linea.pista < utr::kPistas, "the track of a page");

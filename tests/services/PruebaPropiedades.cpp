@@ -53,19 +53,20 @@ TEST_F(Propiedades_, CualquierTextoVuelveComoEra) {
       return azar() % 8 == 0 ? t + '\0' : t;
     };
     const std::string valor = texto();
-    const std::string nombre = texto();
+    const std::string nombre = texto() + "'";
     Propiedades bolsa(archivo_);
     bolsa.Escribir("Clave", valor, Entero(0));
-    bolsa.Escribir("." + nombre, Texto("otra"), Entero(0));
+    bolsa.Escribir(nombre, Texto("otra"), Entero(0));
     bolsa.GrabarYRecargar();
     ASSERT_EQ(bolsa.LeerTexto("Clave", "Pampas"), valor) << prueba::LeerTodo(archivo_);
-    ASSERT_EQ(bolsa.LeerTexto("." + nombre, ""), "otra") << prueba::LeerTodo(archivo_);
+    ASSERT_EQ(bolsa.LeerTexto(nombre, ""), "otra") << prueba::LeerTodo(archivo_);
   }
 }
 
-TEST_F(Propiedades_, UnTextoQueNoEsUtf8SeRechaza) {
+TEST_F(Propiedades_, LoQueHariaIlegibleElArchivoSeRechaza) {
   Propiedades bolsa(archivo_);
   EXPECT_THROW(bolsa.Escribir("Clave", Texto("a\xF1o"), Texto("Pampas")), Error);
+  EXPECT_THROW(bolsa.Escribir("a\xF1o", Texto("x"), Texto("")), Error);
   bolsa.Escribir("PUERTO", Entero(3), Entero(1));
   bolsa.GrabarYRecargar();
   EXPECT_EQ(bolsa.LeerEntero("PUERTO", 1), 3);
@@ -145,9 +146,10 @@ TEST_F(Propiedades_, BytesAlAzarDanUnaBolsaVacia) {
 }
 
 TEST_F(Propiedades_, UnaClaveDeOtraFormaNoArrastraALasDemas) {
-  prueba::EscribirTodo(archivo_, "PUERTO = [1, 2]\nClave = 'otra'\n[Tabla]\nx = 1\n");
+  prueba::EscribirTodo(archivo_, "PUERTO = [1, 2]\n\"\" = 'sin nombre'\nClave = 'otra'\n[Tabla]\nx = 1\n");
   Propiedades bolsa(archivo_);
   bolsa.CargarPropiedades();
+  bolsa.GrabarYRecargar();
   EXPECT_EQ(bolsa.LeerEntero("PUERTO", 1), 1);
   EXPECT_EQ(bolsa.LeerTexto("Clave", "Pampas"), "otra");
 }

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "base/Error.h"
+#include "base/Texto.h"
 #include "driver/BancoSimulado.h"
 #include "driver/simulated/scenario/Escenario.h"
 
@@ -119,10 +120,12 @@ TEST(Escenario, CadaErrorTieneSuLineaYSuMotivo) {
       {"[equipo]\nmuda = true\nmuda = false", "línea 3: repite una clave o una sección: muda = false"},
       {"[equipo]\n[equipo]", "línea 2: repite una clave o una sección: [equipo]"},
       {"# \xF1", "hay un carácter que no está en UTF-8"},
+      {"muda\x01 = \xF1", "línea 1: no se entiende: muda"},
   };
   for (const auto& caso : casos) {
     const std::string reparo = Reparo(caso.texto);
     EXPECT_NE(reparo.find(caso.reparo), std::string::npos) << caso.texto << "\n" << reparo;
+    EXPECT_TRUE(EsUtf8(reparo)) << "it is shown";
   }
 }
 

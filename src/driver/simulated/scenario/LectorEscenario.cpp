@@ -408,10 +408,10 @@ const Clave<Escenario> kSecciones[] = {
     {"canal", LeerCanales},           {"valores", LeerValores},         {"falla", LeerFallas},
 };
 
-// A line of a text, from 1.
+// A line of a text, from 1. It is shown, so it holds characters even where the file doesn't.
 std::string Renglon(const std::string& texto, std::size_t numero) {
   const auto renglones = Separar(texto, '\n');
-  return numero >= 1 && numero <= renglones.size() ? std::string{Recortar(renglones[numero - 1])} : std::string{};
+  return numero >= 1 && numero <= renglones.size() ? ComoUtf8(Recortar(renglones[numero - 1])) : std::string{};
 }
 
 // The reader of TOML gives its reasons in English: the two that happen in earnest are told in our words.
