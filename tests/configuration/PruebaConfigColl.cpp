@@ -108,7 +108,7 @@ TEST_F(PruebaConfigColl, RemoveEsPorLugarOPorClaveEntera) {
   EXPECT_EQ(Canales(), (std::vector<std::string>{"7", "9"}));
   EXPECT_THROW(coleccion_.Remove("7"), Error);
   EXPECT_THROW(coleccion_.Remove(std::size_t{0}), Error);
-  EXPECT_THROW(coleccion_.Remove(7), Error);
+  EXPECT_THROW(coleccion_.Remove(3), Error) << "one behind the last";
   EXPECT_EQ(coleccion_.Count(), 2U);
 }
 
@@ -117,6 +117,8 @@ TEST_F(PruebaConfigColl, ConClaveDadaNoSeHallaPorCanal) {
   const ConfigPtr config = coleccion_.Add(4, *tabla, "viento");
   EXPECT_EQ(config->Key, "C4");
   EXPECT_EQ(coleccion_.Item(4), nullptr);
+  EXPECT_EQ(coleccion_.Add(6, *tabla, "VIENTO")->Key, "C6");
+  EXPECT_EQ(coleccion_.Count(), 1U) << "a key that is taken takes no other";
   coleccion_.Remove("Viento");
   EXPECT_EQ(coleccion_.Count(), 0U);
 }

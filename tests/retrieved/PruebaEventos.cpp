@@ -26,6 +26,8 @@ class PruebaEventos : public Banco {
                                                                {"20", "Batería", "Tensión", "-"},
                                                                {"21", "Puerta", "ab", "cd"},
                                                                {"22", "Rota", "", "Valor"},
+                                                               {"25", "Rara", "ñé", "ñé"},
+                                                               {"26", "Corta", "ñéí", "°%"},
                                                                {"31", "Salto", "Canal", "Diferencia"}});
 
   std::vector<std::string> Armar(const std::vector<Celdas>& filas) {
@@ -59,6 +61,8 @@ TEST_F(PruebaEventos, ValoresSegunLosRotulos) {
       {{"", "10:00", "1", "5", "6"}, "|10:00|1|N/D|N/D|Reinicio"},
       {{"", "10:00", "21", "5", "6"}, "|10:00|21|N/D|N/D|Puerta"},
       {{"", "10:00", "22", "2", "6"}, "|10:00|22|N/D|N/D|Rota"},
+      {{"", "10:00", "25", "2", "6"}, "|10:00|25|N/D|N/D|Rara"},
+      {{"", "10:00", "26", "2", "6"}, "|10:00|26|2|6|Corta"},
       {{"", "10:00", "99", "5", "6"}, "|10:00|99|N/D|N/D|-"},
       {{"", "10:00", "40000", "5", "6"}, "|10:00|40000|N/D|N/D|-"},
       {{"", "10:00", " 20 ", "5", "6"}, "|10:00| 20 |5|6|Batería"},

@@ -1,3 +1,5 @@
+#include <map>
+
 #include "lists/ListaTabla.h"
 #include "retrieved/Banco.h"
 #include "retrieved/ColumnasRegistros.h"
@@ -247,6 +249,32 @@ TEST_F(PruebaLectores, ColumnasDeCadaVista) {
   EXPECT_EQ(PrimeraFila(ColumnasEventos(), lector.Resultado()),
             "Fecha;Hora;Código;Descripción;Valor 1;Valor 2;\n"
             "15/03/2026\t10:00:00\t31\tAscenso con transmisión\tCanal:  1\t5.000");
+}
+
+// Two rows of which the first one of each pair comes first by the kind of its column alone: by texts, or as they were
+// added, the other one would.
+TEST_F(PruebaLectores, CadaColumnaSeOrdenaPorSuClase) {
+  const std::map<std::string, std::pair<const char*, const char*>> pares = {{"Fecha", {"02/01/2005", "01/02/2005"}},
+                                                                            {"Hora", {"9:59:59", "10:00:00"}},
+                                                                            {"Valor", {"9", "10"}},
+                                                                            {"Maximo", {"-1", "-0.5"}},
+                                                                            {"Minimo", {"9", "1e1"}},
+                                                                            {"Codigo", {"9", "10"}},
+                                                                            {"Valor1", {"9", "10"}},
+                                                                            {"Valor2", {"9", "10"}},
+                                                                            {"Canal", {"10", "9"}},
+                                                                            {"Descripcion", {"10", "9"}},
+                                                                            {"Unidad", {"10", "9"}}};
+  for (const Columnas& columnas : {ColumnasDatos(), ColumnasEventos()}) {
+    for (const ColumnaLista& columna : columnas) {
+      const auto par = pares.find(columna.campo);
+      if (par == pares.end()) continue;
+      ListaTabla lista({columna});
+      lista.Mostrar(TablaDeTextos({par->first.c_str()}, {{par->second.second}, {par->second.first}}));
+      lista.Ordenar({0});
+      EXPECT_EQ(lista.Texto(0, 0), par->second.first) << columna.titulo;
+    }
+  }
 }
 
 }  // namespace

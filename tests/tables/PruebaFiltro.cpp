@@ -2,6 +2,7 @@
 
 #include <map>
 #include <random>
+#include <tuple>
 
 #include "support/Tablas.h"
 #include "tables/Comun.h"
@@ -145,6 +146,46 @@ TEST(Filtro, UnaFilaQueSaleYVuelveNoHaceRetroceder) {
     EXPECT_EQ(t->RecordCount(), 3U) << orden;
     t->MoveNext();
     EXPECT_EQ(t->Filas().Actual(), ultima) << orden;
+  }
+}
+
+// The walk meets what other clones did since the filter was set, though nobody counted the rows.
+TEST(Filtro, ElRecorridoVeLoQueOtroHizoDelante) {
+  const struct {
+    std::vector<std::size_t> salen;  // rows that leave the filter once the walk stands on row 0
+    const char* agregada;            // a row that comes in then
+    const char* visto;
+  } casos[] = {{{}, nullptr, "0123"},     {{1}, nullptr, "023"},    {{1, 2}, nullptr, "03"}, {{3}, nullptr, "012"},
+               {{1, 2, 3}, nullptr, "0"}, {{}, "x", "01234"},       {{}, "y", "0123"},       {{3}, "x", "0124"},
+               {{1, 2, 3}, "x", "04"},    {{0, 1, 2, 3}, "x", "04"}};
+  for (const auto& caso : casos) {
+    const auto t = TablaDeTextos({"A", "n"}, {{"x", "0"}, {"x", "1"}, {"x", "2"}, {"x", "3"}});
+    t->Filter("A='x'");
+    const auto clon = t->Clone();
+    for (const std::size_t fila : caso.salen) {
+      clon->IrAFila(fila);
+      clon->Set("A", "y");
+    }
+    if (caso.agregada != nullptr) {
+      clon->AddNew();
+      clon->Set("A", caso.agregada);
+      clon->Set("n", "4");
+    }
+    std::string visto;
+    for (; !t->Eof(); t->MoveNext()) visto += t->Texto("n");
+    EXPECT_EQ(visto, caso.visto);
+  }
+}
+
+TEST(Filtro, IrAFilaSigueDesdeAhi) {
+  const auto t = TablaDeTextos({"A", "n"}, {{"x", "0"}, {"y", "1"}, {"x", "2"}, {"x", "3"}});
+  for (const auto& [filtro, fila, sigue] : std::initializer_list<std::tuple<const char*, std::size_t, const char*>>{
+           {"A='x'", 0, "2"}, {"A='x'", 2, "3"}, {"A='x'", 3, "fin"}, {"A='x'", 1, "fin"}, {"", 1, "2"}}) {
+    t->Filter(filtro);
+    t->IrAFila(fila);
+    EXPECT_EQ(t->Filas().Actual(), fila);
+    t->MoveNext();
+    EXPECT_EQ(t->Eof() ? "fin" : t->Texto("n"), sigue) << filtro << fila;
   }
 }
 

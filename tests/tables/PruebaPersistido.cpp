@@ -90,6 +90,23 @@ TEST(Persistido, EscribeLosBytesDelServicio) {
   EXPECT_EQ(prueba::LeerTodo(carpeta / "otra.xml"), esperado) << "what it wrote reads and writes the same";
 }
 
+// A line takes another attribute up to 107 bytes, whatever the attribute's own length.
+TEST(Persistido, ElAnchoDeUnRenglonSeCuentaEnBytes) {
+  const Carpeta carpeta;
+  const std::size_t propios = std::string_view("\t<z:row A=''").size();
+  for (const auto& [texto, bytes] :
+       std::initializer_list<std::pair<std::string, std::size_t>>{{std::string(107 - propios, 'x'), 107},
+                                                                  {std::string(108 - propios, 'x'), 108},
+                                                                  {std::string(106 - propios - 1, 'x') + "ñ", 107},
+                                                                  {std::string(106 - propios, 'x') + "ñ", 108}}) {
+    const auto t = TablaDeTextos({"A", "B"}, {{texto.c_str(), "1"}});
+    t->GuardarSobre(carpeta / "t.xml");
+    const std::string corte = bytes < 108 ? " " : "\r\n\t\t ";
+    EXPECT_NE(prueba::LeerTodo(carpeta / "t.xml").find("A='" + texto + "'" + corte + "B='1'"), std::string::npos)
+        << bytes;
+  }
+}
+
 TEST(Persistido, IdaYVueltaDeTodosLosTipos) {
   const struct {
     TipoCampo tipo;
