@@ -3,6 +3,7 @@
 #include <array>
 #include <cstring>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -97,6 +98,7 @@ class Columna {
   const Diccionario& Textos() const noexcept { return textos_; }
   Diccionario& Textos() noexcept { return textos_; }
   std::uint32_t Indice(std::size_t fila) const noexcept { return indices_[fila]; }
+  std::span<const std::uint32_t> Indices() const noexcept { return indices_; }
   void EscribirTexto(std::size_t fila, std::string_view texto) { EscribirIndice(fila, textos_.Numero(texto)); }
   void EscribirIndice(std::size_t fila, std::uint32_t numero) noexcept {
     if (indices_[fila] == numero) return;

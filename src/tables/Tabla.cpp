@@ -540,6 +540,10 @@ std::uint32_t TextosColumna::De(std::size_t fila) const {
   return datos_.columnas[campo_].Indice(fila);
 }
 
+std::span<const std::uint32_t> TextosColumna::Indices() const noexcept {
+  return datos_.columnas[campo_].Indices();
+}
+
 std::size_t Tabla::Memoria() const noexcept {
   std::size_t bytes = vista_.capacity() * sizeof(std::uint32_t);
   for (const auto& columna : datos_->columnas) bytes += columna.Memoria();

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -310,6 +311,9 @@ class TextosColumna {
 
   // Which one a row holds. Raises kSinRegistro for a row that isn't there.
   std::uint32_t De(std::size_t fila) const;
+
+  // The same of all rows, in the order of adding; valid until the table changes.
+  std::span<const std::uint32_t> Indices() const noexcept;
 
  private:
   friend class Tabla;

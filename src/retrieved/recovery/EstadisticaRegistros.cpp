@@ -2,14 +2,13 @@
 
 #include <algorithm>
 #include <cmath>
-#include <optional>
 #include <string>
-#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "base/Fechas.h"
 #include "base/Texto.h"
+#include "retrieved/series/Momentos.h"
 
 namespace utr {
 
@@ -28,55 +27,20 @@ struct Puesto {
   bool Con(const Puesto& otro) const { return momento == otro.momento && canal == otro.canal; }
 };
 
-// The moment of a text in seconds; 0 for one that is none, as a time of more than three parts.
-std::int64_t LeerDia(std::string_view texto) {
-  const auto fecha = LeerFecha(Recortar(texto));
-  return fecha ? Segundos(*fecha) : 0;
-}
-
-// From midnight on: a time alone lies on the first day of the calendar.
-std::int64_t LeerHora(std::string_view texto) {
-  static const std::int64_t kMedianoche = Segundos(FechaHora{});
-  const auto hora = LeerFecha(Recortar(texto));
-  return hora ? Segundos(*hora) - kMedianoche : 0;
-}
-
-// The seconds of the texts of a column, each worked out once.
-class Segundero {
- public:
-  using Lectura = std::int64_t (*)(std::string_view);
-  Segundero(const Tabla& tabla, std::string_view campo, Lectura leer)
-      : tabla_(tabla), campo_(tabla.IndiceCampo(campo)), leer_(leer) {}
-
-  std::int64_t De(std::size_t fila) {
-    const std::uint32_t indice = tabla_.Textos(campo_).De(fila);
-    if (indice >= conocidos_.size()) conocidos_.resize(indice + 1 + conocidos_.size() / 2);
-    if (!conocidos_[indice]) conocidos_[indice] = leer_(tabla_.Filas().Texto(fila, campo_));
-    return *conocidos_[indice];
-  }
-
- private:
-  const Tabla& tabla_;
-  std::size_t campo_;
-  Lectura leer_;
-  std::vector<std::optional<std::int64_t>> conocidos_;
-};
-
 std::vector<Puesto> Ordenados(const Tabla& tabla, InformeRegistros& informe) {
-  Segundero dias(tabla, "Fecha", LeerDia);
-  Segundero horas(tabla, "Hora", LeerHora);
+  const std::vector<std::int64_t> momentos = MomentosDe(tabla);
   const int canal = tabla.BuscarCampo("Canal");
   const std::int64_t referencia = Segundos(kReferencia);
   std::vector<Puesto> puestos;
   puestos.reserve(tabla.RecordCount());
   for (std::uint32_t fila = 0; fila < tabla.RecordCount(); ++fila) {
-    const std::int64_t dia = dias.De(fila);
-    if (dia == referencia) {
+    const std::int64_t momento = momentos[fila] == kSinMomento ? 0 : momentos[fila];
+    if (momento >= referencia && momento < referencia + kSegundosDia) {
       ++informe.de_referencia;
       continue;
     }
     const std::uint32_t suyo = canal < 0 ? 0 : tabla.Textos(static_cast<std::size_t>(canal)).De(fila);
-    puestos.push_back({dia + horas.De(fila), suyo, fila});
+    puestos.push_back({momento, suyo, fila});
   }
   if (!std::is_sorted(puestos.begin(), puestos.end())) std::sort(puestos.begin(), puestos.end());
   return puestos;
