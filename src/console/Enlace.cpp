@@ -1,0 +1,123 @@
+#include "console/Enlace.h"
+
+#include "base/Error.h"
+#include "base/Numeros.h"
+#include "driver/CarpetaDeEstacion.h"
+#include "driver/ComunicadorAnotado.h"
+#include "driver/ErroresDeEnlace.h"
+#include "driver/link/client/ComunicadorEnlace.h"
+#include "driver/simulated/driver/ComunicadorSimulado.h"
+#include "services/ArchivosPrograma.h"
+#include "services/RegistroErrores.h"
+#include "session/LibroEstaciones.h"
+#include "session/NumerosDePuerto.h"
+
+namespace utr::consola {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* kOrigen = "adminutr-cli";
+
+// What the book says of a station in place of its name.
+PedidoEnlace Resolver(const PedidoEnlace& pedido, const fs::path& carpeta) {
+  if (pedido.estacion.empty()) return pedido;
+  LibroEstaciones libro(pedido.libro.empty() ? carpeta / LibroEstaciones::kArchivo : pedido.libro);
+  libro.Leer();
+  const Estacion* estacion = libro.Buscar(pedido.estacion);
+  if (estacion == nullptr) {
+    throw Error(error::kLlamada, kOrigen,
+                "El libro " + libro.Archivo().string() + " no tiene la estación \"" + pedido.estacion + "\"");
+  }
+  PedidoEnlace resuelto;
+  resuelto.simulada = estacion->medio == MedioEstacion::kSimulado;
+  resuelto.entrada = EntradaDe(*estacion);
+  return resuelto;
+}
+
+// The device of a port's number: that which the program knows by it, else the line of a station on this machine.
+std::optional<std::string> DispositivoDe(const fs::path& carpeta, int numero) {
+  const NumerosDePuerto numeros(carpeta / "Puertos.toml");
+  if (!numeros.Aviso().empty()) throw Error(error::kArchivo, kOrigen, numeros.Aviso());
+  if (auto propio = numeros.De(numero)) return propio;
+  const std::string nombre = "COM" + std::to_string(numero);
+  for (const Dispositivo& linea : LineasDeEstacion(CarpetaDeEstacion())) {
+    if (fs::path(linea.ruta).filename() == nombre) return linea.ruta;
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+struct Enlace::Partes {
+  Partes(const PedidoEnlace& un_pedido, fs::path donde, Reloj& un_reloj, Atender atender, Bitacora& bitacora)
+      : carpeta(std::move(donde)), pedido(Resolver(un_pedido, carpeta)), reloj(un_reloj) {
+    if (pedido.simulada) {
+      driver = std::make_unique<ComunicadorSimulado>(carpeta, reloj, std::move(atender));
+      return;
+    }
+    linea = std::make_unique<ComunicadorEnlace>(ComunicadorEnlace::Partes{
+        .tendido = tendido,
+        .dispositivos =
+            [this](int numero) {
+              return pedido.dispositivo.empty() ? DispositivoDe(carpeta, numero) : std::optional(pedido.dispositivo);
+            },
+        .reloj = reloj,
+        .atender = std::move(atender),
+        .bitacora = bitacora});
+    driver = std::make_unique<ComunicadorAnotado>(*linea, bitacora, reloj);
+  }
+
+  void AbrirPuerto() {
+    const EntradaEnlace& entrada = pedido.entrada;
+    const std::string extremo = entrada.por_ip ? entrada.direccion : std::to_string(entrada.velocidad);
+    driver->Conectar(TextoEnlace(extremo), entrada.por_ip ? entrada.puerto_ip : std::to_string(entrada.puerto));
+    if (!entrada.por_ip) driver->ModoConexion(true);
+  }
+
+  void Llamar() {
+    RegistroErrores registro(carpeta / "adminutr-cli.err", reloj);
+    const std::string comandos = pedido.entrada.comandos.empty()
+                                     ? LeerArchivoPrograma(registro, carpeta, "comandosAT.dat")
+                                     : pedido.entrada.comandos;
+    driver->Cancelar(true);
+    if (driver->LlamarTelefono(pedido.entrada.numero_telefono, comandos)) return;
+    throw Error(error::kSinRespuesta, kOrigen,
+                "Error al comunicarse por teléfono con " + pedido.entrada.numero_telefono);
+  }
+
+  fs::path carpeta;
+  PedidoEnlace pedido;
+  Reloj& reloj;
+  enlace::TendidoDelEquipo tendido;
+  std::unique_ptr<ComunicadorEnlace> linea;
+  std::unique_ptr<Comunicador> driver;
+};
+
+Enlace::Enlace(const PedidoEnlace& pedido, fs::path carpeta, Reloj& reloj, Atender atender, Bitacora& bitacora)
+    : partes_(std::make_unique<Partes>(pedido, std::move(carpeta), reloj, std::move(atender), bitacora)) {}
+
+Enlace::~Enlace() {
+  IgnorandoErrores([this] { partes_->driver->Desconectar(); });
+}
+
+Comunicador& Enlace::Driver() noexcept {
+  return *partes_->driver;
+}
+
+bool Enlace::Simulada() const noexcept {
+  return partes_->pedido.simulada;
+}
+
+std::int32_t Enlace::Identificador() const {
+  return Entero32(Val(partes_->pedido.entrada.identificador));
+}
+
+void Enlace::Abrir() {
+  partes_->AbrirPuerto();
+  if (partes_->pedido.entrada.telefono) partes_->Llamar();
+  partes_->driver->IdEquipo(Identificador());
+}
+
+}  // namespace utr::consola

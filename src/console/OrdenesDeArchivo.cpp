@@ -1,0 +1,159 @@
+#include <fmt/format.h>
+
+#include <optional>
+
+#include "base/Error.h"
+#include "base/Texto.h"
+#include "console/Interrupcion.h"
+#include "console/Sesion.h"
+#include "driver/ErroresDeEnlace.h"
+#include "retrieved/Eventos.h"
+#include "retrieved/recovery/ArchivoVisto.h"
+#include "retrieved/recovery/LecturaEnCurso.h"
+#include "retrieved/recovery/Procesamiento.h"
+#include "session/LecturaConfiguracion.h"
+
+// The orders whose work is files: the memory saved, what is made of it, and what was saved before.
+namespace utr::consola {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+[[noreturn]] void FallaDeArchivo(const std::string& texto) {
+  throw Error(error::kArchivo, "adminutr-cli", texto);
+}
+
+// --- Dump ------------------------------------------------------------------------------------------------------------
+
+// An earlier file with what crashes have left of reads that went on from it.
+struct Anterior {
+  explicit Anterior(const fs::path& ruta) : lectura(ruta), continuaciones(ContinuacionesDe(ruta, lectura)) {
+    for (const fs::path& continuacion : continuaciones) lectura.Agregar(continuacion);
+  }
+  LecturaAnterior lectura;
+  std::vector<fs::path> continuaciones;
+};
+
+fs::path RutaDelVolcado(const Sesion& sesion) {
+  const fs::path& pedida = sesion.LasOpciones().destino.archivo;
+  if (pedida.empty()) return NombreArchivoFlash(fs::current_path(), sesion.ElReloj().Ahora());
+  std::error_code nada;
+  const fs::file_status que = fs::status(pedida, nada);
+  if (fs::exists(que) && !fs::is_regular_file(que)) FallaDeArchivo("No es un archivo de disco: " + pedida.string());
+  return pedida;
+}
+
+std::string CuantasFallaron(std::size_t paginas) {
+  return paginas == 1 ? "1 página no se pudo leer" : fmt::format("{} páginas no se pudieron leer", paginas);
+}
+
+// What keeps a dump from being whole; empty: nothing.
+std::string LoQueFalta(const LectorFlash& lector) {
+  if (lector.Cancelada()) return "La estación dejó de contestar";
+  return lector.Fallidas().empty() ? "" : CuantasFallaron(lector.Fallidas().size());
+}
+
+// --- Recovery --------------------------------------------------------------------------------------------------------
+
+fs::path RutaConfiguracion(const Opciones& opciones) {
+  if (!opciones.configuracion.empty()) return opciones.configuracion;
+  fs::path propuesta = RutaDeConfiguracion(opciones.archivos.front());
+  std::error_code nada;
+  if (fs::exists(propuesta, nada)) return propuesta;
+  throw Error(error::kLlamada, "adminutr-cli",
+              "Falta --configuracion: junto al archivo no está " + propuesta.filename().string());
+}
+
+bool EsExportada(const fs::path& ruta) {
+  const std::string nombre = ruta.string();
+  return nombre.size() >= 3 && IgualSinCaso(nombre.substr(nombre.size() - 3), "ucg");
+}
+
+TablaPtr AbrirConfiguracion(Sesion& sesion, const fs::path& ruta) {
+  return EsExportada(ruta) ? AbrirExportada(ruta) : sesion.Driver().LeerArchivoConfiguracion(ruta.string());
+}
+
+}  // namespace
+
+Codigo Volcar(Sesion& sesion) {
+  const Opciones& opciones = sesion.LasOpciones();
+  const fs::path ruta = RutaDelVolcado(sesion);
+  std::optional<Anterior> anterior;
+  if (opciones.continuar) anterior.emplace(ruta);
+  sesion.Abrir();
+  ProbarEnlace(sesion.Driver());
+  if (anterior) anterior->lectura.ComprobarEquipo(sesion.Driver(), sesion.Atencion());
+  ExigirSinInterrumpir();
+  sesion.SerPaciente(true);
+  MapaMemoria mapa(UsoMapa::kLectura);
+  const LectorFlash* lector = nullptr;
+  const Atender oir = sesion.Atencion();
+  LecturaEnCurso lectura({.comunicador = sesion.Driver(),
+                          .reloj = sesion.ElReloj(),
+                          .progreso = sesion.Avance(),
+                          .mapa = mapa,
+                          .atender =
+                              [&] {
+                                sesion.Avance().Decir([&] { return EnPalabras(lector->Avance()); });
+                                oir();
+                              }},
+                         {.ruta = ruta,
+                          .opciones = {opciones.seleccion, anterior ? &anterior->lectura : nullptr, {}},
+                          .continuaciones = anterior ? anterior->continuaciones : std::vector<fs::path>{}});
+  lector = &lectura.Lector();
+  const std::string donde = "lo que se alcanzó a leer está en " + ruta.string();
+  const std::optional<Error> falla = FallaDe([&] { lectura.Leer(); });
+  if (Interrupcion::Veces() > 0) throw Error(error_enlace::kCancelada, "volcar", "Interrumpido: " + donde);
+  if (falla) throw Error(falla->Numero(), falla->Origen(), EnUnRenglon(*falla) + "; " + donde);
+  if (const std::string falta = LoQueFalta(*lector); !falta.empty()) {
+    sesion.Avisar(falta + "; " + donde);
+    return Codigo::kSinRespuesta;
+  }
+  if (opciones.con_configuracion &&
+      !ExportarConfiguracionLeida(sesion.Driver(), sesion.Registro(), sesion.Avance(), RutaDeConfiguracion(ruta))) {
+    sesion.Avisar("No se pudo completar la lectura de la configuración; la memoria está entera en " + ruta.string());
+    return Codigo::kSinRespuesta;
+  }
+  sesion.Decir(ruta.string());
+  return Codigo::kHecho;
+}
+
+Codigo Recuperar(Sesion& sesion) {
+  sesion.PasarAArchivos();
+  const Opciones& opciones = sesion.LasOpciones();
+  const fs::path configuracion = RutaConfiguracion(opciones);
+  PedidoProceso pedido;
+  pedido.configuracion = AbrirConfiguracion(sesion, configuracion);
+  pedido.descripciones = CargarEventos(sesion.Carpeta());
+  pedido.archivos = opciones.archivos;
+  pedido.carpeta = opciones.carpeta.empty() ? fs::current_path() : opciones.carpeta;
+  pedido.carpeta_programa = sesion.Carpeta();
+  pedido.configuracion_aplicada = "del archivo " + configuracion.string();
+  const ResultadoProceso resultado =
+      ProcesandoDatos(pedido, sesion.Contexto(), sesion.Avance(), [] { ExigirSinInterrumpir(); });
+  if (const auto mensaje = MensajeDe(resultado)) {
+    const fs::path& culpable = resultado.culpable.empty() ? configuracion : resultado.culpable;
+    FallaDeArchivo(mensaje->texto + ": " + culpable.string());
+  }
+  for (const InformeRegistros& renglon : resultado.informe.registros) {
+    if (!renglon.archivo.empty()) sesion.Decir(renglon.archivo.string());
+  }
+  sesion.Decir(resultado.archivo_informe.string());
+  if (!resultado.archivo.empty()) return Codigo::kHecho;
+  sesion.Avisar("No hay datos que recuperar");
+  return Codigo::kSinDatos;
+}
+
+Codigo VerTabla(Sesion& sesion) {
+  sesion.PasarAArchivos();
+  const ArchivoVisto visto = AbrirParaVer(sesion.LasOpciones().archivos.front());
+  if (visto.tabla->RecordCount() == 0) {
+    sesion.Avisar("La tabla no tiene filas");
+    return Codigo::kSinDatos;
+  }
+  sesion.Entregar(visto.tabla, visto.columnas, {"Visualizador", {"Fecha: " + TextoFecha(sesion.ElReloj().Ahora())}});
+  return Codigo::kHecho;
+}
+
+}  // namespace utr::consola
