@@ -8,19 +8,19 @@
 			<s:datatype dt:type='int' dt:maxLength='4' rs:precision='0' rs:fixedlength='true' rs:maybenull='false'/>
 		</s:AttributeType>
 		<s:AttributeType name='Nombre' rs:number='2' rs:nullable='true' rs:write='true'>
-			<s:datatype dt:type='string' rs:dbtype='str' dt:maxLength='50' rs:maybenull='false'/>
+			<s:datatype dt:type='string' rs:dbtype='str' dt:maxLength='50' rs:precision='0' rs:maybenull='false'/>
 		</s:AttributeType>
 		<s:AttributeType name='Fecha' rs:number='3' rs:nullable='true' rs:write='true'>
-			<s:datatype dt:type='string' rs:dbtype='str' dt:maxLength='10' rs:maybenull='false'/>
+			<s:datatype dt:type='string' rs:dbtype='str' dt:maxLength='10' rs:precision='0' rs:maybenull='false'/>
 		</s:AttributeType>
 		<s:AttributeType name='IdDescripcionSensores' rs:number='4' rs:nullable='true' rs:write='true'>
 			<s:datatype dt:type='int' dt:maxLength='4' rs:precision='0' rs:fixedlength='true' rs:maybenull='false'/>
 		</s:AttributeType>
 		<s:AttributeType name='TipoSensor' rs:number='5' rs:nullable='true' rs:write='true'>
-			<s:datatype dt:type='string' rs:dbtype='str' dt:maxLength='30' rs:maybenull='false'/>
+			<s:datatype dt:type='string' rs:dbtype='str' dt:maxLength='30' rs:precision='0' rs:maybenull='false'/>
 		</s:AttributeType>
 		<s:AttributeType name='Parametros' rs:number='6' rs:nullable='true' rs:write='true'>
-			<s:datatype dt:type='string' rs:dbtype='str' dt:maxLength='255' rs:maybenull='false'/>
+			<s:datatype dt:type='string' rs:dbtype='str' dt:maxLength='255' rs:precision='0' rs:maybenull='false'/>
 		</s:AttributeType>
 		<s:extends type='rs:rowbase'/>
 	</s:ElementType>

@@ -6,24 +6,6 @@
 namespace utr {
 namespace {
 
-void AgregarUtf8(std::string& destino, std::uint32_t codigo) {
-  if (codigo < 0x80) {
-    destino.push_back(static_cast<char>(codigo));
-  } else if (codigo < 0x800) {
-    destino.push_back(static_cast<char>(0xC0 | (codigo >> 6)));
-    destino.push_back(static_cast<char>(0x80 | (codigo & 0x3F)));
-  } else if (codigo < 0x10000) {
-    destino.push_back(static_cast<char>(0xE0 | (codigo >> 12)));
-    destino.push_back(static_cast<char>(0x80 | ((codigo >> 6) & 0x3F)));
-    destino.push_back(static_cast<char>(0x80 | (codigo & 0x3F)));
-  } else {
-    destino.push_back(static_cast<char>(0xF0 | (codigo >> 18)));
-    destino.push_back(static_cast<char>(0x80 | ((codigo >> 12) & 0x3F)));
-    destino.push_back(static_cast<char>(0x80 | ((codigo >> 6) & 0x3F)));
-    destino.push_back(static_cast<char>(0x80 | (codigo & 0x3F)));
-  }
-}
-
 constexpr std::uint32_t kSustituto = 0xFFFD;  // stands for what is no character
 constexpr std::uint64_t kNoAscii = 0x8080808080808080ULL;
 
@@ -150,6 +132,24 @@ std::size_t Largo(std::string_view texto) {
     i += largo == 0 ? 1 : largo;
   }
   return n;
+}
+
+void AgregarUtf8(std::string& destino, std::uint32_t codigo) {
+  if (codigo < 0x80) {
+    destino.push_back(static_cast<char>(codigo));
+  } else if (codigo < 0x800) {
+    destino.push_back(static_cast<char>(0xC0 | (codigo >> 6)));
+    destino.push_back(static_cast<char>(0x80 | (codigo & 0x3F)));
+  } else if (codigo < 0x10000) {
+    destino.push_back(static_cast<char>(0xE0 | (codigo >> 12)));
+    destino.push_back(static_cast<char>(0x80 | ((codigo >> 6) & 0x3F)));
+    destino.push_back(static_cast<char>(0x80 | (codigo & 0x3F)));
+  } else {
+    destino.push_back(static_cast<char>(0xF0 | (codigo >> 18)));
+    destino.push_back(static_cast<char>(0x80 | ((codigo >> 12) & 0x3F)));
+    destino.push_back(static_cast<char>(0x80 | ((codigo >> 6) & 0x3F)));
+    destino.push_back(static_cast<char>(0x80 | (codigo & 0x3F)));
+  }
 }
 
 std::string DesdeCp1252(std::string_view bytes) {

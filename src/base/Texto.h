@@ -31,6 +31,9 @@ bool IgualSinCaso(std::string_view a, std::string_view b);
 // The number of characters (code points) of a UTF-8 text; a stray byte counts as one.
 std::size_t Largo(std::string_view texto);
 
+// Appends a character, given as its code point of at most U+10FFFF.
+void AgregarUtf8(std::string& destino, std::uint32_t codigo);
+
 // Bytes in the code page 1252 as UTF-8.
 std::string DesdeCp1252(std::string_view bytes);
 

@@ -1,6 +1,10 @@
 #include <algorithm>
 #include <charconv>
+#include <optional>
 #include <ostream>
+#include <string>
+#include <unordered_set>
+#include <vector>
 
 #include "base/Archivos.h"
 #include "base/Error.h"
@@ -65,6 +69,13 @@ class Renglones {
     texto_ += nombre;
   }
 
+  // A value that brings line ends of its own: what follows is counted from the last one on.
+  void AtributoEnvuelto(std::string_view nombre, std::string_view valor, std::size_t extra) {
+    Atributo(nombre, valor, extra);
+    const auto salto = texto_.find_last_of('\n');
+    if (salto != std::string::npos && salto >= linea_) linea_ = texto_.find_first_not_of("\t\n", salto);
+  }
+
   // `nombre` with its "=": the value is written as it is.
   void Atributo(std::string_view nombre, std::string_view valor, std::size_t extra) {
     Separar(extra);
@@ -124,22 +135,41 @@ void PrepararTextos(ColumnaSalida& c) {
   }
 }
 
+using NombresXml = std::unordered_set<std::string, DispersionSinCaso, IgualdadSinCaso>;
+
 // The XML name of a column whose own can't be one, where no other column bears it.
-std::string NombreSupletorio(const DatosTabla& datos, std::size_t i) {
+std::string NombreSupletorio(const DatosTabla& datos, const NombresXml& tomados, std::size_t i) {
   std::string nombre = "c" + std::to_string(i);
-  while (datos.Buscar(nombre) >= 0) nombre += '_';
+  while (datos.Buscar(nombre) >= 0 || tomados.contains(nombre)) nombre += '_';
   return nombre;
 }
 
-std::vector<ColumnaSalida> PrepararColumnas(const DatosTabla& datos) {
+// The names that the columns have in the file: those with which they came, else their own, where that can be.
+std::vector<std::string> RepartirNombres(const DatosTabla& datos) {
+  std::vector<std::string> nombres(datos.campos.size());
+  NombresXml tomados;
+  for (const bool de_archivo : {true, false}) {
+    for (std::size_t i = 0; i < nombres.size(); ++i) {
+      const std::string& nombre = de_archivo ? datos.detalles[i].nombre_xml : datos.campos[i].nombre;
+      const bool sirve = de_archivo ? EsNombreXml(nombre) : EsNombreSimple(nombre);
+      if (nombres[i].empty() && sirve && tomados.insert(nombre).second) nombres[i] = nombre;
+    }
+  }
+  for (std::size_t i = 0; i < nombres.size(); ++i) {
+    if (!nombres[i].empty()) continue;
+    nombres[i] = NombreSupletorio(datos, tomados, i);
+    tomados.insert(nombres[i]);
+  }
+  return nombres;
+}
+
+std::vector<ColumnaSalida> PrepararColumnas(const DatosTabla& datos, const std::vector<std::string>& nombres) {
   std::vector<ColumnaSalida> columnas(datos.campos.size());
   for (std::size_t i = 0; i < columnas.size(); ++i) {
     auto& c = columnas[i];
-    const Campo& campo = datos.campos[i];
-    const bool repetido = datos.Buscar(campo.nombre) != static_cast<int>(i);
     c.columna = &datos.columnas[i];
-    c.tipo = campo.tipo;
-    c.nombre_xml = EsNombreSimple(campo.nombre) && !repetido ? campo.nombre : NombreSupletorio(datos, i);
+    c.tipo = datos.campos[i].tipo;
+    c.nombre_xml = nombres[i];
     c.atributo = c.nombre_xml + "=";
     if (c.columna->DeClase() == Clase::kTexto) PrepararTextos(c);
   }
@@ -173,16 +203,71 @@ void EscribirValor(Renglones& r, const ColumnaSalida& c, std::size_t fila) {
   r.Atributo(c.atributo, TextoDe(c.columna->Leer(fila)), 1);
 }
 
-void EscribirFila(Renglones& r, const std::vector<ColumnaSalida>& columnas, std::size_t fila, bool pendiente) {
-  r.Elemento(pendiente ? 2 : 1, "z:row");
-  std::string nulos;
-  for (const auto& c : columnas) {
-    EscribirValor(r, c, fila);
-    if (pendiente && c.columna->EsNulo(fila)) nulos += (nulos.empty() ? "" : " ") + c.nombre_xml;
+// The rows of one table, whose columns are those of the schema.
+class EscritorFilas {
+ public:
+  EscritorFilas(Renglones& renglones, const DatosTabla& datos, const std::vector<std::string>& nombres)
+      : r_(renglones), datos_(datos), columnas_(PrepararColumnas(datos, nombres)) {}
+
+  // All values of a row.
+  void Fila(std::size_t sangria, std::size_t fila) {
+    r_.Elemento(sangria, "z:row");
+    for (std::size_t i = 0; i < columnas_.size(); ++i) Valor(fila, i);
+    r_.Cerrar("/>");
   }
-  if (!nulos.empty()) r.Atributo("rs:forcenull=", nulos, 1);
-  r.Cerrar("/>");
-}
+
+  // A row that was added, with the names of the columns that were set to null: without account of it, all that are.
+  void Nueva(std::size_t fila, const FilaPendiente* pendiente) {
+    r_.Elemento(2, "z:row");
+    for (std::size_t i = 0; i < columnas_.size(); ++i) Valor(fila, i);
+    if (pendiente != nullptr) {
+      for (const std::uint32_t i : pendiente->puestas) AnotarNulo(fila, i);
+    } else {
+      for (std::size_t i = 0; i < columnas_.size(); ++i) AnotarNulo(fila, i);
+    }
+    CerrarConNulos();
+  }
+
+  // What was set in a row that was changed.
+  void Cambio(std::size_t fila, const FilaPendiente& pendiente) {
+    r_.Elemento(2, "z:row");
+    for (const std::uint32_t i : pendiente.puestas) {
+      Valor(fila, i);
+      AnotarNulo(fila, i);
+    }
+    CerrarConNulos();
+  }
+
+ private:
+  void Valor(std::size_t fila, std::size_t i) {
+    if (!datos_.envueltos.empty() && EscribirEnvuelto(fila, i)) return;
+    EscribirValor(r_, columnas_[i], fila);
+  }
+
+  bool EscribirEnvuelto(std::size_t fila, std::size_t i) {
+    const auto e = datos_.envueltos.find({static_cast<std::uint32_t>(fila), static_cast<std::uint32_t>(i)});
+    if (e == datos_.envueltos.end() || e->second.numero != columnas_[i].columna->Indice(fila)) return false;
+    r_.AtributoEnvuelto(columnas_[i].atributo, e->second.crudo, 1);
+    return true;
+  }
+
+  void AnotarNulo(std::size_t fila, std::size_t i) {
+    if (!columnas_[i].columna->EsNulo(fila)) return;
+    if (!nulos_.empty()) nulos_ += ' ';
+    nulos_ += columnas_[i].nombre_xml;
+  }
+
+  void CerrarConNulos() {
+    if (!nulos_.empty()) r_.Atributo("rs:forcenull=", nulos_, 1);
+    nulos_.clear();
+    r_.Cerrar("/>");
+  }
+
+  Renglones& r_;
+  const DatosTabla& datos_;
+  std::vector<ColumnaSalida> columnas_;
+  std::string nulos_;
+};
 
 void EscribirTipo(Renglones& r, const Campo& campo, const Columna& columna) {
   const TipoPersistido& t = DescripcionDeTipo(campo.tipo);
@@ -201,8 +286,8 @@ void EscribirTipo(Renglones& r, const Campo& campo, const Columna& columna) {
   const bool memo = t.dt == "string" && largo == 0 && campo.tipo != TipoCampo::kVariante;
   if (memo) largo = kLargoMemo;
   if (largo != 0) r.Atributo("dt:maxLength=", std::to_string(largo), 0);
-  if (t.con_escala) r.Atributo("rs:scale=", std::to_string(campo.escala), 0);
-  if (t.con_precision && campo.precision != kSinPrecision) {
+  if (t.con_escala && campo.escala != kSinDeclarar) r.Atributo("rs:scale=", std::to_string(campo.escala), 0);
+  if (t.con_precision && campo.precision != kSinDeclarar) {
     r.Atributo("rs:precision=", std::to_string(campo.precision), 0);
   }
   if (t.fijo) r.Atributo("rs:fixedlength=", "true", 0);
@@ -211,21 +296,30 @@ void EscribirTipo(Renglones& r, const Campo& campo, const Columna& columna) {
   r.Cerrar("/>");
 }
 
+std::string DeRowset(std::string_view nombre) {
+  return "rs:" + std::string(nombre) + "=";
+}
+
+void EscribirAjenos(Renglones& r, const std::vector<AtributoAjeno>& ajenos, std::size_t extra) {
+  for (const auto& ajeno : ajenos) r.Atributo(DeRowset(ajeno.nombre), Escapar(ajeno.valor), extra);
+}
+
 void EscribirCampo(Renglones& r, const DatosTabla& datos, std::size_t i, const std::string& nombre_xml) {
   const Campo& campo = datos.campos[i];
   r.Elemento(2, "s:AttributeType");
   r.Atributo("name=", nombre_xml, 1);
   if (nombre_xml != campo.nombre) r.Atributo("rs:name=", Escapar(campo.nombre), 1);
   r.Atributo("rs:number=", std::to_string(i + 1), 1);
-  if ((campo.atributos & atributo::kAnulable) != 0) r.Atributo("rs:nullable=", "true", 1);
-  if ((campo.atributos & atributo::kActualizable) != 0) r.Atributo("rs:write=", "true", 1);
-  if ((campo.atributos & atributo::kActualizableDesconocido) != 0) r.Atributo("rs:writeunknown=", "true", 1);
+  for (const auto& marca : kMarcasDeCampo) {
+    if ((campo.atributos & marca.atributo) != 0) r.Atributo(DeRowset(marca.nombre), "true", 1);
+  }
+  EscribirAjenos(r, datos.detalles[i].otros, 1);
   r.Cerrar(">");
   EscribirTipo(r, campo, datos.columnas[i]);
   r.Crudo("\t\t</s:AttributeType>\r\n");
 }
 
-void EscribirEsquema(Renglones& r, const DatosTabla& datos, const std::vector<ColumnaSalida>& columnas) {
+void EscribirEsquema(Renglones& r, const DatosTabla& datos, const std::vector<std::string>& nombres) {
   r.Crudo("<xml xmlns:s='");
   r.Crudo(uri::kEsquema);
   r.Crudo("'\r\n\txmlns:dt='");
@@ -238,23 +332,70 @@ void EscribirEsquema(Renglones& r, const DatosTabla& datos, const std::vector<Co
   r.Elemento(1, "s:ElementType");
   r.Atributo("name=", "row", 0);
   r.Atributo("content=", "eltOnly", 0);
-  if (datos.actualizable) r.Atributo("rs:updatable=", "true", 0);
+  EscribirAjenos(r, datos.de_tabla, 0);
   r.Cerrar(">");
-  for (std::size_t i = 0; i < datos.campos.size(); ++i) EscribirCampo(r, datos, i, columnas[i].nombre_xml);
+  for (std::size_t i = 0; i < datos.campos.size(); ++i) EscribirCampo(r, datos, i, nombres[i]);
   r.Crudo("\t\t<s:extends type='rs:rowbase'/>\r\n\t</s:ElementType>\r\n</s:Schema>\r\n");
 }
 
-void EscribirTodo(const DatosTabla& datos, std::ostream& salida) {
-  const auto columnas = PrepararColumnas(datos);
-  Renglones r(salida);
-  EscribirEsquema(r, datos, columnas);
-  r.Crudo("<rs:data>\r\n");
-  for (std::size_t fila = 0; fila < datos.publicadas; ++fila) EscribirFila(r, columnas, fila, false);
-  if (datos.publicadas < datos.filas) {
-    r.Crudo("\t<rs:insert>\r\n");
-    for (std::size_t fila = datos.publicadas; fila < datos.filas; ++fila) EscribirFila(r, columnas, fila, true);
-    r.Crudo("\t</rs:insert>\r\n");
+// The rows with their changes in the order of the service: what was changed where it stands, what was added behind it,
+// what was taken away at the end.
+class EscritorDatos {
+ public:
+  EscritorDatos(Renglones& renglones, const DatosTabla& datos, const std::vector<std::string>& nombres)
+      : r_(renglones), datos_(datos), nombres_(nombres), filas_(renglones, datos, nombres) {}
+
+  void Escribir() {
+    if (datos_.originales) originales_.emplace(r_, *datos_.originales, nombres_);
+    for (std::size_t fila = 0; fila < datos_.publicadas; ++fila) {
+      const FilaPendiente* pendiente = Pendiente(fila);
+      pendiente != nullptr ? Cambio(fila, *pendiente) : filas_.Fila(1, fila);
+    }
+    if (datos_.publicadas < datos_.filas) {
+      r_.Crudo("\t<rs:insert>\r\n");
+      for (std::size_t fila = datos_.publicadas; fila < datos_.filas; ++fila) filas_.Nueva(fila, Pendiente(fila));
+      r_.Crudo("\t</rs:insert>\r\n");
+    }
+    if (datos_.borradas) Borradas(*datos_.borradas);
   }
+
+ private:
+  // Asked for the rows in their order.
+  const FilaPendiente* Pendiente(std::size_t fila) {
+    const auto& pendientes = datos_.pendientes;
+    if (siguiente_ == pendientes.size() || pendientes[siguiente_].fila != fila) return nullptr;
+    return &pendientes[siguiente_++];
+  }
+
+  void Cambio(std::size_t fila, const FilaPendiente& pendiente) {
+    r_.Crudo("\t<rs:update>\r\n\t\t<rs:original>\r\n");
+    originales_->Fila(3, *pendiente.original);
+    r_.Crudo("\t\t</rs:original>\r\n");
+    filas_.Cambio(fila, pendiente);
+    r_.Crudo("\t</rs:update>\r\n");
+  }
+
+  void Borradas(const DatosTabla& borradas) {
+    EscritorFilas escritor(r_, borradas, nombres_);
+    r_.Crudo("\t<rs:delete>\r\n");
+    for (std::size_t fila = 0; fila < borradas.filas; ++fila) escritor.Fila(2, fila);
+    r_.Crudo("\t</rs:delete>\r\n");
+  }
+
+  Renglones& r_;
+  const DatosTabla& datos_;
+  const std::vector<std::string>& nombres_;
+  EscritorFilas filas_;
+  std::optional<EscritorFilas> originales_;
+  std::size_t siguiente_ = 0;
+};
+
+void EscribirTodo(const DatosTabla& datos, std::ostream& salida) {
+  const auto nombres = RepartirNombres(datos);
+  Renglones r(salida);
+  EscribirEsquema(r, datos, nombres);
+  r.Crudo("<rs:data>\r\n");
+  EscritorDatos(r, datos, nombres).Escribir();
   r.Crudo("</rs:data>\r\n</xml>");
   r.Volcar();
 }

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 
 #include "base/Texto.h"
@@ -10,14 +11,14 @@ using T = TipoCampo;
 
 // The first line with a `dt` and `dbtype` is the one that a declaration without further marks stands for.
 constexpr std::array kTipos = {
-    TipoPersistido{T::kVarWChar, "string", "", 0, false, false, false, false},
-    TipoPersistido{T::kWChar, "string", "", 0, true, false, false, false},
-    TipoPersistido{T::kLongVarWChar, "string", "", 0, false, true, false, false},
-    TipoPersistido{T::kBstr, "string", "", 0, false, true, false, false},
+    TipoPersistido{T::kVarWChar, "string", "", 0, false, false, true, false},
+    TipoPersistido{T::kWChar, "string", "", 0, true, false, true, false},
+    TipoPersistido{T::kLongVarWChar, "string", "", 0, false, true, true, false},
+    TipoPersistido{T::kBstr, "string", "", 0, false, true, true, false},
     TipoPersistido{T::kVariante, "string", "", 0, false, false, false, false},
-    TipoPersistido{T::kVarChar, "string", "str", 0, false, false, false, false},
-    TipoPersistido{T::kChar, "string", "str", 0, true, false, false, false},
-    TipoPersistido{T::kLongVarChar, "string", "str", 0, false, true, false, false},
+    TipoPersistido{T::kVarChar, "string", "str", 0, false, false, true, false},
+    TipoPersistido{T::kChar, "string", "str", 0, true, false, true, false},
+    TipoPersistido{T::kLongVarChar, "string", "str", 0, false, true, true, false},
     TipoPersistido{T::kEntero8, "i1", "", 1, true, false, true, false},
     TipoPersistido{T::kEntero8SinSigno, "ui1", "", 1, true, false, true, false},
     TipoPersistido{T::kEntero16, "i2", "", 2, true, false, true, false},
@@ -41,12 +42,20 @@ constexpr std::array kTipos = {
     TipoPersistido{T::kFechaSola, "date", "", 6, true, false, true, false},
     TipoPersistido{T::kHoraSola, "time", "", 6, true, false, true, false},
     TipoPersistido{T::kGuid, "uuid", "", 16, true, false, true, false},
-    TipoPersistido{T::kVarBinario, "bin.hex", "", 0, false, false, false, false},
-    TipoPersistido{T::kBinario, "bin.hex", "", 0, true, false, false, false},
-    TipoPersistido{T::kLongVarBinario, "bin.hex", "", 0, false, true, false, false},
+    TipoPersistido{T::kVarBinario, "bin.hex", "", 0, false, false, true, false},
+    TipoPersistido{T::kBinario, "bin.hex", "", 0, true, false, true, false},
+    TipoPersistido{T::kLongVarBinario, "bin.hex", "", 0, false, true, true, false},
 };
 
 }  // namespace
+
+bool EsNombreXml(std::string_view texto) {
+  const auto letra = [](char c) {
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_' || static_cast<unsigned char>(c) >= 0x80;
+  };
+  const auto signo = [&](char c) { return letra(c) || (c >= '0' && c <= '9') || c == '-' || c == '.'; };
+  return !texto.empty() && letra(texto.front()) && std::all_of(texto.begin(), texto.end(), signo) && EsUtf8(texto);
+}
 
 const TipoPersistido& DescripcionDeTipo(TipoCampo tipo) {
   for (const auto& t : kTipos) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -19,8 +20,20 @@ inline constexpr std::string_view kFila = "#RowsetSchema";
 
 inline constexpr std::uint32_t kLargoMemo = 4294967295U;  // declared length of a text without limit
 
-// A precision that a file didn't declare, so that it isn't declared when the table is written again.
-inline constexpr std::uint8_t kSinPrecision = 255;
+// The flags of a column in the order in which they are written.
+struct MarcaDeCampo {
+  unsigned atributo;
+  std::string_view nombre;
+};
+inline constexpr std::array kMarcasDeCampo = {
+    MarcaDeCampo{atributo::kIdDeFila, "rowid"},
+    MarcaDeCampo{atributo::kVersionDeFila, "rowver"},
+    MarcaDeCampo{atributo::kCacheDiferida, "cachedeferred"},
+    MarcaDeCampo{atributo::kAnulable, "nullable"},
+    MarcaDeCampo{atributo::kDiferible, "maydefer"},
+    MarcaDeCampo{atributo::kActualizable, "write"},
+    MarcaDeCampo{atributo::kActualizableDesconocido, "writeunknown"},
+};
 
 // How a field type is declared in the schema.
 struct TipoPersistido {
@@ -33,6 +46,9 @@ struct TipoPersistido {
   bool con_precision;
   bool con_escala;
 };
+
+// Whether a text can stand for an attribute's name, without a prefix.
+bool EsNombreXml(std::string_view texto);
 
 const TipoPersistido& DescripcionDeTipo(TipoCampo tipo);
 

@@ -294,6 +294,7 @@ void Tabla::Set(std::size_t campo, const Valor& valor) {
   ExigirCampo(campo);
   const std::size_t fila = ExigirFila();
   datos_->columnas[campo].Escribir(fila, valor);
+  if (!datos_->pendientes.empty()) datos_->Anotar(fila, campo);
 }
 
 void Tabla::Set(std::string_view campo, const Valor& valor) {
@@ -304,6 +305,7 @@ void Tabla::SetIndice(std::size_t campo, std::uint32_t indice) {
   const std::size_t fila = ExigirFila();
   if (indice > Textos(campo).Cantidad()) Lanzar(error::kLlamada, "Tabla");
   datos_->columnas[campo].EscribirIndice(fila, indice);
+  if (!datos_->pendientes.empty()) datos_->Anotar(fila, campo);
 }
 
 // --- Change ----------------------------------------------------------------------------------------------------------
@@ -318,11 +320,12 @@ void Tabla::AddNew() {
 
 void Tabla::UpdateBatch() {
   ExigirAbierta();
-  datos_->publicadas = datos_->filas;
+  datos_->Publicar();
 }
 
 std::size_t Tabla::Pendientes() const noexcept {
-  return datos_->filas - datos_->publicadas;
+  const auto contar = [](const auto& aparte) { return aparte ? aparte->filas : 0; };
+  return datos_->filas - datos_->publicadas + contar(datos_->originales) + contar(datos_->borradas);
 }
 
 void Tabla::Reservar(std::size_t filas) {

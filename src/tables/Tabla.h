@@ -56,22 +56,29 @@ Clase ClaseDe(TipoCampo tipo);
 // Attributes of a field, bits that may be combined.
 namespace atributo {
 inline constexpr unsigned kNinguno = 0;
+inline constexpr unsigned kDiferible = 2;
 inline constexpr unsigned kActualizable = 4;
 inline constexpr unsigned kActualizableDesconocido = 8;
 inline constexpr unsigned kFijo = 16;
 inline constexpr unsigned kAnulable = 32;      // the field may be null
 inline constexpr unsigned kPuedeSerNulo = 64;  // a null may be read from it
 inline constexpr unsigned kLargo = 128;
+inline constexpr unsigned kIdDeFila = 256;
+inline constexpr unsigned kVersionDeFila = 512;
+inline constexpr unsigned kCacheDiferida = 4096;
 inline constexpr unsigned kPropio = kAnulable | kActualizable;  // what the system's own fields have
 }  // namespace atributo
+
+// A precision or a scale that a file didn't declare, so that it isn't declared when the table is written again.
+inline constexpr std::uint16_t kSinDeclarar = 256;
 
 struct Campo {
   std::string nombre;
   TipoCampo tipo = TipoCampo::kVarChar;
   std::uint32_t tamano = 0;  // declared size: characters of a text, bytes of any other type; 0 means without limit
   unsigned atributos = atributo::kPropio;
-  std::uint8_t precision = 0;
-  std::uint8_t escala = 0;
+  std::uint16_t precision = 0;  // digits up to 255, which stands for an unknown number of them, or kSinDeclarar
+  std::uint16_t escala = 0;     // decimals up to 255, or kSinDeclarar
 };
 
 // A value of a field: null, text, number or truth value. Texts of a Tabla are views that live as long as the table's
@@ -124,9 +131,9 @@ class Tabla {
 
   // Writes the whole table to a new file in persisted XML form, whole or not at all: all rows in the order of adding,
   // whatever the filter and the sort, since a file is the table and not a view of it. Rows that were not posted are
-  // written as pending inserts. Raises kArchivo when anything of that name is there, also a link that leads nowhere,
-  // or when it can't be written; kLlamada for a format other than 1 and for a table without fields, which couldn't be
-  // opened again.
+  // written as pending inserts, and what a file held as pending as that still. Raises kArchivo when anything of that
+  // name is there, also a link that leads nowhere, or when it can't be written; kLlamada for a format other than 1 and
+  // for a table without fields, which couldn't be opened again.
   void Save(const std::filesystem::path& ruta, int formato = 1) const;
 
   // Save in place of a former file, which stays as it was when the new one can't be written whole.
@@ -190,7 +197,7 @@ class Tabla {
   // Adds a row of nulls and makes it current, whatever the filter says.
   void AddNew();
 
-  // Posts every pending row.
+  // Posts every pending row: one that was added, or that a file holds as changed or taken away.
   void UpdateBatch();
   std::size_t Pendientes() const noexcept;
 

@@ -57,7 +57,7 @@ TEST(Persistido, EscribeLosBytesDelServicio) {
       "\t\t\t rs:maybenull='false'/>\r\n"
       "\t\t</s:AttributeType>\r\n"
       "\t\t<s:AttributeType name='Canal' rs:number='3' rs:nullable='true' rs:write='true'>\r\n"
-      "\t\t\t<s:datatype dt:type='string' rs:dbtype='str' dt:maxLength='30' rs:maybenull='false'/>\r\n"
+      "\t\t\t<s:datatype dt:type='string' rs:dbtype='str' dt:maxLength='30' rs:precision='0' rs:maybenull='false'/>\r\n"
       "\t\t</s:AttributeType>\r\n"
       "\t\t<s:AttributeType name='CtePluvi' rs:number='4' rs:nullable='true' rs:write='true'>\r\n"
       "\t\t\t<s:datatype dt:type='float' dt:maxLength='8' rs:precision='0' rs:fixedlength='true' "
