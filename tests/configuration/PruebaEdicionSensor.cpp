@@ -205,13 +205,21 @@ TEST(CalculosSensor, LosPasosVanAlSiguienteValorLegal) {
     const char* abajo;
   };
   // TRead 10, TStorage 20.
-  const Caso casos[] = {{C::kTMed, "10", nullptr, "9"},           {C::kTMed, "1", "2", nullptr},
-                        {C::kTStorage, "25", "30", "20"},         {C::kTStorage, "1440", nullptr, "1430"},
-                        {C::kTStorage, "", "10", nullptr},        {C::kTDiscret, "40", "60", "20"},
-                        {C::kTEval, "2000", nullptr, "1440"},     {C::kTRead, "7", "8", "6"},
-                        {C::kTRead, "1440", nullptr, "720"},      {C::kTRead, "1", "2", nullptr},
-                        {C::kTRead, "9999", nullptr, "1440"},     {C::kPluviometro, "0.254", "0.26", "0.24"},
-                        {C::kPluviometro, "0,3", "0.31", "0.29"}, {C::kPluviometro, "0.01", "0.02", nullptr}};
+  const Caso casos[] = {{C::kTMed, "10", nullptr, "9"},
+                        {C::kTMed, "1", "2", nullptr},
+                        {C::kTStorage, "25", "30", "20"},
+                        {C::kTStorage, "1440", nullptr, "1430"},
+                        {C::kTStorage, "", "10", nullptr},
+                        {C::kTDiscret, "40", "60", "20"},
+                        {C::kTEval, "2000", nullptr, "1440"},
+                        {C::kTRead, "7", "8", "6"},
+                        {C::kTRead, "1440", nullptr, "720"},
+                        {C::kTRead, "1", "2", nullptr},
+                        {C::kTRead, "2", "3", "1"},
+                        {C::kTRead, "9999", nullptr, "1440"},
+                        {C::kPluviometro, "0.254", "0.26", "0.24"},
+                        {C::kPluviometro, "0,3", "0.31", "0.29"},
+                        {C::kPluviometro, "0.01", "0.02", nullptr}};
   for (const Caso& caso : casos) {
     ValoresSensor valores;
     Aplicar({{C::kTRead, "10"}, {C::kTStorage, "20"}, {C::kTDiscret, "20"}}, valores);

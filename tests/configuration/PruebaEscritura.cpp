@@ -143,6 +143,9 @@ TEST_F(Escritura, SinCanalesNadaSeEscribeNiSeReinicia) {
   EXPECT_TRUE(resultado.Grabado && resultado.Aceptado);
   EXPECT_FALSE(resultado.fallo);
   EXPECT_FALSE(resultado.Completa());
+
+  coleccion = ColeccionDe(*TablaDeCanales({{{"Canal", "3"}}}), FilasDeCanales::kTodas);
+  EXPECT_TRUE(Correr(kC).Completa()) << "one channel is enough";
 }
 
 TEST(PruebaCanalesModificar, GuardaCadaCanalUnaVezEnElOrdenDelPrimerCambio) {
