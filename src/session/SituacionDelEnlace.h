@@ -31,6 +31,12 @@ class SituacionDelEnlace {
   void PonerClase(ClaseDeUnidad clase);
   void PonerCuenta(const CuentaDeLinea& cuenta);
 
+  // The serial port of the line was closed or lost, or is open again.
+  void PonerPuerto(bool abierto) {
+    if (aviso_de_puerto_) aviso_de_puerto_(abierto);
+  }
+  void AlCambiarElPuerto(std::function<void(bool abierto)> aviso) { aviso_de_puerto_ = std::move(aviso); }
+
   // Who shows it; one at a time, none with an empty function. Told at each change, also in the middle of an operation.
   void AlCambiar(std::function<void()> aviso) { aviso_ = std::move(aviso); }
 
@@ -38,6 +44,7 @@ class SituacionDelEnlace {
   ClaseDeUnidad clase_ = ClaseDeUnidad::kSimulada;
   CuentaDeLinea cuenta_;
   std::function<void()> aviso_;
+  std::function<void(bool)> aviso_de_puerto_;
 };
 
 // "Estación simulada", and the sentence that says more.

@@ -59,7 +59,9 @@ frmPpal::frmPpal(ModRTU& mod, QWidget* parent)
 
 frmPpal::~frmPpal() {
   mod_.conexion.AlCambiar({});
-  if (situacion_ != nullptr) situacion_->AlCambiar({});
+  if (situacion_ == nullptr) return;
+  situacion_->AlCambiar({});
+  situacion_->AlCambiarElPuerto({});
 }
 
 void frmPpal::Seguir(SituacionDelEnlace& situacion) {
@@ -70,6 +72,7 @@ void frmPpal::Seguir(SituacionDelEnlace& situacion) {
     barra_estado_->Trafico(por_linea ? TextoDe(situacion_->Cuenta()) : std::string());
   };
   situacion.AlCambiar(mostrar);
+  situacion.AlCambiarElPuerto([this](bool abierto) { mod_.conexion.MarcarConectado(abierto); });
   mostrar();
 }
 

@@ -54,6 +54,8 @@ class BancoEnlace : public Banco, private enlace::Tendido {
     ++vida_;
   }
 
+  std::vector<bool> puertos;  // what the driver told of its port
+
   // Over TCP, what answers a request in place of the station; nothing leaves it to the station. For units that aren't
   // like ours.
   std::function<std::optional<protocolo::Bytes>(protocolo::VistaBytes pdu)> en_lugar;
@@ -81,7 +83,8 @@ class BancoEnlace : public Banco, private enlace::Tendido {
                                         if (al_esperar_) std::exchange(al_esperar_, nullptr)();
                                       },
                                   .bitacora = bitacora_,
-                                  .plazos = plazos});
+                                  .plazos = plazos,
+                                  .avisos = {.puerto = [this](bool abierto) { puertos.push_back(abierto); }}});
   }
 
  private:

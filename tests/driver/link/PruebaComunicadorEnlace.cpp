@@ -125,8 +125,22 @@ TEST_F(Enlace, LaEstacionMuereEnMedioDeCadaOperacionYLaSiguienteSigue) {
       EXPECT_NE(otro.Driver().LeerFechaHora(), "") << operacion.nombre;
       EXPECT_EQ(otro.Driver().EstadoPuerto(), !por_tcp);
       EXPECT_TRUE(otro.Driver().EstadoEnlace());
+      EXPECT_EQ(otro.puertos, por_tcp ? std::vector<bool>{} : std::vector<bool>({true, false, true}));
     }
   }
+}
+
+// A name may lead to somebody else by the time when the port is opened again.
+TEST_F(Enlace, UnPuertoPerdidoSeReabreSoloSiSigueSiendoElMismo) {
+  BancoEnlace otro{true};
+  otro.Conectar();
+  ASSERT_NE(otro.Driver().LeerFechaHora(), "");
+  otro.MatarEstacion();
+  EXPECT_EQ(NumeroDeError([&] { otro.Driver().LeerFechaHora(); }), error_enlace::kLineaPerdida);
+  const std::string numero = std::exchange(otro.puerto, "ninguno");
+  EXPECT_EQ(NumeroDeError([&] { otro.Driver().LeerFechaHora(); }), error_enlace::kPuertoInexistente);
+  otro.puerto = numero;
+  EXPECT_NE(otro.Driver().LeerFechaHora(), "");
 }
 
 TEST_F(Enlace, CancelarTerminaLoQueCorreYNadaMas) {
@@ -161,6 +175,38 @@ TEST_F(Enlace, UnaOrdenEnviadaEsperaSuResultado) {
   banco.AlEsperar([&] { Driver().Cancelar(false); });
   EXPECT_TRUE(Driver().GrabarSalidaDigital(1, true));
   EXPECT_TRUE(Unidad().salidas[0]);
+}
+
+// Hanging up takes seconds; whoever doesn't wait for it has the port closed, which ends the call as well.
+TEST_F(Enlace, ColgarTambienSeCancela) {
+  const auto cancelada_en = [&](auto hacer) {
+    std::int64_t cancelada = 0;
+    banco.AlEsperar([&] {
+      cancelada = banco.reloj.Milisegundos();
+      Driver().Cancelar(false);
+    });
+    hacer();
+    EXPECT_NE(cancelada, 0);
+    return banco.reloj.Milisegundos() - cancelada;
+  };
+  const auto llamar = [&] {
+    Driver().Conectar(banco.enlace, banco.puerto_modem);
+    ASSERT_TRUE(Driver().LlamarTelefono("4800", "ATZ"));
+    ASSERT_NE(Driver().LeerFechaHora(), "");
+  };
+  llamar();
+  EXPECT_LE(cancelada_en([&] { Driver().Desconectar(); }), 100);
+  EXPECT_FALSE(Driver().EstadoPuerto());
+  llamar();
+  std::int32_t numero = 0;
+  EXPECT_LE(cancelada_en([&] { numero = NumeroDeError([&] { Driver().Conectar(banco.enlace, banco.puerto); }); }), 100);
+  EXPECT_EQ(numero, error_enlace::kCancelada);
+  EXPECT_FALSE(Driver().EstadoPuerto());
+  llamar();
+  bool llamada = true;
+  EXPECT_LE(cancelada_en([&] { llamada = Driver().LlamarTelefono("4801", "ATZ"); }), 100);
+  EXPECT_FALSE(llamada);
+  llamar();
 }
 
 TEST_F(Enlace, OtraLlamadaMientrasUnaCorreSeRechaza) {
@@ -213,8 +259,34 @@ TEST_F(Enlace, UnaRespuestaDobleNoEsLaDelPedidoSiguiente) {
   }
 }
 
+// An exception is the same whatever it answers, and so is its second copy.
+TEST_F(Enlace, UnaNegativaDobleNoEsLaDelPedidoSiguiente) {
+  banco.Escenario("[linea]\nrespuesta_doble = 1\n[cartucho]\npresente = false\n[tiempos]\nlinea = 1\n");
+  banco.Conectar();
+  for (int i = 0; i < 10; ++i) {
+    EXPECT_EQ(Driver().LeerDatosCartucho("", "", 0), nullptr);
+    EXPECT_NE(Driver().LeerFechaHora(), "") << i;
+  }
+}
+
+TEST_F(Enlace, UnaUnidadOcupadaAlPreguntarleQuienEsSeVuelveAPreguntar) {
+  int ocupada = 3;
+  banco.en_lugar = [&](VistaBytes pdu) -> std::optional<Bytes> {
+    if (ocupada == 0) return std::nullopt;
+    --ocupada;
+    return protocolo::PduDeExcepcion(pdu.front(), protocolo::Excepcion::kOcupada);
+  };
+  PorTcp();
+  EXPECT_NE(Driver().LeerFechaHora(), "");
+  EXPECT_EQ(ocupada, 0);
+  ocupada = 1000;
+  Driver().IdEquipo(banco.identificador);
+  EXPECT_EQ(Driver().LeerFechaHora(), "");
+  EXPECT_EQ(NumeroDeError([&] { Driver().ConfiguracionAlmacenada(true); }), error::kSinRespuesta);
+}
+
 TEST_F(Enlace, UnaFlashEnteraConUnoPorCientoDePerdidasEsLaFlash) {
-  banco.Escenario("[linea]\npedido_perdido = 0.004\nrespuesta_perdida = 0.003\nruido = 0.00001\n");
+  banco.Escenario("[linea]\npedido_perdido = 0.004\nrespuesta_perdida = 0.003\nruido = 0.003\n");
   banco.Conectar();
   int distintas = 0;
   for (std::int16_t pista = 0; pista < 32; ++pista) {

@@ -303,6 +303,11 @@ TEST_F(Ppal, DiceSiempreQuienEstaAlOtroExtremo) {
   EXPECT_TRUE(Hallar<QLabel>(*ventana, "Unidad").isVisible()) << "without the status bar too";
   situacion.PonerClase(ClaseDeUnidad::kSimulada);
   EXPECT_EQ(Panel("Trafico"), "");
+  EXPECT_EQ(Panel("PUERTO"), " COM 1 ");
+  comunicador.Devuelve("EstadoPuerto", false);
+  situacion.PonerPuerto(false);
+  EXPECT_EQ(Panel("PUERTO"), " Desconectado ") << "a port that was lost in the middle of something";
+  EXPECT_FALSE(Conectado());
   ventana.reset();  // it looks at the situation to its end
 }
 

@@ -36,6 +36,11 @@ const enlace::Trafico& ComunicadorEnlace::Cuenta() const {
   return interior_->via.Cuenta();
 }
 
+std::optional<bool> ComunicadorEnlace::DePractica() {
+  return interior_->Preguntar(
+      std::optional<bool>(), [&] { return interior_->unidad.DePractica(); }, false);
+}
+
 // --- The way ---------------------------------------------------------------------------------------------------------
 
 void ComunicadorEnlace::IdEquipo(std::int32_t identificador) {

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <map>
 #include <memory>
+#include <optional>
 
 #include "base/Reloj.h"
 #include "driver/Bitacora.h"
@@ -42,6 +43,10 @@ class ComunicadorEnlace final : public Comunicador {
 
   // What went over the line since the beginning.
   const enlace::Trafico& Cuenta() const;
+
+  // Whether the unit is one to practise with. It is asked once where it isn't known who would answer; nothing when
+  // nobody does. Raises as any operation does.
+  std::optional<bool> DePractica();
 
   void IdEquipo(std::int32_t identificador) override;
   bool BorrarFlash() override;

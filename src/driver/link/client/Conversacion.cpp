@@ -11,10 +11,11 @@ namespace utr::enlace {
 namespace {
 
 constexpr std::int64_t kBitsPorByte = 10;
-constexpr std::int64_t kVecesSilencio = 5;    // after which a line that never falls silent is spoken on all the same
-constexpr std::int64_t kHuecosPorTrama = 4;   // that a frame may have
-constexpr std::int32_t kPeorVelocidad = 300;  // between two modems, whatever the port's is
-constexpr std::size_t kEnvolturaRtu = 3;      // bytes around a PDU
+constexpr std::int64_t kVecesSilencio = 5;      // after which a line that never falls silent is spoken on all the same
+constexpr std::int64_t kHuecosPorTrama = 4;     // that a frame may have
+constexpr std::int32_t kPeorVelocidad = 300;    // between two modems, whatever the port's is
+constexpr std::uint8_t kBitDeExcepcion = 0x80;  // in the function of an answer
+constexpr std::size_t kEnvolturaRtu = 3;        // bytes around a PDU
 constexpr std::size_t kMayorCrudo = 4096;
 constexpr std::size_t kLargoDelAviso = 10;  // "NO CARRIER"
 
@@ -92,6 +93,10 @@ std::optional<Bytes> Conversacion::Intentar(const Pedido& pedido) {
     Enviar(pedido);
     auto respuesta = Escuchar(pedido);
     if (!respuesta) Fallar();
+    if (respuesta && medio_ != Medio::kTcp && (respuesta->front() & kBitDeExcepcion) != 0) {
+      // It says nothing of what it answers, so that a second copy would refuse the next request.
+      callar_hasta_ = espera_.Ahora() + Hueco();
+    }
     return respuesta;
   } catch (...) {
     Fallar();

@@ -53,6 +53,12 @@ struct ComunicadorEnlace::Interior {
   TablaPtr LeerPendientes();
   std::string LeerPaginaFlash(int pista, int pagina);
 
+  // Tells of the port once an operation has left it open or closed.
+  void AvisarPuerto() {
+    const bool habia = std::exchange(habia_puerto_, via.HayPuerto());
+    if (habia != habia_puerto_ && partes.avisos.puerto) partes.avisos.puerto(habia_puerto_);
+  }
+
   Partes partes;
   enlace::Espera espera;
   enlace::Via via;
@@ -69,6 +75,7 @@ struct ComunicadorEnlace::Interior {
   std::map<std::pair<int, int>, Adelantada> adelantadas_;  // by track and page
   std::optional<protocolo::Resumen> resumen_;              // of the table whose stacks are at hand
   std::map<int, int> pilas_;                               // by channel
+  bool habia_puerto_ = false;
 };
 
 template <class Hacer>
@@ -79,6 +86,7 @@ auto ComunicadorEnlace::Interior::EnTurno(Hacer hacer, bool olvida) -> decltype(
     ~Turno() {
       interior.en_curso = false;
       interior.unidad.Terminar();
+      interior.AvisarPuerto();
     }
     Turno(const Turno&) = delete;
     Turno& operator=(const Turno&) = delete;

@@ -104,24 +104,33 @@ Bytes UnidadRemota::Preguntar(const Pedido& pedido) {
   Lanzar(error::kSinRespuesta, kOrigen);
 }
 
-// The same of a unit that may be at something else.
-Bytes UnidadRemota::PreguntarSiLibre(const Pedido& pedido) {
+// Asks a unit that may be at something else, and again for a while.
+std::optional<Bytes> UnidadRemota::SiLibre(std::uint8_t funcion,
+                                           const std::function<std::optional<Bytes>()>& preguntar) {
   const std::int64_t hasta = espera_.Ahora() + plazos_.ocupada;
   for (;;) {
-    Bytes respuesta = Preguntar(pedido);
-    const auto excepcion = LeerExcepcion(respuesta, pedido.pdu.front());
+    auto respuesta = preguntar();
+    const auto excepcion = respuesta ? LeerExcepcion(*respuesta, funcion) : std::nullopt;
     const bool ocupada = excepcion == static_cast<std::uint8_t>(Excepcion::kOcupada);
     if (!ocupada || espera_.Ahora() >= hasta) return respuesta;
     espera_.Pausar(plazos_.sondeo);
   }
 }
 
+Bytes UnidadRemota::PreguntarSiLibre(const Pedido& pedido) {
+  return *SiLibre(pedido.pdu.front(), [&] { return std::optional(Preguntar(pedido)); });
+}
+
 // Asks the unit who it is, once. False: it didn't answer.
 bool UnidadRemota::Identificar() {
   std::vector<PedidoDeArchivo> partes{{archivo::kRegistros, registro::kIdentificador, kLargoDeIdentidad}};
   const Pedido pedido = PedidoDeArchivos(partes);
-  const auto respuesta = EnLinea([&](Conversacion& linea) { return linea.Intentar(pedido); });
+  const auto respuesta = SiLibre(funcion::kLeerArchivos,
+                                 [&] { return EnLinea([&](Conversacion& linea) { return linea.Intentar(pedido); }); });
   if (!respuesta) return false;
+  if (LeerExcepcion(*respuesta, funcion::kLeerArchivos) == static_cast<std::uint8_t>(Excepcion::kOcupada)) {
+    throw Error(error::kSinRespuesta, kOrigen, "La UTR sigue ocupada con otro pedido");
+  }
   const auto leidas = LeerRespuestaDeArchivos(*respuesta, partes);
   const auto registros = leidas ? RegistrosDe(leidas->front()) : std::vector<std::uint16_t>{};
   if (registros.empty() || registros[registro::kVersion] != kVersionDelMapa) {
@@ -134,8 +143,13 @@ bool UnidadRemota::Identificar() {
     Lanzar(error::kSinRespuesta, kOrigen);
   }
   conocida_ = true;
-  if (avisos_.identificada) avisos_.identificada(registros[registro::kDePractica] != 0);
+  de_practica_ = registros[registro::kDePractica] != 0;
+  if (avisos_.identificada) avisos_.identificada(de_practica_);
   return true;
+}
+
+std::optional<bool> UnidadRemota::DePractica() {
+  return conocida_ || Identificar() ? std::optional(de_practica_) : std::nullopt;
 }
 
 void UnidadRemota::Conocer() {

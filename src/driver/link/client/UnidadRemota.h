@@ -23,8 +23,9 @@ struct Leido {
 
 // What the computer is told of the way beside the answers; each may be empty.
 struct Avisos {
-  std::function<void(bool de_practica)> identificada;  // a unit has said who it is
-  std::function<void(const Trafico&)> trafico;         // now and then, while much is asked of the unit
+  std::function<void(bool de_practica)> identificada{};  // a unit has said who it is
+  std::function<void(const Trafico&)> trafico{};         // now and then, while much is asked of the unit
+  std::function<void(bool abierto)> puerto{};            // the serial port was closed or lost, or is open again
 };
 
 // A unit at the other end of the way, asked in the words of its protocol. Before anything else it is asked who it is,
@@ -41,6 +42,9 @@ class UnidadRemota {
 
   // It may be another unit, or have been restarted: it is asked who it is ahead of the next request.
   void Desconocer() { conocida_ = false; }
+
+  // Whether the unit is one to practise with, asked once where it isn't known who would answer. Nothing: nobody does.
+  std::optional<bool> DePractica();
 
   // For the operation at hand: how often a request is tried, and no more than that.
   void Intentos(int cuantos) { intentos_ = cuantos; }
@@ -72,6 +76,7 @@ class UnidadRemota {
   std::optional<Bytes> EnLinea(const std::function<std::optional<Bytes>(Conversacion&)>& hacer);
   std::optional<Bytes> Intentar(const Pedido& pedido);
   Bytes Preguntar(const Pedido& pedido);
+  std::optional<Bytes> SiLibre(std::uint8_t funcion, const std::function<std::optional<Bytes>()>& preguntar);
   Bytes PreguntarSiLibre(const Pedido& pedido);
   bool Identificar();
   void Conocer();
@@ -94,6 +99,7 @@ class UnidadRemota {
   std::int32_t llamada_ = 0;  // identifier that is called
   std::uint16_t propia_ = 0;  // and the one that the unit gave
   bool conocida_ = false;
+  bool de_practica_ = false;
   int intentos_;
   bool hay_camino_ = false;
   bool reabrir_ = false;  // the connection closed, and may be opened again

@@ -21,6 +21,7 @@ void Via::Conectar(std::string_view enlace, std::string_view puerto) {
   const int numero = NumeroDePuerto(puerto);
   if (!pedido || numero == 0) Lanzar(error::kLlamada, kOrigen);
   Desconectar();
+  espera_.ExigirQueSiga();
   if (pedido->por_ip) {
     direccion_ = pedido->direccion;
     puerto_ip_ = numero;
@@ -31,11 +32,7 @@ void Via::Conectar(std::string_view enlace, std::string_view puerto) {
     por_ip_ = true;
     ajustes_ = direccion_ + ",n,8,1";
   } else {
-    const auto dispositivo = dispositivos_(numero);
-    if (!dispositivo) {
-      throw Error(error_enlace::kPuertoInexistente, kOrigen, "El puerto COM " + std::to_string(numero) + " no existe");
-    }
-    dispositivo_ = *dispositivo;
+    puerto_serie_ = numero;
     velocidad_ = pedido->velocidad;
     AbrirSerie();
     ajustes_ = std::to_string(velocidad_) + ",n,8,1";
@@ -43,8 +40,14 @@ void Via::Conectar(std::string_view enlace, std::string_view puerto) {
   caida_ = false;
 }
 
+// What the number leads to is asked each time: a name may have become somebody else's since it was opened.
 void Via::AbrirSerie() {
-  serie_ = std::make_unique<Conversacion>(tendido_.AbrirSerie(dispositivo_, velocidad_), Medio::kSerie, velocidad_,
+  const auto dispositivo = dispositivos_(puerto_serie_);
+  if (!dispositivo) {
+    const std::string numero = std::to_string(puerto_serie_);
+    throw Error(error_enlace::kPuertoInexistente, kOrigen, "El puerto COM " + numero + " no existe");
+  }
+  serie_ = std::make_unique<Conversacion>(tendido_.AbrirSerie(*dispositivo, velocidad_), Medio::kSerie, velocidad_,
                                           espera_, plazos_, trafico_);
   perdida_ = false;
 }
@@ -62,16 +65,17 @@ bool Via::AbrirIp() {
   }
 }
 
-// A modem that doesn't answer any more can't be hung up; the port is closed all the same, and DTR falls with it.
-void Via::Colgar() {
-  if (!serie_ || serie_->DeMedio() != Medio::kLlamada) return;
+// A modem that doesn't answer any more can't be hung up; the port is closed all the same, and DTR falls with it. False:
+// the operator didn't want to wait, and only the closing of the port ends the call.
+bool Via::Colgar() {
+  if (!serie_ || serie_->DeMedio() != Medio::kLlamada) return true;
   serie_->PonerMedio(Medio::kSerie);
-  espera_.Obstinarse(true);
   try {
     Modem(serie_->Canal(), espera_).Colgar();
-  } catch (const Error&) {  // NOLINT(bugprone-empty-catch)
+    return true;
+  } catch (const Error& falla) {
+    return falla.Numero() != error_enlace::kCancelada;
   }
-  espera_.Obstinarse(false);
 }
 
 void Via::Desconectar() {
@@ -84,7 +88,11 @@ void Via::Desconectar() {
 
 bool Via::Llamar(std::string_view numero, std::string_view comandos) {
   if (!serie_ || numero.empty()) return false;
-  Colgar();
+  if (!Colgar()) {
+    serie_.reset();
+    perdida_ = true;
+    return false;
+  }
   try {
     if (!Modem(serie_->Canal(), espera_).Llamar(numero, comandos)) return false;
   } catch (const Error& falla) {

@@ -11,7 +11,8 @@
 
 namespace utr::enlace {
 
-// The device of a port number; nothing for a number that no device has. Raises what keeps it from being known.
+// The device of a port number; nothing for a number that no device has, or whose device isn't what it was. Raises what
+// keeps it from being known.
 using DispositivoDe = std::function<std::optional<std::string>(int numero)>;
 
 // The way to the unit, as the computer sees it: the serial port, the call over it, the connection over IP, and which of
@@ -52,7 +53,7 @@ class Via {
  private:
   void AbrirSerie();
   bool AbrirIp();
-  void Colgar();
+  bool Colgar();
 
   Tendido& tendido_;
   DispositivoDe dispositivos_;
@@ -61,7 +62,7 @@ class Via {
   Trafico trafico_;
   std::unique_ptr<Conversacion> serie_;
   std::unique_ptr<Conversacion> ip_;
-  std::string dispositivo_;
+  int puerto_serie_ = 0;
   std::int32_t velocidad_ = 0;
   bool perdida_ = false;  // the port went away without being asked to
   bool por_ip_ = false;

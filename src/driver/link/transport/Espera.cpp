@@ -18,6 +18,10 @@ void Espera::Ceder() {
     if (atender_) atender_();
     cedido_ = Ahora();
   }
+  ExigirQueSiga();
+}
+
+void Espera::ExigirQueSiga() const {
   if (cancelada_ && !obstinada_) throw Error(error_enlace::kCancelada, kOrigen, "La operación fue cancelada");
 }
 

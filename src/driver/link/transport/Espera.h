@@ -25,6 +25,9 @@ class Espera {
   void Cancelar() { cancelada_ = true; }
   bool Cancelada() const { return cancelada_; }
 
+  // Raises kCancelada for an operation that was cancelled, and can be.
+  void ExigirQueSiga() const;
+
   // What happens from here on can't be cancelled any more, or can again.
   void Obstinarse(bool activo) { obstinada_ = activo; }
 

@@ -39,13 +39,13 @@ speed_t CodigoDe(std::int32_t velocidad) {
 }
 
 // Bytes as they are, with nothing added, dropped or waited for, and no notice taken of the carrier: a modem is talked
-// to before there is one.
+// to before there is one. DTR falls when the port is closed, so that no call outlives it.
 void Configurar(const Descriptor& descriptor, const std::string& dispositivo, speed_t codigo) {
   termios ajustes{};
   if (::tcgetattr(descriptor.Numero(), &ajustes) != 0) NoSeAbre(dispositivo, errno);
   ::cfmakeraw(&ajustes);
   ajustes.c_cflag &= ~static_cast<tcflag_t>(CSTOPB | CRTSCTS);
-  ajustes.c_cflag |= CLOCAL | CREAD;
+  ajustes.c_cflag |= CLOCAL | CREAD | HUPCL;
   ajustes.c_cc[VMIN] = 1;  // so that a read of nothing means that the line is gone
   ajustes.c_cc[VTIME] = 0;
   if (::cfsetspeed(&ajustes, codigo) != 0 || ::tcsetattr(descriptor.Numero(), TCSANOW, &ajustes) != 0) {
