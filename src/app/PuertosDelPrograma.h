@@ -1,6 +1,9 @@
 #pragma once
 
 #include <algorithm>
+#include <filesystem>
+#include <optional>
+#include <string>
 
 #include "app/Eleccion.h"
 #include "driver/CarpetaDeEstacion.h"
@@ -18,6 +21,14 @@ class PuertosDelPrograma : public ListaDePuertos {
       : simulado_(simulado), numeros_(numeros), eleccion_(eleccion) {}
 
   std::vector<PuertoSerie> Listar() override { return numeros_.Repartir(Simulados(), Dispositivos()); }
+
+  // The device of a number, to be opened now: none where it was a line of a station that has ended, whose name may lead
+  // to a terminal of somebody else.
+  std::optional<std::string> Dispositivo(int numero) const {
+    auto ruta = numeros_.De(numero);
+    if (ruta && EstacionDetenida(std::filesystem::path(*ruta).parent_path())) ruta.reset();
+    return ruta;
+  }
 
   // A port of the simulated station: one that it has, and that never was a device's.
   bool EsSimulado(int numero) {
@@ -37,9 +48,9 @@ class PuertosDelPrograma : public ListaDePuertos {
     for (const auto& [numero, nombre] : simulado_.Puertos()) puertos.push_back({numero, nombre});
     return puertos;
   }
-  std::vector<Dispositivo> Dispositivos() const {
+  std::vector<utr::Dispositivo> Dispositivos() const {
     if (eleccion_ == Eleccion::kSimulada) return {};
-    std::vector<Dispositivo> todos = LineasDeEstacion(CarpetaDeEstacion());
+    std::vector<utr::Dispositivo> todos = LineasDeEstacion(CarpetaDeEstacion());
     const auto del_equipo = DispositivosDelEquipo();
     todos.insert(todos.end(), del_equipo.begin(), del_equipo.end());
     return todos;

@@ -22,6 +22,9 @@ class Candado {
   // Takes the file at `ruta`, which is made where it isn't there; never waits. One that is held already is kept.
   Toma Tomar(const std::filesystem::path& ruta);
 
+  // Whether the file is there and nobody holds it now. Looking takes nothing: a holder that ended has let go of it.
+  static bool Libre(const std::filesystem::path& ruta);
+
   int ErrorDelSistema() const noexcept { return error_; }
 
  private:

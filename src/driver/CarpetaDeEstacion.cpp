@@ -2,9 +2,17 @@
 
 #include <cstdlib>
 
+#include "base/Error.h"
+
 namespace utr {
 
 namespace {
+
+constexpr const char* kCandado = "Estacion.candado";
+
+[[noreturn]] void NoSeTiene(const std::string& motivo, const std::filesystem::path& carpeta, int error_del_sistema) {
+  throw Error(error::kArchivo, "utr-estacion", motivo + carpeta.string(), error_del_sistema);
+}
 
 std::filesystem::path DelEntorno(const char* variable) {
   const char* valor = std::getenv(variable);
@@ -19,6 +27,21 @@ std::filesystem::path CarpetaDeEstacion() {
   if (const auto estados = DelEntorno("XDG_STATE_HOME"); estados.is_absolute()) return estados / kNombre;
   if (const auto casa = DelEntorno("HOME"); !casa.empty()) return casa / ".local" / "state" / kNombre;
   return {};
+}
+
+CandadoDeCarpeta::CandadoDeCarpeta(const std::filesystem::path& carpeta) {
+  std::error_code falla;
+  std::filesystem::create_directories(carpeta, falla);
+  if (falla) NoSeTiene("No se puede crear la carpeta ", carpeta, falla.value());
+  const Candado::Toma toma = candado_.Tomar(carpeta / kCandado);
+  if (toma == Candado::Toma::kSinArchivo) {
+    NoSeTiene("No se puede escribir en la carpeta ", carpeta, candado_.ErrorDelSistema());
+  }
+  if (toma == Candado::Toma::kAjeno) NoSeTiene("Otra estación usa la carpeta ", carpeta, candado_.ErrorDelSistema());
+}
+
+bool EstacionDetenida(const std::filesystem::path& carpeta) {
+  return Candado::Libre(carpeta / kCandado);
 }
 
 }  // namespace utr

@@ -10,6 +10,7 @@
 #include "base/Archivos.h"
 #include "base/Error.h"
 #include "base/Numeros.h"
+#include "driver/CarpetaDeEstacion.h"
 #include "session/AjustesEnlace.h"
 
 namespace utr {
@@ -71,6 +72,7 @@ std::map<int, std::string> LeerPares(const std::filesystem::path& archivo) {
 
 std::vector<Dispositivo> LineasDeEstacion(const std::filesystem::path& carpeta) {
   std::vector<Dispositivo> lineas;
+  if (EstacionDetenida(carpeta)) return lineas;
   std::error_code falla;
   for (std::filesystem::directory_iterator i(carpeta, falla), fin; !falla && i != fin; i.increment(falla)) {
     std::error_code de_esta;

@@ -18,7 +18,7 @@ struct Dispositivo {
 };
 
 // The lines of a station that runs on this machine: what is called COM and a number in its folder and leads to a
-// device that is there.
+// device that is there; none once that station has ended, however it did.
 std::vector<Dispositivo> LineasDeEstacion(const std::filesystem::path& carpeta);
 
 // The name of a device that stays with it when others are plugged in or out: the link in `por_identidad` (the system's

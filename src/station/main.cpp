@@ -24,12 +24,17 @@ void Decir(std::string_view linea) {
   std::cout << linea << std::endl;
 }
 
+void Advertir(std::string_view linea) {
+  std::cerr << "utr-estacion: " << linea << std::endl;
+}
+
 void Correr(const utr::simulada::Opciones& opciones) {
   const utr::enlace::Descriptor fin = SenialesDeFin();
   std::error_code falla;
   const auto propio = std::filesystem::read_symlink("/proc/self/exe", falla);
   const auto modelo = opciones.control ? std::filesystem::path{} : propio.parent_path() / "UTRSimulada.toml";
-  utr::simulada::Servidor servidor(opciones, modelo, Decir);
+  const utr::simulada::Voces voces{Decir, Advertir};
+  utr::simulada::Servidor servidor(opciones, modelo, voces);
   servidor.Correr(fin.Numero(), opciones.control ? STDIN_FILENO : -1, Decir);
 }
 
@@ -46,7 +51,7 @@ int main(int argc, char** argv) {
     }
     return 0;
   } catch (...) {
-    std::cerr << "utr-estacion: " << utr::ErrorActual().Descripcion() << std::endl;
+    Advertir(utr::ErrorActual().Descripcion());
     return 1;
   }
 }

@@ -108,6 +108,8 @@ TEST_F(NumerosDePuertoEnCarpeta, LasLineasDeUnaEstacionSonLasQueLlevanAUnDisposi
   ASSERT_EQ(lineas.size(), 1U);
   EXPECT_EQ(lineas[0].ruta, (carpeta / "COM4").string());
   EXPECT_TRUE(LineasDeEstacion(carpeta / "no_hay").empty());
+  EscribirTodo(carpeta / "Estacion.candado", "");
+  EXPECT_TRUE(LineasDeEstacion(carpeta.Ruta()).empty()) << "the station that laid them has ended";
   EXPECT_EQ(NombreDuradero("/dev/null", carpeta.Ruta()).rfind(carpeta.Ruta().string(), 0), 0U);
   EXPECT_EQ(NombreDuradero("/dev/zero", carpeta.Ruta()), "/dev/zero");
 }

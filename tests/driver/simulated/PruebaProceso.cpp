@@ -9,10 +9,11 @@
 #include "driver/link/protocol/Imagenes.h"
 #include "driver/link/transport/Descriptor.h"
 #include "driver/link/transport/Linea.h"
-#include "driver/simulated/server/Opciones.h"
+#include "driver/simulated/server/Servidor.h"
 #include "support/Carpeta.h"
 #include "support/NumeroDeError.h"
 #include "support/ProcesoEstacion.h"
+#include "support/RelojFalso.h"
 
 namespace utr::prueba {
 namespace {
@@ -126,6 +127,61 @@ TEST(ProcesoDeLaEstacion, LoQueNoPuedeSerSeDiceYNoDejaNada) {
   EXPECT_EQ(estacion.Mandar("avanzar mucho").substr(0, 4), "mal ");
   EXPECT_EQ(estacion.Escenario("[equipo]\nmudo = true\n").substr(0, 4), "mal ");
   EXPECT_EQ(estacion.Avanzar(1), "bien");
+}
+
+// Its lines must not be offered any more, and the terminals that they led to are given to others.
+TEST(ProcesoDeLaEstacion, DeUnaEstacionMuertaSeSabeQueNoEsta) {
+  Carpeta carpeta;
+  EXPECT_FALSE(EstacionDetenida(carpeta.Ruta())) << "there never was one";
+  for (const int senial : {SIGKILL, SIGTERM}) {
+    ProcesoEstacion estacion(carpeta.Ruta().string(), {"--linea", "COM4"});
+    EXPECT_FALSE(EstacionDetenida(carpeta.Ruta()));
+    EXPECT_THROW(CandadoDeCarpeta(carpeta.Ruta()), Error) << "looking at it hasn't taken it away";
+    estacion.Terminar(senial);
+    EXPECT_TRUE(EstacionDetenida(carpeta.Ruta()));
+    EXPECT_EQ(std::filesystem::is_symlink(carpeta / "COM4"), senial == SIGKILL);
+  }
+  std::filesystem::create_symlink("/dev/pts/0", carpeta / "COM4");
+  const ProcesoEstacion otra(carpeta.Ruta().string(), {"--linea", "COM6"});
+  EXPECT_FALSE(std::filesystem::is_symlink(carpeta / "COM4"));
+  EXPECT_TRUE(std::filesystem::is_symlink(carpeta / "COM6"));
+}
+
+TEST(ProcesoDeLaEstacion, LoQueLeFaltaYLoQuePierdeSeAdvierteUnaVez) {
+  Carpeta carpeta;
+  std::vector<std::string> advertido;
+  const simulada::Voces voces{[](std::string_view) {}, [&](std::string_view linea) { advertido.emplace_back(linea); }};
+  simulada::Opciones opciones;
+  opciones.carpeta = carpeta / "suya";
+  { const simulada::Servidor servidor(opciones, carpeta / "no_hay.toml", voces); }
+  ASSERT_EQ(advertido.size(), 1U);
+  EXPECT_NE(advertido[0].find("Sin escenario para editar"), std::string::npos) << advertido[0];
+  advertido.clear();
+
+  RelojFalso reloj;
+  simulada::EstacionViva viva({}, {"x", "y"}, reloj, {}, [](const FechaHora&, std::string_view) {});
+  simulada::Despachador unidad(viva);
+  const auto tender = [&] {
+    enlace::Descriptor otro(::posix_openpt(O_RDWR | O_NOCTTY));
+    char dispositivo[64];
+    EXPECT_TRUE(::grantpt(otro.Numero()) == 0 && ::unlockpt(otro.Numero()) == 0 &&
+                ::ptsname_r(otro.Numero(), dispositivo, sizeof dispositivo) == 0);
+    std::filesystem::remove(carpeta / "serie");
+    std::filesystem::create_symlink(dispositivo, carpeta / "serie");
+    return otro;
+  };
+  enlace::Descriptor otro = tender();
+  const auto escucha = simulada::EscucharSerie((carpeta / "serie").string(), {viva, unidad, voces});
+  escucha->Atender(0);
+  EXPECT_TRUE(advertido.empty());
+  otro.Cerrar();
+  for (const std::int64_t ahora : {10, 20, 3000, 6000}) escucha->Atender(ahora);
+  ASSERT_EQ(advertido.size(), 1U);
+  EXPECT_NE(advertido[0].find("Se lo sigue intentando"), std::string::npos) << advertido[0];
+  otro = tender();
+  escucha->Atender(9000);
+  ASSERT_EQ(advertido.size(), 2U);
+  EXPECT_NE(advertido[1].find("anda otra vez"), std::string::npos) << advertido[1];
 }
 
 TEST(ProcesoDeLaEstacion, LasConexionesEstanContadas) {

@@ -4,9 +4,11 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "driver/simulated/server/Opciones.h"
@@ -14,10 +16,17 @@
 
 namespace utr::simulada {
 
+// Where the station tells its operator how it stands, and what went wrong.
+struct Voces {
+  std::function<void(std::string_view)> decir;
+  std::function<void(std::string_view)> advertir;
+};
+
 // The unit that all listeners serve.
 struct Servida {
   EstacionViva& viva;
   Despachador& unidad;
+  const Voces& voces;
 };
 
 // One way into the station. None of its operations waits; moments are milliseconds of the station's clock.
@@ -48,7 +57,7 @@ std::unique_ptr<Escucha> TenderLinea(const std::filesystem::path& carpeta, const
                                      Servida servida);
 
 // A serial device of the machine, at the unit's own speed. Raises as the opening of serial lines does; a device that
-// goes away later is opened again when it comes back.
+// goes away later is opened again when it comes back, and either is told.
 std::unique_ptr<Escucha> EscucharSerie(const std::string& dispositivo, Servida servida);
 
 }  // namespace utr::simulada

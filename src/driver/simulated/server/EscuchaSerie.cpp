@@ -1,3 +1,5 @@
+#include <utility>
+
 #include "base/Error.h"
 #include "driver/link/transport/Linea.h"
 #include "driver/simulated/server/Escucha.h"
@@ -28,8 +30,8 @@ class EscuchaSerie final : public Escucha {
       if (linea_ != nullptr && velocidad_ != servida_.unidad.Velocidad()) linea_.reset();
       if (linea_ == nullptr && ahora >= proxima_apertura_) Abrir();
       if (linea_ != nullptr) Pasar(ahora);
-    } catch (const Error&) {
-      linea_.reset();
+    } catch (const Error& falla) {
+      Caer(falla);
       proxima_apertura_ = ahora + kEntreAperturas;
     }
   }
@@ -42,6 +44,15 @@ class EscuchaSerie final : public Escucha {
     linea_ = tendido_.AbrirSerie(dispositivo_, velocidad_);
     extremo_.Reabrir();
     pendiente_.clear();
+    if (std::exchange(caida_, false)) servida_.voces.advertir(Nombre() + ": anda otra vez");
+  }
+
+  // Told once, however often it is tried again.
+  void Caer(const Error& falla) {
+    linea_.reset();
+    if (!std::exchange(caida_, true)) {
+      servida_.voces.advertir(Nombre() + ": " + falla.Descripcion() + ". Se lo sigue intentando");
+    }
   }
 
   void Pasar(std::int64_t ahora) {
@@ -63,6 +74,7 @@ class EscuchaSerie final : public Escucha {
   Extremo extremo_;
   protocolo::Bytes pendiente_;
   int velocidad_ = 0;
+  bool caida_ = false;
   std::int64_t proxima_apertura_ = 0;
 };
 

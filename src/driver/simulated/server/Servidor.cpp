@@ -18,60 +18,62 @@ namespace {
 
 constexpr const char* kEscenario = "Estacion.toml";
 constexpr const char* kEstado = "Estacion.estado";
+constexpr int kMayorPuerto = 10;              // that a line may be called after
 constexpr std::int64_t kMayorPlazo = 250;     // milliseconds that the loop sleeps at most
 constexpr std::int64_t kEntreMiradas = 1000;  // between two looks at scenario and clock while nobody asks
 
-// A new station gets the scenario that is shipped, for somebody to edit. It does without one where that fails.
-void CopiarModelo(const std::filesystem::path& modelo, const std::filesystem::path& carpeta) {
-  std::error_code falla;
-  if (modelo.empty() || std::filesystem::exists(carpeta / kEscenario, falla)) return;
+// A new station gets the scenario that is shipped, for somebody to edit. It does without one where that fails, and says
+// so: there is nothing to edit then.
+void CopiarModelo(const std::filesystem::path& modelo, const std::filesystem::path& carpeta, const Voces& voces) {
+  std::error_code no_se_ve;
+  if (modelo.empty() || std::filesystem::exists(carpeta / kEscenario, no_se_ve)) return;
   try {
     std::string texto = Reemplazar(LeerTextoEscenario(modelo), "UTRSimulada.estado", kEstado);
     texto = Reemplazar(Reemplazar(texto, "se anota en Comunicador.log", "se dice donde corre utr-estacion"),
                        "con el programa\n# cerrado", "con la\n# estación detenida");
     EscribirNuevo(carpeta / kEscenario, [&texto](std::ostream& salida) { salida << texto; });
-  } catch (const Error&) {
+  } catch (const Error& falla) {
+    voces.advertir("Sin escenario para editar: no se puede copiar " + modelo.string() + " (" + falla.Descripcion() +
+                   "). La estación es la de fábrica");
   }
 }
 
-const std::filesystem::path& Preparada(const Opciones& opciones, const std::filesystem::path& modelo) {
-  CopiarModelo(modelo, opciones.carpeta);
+// Lines that a station left when it was killed lead to nobody, or to a terminal that is somebody else's by now.
+void QuitarLineasAjenas(const std::filesystem::path& carpeta) {
+  std::error_code falla;
+  for (int numero = 1; numero <= kMayorPuerto; ++numero) {
+    const std::filesystem::path linea = carpeta / ("COM" + std::to_string(numero));
+    if (std::filesystem::is_symlink(linea, falla)) std::filesystem::remove(linea, falla);
+  }
+}
+
+const std::filesystem::path& Preparada(const Opciones& opciones, const std::filesystem::path& modelo,
+                                       const Voces& voces) {
+  CopiarModelo(modelo, opciones.carpeta, voces);
+  QuitarLineasAjenas(opciones.carpeta);
   return opciones.carpeta;
 }
 
 }  // namespace
 
-CandadoDeCarpeta::CandadoDeCarpeta(const std::filesystem::path& carpeta) {
-  const auto fallar = [&carpeta](const std::string& motivo, int error_del_sistema) {
-    throw Error(error::kArchivo, "utr-estacion", motivo + carpeta.string(), error_del_sistema);
-  };
-  std::error_code falla;
-  std::filesystem::create_directories(carpeta, falla);
-  if (falla) fallar("No se puede crear la carpeta ", falla.value());
-  const Candado::Toma toma = candado_.Tomar(carpeta / "Estacion.candado");
-  if (toma == Candado::Toma::kSinArchivo) fallar("No se puede escribir en la carpeta ", candado_.ErrorDelSistema());
-  if (toma == Candado::Toma::kAjeno) fallar("Otra estación usa la carpeta ", candado_.ErrorDelSistema());
-}
-
-Servidor::Servidor(const Opciones& opciones, const std::filesystem::path& escenario_modelo,
-                   const std::function<void(std::string_view)>& decir)
+Servidor::Servidor(const Opciones& opciones, const std::filesystem::path& escenario_modelo, const Voces& voces)
     : candado_(opciones.carpeta),
       reloj_(opciones.hora),
-      viva_(Preparada(opciones, escenario_modelo), {kEscenario, kEstado}, reloj_, {},
-            [decir](const FechaHora& cuando, std::string_view linea) {
-              decir(TextoFechaHora(cuando) + " " + std::string(linea));
+      viva_(Preparada(opciones, escenario_modelo, voces), {kEscenario, kEstado}, reloj_, {},
+            [&voces](const FechaHora& cuando, std::string_view linea) {
+              voces.decir(TextoFechaHora(cuando) + " " + std::string(linea));
             }),
       unidad_(viva_) {
-  const Servida servida{viva_, unidad_};
+  const Servida servida{viva_, unidad_, voces};
   for (const auto& red : opciones.redes) escuchas_.push_back(EscucharRed(red, servida));
   for (const auto& linea : opciones.lineas) escuchas_.push_back(TenderLinea(opciones.carpeta, linea, false, servida));
   for (const auto& linea : opciones.modems) escuchas_.push_back(TenderLinea(opciones.carpeta, linea, true, servida));
   for (const auto& serie : opciones.seriales) escuchas_.push_back(EscucharSerie(serie, servida));
-  if (!viva_.aviso.empty()) decir(viva_.aviso);
-  for (const auto& escucha : escuchas_) decir(escucha->Nombre());
-  decir("Escenario: " + (opciones.carpeta / kEscenario).string());
-  decir("La estación está lista: identificador " + std::to_string(viva_.Unidad().identificador) + ", " +
-        std::to_string(viva_.Unidad().velocidad) + " bps");
+  if (!viva_.aviso.empty()) voces.advertir(viva_.aviso);
+  for (const auto& escucha : escuchas_) voces.decir(escucha->Nombre());
+  voces.decir("Escenario: " + (opciones.carpeta / kEscenario).string());
+  voces.decir("La estación está lista: identificador " + std::to_string(viva_.Unidad().identificador) + ", " +
+              std::to_string(viva_.Unidad().velocidad) + " bps");
 }
 
 // How long the loop may sleep.

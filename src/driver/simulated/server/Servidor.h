@@ -6,29 +6,19 @@
 #include <string_view>
 #include <vector>
 
-#include "base/Candado.h"
+#include "driver/CarpetaDeEstacion.h"
 #include "driver/simulated/server/Escucha.h"
 #include "driver/simulated/server/RelojGobernado.h"
 
 namespace utr::simulada {
 
-// Takes a folder for one station: whoever comes second is refused. Made when it isn't there. Raises kArchivo.
-class CandadoDeCarpeta {
- public:
-  explicit CandadoDeCarpeta(const std::filesystem::path& carpeta);
-
- private:
-  Candado candado_;
-};
-
 // The station as a process: its unit, its listeners and the one loop that serves them. State and scenario lie in the
 // folder of the options, as Estacion.estado and Estacion.toml.
 class Servidor {
  public:
-  // `decir` gets what the operator is told, a line at a time. Raises Error when the folder or a listener can't be had;
-  // nothing is left behind then.
-  Servidor(const Opciones& opciones, const std::filesystem::path& escenario_modelo,
-           const std::function<void(std::string_view)>& decir);
+  // `voces` get what the operator is told, a line at a time; they must outlive it. Raises Error when the folder or a
+  // listener can't be had; nothing is left behind then.
+  Servidor(const Opciones& opciones, const std::filesystem::path& escenario_modelo, const Voces& voces);
 
   // Serves until `parar` can be read from; `ordenes` is where orders of --control come from, -1 for none. Their answers
   // go to `contestar`, "bien" or "mal" and a reason. The state is saved when the station goes.
