@@ -14,6 +14,8 @@
 #include "driver/ComunicadorAnotado.h"
 #include "driver/ComunicadorElegido.h"
 #include "driver/link/client/ComunicadorEnlace.h"
+#include "driver/simulated/driver/ComunicadorConFallas.h"
+#include "driver/simulated/driver/FallasPorLinea.h"
 #include "shell/windows/InstanciaUnica.h"
 #include "widgets/ImpresoraQt.h"
 #include "widgets/OperadorQt.h"
@@ -39,7 +41,8 @@ utr::enlace::Avisos AvisosPara(utr::SituacionDelEnlace& situacion) {
           .trafico =
               [&situacion](const utr::enlace::Trafico& trafico) {
                 situacion.PonerCuenta({trafico.enviados, trafico.recibidos, trafico.reintentos});
-              }};
+              },
+          .puerto = [&situacion](bool abierto) { situacion.PonerPuerto(abierto); }};
 }
 
 }  // namespace
@@ -76,14 +79,19 @@ int main(int argc, char** argv) {
   utr::Bitacora bitacora(utr::Ruta(carpeta));
   utr::NumerosDePuerto numeros(utr::Ruta(carpeta) / "Puertos.toml");
   utr::enlace::TendidoDelEquipo tendido;
+  utr::PuertosDelPrograma puertos(simulado, numeros, *eleccion);
+  utr::ComunicadorEnlace* por_linea = nullptr;
+  utr::FallasPorLinea fallas(
+      simulado, [&] { return por_linea->DePractica(); }, reloj, atender);
   utr::ComunicadorEnlace enlace({.tendido = tendido,
-                                 .dispositivos = [&](int numero) { return numeros.De(numero); },
+                                 .dispositivos = [&](int numero) { return puertos.Dispositivo(numero); },
                                  .reloj = reloj,
-                                 .atender = atender,
+                                 .atender = [&] { fallas.Atiende(); },
                                  .bitacora = bitacora,
                                  .avisos = AvisosPara(situacion)});
-  utr::ComunicadorAnotado anotado(enlace, bitacora, reloj);
-  utr::PuertosDelPrograma puertos(simulado, numeros, *eleccion);
+  por_linea = &enlace;
+  utr::ComunicadorConFallas con_fallas(enlace, fallas);
+  utr::ComunicadorAnotado anotado(con_fallas, bitacora, reloj);
   utr::ComunicadorElegido comunicador(
       simulado, anotado,
       {.puerto_simulado = [&](int numero) { return puertos.EsSimulado(numero); },

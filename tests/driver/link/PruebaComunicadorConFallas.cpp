@@ -2,6 +2,8 @@
 
 #include "driver/link/BancoEnlace.h"
 #include "driver/simulated/driver/ComunicadorConFallas.h"
+#include "driver/simulated/driver/ComunicadorSimulado.h"
+#include "driver/simulated/driver/FallasPorLinea.h"
 #include "support/NumeroDeError.h"
 
 // The faults of operations around a driver that knows nothing of them: the one over a wire.
@@ -72,6 +74,55 @@ TEST_F(ConFallas, UnaLlamadaDemoradaSePuedeAbandonar) {
   };
   driver.LlamarTelefono("4800", "ATZ");
   EXPECT_LT(esperado, 3);
+}
+
+// A fault that met a real unit would be a lie about it.
+TEST(FallasPorLinea, SoloAnteUnaUnidadQueDijoSerDePractica) {
+  BancoEnlace banco{false};
+  ComunicadorSimulado simulado(banco.carpeta.Ruta(), banco.reloj, {});
+  FallasPorLinea fallas(simulado, [&] { return banco.Enlace().DePractica(); }, banco.reloj, {});
+  ComunicadorConFallas driver(banco.Driver(), fallas);
+  std::uint8_t de_practica = 1;
+  int preguntas = 0;
+  banco.en_lugar = [&](protocolo::VistaBytes pdu) -> std::optional<protocolo::Bytes> {
+    const auto partes = protocolo::LeerPedidoDeArchivos(pdu);
+    const protocolo::PedidoDeArchivo quien_es{protocolo::archivo::kRegistros, 0, 3};
+    if (!partes || partes->front() != quien_es) return std::nullopt;
+    ++preguntas;
+    const std::uint16_t eco = partes->back().record;
+    return protocolo::RespuestaDeArchivos(
+        std::vector<protocolo::Bytes>{{0, 120, 0, protocolo::kVersionDelMapa, 0, de_practica},
+                                      {static_cast<std::uint8_t>(eco >> 8), static_cast<std::uint8_t>(eco)}});
+  };
+  const auto escenario = [&](bool por_linea) {
+    EscribirTodo(banco.carpeta / "UTRSimulada.toml",
+                 std::string("[enlace]\nfallas_por_linea = ") + (por_linea ? "true" : "false") +
+                     "\n[[falla]]\noperacion = \"LeerFechaHora\"\ntipo = \"vacio\"\n"
+                     "[[falla]]\noperacion = \"Conectar\"\ntipo = \"error\"\n"
+                     "[[falla]]\noperacion = \"ConvertirDe\"\ntipo = \"vacio\"\n");
+  };
+  escenario(true);
+  banco.por_ip = true;
+  banco.Conectar();
+  EXPECT_EQ(driver.LeerFechaHora(), "") << "the first thing that is asked already";
+  EXPECT_EQ(preguntas, 1);
+  EXPECT_GE(driver.LeerEstado(), 0) << "no fault is for it";
+  EXPECT_EQ(driver.ConvertirDe(0), "0/0") << "nobody is asked";
+  de_practica = 0;
+  driver.IdEquipo(banco.identificador);  // and there may stand another one now
+  EXPECT_NE(driver.LeerFechaHora(), "");
+  driver.Conectar(banco.enlace, banco.puerto);
+  de_practica = 1;
+  driver.PorIP(true);
+  EXPECT_EQ(driver.LeerFechaHora(), "");
+  escenario(false);
+  EXPECT_NE(driver.LeerFechaHora(), "");
+  escenario(true);
+  EXPECT_EQ(driver.LeerFechaHora(), "");
+  banco.Enmudecer(true);
+  banco.en_lugar = nullptr;
+  driver.IdEquipo(banco.identificador);
+  EXPECT_EQ(NumeroDeError([&] { driver.ConfiguracionAlmacenada(true); }), error::kSinRespuesta);
 }
 
 }  // namespace utr::prueba

@@ -46,6 +46,15 @@ bool ComunicadorSimulado::TieneDireccion(std::string_view direccion) {
   return std::find(direcciones.begin(), direcciones.end(), direccion) != direcciones.end();
 }
 
+simulada::Fallas* ComunicadorSimulado::FallasPorLinea(simulada::Op op) {
+  simulada::Fallas& fallas = partes_->interior.Mirar(op);
+  return partes_->interior.escenario.lineas.fallas_por_linea ? &fallas : nullptr;
+}
+
+double ComunicadorSimulado::Factor() const {
+  return partes_->interior.escenario.tiempos.factor;
+}
+
 const std::string& ComunicadorSimulado::Aviso() const {
   return partes_->interior.aviso;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -10,6 +11,11 @@
 #include "driver/ComunicadorReenviado.h"
 
 namespace utr {
+
+namespace simulada {
+class Fallas;
+enum class Op : std::uint8_t;
+}  // namespace simulada
 
 // The contract over a simulated station. In `carpeta`, the folder of the executable, it keeps:
 //   UTRSimulada.toml     the scenario, read again at the next call whenever it has changed; optional
@@ -33,6 +39,11 @@ class ComunicadorSimulado final : public ComunicadorReenviado {
   // one of its own. Both as the scenario says now.
   std::vector<std::pair<int, std::string>> Puertos();
   bool TieneDireccion(std::string_view direccion);
+
+  // The faults that the scenario wants a call of `op` to meet over a line as well, with their counts; none where it
+  // doesn't. `Factor` is that of its times.
+  simulada::Fallas* FallasPorLinea(simulada::Op op);
+  double Factor() const;
 
   // What the operator should know of the beginning: that a state file couldn't be read and where it was put, or that
   // the state can't be kept. Empty: nothing happened.

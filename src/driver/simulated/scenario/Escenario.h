@@ -17,8 +17,9 @@ struct Lineas {
   std::vector<int> puertos{1, 2, 3};
   std::vector<int> tomados{2};  // held by another program
   int puerto_unidad = 1;
-  bool arriba = true;  // false: the link reports that it is down, whatever it does
-  bool muda = false;   // the unit doesn't answer
+  bool fallas_por_linea = false;  // the faults strike a practice station at the end of a line too
+  bool arriba = true;             // false: the link reports that it is down, whatever it does
+  bool muda = false;              // the unit doesn't answer
   std::vector<std::string> direcciones{"192.168.0.1"};
   int puerto_ip = 1000;
   std::vector<int> puertos_modem{3};

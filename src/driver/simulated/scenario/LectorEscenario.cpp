@@ -129,6 +129,7 @@ const Clave<Escenario> kEnlace[] = {
     {"tomados", [](const Dato& d, Escenario& e) { e.lineas.tomados = d.Enteros(1, kMayorPuerto); }},
     {"puerto", [](const Dato& d, Escenario& e) { e.lineas.puerto_unidad = d.Entero(1, kMayorPuerto); }},
     {"arriba", [](const Dato& d, Escenario& e) { e.lineas.arriba = d.Logico(); }},
+    {"fallas_por_linea", [](const Dato& d, Escenario& e) { e.lineas.fallas_por_linea = d.Logico(); }},
 };
 
 const Clave<Escenario> kIP[] = {
