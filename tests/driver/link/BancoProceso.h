@@ -53,6 +53,10 @@ class BancoProceso : public Banco {
 
   void Escenario(const std::string& texto) { EXPECT_EQ(estacion_->Escenario(texto + kTiempos), "bien"); }
 
+  // Where other clients reach the same station.
+  std::string LineaLibre() const { return estacion_->Linea("COM7"); }
+  int PuertoTcp() const { return estacion_->Puerto(); }
+
   // The station dies at once, and later lives again.
   void MatarEstacion() { estacion_->Terminar(SIGKILL); }
   void RevivirEstacion() {
@@ -95,8 +99,9 @@ class BancoProceso : public Banco {
 
   void ArrancarEstacion(const std::string& puerto_tcp) {
     estacion_ = std::make_unique<ProcesoEstacion>(
-        carpeta.Ruta().string(), std::vector<std::string>{"--tcp", puerto_tcp, "--linea", "COM4", "--modem", "COM5",
-                                                          "--linea", "COM6", "--hora", TextoFechaHora(reloj_.Ahora())});
+        carpeta.Ruta().string(),
+        std::vector<std::string>{"--tcp", puerto_tcp, "--linea", "COM4", "--modem", "COM5", "--linea", "COM6",
+                                 "--linea", "COM7", "--hora", TextoFechaHora(reloj_.Ahora())});
     puerto_ip = std::to_string(estacion_->Puerto());
   }
   void Arrancar() {

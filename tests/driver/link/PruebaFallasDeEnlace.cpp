@@ -10,6 +10,7 @@
 #include "driver/Textos.h"
 #include "driver/link/BancoEnlace.h"
 #include "driver/link/BancoProceso.h"
+#include "support/NumeroDeError.h"
 
 // Any operation over a line that fails in every way: it ends in the right answer or in a failure that is told, never in
 // wrong data, never in an order that was carried out twice, and in the time that its requests may take.
@@ -266,20 +267,23 @@ void Probar(enlace::Medio medio, int operaciones, unsigned semilla) {
 
 // Over a real line what is right isn't at hand: it is read ahead of the faults, and what was written is told by what
 // was answered.
-void ProbarPor(bool por_tcp, int operaciones) {
-  BancoProceso banco(por_tcp);
+void ProbarPor(Medio medio, int operaciones) {
+  BancoProceso banco(medio == Medio::kTcp);
   Comunicador& driver = banco.Driver();
+  if (medio == Medio::kLlamada) banco.puerto = banco.puerto_modem;
   banco.Conectar();
+  ASSERT_TRUE(medio != Medio::kLlamada || driver.LlamarTelefono("4800", "ATZ"));
   const std::string dia = TextoFecha(FechaDeDias(DiasDesde1970(banco.Ahora()) - 1));
   const std::string hoy = TextoFecha(banco.Ahora());
   const auto datos = Filas(driver.LeerDatos(dia, dia, 0));
   const auto cola = Filas(driver.LeerColaTx(dia, dia));
   const auto canales = Filas(driver.ConfiguracionAlmacenada(true));
   const std::string pagina = driver.LeerPaginaFlash(0, 7);
-  banco.Escenario(
-      "[linea]\npedido_perdido = 0.003\nrespuesta_perdida = 0.003\nmedia_trama = 0.003\nrespuesta_doble = 0.02\nbasura "
-      "= "
-      "0.01\nrespuesta_tarde = 0.002\ntarde_ms = 600\n");
+  // Each loss on a call costs seconds, which pass for real.
+  const std::string perdida = medio == Medio::kLlamada ? "0.001" : "0.003";
+  banco.Escenario("[linea]\npedido_perdido = " + perdida + "\nrespuesta_perdida = " + perdida +
+                  "\nmedia_trama = " + perdida + "\nbasura = " + perdida +
+                  "\nrespuesta_doble = 0.02\nrespuesta_tarde = 0.002\ntarde_ms = 600\n");
   std::map<int, bool> escritos;  // value of an event, and whether it was told to be written
   std::mt19937 azar(4);
   int fallidas = 0;
@@ -334,11 +338,49 @@ TEST(FallasDeEnlace, DosMilOperacionesPorUnaConexion) {
 }
 
 TEST(FallasDeEnlace, DoscientasPorTcpHastaOtroProceso) {
-  ProbarPor(true, 200);
+  ProbarPor(Medio::kTcp, 200);
 }
 
 TEST(FallasDeEnlace, DoscientasPorUnTerminalHastaOtroProceso) {
-  ProbarPor(false, 200);
+  ProbarPor(Medio::kSerie, 200);
+}
+
+TEST(FallasDeEnlace, DoscientasPorUnaLlamadaHastaOtroProceso) {
+  ProbarPor(Medio::kLlamada, 200);
+}
+
+// The process is killed while an answer is on its way, over each real line, and started again.
+TEST(FallasDeEnlace, ElProcesoMuertoSeDiceYVueltoAArrancarSeSigue) {
+  static constexpr void (*kPedidos[])(Comunicador&) = {
+      [](Comunicador& c) { c.ConfiguracionAlmacenada(true); }, [](Comunicador& c) { c.LeerDatos("", "", 0); },
+      [](Comunicador& c) { c.LeerPaginaFlash(0, 0); }, [](Comunicador& c) { c.GrabarEvento("1", "200/0/7/0"); }};
+  for (const Medio medio : {Medio::kTcp, Medio::kSerie, Medio::kLlamada}) {
+    BancoProceso banco(medio == Medio::kTcp);
+    Comunicador& driver = banco.Driver();
+    if (medio == Medio::kLlamada) banco.puerto = banco.puerto_modem;
+    for (const auto& pedido : kPedidos) {
+      banco.Conectar();
+      ASSERT_TRUE(medio != Medio::kLlamada || driver.LlamarTelefono("4800", "ATZ"));
+      ASSERT_NE(driver.LeerFechaHora(), "");
+      banco.Escenario("[linea]\nlatencia_ms = 50\n");
+      bool murio = false;
+      banco.AlEsperar([&] {
+        murio = true;
+        banco.MatarEstacion();
+      });
+      const std::int32_t falla = NumeroDeError([&] { pedido(driver); });
+      ASSERT_TRUE(murio);
+      EXPECT_TRUE(medio == Medio::kTcp || falla == error_enlace::kLineaPerdida) << falla;
+      EXPECT_FALSE(driver.EstadoEnlace());
+      EXPECT_FALSE(driver.EstadoPuerto());
+      banco.RevivirEstacion();
+      if (medio == Medio::kLlamada) {
+        EXPECT_EQ(driver.LeerFechaHora(), "") << "nobody dials but the operator";
+      } else {
+        EXPECT_NE(driver.LeerFechaHora(), "");
+      }
+    }
+  }
 }
 
 }  // namespace utr::prueba

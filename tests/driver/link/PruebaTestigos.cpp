@@ -4,55 +4,35 @@
 #include <map>
 #include <sstream>
 
-#include "driver/link/protocol/Mapa.h"
-#include "driver/link/protocol/Pdu.h"
-#include "driver/link/transport/Linea.h"
-#include "support/Carpeta.h"
-#include "support/ProcesoEstacion.h"
+#include "driver/Pagina.h"
+#include "driver/Textos.h"
+#include "driver/link/BancoProceso.h"
 
 namespace utr::prueba {
 namespace {
 
-using namespace protocolo;
-
-// The driver's own line to the station, with one request at a time.
-class Propia {
- public:
-  explicit Propia(const std::string& dispositivo) : linea_(enlace::TendidoDelEquipo().AbrirSerie(dispositivo, 9600)) {}
-
-  Bytes Pedir(VistaBytes pdu) {
-    linea_->Enviar(TramaRtu(120, pdu), 1000);
-    ReceptorRtu receptor(Sentido::kRespuesta);
-    for (;;) {
-      Bytes bytes;
-      linea_->Recibir(bytes, 1000);
-      receptor.Recibir(bytes);
-      if (auto trama = receptor.Proxima()) return std::move(trama->pdu);
-    }
+// What the driver of the program gives of it, as the witnesses print it.
+std::string Trama(Comunicador& driver) {
+  std::string texto;
+  for (const TablaPtr tabla = driver.LeerInstantaneos(); !tabla->Eof(); tabla->MoveNext()) {
+    texto += " " + std::string(tabla->Texto(0));
   }
-  std::string Registros(std::uint16_t desde, std::uint16_t cuantos) {
-    std::string texto;
-    const auto leidos = LeerRespuestaDeRegistros(Pedir(PedidoDeTramo(4, {desde, cuantos})), cuantos);
-    for (const auto registro : leidos.value()) {
-      texto += " " + std::to_string(registro);
-    }
-    return texto;
-  }
-  std::string Paginas(std::uint16_t primera) {
-    const PedidoDeArchivo partes[] = {{archivo::kFlash, primera, 96}};
-    const auto leidas = LeerRespuestaDeArchivos(Pedir(PedidoDeArchivos(partes)), partes);
-    std::string texto = " ";
-    char par[3];
-    for (const std::uint8_t byte : leidas.value().at(0)) {
+  return texto;
+}
+
+std::string TresPaginas(Comunicador& driver, std::int16_t primera) {
+  std::string texto = " ";
+  char par[3];
+  for (std::int16_t pagina = primera; pagina < primera + 3; ++pagina) {
+    auto bytes = LeerTextoPagina(driver.LeerPaginaFlash(0, pagina)).value();
+    bytes.resize(paginas::kBytesPagina);  // behind them the text of a page has what closes it
+    for (const std::uint8_t byte : bytes) {
       std::snprintf(par, sizeof par, "%02x", byte);
       texto += par;
     }
-    return texto;
   }
-
- private:
-  std::unique_ptr<enlace::Linea> linea_;
-};
+  return texto;
+}
 
 // What the witnesses print, "mbpoll identidad" and the rest of the line.
 std::map<std::string, std::string> Declaraciones(const std::string& orden) {
@@ -70,24 +50,29 @@ std::map<std::string, std::string> Declaraciones(const std::string& orden) {
   return todas;
 }
 
+// The program's own driver holds the serial line all along, and finds what the witnesses did.
 TEST(Testigos, OtrosClientesLeenLaMismaEstacion) {
-  Carpeta carpeta;
-  ProcesoEstacion estacion(carpeta.Ruta().string(), {"--tcp", "0", "--linea", "COM4", "--linea", "COM6"});
-  estacion.Hora({2026, 3, 15, 10, 0, 0});
-  Propia propia(estacion.Linea("COM4"));  // held all along, as the program holds it
-  const std::string paginas = propia.Paginas(5);
-  const std::string trama = propia.Registros(registro::kTrama, 38);
-  auto dicho = Declaraciones("/usr/bin/python3 " TESTIGOS " " + estacion.Linea("COM6") + " " +
-                             std::to_string(estacion.Puerto()));
+  BancoProceso banco(false);
+  Comunicador& driver = banco.Driver();
+  banco.Conectar();
+  const std::string paginas = TresPaginas(driver, 5);
+  const std::string trama = Trama(driver);
+  const std::string estado = " " + std::to_string(driver.LeerEstado());
+  const std::string reloj = driver.LeerFechaHora();
+  auto dicho =
+      Declaraciones("/usr/bin/python3 " TESTIGOS " " + banco.LineaLibre() + " " + std::to_string(banco.PuertoTcp()));
+  EXPECT_TRUE(driver.EstadoPuerto());
+  EXPECT_EQ(reloj, "15/03/2026 10:00:00");
   for (const std::string testigo : {"mbpoll", "pymodbus"}) {
     EXPECT_EQ(dicho[testigo + " identidad"], " 120 1 1");
-    EXPECT_EQ(dicho[testigo + " estado"], propia.Registros(registro::kEstado, 1)) << testigo;
+    EXPECT_EQ(dicho[testigo + " estado"], estado) << testigo;
     EXPECT_EQ(dicho[testigo + " reloj"], " 2026 3 15 10 0 0") << testigo;
   }
   EXPECT_EQ(dicho["mbpoll trama"], trama);
   EXPECT_EQ(dicho["mbpoll salidas"], " 1 0");
   EXPECT_EQ(dicho["pymodbus salidas"], " 1 1");
-  EXPECT_EQ(propia.Registros(registro::kTrama + 36, 2), " 1 1");
+  EXPECT_TRUE(Trama(driver).ends_with(" 1 1"));
+  EXPECT_EQ(driver.LeerFechaHora(), reloj);
   EXPECT_EQ(dicho["mbpoll lejos"], " Illegal data address");
   EXPECT_EQ(dicho["mbpoll salida_lejos"], " Illegal data address");
   EXPECT_EQ(dicho["pymodbus lejos"], " 2");
