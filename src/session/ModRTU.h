@@ -16,6 +16,7 @@
 namespace utr {
 
 class Catalogo;
+class RelojUTR;
 
 // Lists the serial ports: number as shown ("COM n"), system name for the tip.
 struct PuertoSerie {
@@ -47,6 +48,7 @@ struct ModRTU {
   EleccionImpresora eleccion_impresora{};  // no name until one was chosen
   std::string ruta_predefinida{};          // predefined parametrization in use
   Diario diario{};                         // of what was done to the unit
+  const RelojUTR* reloj_utr = nullptr;     // what is known of the unit's clock; null: nobody listens to its calls
 
   ContextoListas Listas() { return {comunicador, registro, operador, impresora, eleccion_impresora}; }
 };

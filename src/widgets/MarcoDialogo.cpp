@@ -12,6 +12,25 @@
 namespace utr {
 namespace {
 
+// Puts the body of a dialog, which the screen has no room for, into an area that scrolls; the row of buttons stays.
+void HacerDesplazable(QDialog& dialogo) {
+  auto* todo = qobject_cast<QVBoxLayout*>(dialogo.layout());
+  QLayout* cuerpo = todo != nullptr && todo->count() > 0 ? todo->itemAt(0)->layout() : nullptr;
+  if (cuerpo == nullptr) return;
+  const QMargins margenes = cuerpo->contentsMargins();
+  todo->takeAt(0);
+  auto* hoja = new QWidget;
+  hoja->setLayout(cuerpo);
+  cuerpo->setContentsMargins(margenes);
+  auto* area = new AreaDesplazable(hoja, &dialogo);
+  area->setMinimumWidth(0);
+  todo->insertWidget(0, area, 1);
+}
+
+bool Cabe(const QSize& tamano, const QSize& sitio) {
+  return tamano.width() <= sitio.width() && tamano.height() <= sitio.height();
+}
+
 // What a style adds to the sizes of controls once they are seen.
 constexpr int kHolgura = 8;
 
@@ -59,7 +78,9 @@ QSize AreaDesplazable::sizeHint() const {
 }
 
 void AjustarTamano(QDialog& dialogo, const QSize& minimo) {
-  dialogo.resize(dialogo.sizeHint().expandedTo(minimo).boundedTo(SitioEnPantalla(dialogo)));
+  const QSize sitio = SitioEnPantalla(dialogo);
+  if (!Cabe(dialogo.minimumSizeHint(), sitio)) HacerDesplazable(dialogo);
+  dialogo.resize(dialogo.sizeHint().expandedTo(minimo).boundedTo(sitio));
   RecordarTamano(&dialogo);
 }
 

@@ -215,9 +215,12 @@ ComandoVentana VentanaLista::ComandoOrdenar(bool ascendente) {
 }
 
 ComandoVentana VentanaLista::ComandoAyuda() {
-  return {.clave = "Help", .icono = "ayuda", .ayuda = "Ayuda", .tecla = QKeySequence::HelpContents, .hacer = [this] {
-            AbrirAyuda(archivo_ayuda_);
-          }};
+  return {.clave = "Help",
+          .icono = "ayuda",
+          .ayuda = "Ayuda",
+          .tecla = QKeySequence::HelpContents,
+          .si = [this] { return HayAyuda(archivo_ayuda_); },
+          .hacer = [this] { AbrirAyuda(archivo_ayuda_); }};
 }
 
 ComandoVentana VentanaLista::ComandoQueEsEsto() {

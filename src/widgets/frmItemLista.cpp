@@ -36,7 +36,7 @@ void frmItemLista::ItemToShow(const ListaTabla& lista, std::size_t posicion, std
   for (std::size_t i = 0; i < columnas.size(); ++i) AgregarPar(i, columnas[i].titulo, lista.Texto(posicion, i));
   setWindowTitle(QStringLiteral("Detalles: ") + Q(lista.Texto(posicion, columna_titulo)));
   const QSize hoja = pares_->sizeHint();
-  resize(std::max(360, hoja.width() + 60), hoja.height() + 90);
+  resize(QSize(std::max(360, hoja.width() + 60), hoja.height() + 90).boundedTo(SitioEnPantalla(*this)));
   RecordarTamano(this);
 }
 
@@ -46,12 +46,13 @@ void frmItemLista::AgregarPar(std::size_t indice, const std::string& titulo, con
   lblDato->setTextFormat(Qt::PlainText);
   lblDato->setTextInteractionFlags(Qt::TextSelectableByMouse);
   lblDato->setWordWrap(true);
-  lblDato->setAccessibleName(Q(titulo));
-  auto* lblColumna = new QLabel(Q(titulo + ": "));
+  auto* lblColumna = new QLabel(Q(titulo + ": ").replace('&', "&&"));
   lblColumna->setObjectName(QString("lblColumna(%1)").arg(indice));
   QFont letra = lblColumna->font();
   letra.setBold(true);
   lblColumna->setFont(letra);
+  // The value is what a screen reader reads there, as labelled by its title.
+  lblColumna->setBuddy(lblDato);
   pares_->addRow(lblColumna, lblDato);
 }
 

@@ -128,7 +128,7 @@ void frmParamCfg::Conectar() {
     DejarRestantes = true;
     reject();
   });
-  connect(c_->cmdAyuda, &QPushButton::clicked, this, [this] { AbrirAyuda(mod_.archivo_ayuda); });
+  ServirAyuda(*c_->cmdAyuda, mod_.archivo_ayuda);
 }
 
 void frmParamCfg::LlenarListas() {

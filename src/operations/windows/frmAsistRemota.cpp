@@ -84,6 +84,7 @@ void frmAsistRemota::Conectar() {
     connect(c_->cmdNav[i], &QPushButton::clicked, this, [this, i] { Navegar(static_cast<int>(i)); });
   }
   auto* ayuda = new QShortcut(QKeySequence::HelpContents, this);
+  c_->cmdNav[kAyuda]->setEnabled(HayAyuda(mod_.archivo_ayuda));
   connect(ayuda, &QShortcut::activated, this, [this] { Navegar(kAyuda); });
   connect(c_->chkShowIntro, &QCheckBox::toggled, this, [this](bool marcada) {
     almacen_.Guardar(almacen::kPuestaEnMarcha, almacen::kIntroduccion, marcada ? almacen::kSinIntroduccion : "");

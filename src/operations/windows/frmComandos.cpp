@@ -130,7 +130,7 @@ frmComandos::frmComandos(ModRTU& mod, QWidget* parent)
   diario_->Mostrar(mod_.diario.ComoTabla());
   connect(Delay_, &QLineEdit::editingFinished, this, &frmComandos::Corregir);
   connect(cmdCerrar_, &QPushButton::clicked, this, &QDialog::reject);
-  connect(cmdAyuda_, &QPushButton::clicked, this, [this] { AbrirAyuda(mod_.archivo_ayuda); });
+  ServirAyuda(*cmdAyuda_, mod_.archivo_ayuda);
   AjustarTamano(*this);
 }
 

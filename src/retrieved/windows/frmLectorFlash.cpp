@@ -73,7 +73,7 @@ frmLectorFlash::frmLectorFlash(ModRTU& mod, const Tabla* configuracion, QWidget*
   connect(cmdContinuar_, &QPushButton::clicked, this, &frmLectorFlash::Continuar);
   connect(traer_, &QPushButton::clicked, this, &frmLectorFlash::Traer);
   connect(cerrar_, &QPushButton::clicked, this, &frmLectorFlash::reject);
-  connect(cmdAyuda_, &QPushButton::clicked, this, [this] { AbrirAyuda(mod_.archivo_ayuda); });
+  ServirAyuda(*cmdAyuda_, mod_.archivo_ayuda);
   connect(avance_->Boton(), &QPushButton::clicked, this, &frmLectorFlash::PedirCancelacion);
   ruta_propuesta_ = NombreArchivoFlash(mod_.carpeta, mod_.reloj.Ahora());
   DejarDeContinuar();

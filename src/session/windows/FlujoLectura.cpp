@@ -106,6 +106,7 @@ bool FlujoLectura::Releer() {
 void FlujoLectura::Preparar(const std::string& fuente) {
   Verificacion({});
   lectura_.Preparar(fuente);
+  if (servicios_.leida) servicios_.leida();
   const auto& respaldo = lectura_.RespaldoDeLectura();
   if (fuente == kFuenteUTR && respaldo && !respaldo->Guardado())
     Verificacion("Sin respaldo de lo leído", respaldo->falla);

@@ -28,6 +28,7 @@ struct ServiciosPpal {
   std::function<void(std::string_view texto)> estado{};  // panel 1 of the status bar
   // The panel of what was written and kept, with what its tooltip says more.
   std::function<void(std::string_view texto, std::string_view detalle)> verificacion{};
+  std::function<void()> leida{};                           // the table on hand is another one
   std::function<void(bool solo_mirar)> mostrar_canales{};  // the list of channels
 };
 

@@ -39,7 +39,7 @@ frmConfirmPass::frmConfirmPass(ModRTU& mod, std::string ClaveOri, QWidget* paren
     accept();
   });
   connect(CmdCancel, &QPushButton::clicked, this, &QDialog::reject);
-  connect(cmdNav, &QPushButton::clicked, this, [this] { AbrirAyuda(mod_.archivo_ayuda); });
+  ServirAyuda(*cmdNav, mod_.archivo_ayuda);
   CambioActual();
   AjustarTamano(*this, QSize(420, 0));
 }

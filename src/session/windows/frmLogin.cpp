@@ -34,7 +34,7 @@ frmLogin::frmLogin(ModRTU& mod, std::string clave, QWidget* parent)
   ArmarDialogo(*this, arriba, {.aceptar = CmdOK, .cancelar = CmdCancel, .ayuda = cmdAyuda}, {txtPassword_});
   connect(CmdOK, &QPushButton::clicked, this, &frmLogin::Aceptar);
   connect(CmdCancel, &QPushButton::clicked, this, &frmLogin::reject);
-  connect(cmdAyuda, &QPushButton::clicked, this, [this] { AbrirAyuda(mod_.archivo_ayuda); });
+  ServirAyuda(*cmdAyuda, mod_.archivo_ayuda);
   AjustarTamano(*this, QSize(400, 0));
 }
 

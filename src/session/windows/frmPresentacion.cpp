@@ -5,7 +5,6 @@
 #include <QComboBox>
 #include <QGridLayout>
 #include <QGroupBox>
-#include <QHBoxLayout>
 #include <QRadioButton>
 #include <QScopedValueRollback>
 #include <QVBoxLayout>
@@ -17,6 +16,7 @@
 #include "session/LecturaConfiguracion.h"
 #include "session/OperacionesEnlace.h"
 #include "session/Puertos.h"
+#include "session/windows/ParteElegible.h"
 #include "session/windows/modCOM.h"
 #include "widgets/Ayuda.h"
 #include "widgets/AyudaCombos.h"
@@ -69,7 +69,7 @@ frmPresentacion::frmPresentacion(ModRTU& mod, QWidget* parent)
       DireccionIP_(new QLineEdit),
       PuertoIP_(new CampoDigitos("PuertoIP", kCifrasPuerto)),
       lblPuertoIP_(Rotulo("lblPuertoIP", "&Puerto:", PuertoIP_)),
-      picInfo_(new PanelAviso("picInfo", "Esta operación demorará unos instantes. Por favor espere...")),
+      picInfo_(new PanelAviso("picInfo", "Esta operación demorará unos instantes. Por favor espere...", this)),
       AceptarLecturaCFG_(Boton("AceptarLecturaCFG", "Aceptar")),
       CancelarLecturaCFG_(Boton("CancelarLecturaCFG", "Cancelar")),
       cmdAyuda_(Boton("cmdAyuda", "A&yuda")),
@@ -91,16 +91,12 @@ void frmPresentacion::Armar() {
   partes->addWidget(ArmarEnlace());
   partes->addStretch(1);
 
-  // The panel keeps its room while it is hidden, so that the dialog doesn't jump when a read starts.
-  QSizePolicy sitio = picInfo_->sizePolicy();
-  sitio.setRetainSizeWhenHidden(true);
-  picInfo_->setSizePolicy(sitio);
+  // It stands over the dialog, which keeps no room for it.
   picInfo_->ReservarDetalle();
-  picInfo_->hide();
+  picInfo_->Flotar();
 
   auto* cuerpo = new QVBoxLayout;
-  cuerpo->addWidget(cuerpo_, 1);
-  cuerpo->addWidget(picInfo_);
+  cuerpo->addWidget(cuerpo_);
   ArmarDialogo(*this, cuerpo, {.aceptar = AceptarLecturaCFG_, .cancelar = CancelarLecturaCFG_, .ayuda = cmdAyuda_},
                {OptionRTU_, OptionXML_, txtIdentificador_, optSerie_, cboPuertos_, CVelocidad_, CVerifVelocidad_,
                 CParar_, chkTel_, txtTelefono_, cmdTelefono_, txtComandos_, optIP_, DireccionIP_, PuertoIP_});
@@ -123,11 +119,11 @@ QGroupBox* frmPresentacion::ArmarFuente() {
 QGroupBox* frmPresentacion::ArmarEquipo() {
   auto* marco = new QGroupBox("Equipo");
   marco->setObjectName("fraEquipo");
-  auto* fila = new QHBoxLayout(marco);
-  fila->addWidget(lblIdentificador_);
-  txtIdentificador_->setMaximumWidth(140);
-  fila->addWidget(txtIdentificador_);
-  fila->addStretch(1);
+  reja_equipo_ = RejaDeParte(marco);
+  reja_equipo_->addWidget(lblIdentificador_, 0, ParteElegible::kRotulos);
+  txtIdentificador_->setMaximumWidth(txtIdentificador_->fontMetrics().horizontalAdvance("0") *
+                                     (kCifrasIdentificador + 9));
+  reja_equipo_->addWidget(txtIdentificador_, 0, ParteElegible::kCampos, Qt::AlignLeft);
   return marco;
 }
 
@@ -137,42 +133,50 @@ QGroupBox* frmPresentacion::ArmarEnlace() {
   auto* grupo = new QButtonGroup(this);
   grupo->addButton(optSerie_);
   grupo->addButton(optIP_);
+  auto* columna = new QVBoxLayout(marco);
+  columna->setContentsMargins(0, 0, 0, 0);
+  columna->addWidget(ArmarSerie());
+  columna->addWidget(ArmarIP());
+  AlinearRotulos({reja_equipo_, serie_->Reja(), ip_->Reja()});
+  return marco;
+}
+
+QWidget* frmPresentacion::ArmarSerie() {
   chkTel_->setObjectName("chkTel");
   txtTelefono_->setAccessibleName("Teléfono");
   txtComandos_->setObjectName("txtComandos");
   SinSaltosDeLinea(*txtComandos_);
-  DireccionIP_->setObjectName("DireccionIP");
-  SinSaltosDeLinea(*DireccionIP_);
-  DireccionIP_->setAccessibleName("Dirección IP");
-  DireccionIP_->setMinimumWidth(DireccionIP_->fontMetrics().horizontalAdvance("255.255.255.255") + 24);
   CVerifVelocidad_->setToolTip("Verificar velocidad de conexión");
   // Both stand in the dialog without an action.
   CParar_->setEnabled(false);
   cmdTelefono_->setEnabled(false);
 
-  auto* reja = new QGridLayout(marco);
-  reja->setColumnMinimumWidth(0, 20);
-  reja->setColumnStretch(2, 1);
-  reja->addWidget(optSerie_, 0, 0, 1, 5);
-  reja->addWidget(lblPuertos_, 1, 1);
-  reja->addWidget(cboPuertos_, 1, 2);
-  reja->addWidget(lblVelocidad_, 2, 1);
-  reja->addWidget(CVelocidad_, 2, 2);
-  reja->addWidget(CVerifVelocidad_, 2, 3);
-  reja->addWidget(CParar_, 2, 4);
-  reja->addWidget(chkTel_, 3, 1);
-  reja->addWidget(txtTelefono_, 3, 2, 1, 2);
-  reja->addWidget(cmdTelefono_, 3, 4);
-  reja->addWidget(lblComandos_, 4, 1);
-  reja->addWidget(txtComandos_, 4, 2, 1, 3);
-  reja->setRowMinimumHeight(5, 6);
-  reja->addWidget(optIP_, 6, 0, 1, 2);
-  reja->addWidget(DireccionIP_, 6, 2);
-  auto* puerto = new QHBoxLayout;
-  puerto->addWidget(lblPuertoIP_);
-  puerto->addWidget(PuertoIP_);
-  reja->addLayout(puerto, 6, 3, 1, 2);
-  return marco;
+  serie_ = new ParteElegible("fraSerie", optSerie_, 4);
+  QGridLayout* reja = serie_->Reja();
+  const auto fila = [reja](int cual, QWidget* rotulo, QWidget* campo, int ancho) {
+    reja->addWidget(rotulo, cual, ParteElegible::kRotulos);
+    reja->addWidget(campo, cual, ParteElegible::kCampos, 1, ancho);
+  };
+  fila(1, lblPuertos_, cboPuertos_, 3);
+  fila(2, lblVelocidad_, CVelocidad_, 1);
+  reja->addWidget(CVerifVelocidad_, 2, ParteElegible::kAlLado);
+  reja->addWidget(CParar_, 2, ParteElegible::kAlLado + 1);
+  fila(3, chkTel_, txtTelefono_, 2);
+  reja->addWidget(cmdTelefono_, 3, ParteElegible::kAlLado + 1);
+  fila(4, lblComandos_, txtComandos_, 3);
+  return serie_;
+}
+
+QWidget* frmPresentacion::ArmarIP() {
+  DireccionIP_->setObjectName("DireccionIP");
+  SinSaltosDeLinea(*DireccionIP_);
+  DireccionIP_->setAccessibleName("Dirección IP");
+  DireccionIP_->setMinimumWidth(DireccionIP_->fontMetrics().horizontalAdvance("255.255.255.255") + 24);
+  ip_ = new ParteElegible("fraIP", optIP_, 2);
+  ip_->Reja()->addWidget(DireccionIP_, 0, ParteElegible::kCampos);
+  ip_->Reja()->addWidget(lblPuertoIP_, 1, ParteElegible::kRotulos);
+  ip_->Reja()->addWidget(PuertoIP_, 1, ParteElegible::kCampos);
+  return ip_;
 }
 
 void frmPresentacion::Llenar() {
@@ -202,7 +206,7 @@ void frmPresentacion::ConectarControles() {
   connect(CVerifVelocidad_, &QPushButton::clicked, this, &frmPresentacion::VerificarVelocidad);
   connect(AceptarLecturaCFG_, &QPushButton::clicked, this, &frmPresentacion::Aceptar);
   connect(CancelarLecturaCFG_, &QPushButton::clicked, this, &frmPresentacion::reject);
-  connect(cmdAyuda_, &QPushButton::clicked, this, [this] { AbrirAyuda(mod_.archivo_ayuda); });
+  ServirAyuda(*cmdAyuda_, mod_.archivo_ayuda);
 }
 
 void frmPresentacion::FijarFuente(bool desde_utr_only) {
@@ -223,6 +227,8 @@ void frmPresentacion::ActivarDesactivarControles() {
   }
   DireccionIP_->setEnabled(ip);
   PuertoIP_->setEnabled(ip);
+  serie_->Elegir(serie);
+  ip_->Elegir(ip);
   if (!utr) txtIdentificador_->setText("0");
   CambioTelefono();
 }

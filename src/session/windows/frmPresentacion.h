@@ -11,6 +11,7 @@
 
 class QCheckBox;
 class QComboBox;
+class QGridLayout;
 class QGroupBox;
 class QLabel;
 class QLineEdit;
@@ -20,6 +21,7 @@ class QRadioButton;
 namespace utr {
 
 class PanelAviso;
+class ParteElegible;
 
 // "Configuración": where the configuration comes from, and how the unit is reached. It is made for one read, stays on
 // the screen with its panel while the read runs, and goes with it. Esc and the close button cancel.
@@ -55,6 +57,8 @@ class frmPresentacion : public QDialog {
   QGroupBox* ArmarFuente();
   QGroupBox* ArmarEquipo();
   QGroupBox* ArmarEnlace();
+  QWidget* ArmarSerie();
+  QWidget* ArmarIP();
   void ConectarControles();
   void Llenar();
 
@@ -97,6 +101,9 @@ class frmPresentacion : public QDialog {
   QLineEdit* DireccionIP_;
   QLineEdit* PuertoIP_;
   QLabel* lblPuertoIP_;
+  QGridLayout* reja_equipo_ = nullptr;
+  ParteElegible* serie_ = nullptr;
+  ParteElegible* ip_ = nullptr;
   PanelAviso* picInfo_;
   QPushButton* AceptarLecturaCFG_;
   QPushButton* CancelarLecturaCFG_;

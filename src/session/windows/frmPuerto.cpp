@@ -1,14 +1,17 @@
 #include "session/windows/frmPuerto.h"
 
+#include <QButtonGroup>
 #include <QComboBox>
 #include <QGridLayout>
 #include <QRadioButton>
+#include <QVBoxLayout>
 
 #include "base/Numeros.h"
 #include "driver/PaginaCero.h"
 #include "session/AjustesEnlace.h"
 #include "session/OperacionesEnlace.h"
 #include "session/Puertos.h"
+#include "session/windows/ParteElegible.h"
 #include "session/windows/modCOM.h"
 #include "widgets/Ayuda.h"
 #include "widgets/AyudaCombos.h"
@@ -45,7 +48,7 @@ frmPuerto::frmPuerto(ModRTU& mod, QWidget* parent)
   }
   connect(CmdOK_, &QPushButton::clicked, this, &frmPuerto::Aceptar);
   connect(CmdCancel_, &QPushButton::clicked, this, &frmPuerto::reject);
-  connect(cmdAyuda_, &QPushButton::clicked, this, [this] { AbrirAyuda(mod_.archivo_ayuda); });
+  ServirAyuda(*cmdAyuda_, mod_.archivo_ayuda);
   ActivarDesactivarControles();
   AjustarTamano(*this, QSize(460, 0));
 }
@@ -59,21 +62,25 @@ void frmPuerto::Armar() {
   SinSaltosDeLinea(*DireccionIP_);
   DireccionIP_->setAccessibleName("Dirección IP");
 
-  auto* reja = new QGridLayout;
-  reja->setColumnMinimumWidth(0, 20);
-  reja->setColumnStretch(2, 1);
-  reja->addWidget(optSerie_, 0, 0, 1, 3);
-  reja->addWidget(Rotulo("lblPuerto", "&Puerto:", CPuerto_), 1, 1);
-  reja->addWidget(CPuerto_, 1, 2);
-  reja->addWidget(Rotulo("lblVelocidad", "&Velocidad:", CVelocidad_), 2, 1);
-  reja->addWidget(CVelocidad_, 2, 2);
-  reja->setRowMinimumHeight(3, 6);
-  reja->addWidget(optIP_, 4, 0, 1, 2);
-  reja->addWidget(DireccionIP_, 4, 2);
-  reja->addWidget(Rotulo("lblPuertoIP", "P&uerto:", PuertoIP_), 5, 1);
-  reja->addWidget(PuertoIP_, 5, 2);
+  serie_ = new ParteElegible("fraSerie", optSerie_, 3);
+  serie_->Reja()->addWidget(Rotulo("lblPuerto", "&Puerto:", CPuerto_), 1, ParteElegible::kRotulos);
+  serie_->Reja()->addWidget(CPuerto_, 1, ParteElegible::kCampos);
+  serie_->Reja()->addWidget(Rotulo("lblVelocidad", "&Velocidad:", CVelocidad_), 2, ParteElegible::kRotulos);
+  serie_->Reja()->addWidget(CVelocidad_, 2, ParteElegible::kCampos);
+  ip_ = new ParteElegible("fraIP", optIP_, 2);
+  ip_->Reja()->addWidget(DireccionIP_, 0, ParteElegible::kCampos);
+  ip_->Reja()->addWidget(Rotulo("lblPuertoIP", "P&uerto:", PuertoIP_), 1, ParteElegible::kRotulos);
+  ip_->Reja()->addWidget(PuertoIP_, 1, ParteElegible::kCampos);
+  AlinearRotulos({serie_->Reja(), ip_->Reja()});
+  // The options are of two frames, so that nothing but a group holds them together.
+  auto* grupo = new QButtonGroup(this);
+  grupo->addButton(optSerie_);
+  grupo->addButton(optIP_);
+  auto* partes = new QVBoxLayout;
+  partes->addWidget(serie_);
+  partes->addWidget(ip_);
 
-  ArmarDialogo(*this, reja, {.aceptar = CmdOK_, .cancelar = CmdCancel_, .ayuda = cmdAyuda_},
+  ArmarDialogo(*this, partes, {.aceptar = CmdOK_, .cancelar = CmdCancel_, .ayuda = cmdAyuda_},
                {optSerie_, CPuerto_, CVelocidad_, optIP_, DireccionIP_, PuertoIP_});
 }
 
@@ -93,6 +100,8 @@ void frmPuerto::ActivarDesactivarControles() {
   CVelocidad_->setEnabled(optSerie_->isChecked());
   DireccionIP_->setEnabled(optIP_->isChecked());
   PuertoIP_->setEnabled(optIP_->isChecked());
+  serie_->Elegir(optSerie_->isChecked());
+  ip_->Elegir(optIP_->isChecked());
   // No box tells here what is missing.
   CmdOK_->setEnabled(optIP_->isChecked() || (ValorElegido(*CPuerto_) != 0 && ValorElegido(*CVelocidad_) != 0));
 }

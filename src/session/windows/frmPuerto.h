@@ -13,6 +13,8 @@ class QRadioButton;
 
 namespace utr {
 
+class ParteElegible;
+
 // "Configuración del Puerto de comunicación": the plain choice of port and speed, or of an address. Esc and the close
 // button cancel and leave the settings alone.
 class frmPuerto : public QDialog {
@@ -43,6 +45,8 @@ class frmPuerto : public QDialog {
   QRadioButton* optIP_;
   QLineEdit* DireccionIP_;
   QLineEdit* PuertoIP_;
+  ParteElegible* serie_ = nullptr;
+  ParteElegible* ip_ = nullptr;
   QPushButton* CmdOK_;
   QPushButton* CmdCancel_;
   QPushButton* cmdAyuda_;

@@ -3,6 +3,7 @@
 #include <QLabel>
 #include <algorithm>
 
+#include "shell/windows/EtiquetaEstado.h"
 #include "widgets/TextoQt.h"
 
 namespace utr {
@@ -22,8 +23,8 @@ BarraEstado::BarraEstado(QWidget* parent)
       panel1_(Panel("Panel1")),
       verificacion_(Panel("Verificacion")),
       trafico_(Panel("Trafico")),
-      puerto_(Panel("PUERTO")),
-      velocidad_(Panel("Velocidad")) {
+      puerto_(new EtiquetaEstado("PUERTO")),
+      velocidad_(new EtiquetaEstado("Velocidad")) {
   setObjectName("BarraEstado");
   addWidget(panel1_, 1);
   panel1_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);  // a long text makes no window wider
@@ -41,8 +42,8 @@ BarraEstado::BarraEstado(QWidget* parent)
 }
 
 void BarraEstado::Mostrar(const TextosPanel& textos) {
-  puerto_->setText(Q(textos.puerto));
-  velocidad_->setText(Q(textos.velocidad));
+  puerto_->Poner(Q(textos.puerto), textos.habilitados ? Matiz::kBien : Matiz::kMal, !textos.habilitados);
+  velocidad_->Poner(Q(textos.velocidad));
   puerto_->setEnabled(textos.habilitados);
   velocidad_->setEnabled(textos.habilitados);
 }

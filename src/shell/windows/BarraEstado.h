@@ -9,6 +9,8 @@ class QLabel;
 
 namespace utr {
 
+class EtiquetaEstado;
+
 // The status bar: panel 1 for progress, a panel for what was written, and the two
 // that tell the link. What is told to it as progress is seen
 // at once, with the part that is done behind the text; it offers no cancel, and what was left out stays as the text.
@@ -18,6 +20,7 @@ class BarraEstado : public QStatusBar, public Progreso {
  public:
   explicit BarraEstado(QWidget* parent = nullptr);
 
+  // The two panels of the link. A lost one has a hollow dot, and is read as well as the others.
   void Mostrar(const TextosPanel& textos);
 
   // What was written and verified, or couldn't be kept: a panel that is there only while it says something. `detalle`
@@ -43,8 +46,8 @@ class BarraEstado : public QStatusBar, public Progreso {
   QLabel* panel1_;
   QLabel* verificacion_;
   QLabel* trafico_;
-  QLabel* puerto_;
-  QLabel* velocidad_;
+  EtiquetaEstado* puerto_;
+  EtiquetaEstado* velocidad_;
 };
 
 }  // namespace utr

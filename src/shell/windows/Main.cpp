@@ -16,8 +16,9 @@ Main::Main(const Entorno& entorno)
     : propiedades_(entorno.carpeta / (entorno.nombre + ".dll")),
       registro_(entorno.carpeta / (entorno.nombre + ".err"), entorno.reloj),
       catalogo_(entorno.carpeta),
-      conexion_(entorno.comunicador, propiedades_),
-      mod_{.comunicador = entorno.comunicador,
+      comunicador_(entorno.comunicador, entorno.reloj, reloj_utr_),
+      conexion_(comunicador_, propiedades_),
+      mod_{.comunicador = comunicador_,
            .propiedades = propiedades_,
            .registro = registro_,
            .operador = entorno.operador,
@@ -28,7 +29,8 @@ Main::Main(const Entorno& entorno)
            .conexion = conexion_,
            .atender = entorno.atender,
            .carpeta = entorno.carpeta,
-           .nombre = entorno.nombre},
+           .nombre = entorno.nombre,
+           .reloj_utr = &reloj_utr_},
       aviso_(entorno.aviso),
       situacion_(entorno.situacion) {}
 

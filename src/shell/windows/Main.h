@@ -6,6 +6,7 @@
 
 #include "configuration/Catalogo.h"
 #include "session/ModRTU.h"
+#include "session/RelojUTR.h"
 #include "session/SituacionDelEnlace.h"
 
 namespace utr {
@@ -42,6 +43,8 @@ class Main {
   Propiedades propiedades_;
   RegistroErrores registro_;
   Catalogo catalogo_;
+  RelojUTR reloj_utr_;
+  ComunicadorConReloj comunicador_;
   Conexion conexion_;
   ModRTU mod_;
   std::string aviso_;

@@ -5,6 +5,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QToolBar>
+#include <QToolButton>
 
 #include "shell/windows/AccionesPpal.h"
 #include "widgets/Iconos.h"
@@ -42,6 +43,7 @@ QAction* Entrada(QMenu* menu, const QString& nombre, const QString& texto, const
 }  // namespace
 
 MenuPpal::MenuPpal(QMainWindow* ventana) : QObject(ventana), unidad_(new QLabel) {
+  ArmarConexion(ventana);
   ArmarAcciones(ventana);
   ArmarVer(ventana);
   ArmarAyuda(ventana);
@@ -56,6 +58,8 @@ void MenuPpal::ArmarAcciones(QMainWindow* ventana) {
   for (std::size_t i = 0; i < kAcciones.size(); ++i) {
     QAction* accion =
         Entrada(mnuAcc, QString("mnuAcciones(%1)").arg(i), kAcciones[i].texto, IconoDe(kAcciones[i].icono));
+    accion->setShortcut(QKeySequence(kAcciones[i].tecla));
+    accion->setWhatsThis(kAcciones[i].que_hace);
     connect(accion, &QAction::triggered, this, [this, i] { emit Accion(static_cast<int>(i)); });
   }
   mnuAcc->addSeparator();
@@ -63,10 +67,38 @@ void MenuPpal::ArmarAcciones(QMainWindow* ventana) {
   for (std::size_t i = 0; i < kAvanzadas.size(); ++i) {
     QAction* accion =
         Entrada(mnuAvanzadas, QString("mnuAccAvanzadas(%1)").arg(i), kAvanzadas[i].texto, IconoDe(kAvanzadas[i].icono));
+    accion->setShortcut(QKeySequence(kAvanzadas[i].tecla));
+    accion->setWhatsThis(kAvanzadas[i].que_hace);
     connect(accion, &QAction::triggered, this, [this, i] { emit Avanzada(static_cast<int>(i)); });
   }
   mnuAcc->addSeparator();
-  connect(Entrada(mnuAcc, "mnuSalir", "&Salir", IconoDe("salir")), &QAction::triggered, this, &MenuPpal::Salir);
+  mnuAcc->addActions({Boton("Conected"), Boton("Disconected")});
+  mnuAcc->addSeparator();
+  QAction* mnuSalir = Entrada(mnuAcc, "mnuSalir", "&Salir", IconoDe("salir"));
+  mnuSalir->setShortcut(QKeySequence("Ctrl+Q"));
+  connect(mnuSalir, &QAction::triggered, this, &MenuPpal::Salir);
+}
+
+// The pair of the toolbar, which stands in the menu too.
+void MenuPpal::ArmarConexion(QMainWindow* ventana) {
+  auto* pareja = new QActionGroup(this);
+  const auto agregar = [&](const char* clave, const char* texto, const char* corto, const char* icono,
+                           const char* tecla) {
+    auto* accion = new QAction(IconoDe(icono), texto, ventana);
+    accion->setObjectName(QString::fromLatin1(clave));
+    accion->setCheckable(true);
+    accion->setIconText(corto);
+    accion->setShortcut(QKeySequence(tecla));
+    pareja->addAction(accion);
+    botones_[clave] = accion;
+    return accion;
+  };
+  QAction* conectar = agregar("Conected", "C&onectar el puerto", "Conectar", "conectar", "Ctrl+K");
+  QAction* desconectar = agregar("Disconected", "Desconec&tar el puerto", "Desconectar", "desconectar", "Ctrl+Shift+K");
+  conectar->setWhatsThis("Abre el puerto serie con los ajustes vigentes. Queda apretado mientras está abierto.");
+  desconectar->setWhatsThis("Cierra el puerto serie y corta la llamada telefónica, si la hay.");
+  connect(conectar, &QAction::triggered, this, &MenuPpal::Conectar);
+  connect(desconectar, &QAction::triggered, this, &MenuPpal::Desconectar);
 }
 
 void MenuPpal::ArmarVer(QMainWindow* ventana) {
@@ -87,12 +119,14 @@ void MenuPpal::ArmarVer(QMainWindow* ventana) {
 
 void MenuPpal::ArmarAyuda(QMainWindow* ventana) {
   QMenu* mnuHelp = Menu(ventana->menuBar()->addMenu("A&yuda"), "mnuHelp");
-  connect(Entrada(mnuHelp, "mnuHelpContents", "&Contenido", IconoDe("ayuda")), &QAction::triggered, this,
-          &MenuPpal::AyudaPedida);
-  connect(Entrada(mnuHelp, "mnuHelpSearch", "&Buscar ayuda a cerca de..."), &QAction::triggered, this,
-          &MenuPpal::AyudaPedida);
-  connect(Entrada(mnuHelp, "mnuHelpQue", "¿Qué es &esto ?", IconoDe("que-es-esto")), &QAction::triggered, this,
-          &MenuPpal::QueEsEsto);
+  QAction* contenido = Entrada(mnuHelp, "mnuHelpContents", "&Contenido", IconoDe("ayuda"));
+  QAction* buscar = Entrada(mnuHelp, "mnuHelpSearch", "&Buscar ayuda a cerca de...");
+  QAction* que = Entrada(mnuHelp, "mnuHelpQue", "¿Qué es &esto ?", IconoDe("que-es-esto"));
+  contenido->setShortcut(QKeySequence("F1"));
+  que->setShortcut(QKeySequence("Shift+F1"));
+  de_ayuda_ = {contenido, buscar};
+  for (const QAction* accion : de_ayuda_) connect(accion, &QAction::triggered, this, &MenuPpal::AyudaPedida);
+  connect(que, &QAction::triggered, this, &MenuPpal::QueEsEsto);
   mnuHelp->addSeparator();
   connect(Entrada(mnuHelp, "mnuHelpAbout", "&Acerca de la aplicación"), &QAction::triggered, this, &MenuPpal::AcercaDe);
 }
@@ -104,16 +138,14 @@ void MenuPpal::ArmarBarra(QMainWindow* ventana) {
   barra->setIconSize(QSize(22, 22));
   ventana->addToolBar(barra);
   // The pairs and the views press one button alone.
-  auto* conexion = new QActionGroup(this);
   auto* orden = new QActionGroup(this);
   auto* vistas = new QActionGroup(this);
-  connect(Agregar(barra, "Conected", "Conectar el puerto", "conectar", conexion), &QAction::triggered, this,
-          &MenuPpal::Conectar);
-  connect(Agregar(barra, "Disconected", "Desconectar el puerto", "desconectar", conexion), &QAction::triggered, this,
-          &MenuPpal::Desconectar);
-  Boton("Conected")
-      ->setWhatsThis("Abre el puerto serie con los ajustes vigentes. Queda apretado mientras está abierto.");
-  Boton("Disconected")->setWhatsThis("Cierra el puerto serie y corta la llamada telefónica, si la hay.");
+  for (const char* clave : {"Conected", "Disconected"}) {
+    barra->addAction(Boton(clave));
+    auto* boton = qobject_cast<QToolButton*>(barra->widgetForAction(Boton(clave)));
+    boton->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    boton->setAccessibleName(Boton(clave)->text().remove('&'));
+  }
   separador_ = barra->addSeparator();
   separador_->setObjectName("SeparadorConexion");
   Agregar(barra, "Open", "Abrir", "abrir", nullptr)->setEnabled(false);
@@ -128,9 +160,12 @@ void MenuPpal::ArmarBarra(QMainWindow* ventana) {
             [this, i] { emit VistaPedida(static_cast<Vista>(i)); });
   }
   barra->addSeparator();
-  connect(Agregar(barra, "Help", "Ayuda", "ayuda", nullptr), &QAction::triggered, this, &MenuPpal::AyudaPedida);
+  de_ayuda_.push_back(Agregar(barra, "Help", "Ayuda", "ayuda", nullptr));
+  connect(de_ayuda_.back(), &QAction::triggered, this, &MenuPpal::AyudaPedida);
   connect(Agregar(barra, "Help What's This", "¿Qué es esto?", "que-es-esto", nullptr), &QAction::triggered, this,
           &MenuPpal::QueEsEsto);
+  // Qt's own, for what a narrow window has no room for.
+  if (auto* resto = barra->findChild<QToolButton*>("qt_toolbar_ext_button")) resto->setAccessibleName("Más botones");
 }
 
 QAction* MenuPpal::Agregar(QToolBar* barra, const char* clave, const char* texto, const char* icono,
@@ -156,6 +191,10 @@ void MenuPpal::MostrarUnidad(ClaseDeUnidad clase) {
                              .arg(kColores.at(static_cast<std::size_t>(clase))));
   // A menu bar looks at the size of its corner when it is put there.
   if (auto* barra = qobject_cast<QMenuBar*>(unidad_->parentWidget())) barra->setCornerWidget(unidad_);
+}
+
+void MenuPpal::HabilitarAyuda(bool hay) {
+  for (QAction* accion : de_ayuda_) accion->setEnabled(hay);
 }
 
 void MenuPpal::FijarVista(Vista vista) {

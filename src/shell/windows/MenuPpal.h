@@ -6,6 +6,7 @@
 #include <array>
 #include <map>
 #include <string>
+#include <vector>
 
 #include "session/SituacionDelEnlace.h"
 #include "shell/windows/ListaAcciones.h"
@@ -29,6 +30,9 @@ class MenuPpal : public QObject {
   // Shows or hides the two connection buttons with their separator.
   void MostrarConexion(bool visible);
 
+  // What opens the help is off while there is none.
+  void HabilitarAyuda(bool hay);
+
   // Who is at the other end of the link: always in sight, at the end of the menu bar.
   void MostrarUnidad(ClaseDeUnidad clase);
 
@@ -50,6 +54,7 @@ class MenuPpal : public QObject {
 
  private:
   void ArmarAcciones(QMainWindow* ventana);
+  void ArmarConexion(QMainWindow* ventana);
   void ArmarVer(QMainWindow* ventana);
   void ArmarAyuda(QMainWindow* ventana);
   void ArmarBarra(QMainWindow* ventana);
@@ -57,6 +62,7 @@ class MenuPpal : public QObject {
 
   std::array<QAction*, 4> vistas_{};
   std::map<std::string, QAction*> botones_;
+  std::vector<QAction*> de_ayuda_;
   QAction* separador_ = nullptr;
   QLabel* unidad_;
 };

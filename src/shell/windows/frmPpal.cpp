@@ -3,9 +3,12 @@
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QProcess>
+#include <QVBoxLayout>
 #include <QWhatsThis>
+#include <optional>
 
 #include "configuration/Catalogo.h"
+#include "configuration/FilasDeCanales.h"
 #include "configuration/windows/MostrarConfiguracion.h"
 #include "operations/windows/AlmacenAsistentesQt.h"
 #include "operations/windows/AsistenteParam.h"
@@ -14,12 +17,14 @@
 #include "retrieved/windows/MostrarVistas.h"
 #include "schedule/windows/MostrarAgenda.h"
 #include "session/ArchivoAyuda.h"
+#include "session/Encabezado.h"
 #include "session/OperacionesEnlace.h"
 #include "session/windows/frmConfirmPass.h"
 #include "session/windows/frmLogin.h"
 #include "session/windows/frmPuerto.h"
 #include "shell/windows/AccionesPpal.h"
 #include "shell/windows/BarraEstado.h"
+#include "shell/windows/FranjaEstacion.h"
 #include "shell/windows/ListaAcciones.h"
 #include "shell/windows/MenuPpal.h"
 #include "shell/windows/frmAbout.h"
@@ -42,18 +47,26 @@ frmPpal::frmPpal(ModRTU& mod, QWidget* parent)
       lectura_(mod),
       flujo_(mod, lectura_, *this),
       menu_(new MenuPpal(this)),
+      franja_(new FranjaEstacion),
       lista_(new ListaAcciones),
       barra_estado_(new BarraEstado) {
   setObjectName("frmPpal");
   setWindowTitle(Q(kTitulo));
-  setCentralWidget(lista_);
+  auto* centro = new QWidget;
+  auto* columna = new QVBoxLayout(centro);
+  columna->setContentsMargins(0, 0, 0, 0);
+  columna->setSpacing(0);
+  columna->addWidget(franja_);
+  columna->addWidget(lista_, 1);
+  setCentralWidget(centro);
   setStatusBar(barra_estado_);
   ConectarControles();
   mod_.conexion.AlCambiar([this] { MostrarEnlace(); });
   flujo_.Servirse({.estado = [this](std::string_view texto) { barra_estado_->Texto(texto); },
                    .verificacion = [this](auto texto, auto detalle) { barra_estado_->Verificacion(texto, detalle); },
+                   .leida = [this] { MostrarEstacion(); },
                    .mostrar_canales = [this](bool solo_mirar) { utr::MostrarConfiguracion(flujo_, solo_mirar); }});
-  resize(720, 520);
+  resize(760, 580);
   RecordarTamano(this);
 }
 
@@ -98,6 +111,7 @@ void frmPpal::ConectarControles() {
 void frmPpal::Cargar() {
   Operar("Form_Load", [this] {
     FijarArchivoAyuda(mod_);
+    menu_->HabilitarAyuda(HayAyuda(mod_.archivo_ayuda));
     IgnorandoErrores([&] { mod_.comunicador.ModoConexion(true); });
     mod_.conexion.TomarDeAjustes();
     LeerConfiguracion({});
@@ -127,6 +141,7 @@ void frmPpal::Operar(const char* procedimiento, const std::function<void()>& ope
   const Ocupacion ocupacion(*this);
   RegistrandoYMostrando(mod_.registro, mod_.operador, kModulo, procedimiento, Titulo(), Redaccion::kCompletada,
                         operacion);
+  MostrarEstacion();
 }
 
 void frmPpal::mnuAcciones_Click(int indice) {
@@ -184,7 +199,18 @@ void frmPpal::Avisar(const std::string& texto) {
 }
 
 void frmPpal::InfoPanel() {
-  barra_estado_->Mostrar(utr::InfoPanel(mod_));
+  panel_ = utr::InfoPanel(mod_);
+  barra_estado_->Mostrar(panel_);
+  MostrarEstacion();
+}
+
+void frmPpal::MostrarEstacion() {
+  std::optional<std::size_t> canales;
+  const TablaPtr& tabla = lectura_.RecConfig();
+  if (tabla) {
+    IgnorandoErrores([&] { canales = ColeccionDe(*tabla, FilasDeCanales::kHabilitadas).Count(); });
+  }
+  franja_->Mostrar(EncabezadoDe(lectura_, mod_, canales, panel_));
 }
 
 // Told by the link at each change, so that buttons and panels never show a former one.

@@ -6,12 +6,14 @@
 
 #include "session/LecturaConfiguracion.h"
 #include "session/ModRTU.h"
+#include "session/OperacionesEnlace.h"
 #include "session/SituacionDelEnlace.h"
 #include "session/windows/FlujoLectura.h"
 
 namespace utr {
 
 class BarraEstado;
+class FranjaEstacion;
 class ListaAcciones;
 class MenuPpal;
 struct AccionPpal;
@@ -88,6 +90,7 @@ class frmPpal : public QMainWindow {
   void BotonConected();
   void BotonDisconected();
   void MostrarEnlace();
+  void MostrarEstacion();
   void Descargar();
   std::string Titulo() const;
 
@@ -95,8 +98,10 @@ class frmPpal : public QMainWindow {
   LecturaConfiguracion lectura_;
   FlujoLectura flujo_;
   MenuPpal* menu_;
+  FranjaEstacion* franja_;
   ListaAcciones* lista_;
   BarraEstado* barra_estado_;
+  TextosPanel panel_;  // of the link, as last shown
   SituacionDelEnlace* situacion_ = nullptr;
 };
 

@@ -1,4 +1,5 @@
 // What the three views share, over all of them.
+#include <QAccessible>
 #include <functional>
 #include <memory>
 
@@ -359,6 +360,8 @@ TEST_P(PruebaVistas, EnterMuestraLaFilaEntera) {
     EXPECT_THAT(U(detalle.windowTitle()), StartsWith("Detalles: "));
     EXPECT_EQ(Texto(detalle, "lblColumna(1)"), "Hora: ");
     EXPECT_EQ(Texto(detalle, "lblDato(1)"), "00:20:00");
+    auto* leido = QAccessible::queryAccessibleInterface(&Hallar<QLabel>(detalle, "lblDato(1)"));
+    EXPECT_EQ(leido->text(QAccessible::Name), "00:20:00") << "what a screen reader reads is the value";
     Pulsar(detalle, "cmd");
   });
   Lista(*ventana).Elegir(1);

@@ -1,13 +1,19 @@
 #include <gmock/gmock.h>
 
+#include <QAccessible>
+#include <QAccessibleInterface>
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <QStatusBar>
 #include <QTreeView>
+#include <filesystem>
+#include <functional>
+#include <map>
 #include <set>
 
 #include "ConPpal.h"
 #include "base/Progreso.h"
+#include "session/RelojUTR.h"
 #include "shell/windows/ListaAcciones.h"
 
 namespace utr {
@@ -55,6 +61,83 @@ TEST_F(Ppal, LaListaArrancaOrdenadaConSuPrimeraAccionElegida) {
   EXPECT_TRUE(Accion("View List").isChecked());
   EXPECT_FALSE(Accion("View Details").isChecked());
   EXPECT_FALSE(Accion("mnuViewDetails").isChecked());
+}
+
+TEST_F(Ppal, CadaAccionTieneSuAtajoEnElMenuYNingunoSeRepite) {
+  Cargar(false);
+  std::set<QString> atajos;
+  const auto tomar = [&](const QString& nombre) {
+    const QAction& accion = Accion(qPrintable(nombre));
+    EXPECT_FALSE(accion.shortcut().isEmpty()) << nombre.toStdString();
+    EXPECT_TRUE(atajos.insert(accion.shortcut().toString()).second) << nombre.toStdString();
+    EXPECT_FALSE(accion.associatedObjects().isEmpty());
+  };
+  for (int i = 0; i < 9; ++i) tomar(QString("mnuAcciones(%1)").arg(i));
+  for (int i = 0; i < 7; ++i) tomar(QString("mnuAccAvanzadas(%1)").arg(i));
+  for (const char* nombre : {"Conected", "Disconected", "mnuSalir", "mnuHelpContents", "mnuHelpQue"}) tomar(nombre);
+  EXPECT_EQ(Accion("mnuHelpContents").shortcut().toString(), "F1");
+}
+
+TEST_F(Ppal, LaAyudaEstaApagadaMientrasNoHayNinguna) {
+  constexpr const char* kDeAyuda[] = {"mnuHelpContents", "mnuHelpSearch", "Help"};
+  Cargar(false);
+  for (const char* nombre : kDeAyuda) EXPECT_FALSE(Accion(nombre).isEnabled()) << nombre;
+  ventana.reset();
+  std::filesystem::create_directories(carpeta / "Ayuda");
+  prueba::EscribirTodo(carpeta / "Ayuda" / "AdminUTR.hlp", "?");
+  Cargar(false);
+  for (const char* nombre : kDeAyuda) EXPECT_TRUE(Accion(nombre).isEnabled()) << nombre;
+}
+
+TEST_F(Ppal, LaFranjaSigueALaLecturaYAlEnlace) {
+  RelojUTR reloj_utr;
+  mod.reloj_utr = &reloj_utr;
+  reloj_utr.Leer({.equipo = {2026, 3, 15, 10, 5, 0}, .computadora = {2026, 3, 15, 10, 0, 0}});
+  Cargar(false);
+  EXPECT_EQ(Panel("lblEstacion"), "Sin configuración");
+  EXPECT_EQ(Panel("lblRelojUTR"), "5 min adelantado");
+  ventanas.Espera("frmPresentacion", [](QDialog& d) { Pulsar(d, "AceptarLecturaCFG"); });
+  EsperarLista([this](QDialog&) { EXPECT_THAT(Panel("lblEstacion"), testing::StartsWith("Sin identificador")); });
+  Elegir(4);
+  EXPECT_EQ(Panel("lblEstacionDetalle"), "De la UTR, leída el 15/03/2026 10:00:00");
+  EXPECT_EQ(Panel("lblEnlace"), "Conectado");
+  EXPECT_EQ(Panel("lblEnlaceDetalle"), "COM 1, Vel: 9600 bps");
+  comunicador.Devuelve("EstadoPuerto", false);
+  Ejecutar("Disconected");
+  EXPECT_EQ(Panel("lblEnlace"), "Desconectado");
+  EXPECT_EQ(Panel("PUERTO"), " Desconectado ");
+}
+
+// What a screen reader meets below an object.
+void Recorrer(QAccessibleInterface* objeto, const std::function<void(QAccessibleInterface&)>& mirar) {
+  if (objeto == nullptr) return;
+  mirar(*objeto);
+  for (int i = 0; i < objeto->childCount(); ++i) Recorrer(objeto->child(i), mirar);
+}
+
+TEST_F(Ppal, UnLectorDePantallaHallaCadaAccionUnaVezYTodoBotonConNombre) {
+  Cargar();
+  for (const char* vista : {"mnuViewDetails", "mnuViewLargeIcons", "mnuViewList"}) {
+    Ejecutar(vista);
+    QCoreApplication::processEvents();  // a tree lays out its rows when it is idle
+    std::map<QString, int> filas;
+    int listas = 0;
+    Recorrer(QAccessible::queryAccessibleInterface(ventana.get()), [&](QAccessibleInterface& objeto) {
+      const QString nombre = objeto.text(QAccessible::Name);
+      const auto papel = objeto.role();
+      const bool boton =
+          papel == QAccessible::PushButton || papel == QAccessible::CheckBox || papel == QAccessible::ButtonMenu;
+      EXPECT_FALSE(boton && nombre.isEmpty());
+      if (papel == QAccessible::List || papel == QAccessible::Tree) ++listas;
+      if (papel == QAccessible::ListItem || papel == QAccessible::Cell || papel == QAccessible::TreeItem) {
+        ++filas[nombre];
+        EXPECT_FALSE(objeto.state().disabled) << nombre.toStdString();
+      }
+    });
+    EXPECT_EQ(listas, 1) << vista;
+    EXPECT_EQ(filas.size(), 9U) << vista;
+    EXPECT_EQ(filas["Datos"], 1) << vista;
+  }
 }
 
 TEST_F(Ppal, CancelarAlEntrarReabreElPuertoYSigue) {

@@ -1,0 +1,69 @@
+#include "session/RelojUTR.h"
+
+#include <array>
+#include <cstdlib>
+
+namespace utr {
+namespace {
+
+// One answer takes its time over a slow line, so a second or two says nothing.
+constexpr std::int64_t kToleranciaSegundos = 2;
+
+struct UnidadDeTiempo {
+  std::int64_t segundos;
+  const char* nombre;
+};
+constexpr std::array<UnidadDeTiempo, 4> kUnidades{{{kSegundosDia, " d"}, {3600, " h"}, {60, " min"}, {1, " s"}}};
+
+std::string TextoDeDuracion(std::int64_t segundos) {
+  std::string texto;
+  int partes = 0;
+  for (const auto& [largo, nombre] : kUnidades) {
+    const std::int64_t cuantas = segundos / largo;
+    segundos %= largo;
+    if (partes > 0) ++partes;
+    if (cuantas != 0) {
+      if (partes == 0) partes = 1;
+      texto += (texto.empty() ? "" : " ") + std::to_string(cuantas) + nombre;
+    }
+    if (partes == 2) break;
+  }
+  return texto;
+}
+
+}  // namespace
+
+void RelojUTR::Leer(const Lectura& lectura) {
+  leida_ = lectura;
+  puesta_.reset();
+}
+
+void RelojUTR::Escribir(const FechaHora& ahora, bool confirmado) {
+  leida_.reset();
+  puesta_ = confirmado ? std::optional(ahora) : std::nullopt;
+}
+
+std::int64_t Adelanto(const RelojUTR::Lectura& lectura) {
+  return Segundos(lectura.equipo) - Segundos(lectura.computadora);
+}
+
+std::string TextoAdelanto(std::int64_t segundos) {
+  if (std::llabs(segundos) <= kToleranciaSegundos) return "en hora";
+  return TextoDeDuracion(std::llabs(segundos)) + (segundos > 0 ? " adelantado" : " atrasado");
+}
+
+std::string ComunicadorConReloj::LeerFechaHora() {
+  std::string texto = ComunicadorReenviado::LeerFechaHora();
+  if (const auto equipo = LeerFecha(texto)) reloj_utr_.Leer({*equipo, reloj_.Ahora()});
+  return texto;
+}
+
+// Whatever the unit answers, the reading before it says nothing any more.
+bool ComunicadorConReloj::GrabarFechaHora() {
+  reloj_utr_.Escribir(reloj_.Ahora(), false);
+  const bool confirmado = ComunicadorReenviado::GrabarFechaHora();
+  reloj_utr_.Escribir(reloj_.Ahora(), confirmado);
+  return confirmado;
+}
+
+}  // namespace utr

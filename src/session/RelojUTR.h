@@ -1,0 +1,55 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "base/Reloj.h"
+#include "driver/ComunicadorReenviado.h"
+
+namespace utr {
+
+// What is known of the unit's clock without asking for it.
+class RelojUTR {
+ public:
+  struct Lectura {
+    FechaHora equipo;       // the unit's
+    FechaHora computadora;  // this computer's at that moment
+  };
+
+  // The last reading; nothing before one, and once the clock was written since.
+  const std::optional<Lectura>& Leida() const noexcept { return leida_; }
+
+  // When the unit last confirmed to have been given this computer's time; nothing once it was read since.
+  const std::optional<FechaHora>& PuestaEl() const noexcept { return puesta_; }
+
+  void Leer(const Lectura& lectura);
+  // The clock was written; `confirmado`: the unit said so.
+  void Escribir(const FechaHora& ahora, bool confirmado);
+
+ private:
+  std::optional<Lectura> leida_;
+  std::optional<FechaHora> puesta_;
+};
+
+// Seconds by which the unit was ahead of the computer, below zero behind it.
+std::int64_t Adelanto(const RelojUTR::Lectura& lectura);
+
+// "en hora", "2 min 8 s adelantado", "3 d 4 h atrasado": the two largest units that say something.
+std::string TextoAdelanto(std::int64_t segundos);
+
+// Learns from every call that passes what it tells of the unit's clock, and makes none itself.
+class ComunicadorConReloj final : public ComunicadorReenviado {
+ public:
+  // All three must outlive it.
+  ComunicadorConReloj(Comunicador& destino, const Reloj& reloj, RelojUTR& reloj_utr)
+      : ComunicadorReenviado(destino), reloj_(reloj), reloj_utr_(reloj_utr) {}
+
+  std::string LeerFechaHora() override;
+  bool GrabarFechaHora() override;
+
+ private:
+  const Reloj& reloj_;
+  RelojUTR& reloj_utr_;
+};
+
+}  // namespace utr

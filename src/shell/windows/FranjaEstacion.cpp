@@ -1,0 +1,86 @@
+#include "shell/windows/FranjaEstacion.h"
+
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+#include <string>
+
+#include "shell/windows/EtiquetaEstado.h"
+#include "widgets/TextoQt.h"
+
+namespace utr {
+namespace {
+
+constexpr double kLetraChica = 0.88;
+
+QFont Letra(QFont letra, double parte, bool negrita) {
+  letra.setPointSizeF(letra.pointSizeF() * parte);
+  letra.setBold(negrita);
+  return letra;
+}
+
+std::optional<Matiz> MatizDe(Tono tono) {
+  switch (tono) {
+    case Tono::kBien:
+      return Matiz::kBien;
+    case Tono::kMal:
+      return Matiz::kMal;
+    case Tono::kAviso:
+      return Matiz::kAviso;
+    case Tono::kNeutro:
+      break;
+  }
+  return {};
+}
+
+}  // namespace
+
+FranjaEstacion::FranjaEstacion(QWidget* parent) : QFrame(parent) {
+  setObjectName("FranjaEstacion");
+  setAccessibleName("Estación, enlace y reloj");
+  setFrameShape(QFrame::NoFrame);
+  setBackgroundRole(QPalette::Base);
+  setAutoFillBackground(true);
+  auto* fila = new QHBoxLayout(this);
+  fila->setContentsMargins(10, 6, 10, 8);
+  fila->setSpacing(20);
+  celdas_ = {Agregar("Estacion", "Estación",
+                     "La configuración con la que se trabaja: de quién es, de dónde vino y cuándo.", 5),
+             Agregar("Enlace", "Enlace", "Si hay enlace con la UTR, y por dónde.", 3),
+             Agregar("RelojUTR", "Reloj de la UTR",
+                     "La hora de la UTR frente a la de esta PC, cuando se la leyó por última vez.", 4)};
+}
+
+FranjaEstacion::Celda FranjaEstacion::Agregar(const char* nombre, const char* titulo, const char* que_es,
+                                              int estirado) {
+  const std::string prefijo = std::string("lbl") + nombre;
+  auto* rotulo = new QLabel(titulo);
+  rotulo->setObjectName(QString::fromStdString(prefijo + "Titulo"));
+  rotulo->setForegroundRole(QPalette::PlaceholderText);
+  rotulo->setFont(Letra(font(), kLetraChica, false));
+  const Celda celda{new EtiquetaEstado(prefijo.c_str()), new EtiquetaEstado((prefijo + "Detalle").c_str())};
+  celda.dato->setFont(Letra(font(), 1, true));
+  celda.detalle->setFont(Letra(font(), kLetraChica, false));
+  celda.dato->setWhatsThis(que_es);
+  celda.detalle->setWhatsThis(que_es);
+  auto* columna = new QVBoxLayout;
+  columna->setSpacing(1);
+  for (QLabel* renglon : std::initializer_list<QLabel*>{rotulo, celda.dato, celda.detalle}) {
+    renglon->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    columna->addWidget(renglon);
+  }
+  static_cast<QHBoxLayout*>(layout())->addLayout(columna, estirado);
+  return celda;
+}
+
+void FranjaEstacion::Mostrar(const Celda& celda, const Dato& dato) {
+  celda.dato->Poner(Q(dato.texto), MatizDe(dato.tono), dato.tono == Tono::kMal);
+  celda.detalle->Poner(Q(dato.detalle));
+}
+
+void FranjaEstacion::Mostrar(const Encabezado& encabezado) {
+  Mostrar(celdas_[0], encabezado.estacion);
+  Mostrar(celdas_[1], encabezado.enlace);
+  Mostrar(celdas_[2], encabezado.reloj);
+}
+
+}  // namespace utr

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QFrame>
+#include <array>
+
+#include "session/Encabezado.h"
+
+namespace utr {
+
+class EtiquetaEstado;
+
+// The strip above the actions: which station, how it is reached, and how its clock goes.
+class FranjaEstacion : public QFrame {
+  Q_OBJECT
+
+ public:
+  explicit FranjaEstacion(QWidget* parent = nullptr);
+
+  void Mostrar(const Encabezado& encabezado);
+
+ private:
+  struct Celda {
+    EtiquetaEstado* dato;
+    EtiquetaEstado* detalle;
+  };
+
+  Celda Agregar(const char* nombre, const char* titulo, const char* que_es, int estirado);
+  static void Mostrar(const Celda& celda, const Dato& dato);
+
+  std::array<Celda, 3> celdas_{};  // station, link, clock
+};
+
+}  // namespace utr

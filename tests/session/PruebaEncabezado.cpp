@@ -1,0 +1,110 @@
+#include <gtest/gtest.h>
+
+#include "session/Encabezado.h"
+#include "session/RelojUTR.h"
+#include "support/ModPrueba.h"
+#include "support/Tablas.h"
+
+namespace utr {
+namespace {
+
+TEST(RelojUTR, ElAdelantoSeDiceConSusDosUnidadesMayores) {
+  const std::pair<std::int64_t, const char*> casos[] = {
+      {0, "en hora"},
+      {2, "en hora"},
+      {-2, "en hora"},
+      {3, "3 s adelantado"},
+      {-59, "59 s atrasado"},
+      {60, "1 min adelantado"},
+      {-128, "2 min 8 s atrasado"},
+      {3600, "1 h adelantado"},
+      {3605, "1 h adelantado"},
+      {3 * 3600 + 5 * 60 + 59, "3 h 5 min adelantado"},
+      {-(2 * kSegundosDia + 3 * 3600 + 60), "2 d 3 h atrasado"},
+      {400 * kSegundosDia + 120, "400 d adelantado"},
+  };
+  for (const auto& [segundos, texto] : casos) EXPECT_EQ(TextoAdelanto(segundos), texto) << segundos;
+}
+
+class ConEncabezado : public prueba::ModPrueba, public testing::Test {
+ protected:
+  ConEncabezado() {
+    mod.reloj_utr = &reloj_utr;
+    comunicador.Devuelve("ConfiguracionAlmacenada", TablaDeCanales({{{"Canal", "1"}}}));
+  }
+
+  Encabezado El(std::optional<std::size_t> canales = 1) const {
+    return EncabezadoDe(lectura, mod, canales, {" COM 1 ", " Vel: 9600 bps ", true});
+  }
+
+  RelojUTR reloj_utr;
+  ComunicadorConReloj con_reloj{comunicador, reloj, reloj_utr};
+  LecturaConfiguracion lectura{mod};
+};
+
+TEST_F(ConEncabezado, ElRelojEsElDeLaUltimaLecturaYNoDiceNadaTrasEscribirlo) {
+  EXPECT_EQ(El().reloj.texto, "Sin leer");
+  comunicador.Devuelve("LeerFechaHora", "15/03/2026 09:57:52");
+  EXPECT_EQ(con_reloj.LeerFechaHora(), "15/03/2026 09:57:52");
+  EXPECT_EQ(El().reloj.texto, "2 min 8 s atrasado");
+  EXPECT_EQ(El().reloj.detalle, "UTR 09:57:52, PC 10:00:00 del 15/03/2026");
+  EXPECT_EQ(El().reloj.tono, Tono::kBien);
+  comunicador.Devuelve("LeerFechaHora", "14/03/2026 23:00:00");
+  con_reloj.LeerFechaHora();
+  EXPECT_EQ(El().reloj.detalle, "UTR 14/03/2026 23:00:00, PC 10:00:00 del 15/03/2026");
+  comunicador.Devuelve("LeerFechaHora", "Error");
+  con_reloj.LeerFechaHora();
+  EXPECT_EQ(El().reloj.texto, "11 h atrasado") << "what isn't a date tells nothing new";
+  for (const auto& [hora, tono] :
+       {std::pair{"15/03/2026 10:29:59", Tono::kBien}, {"15/03/2026 10:30:00", Tono::kMal}}) {
+    comunicador.Devuelve("LeerFechaHora", hora);
+    con_reloj.LeerFechaHora();
+    EXPECT_EQ(El().reloj.tono, tono) << hora;
+  }
+  comunicador.Devuelve("GrabarFechaHora", false);
+  EXPECT_FALSE(con_reloj.GrabarFechaHora());
+  EXPECT_EQ(El().reloj.texto, "Sin leer") << "it may have been written all the same";
+  comunicador.Devuelve("GrabarFechaHora", true);
+  EXPECT_TRUE(con_reloj.GrabarFechaHora());
+  EXPECT_EQ(El().reloj.texto, "Puesto en hora");
+  EXPECT_EQ(El().reloj.detalle, "El 15/03/2026 10:00:00, sin releer");
+}
+
+TEST_F(ConEncabezado, LaEstacionEsLaDeLaConfiguracionQueHay) {
+  EXPECT_EQ(El(std::nullopt).estacion.texto, "Sin configuración");
+  propiedades.Escribir(clave::kIdentificador, Propiedad{std::int64_t{70}}, Propiedad{std::int64_t{0}});
+  lectura.Preparar(std::string(kFuenteUTR));
+  EXPECT_EQ(El().estacion.texto, "Identificador 70, 1 canal habilitado");
+  EXPECT_EQ(El().estacion.detalle, "De la UTR, leída el 15/03/2026 10:00:00");
+  EXPECT_EQ(El().estacion.tono, Tono::kNeutro);
+  propiedades.Escribir(clave::kIdentificador, Propiedad{std::int64_t{71}}, Propiedad{std::int64_t{0}});
+  EXPECT_EQ(El(8).estacion.texto, "Identificador 70, 8 canales habilitados") << "the one that was read";
+  EXPECT_EQ(El().estacion.detalle, "De la UTR, leída el 15/03/2026 10:00:00; los ajustes señalan otra UTR");
+  lectura.OlvidarOrigen();
+  EXPECT_EQ(El().estacion.detalle, "De la UTR, leída el 15/03/2026 10:00:00; no es lo que la UTR tiene ahora");
+  EXPECT_EQ(El().estacion.tono, Tono::kAviso);
+  comunicador.Devuelve("LeerArchivoConfiguracion", TablaDeCanales({{{"Canal", "1"}}, {{"Canal", "2"}}}));
+  lectura.Preparar("/campo/Arroyo Seco.icf");
+  EXPECT_EQ(El(2).estacion.texto, "Archivo Arroyo Seco.icf, 2 canales habilitados");
+  EXPECT_EQ(El(std::nullopt).estacion.texto, "Archivo Arroyo Seco.icf");
+  EXPECT_EQ(El().estacion.detalle, "leída el 15/03/2026 10:00:00, /campo/Arroyo Seco.icf");
+}
+
+TEST_F(ConEncabezado, ElEnlaceSeDiceSinPreguntarAlControlador) {
+  conexion.MarcarConectado(true);
+  comunicador.llamadas.clear();
+  EXPECT_EQ(El().enlace.texto, "Conectado");
+  EXPECT_EQ(El().enlace.detalle, "COM 1, Vel: 9600 bps");
+  EXPECT_EQ(EncabezadoDe(lectura, mod, {}, {" Desconectado ", "  ", false}).enlace.texto, "Desconectado");
+  conexion.MarcarConectado(false);
+  EXPECT_EQ(El().enlace.texto, "Desconectado") << "the next action asks before it goes on";
+  EXPECT_EQ(El().enlace.tono, Tono::kMal);
+  conexion.FijarPorIP(true);
+  const Encabezado por_ip = EncabezadoDe(lectura, mod, {}, {"Puerto: 1000 ", " IP: 10.0.0.7 ", true});
+  EXPECT_EQ(por_ip.enlace.texto, "Por IP");
+  EXPECT_EQ(por_ip.enlace.detalle, "IP: 10.0.0.7, puerto: 1000");
+  EXPECT_TRUE(comunicador.llamadas.empty());
+}
+
+}  // namespace
+}  // namespace utr
