@@ -3,7 +3,6 @@
 #include <optional>
 
 #include "base/Error.h"
-#include "base/Texto.h"
 #include "console/Interrupcion.h"
 #include "console/Sesion.h"
 #include "driver/ErroresDeEnlace.h"
@@ -65,15 +64,6 @@ fs::path RutaConfiguracion(const Opciones& opciones) {
               "Falta --configuracion: junto al archivo no está " + propuesta.filename().string());
 }
 
-bool EsExportada(const fs::path& ruta) {
-  const std::string nombre = ruta.string();
-  return nombre.size() >= 3 && IgualSinCaso(nombre.substr(nombre.size() - 3), "ucg");
-}
-
-TablaPtr AbrirConfiguracion(Sesion& sesion, const fs::path& ruta) {
-  return EsExportada(ruta) ? AbrirExportada(ruta) : sesion.Driver().LeerArchivoConfiguracion(ruta.string());
-}
-
 }  // namespace
 
 Codigo Volcar(Sesion& sesion) {
@@ -124,7 +114,7 @@ Codigo Recuperar(Sesion& sesion) {
   const Opciones& opciones = sesion.LasOpciones();
   const fs::path configuracion = RutaConfiguracion(opciones);
   PedidoProceso pedido;
-  pedido.configuracion = AbrirConfiguracion(sesion, configuracion);
+  pedido.configuracion = LeerArchivoDeCanales(sesion.Driver(), configuracion.string());
   pedido.descripciones = CargarEventos(sesion.Carpeta());
   pedido.archivos = opciones.archivos;
   pedido.carpeta = opciones.carpeta.empty() ? fs::current_path() : opciones.carpeta;

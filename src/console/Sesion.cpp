@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "base/Error.h"
+#include "base/Texto.h"
 #include "console/Interrupcion.h"
 #include "console/Salida.h"
 #include "driver/ErroresDeEnlace.h"
@@ -67,7 +68,7 @@ void Sesion::Decir(const std::string& linea) {
 
 void Sesion::Avisar(const std::string& linea) {
   progreso_.Borrar();
-  EscribirSinFallar(entorno_.errores, "adminutr-cli: " + linea + "\n");
+  EscribirSinFallar(entorno_.errores, "adminutr-cli: " + Reemplazar(linea, "\n", " ") + "\n");
 }
 
 void ExigirSinInterrumpir() {

@@ -98,6 +98,12 @@ void LeerTelefono(Lectura& l, std::string_view v) {
   l.opciones.enlace.entrada.numero_telefono = v;
 }
 
+// "-" is the standard output, as everywhere; a dump isn't read from one end to the other.
+void LeerArchivo(Lectura& l, std::string_view v) {
+  if (v != "-") l.opciones.destino.archivo = v;
+  if (v == "-" && l.opciones.orden == Orden::kVolcar) Mal("volcar necesita un archivo de disco en --archivo");
+}
+
 void LeerFormato(Lectura& l, std::string_view v) {
   const auto formato = FormatoDe("." + std::string(v));
   if (!formato) Mal("--salida quiere csv, xml o txt, no \"" + std::string(v) + "\"");
@@ -219,8 +225,8 @@ constexpr DescripcionOpcion kOpciones[] = {
     {"--carpeta", "CARPETA", kRecuperar, "de los resultados; sin ella, la carpeta actual",
      [](Lectura& l, std::string_view v) { l.opciones.carpeta = v; }},
     {"--salida", "FORMATO", kSalida, "csv (sin ella), xml o txt; si no, lo que diga el final del archivo", LeerFormato},
-    {"--archivo", "ARCHIVO", kArchivo, "en lugar de la salida estándar; reemplaza al que hubiera, entero o nada",
-     [](Lectura& l, std::string_view v) { l.opciones.destino.archivo = v; }},
+    {"--archivo", "ARCHIVO", kArchivo, "en lugar de la salida estándar (-); reemplaza al que hubiera, entero o nada",
+     LeerArchivo},
     {"--separador", "SIGNO", kSalida, "entre los campos de csv: un signo, o tab; sin él, la coma", LeerSeparador},
     {"--decimal", "SIGNO", kSalida, "de los números de csv: punto o coma; sin él, el punto", LeerDecimal},
     {"--marca", "", kSalida, "csv comienza con la marca de UTF-8, para planillas",

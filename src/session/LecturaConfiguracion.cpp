@@ -21,6 +21,13 @@ TablaPtr AbrirExportada(const std::filesystem::path& ruta) {
   return leida;
 }
 
+TablaPtr LeerArchivoDeCanales(Comunicador& comunicador, const std::string& ruta) {
+  if (EsExportada(ruta)) return AbrirExportada(ruta);
+  TablaPtr leida = comunicador.LeerArchivoConfiguracion(ruta);
+  if (!leida) Lanzar(error::kArchivo, "LeerArchivoConfiguracion");
+  return leida;
+}
+
 bool LecturaConfiguracion::Preparar(const std::string& fuente) {
   RegistrandoYRelanzando(mod_.registro, "frmPPal", "Cargando Configuracion", [&] {
     AlFallar([&] { fuente == kFuenteUTR ? PrepararUTR() : PrepararArchivo(fuente); },
@@ -30,10 +37,7 @@ bool LecturaConfiguracion::Preparar(const std::string& fuente) {
 }
 
 TablaPtr LecturaConfiguracion::LeerArchivo(const std::string& ruta) const {
-  if (EsExportada(ruta)) return AbrirExportada(ruta);
-  TablaPtr leida = mod_.comunicador.LeerArchivoConfiguracion(ruta);
-  if (!leida) Lanzar(error::kArchivo, "LeerArchivoConfiguracion");
-  return leida;
+  return LeerArchivoDeCanales(mod_.comunicador, ruta);
 }
 
 void LecturaConfiguracion::PrepararArchivo(const std::string& ruta) {

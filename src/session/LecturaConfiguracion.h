@@ -19,6 +19,10 @@ inline constexpr std::string_view kFuenteUTR = "RTU";
 // A saved table of channels, read without the driver. Raises for a file that can't be read or is none.
 TablaPtr AbrirExportada(const std::filesystem::path& ruta);
 
+// The table of channels of a file: a saved table where its path ends in "ucg" in any case, else what the driver reads
+// from it. Raises for a file that can't be read.
+TablaPtr LeerArchivoDeCanales(Comunicador& comunicador, const std::string& ruta);
+
 // Owner of the table of channels (`RecConfig`) and the roads to it. The table is replaced whole by each read, and only
 // when the new one is whole.
 class LecturaConfiguracion {

@@ -138,6 +138,7 @@ TEST(OpcionesConsola, LoQueNoPuedeSerSeDice) {
       {"leer-eventos --simulada --pendientes --cartucho", "--pendientes no va con fechas"},
       {"volcar --simulada --pilas 9", "--pilas quiere un número de 0 a 8"},
       {"volcar --simulada --continuar", "--continuar quiere en --archivo"},
+      {"volcar --simulada --archivo -", "volcar necesita un archivo de disco"},
       {"volcar --simulada --salida csv", "volcar no lleva la opción --salida"},
       {"recuperar", "Falta el archivo"},
       {"ver-tabla", "Falta el archivo"},
