@@ -29,7 +29,7 @@ std::string Texto(const Tabla& fila, std::string_view campo) {
 }
 
 double Numero(const Tabla& fila, std::string_view campo) {
-  return NumeroDeTexto(Texto(fila, campo));
+  return NumeroDeRegistro(Texto(fila, campo));
 }
 
 bool SinValidacion(const Tabla& fila, CaraSensor cara) {

@@ -28,7 +28,7 @@ double NumeroLlano(std::string_view texto) {
 
 }  // namespace
 
-double NumeroDeTexto(std::string_view texto) {
+double NumeroDeRegistro(std::string_view texto) {
   const double llano = NumeroLlano(Recortar(texto));
   if (!std::isnan(llano) || !EsNumerico(texto)) return llano;
   try {

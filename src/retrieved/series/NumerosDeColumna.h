@@ -87,6 +87,6 @@ class ColumnaLeida {
 };
 
 // The number of a text that passes the numeric test; not a number for any other text and for one beyond a double.
-double NumeroDeTexto(std::string_view texto);
+double NumeroDeRegistro(std::string_view texto);
 
 }  // namespace utr

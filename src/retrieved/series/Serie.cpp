@@ -17,7 +17,7 @@ namespace {
 constexpr double kVecesHueco = 1.5;
 
 std::uint8_t LeerValidado(std::string_view texto) {
-  return NumeroDeTexto(texto) == 0 ? 0 : 1;
+  return NumeroDeRegistro(texto) == 0 ? 0 : 1;
 }
 
 bool EsDe(std::string_view texto, std::string_view canal) {
@@ -59,7 +59,7 @@ std::size_t Primera(const ColumnaLeida<std::uint8_t>& es_suya) {
 std::vector<double> Numeros(const Tabla& tabla, std::string_view campo, const Seleccion& seleccion) {
   const int lugar = tabla.BuscarCampo(campo);
   if (lugar < 0) return {};
-  const ColumnaLeida<double> columna(tabla, static_cast<std::size_t>(lugar), NumeroDeTexto, NumeroDeTexto({}));
+  const ColumnaLeida<double> columna(tabla, static_cast<std::size_t>(lugar), NumeroDeRegistro, NumeroDeRegistro({}));
   return seleccion.todas ? columna.Todas() : columna.De(seleccion.filas);
 }
 
