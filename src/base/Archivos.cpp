@@ -22,6 +22,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int kNueva = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
+constexpr int kPresente = O_WRONLY | O_NOFOLLOW | O_CLOEXEC;
 constexpr mode_t kPermisos = 0666;  // what the process' mask leaves of them
 
 // The functions below give 0 or the system's error.
@@ -192,6 +193,18 @@ void EscribirNuevo(const fs::path& ruta, const std::function<void(std::ostream&)
 ArchivoCreciente::ArchivoCreciente(fs::path ruta) : ruta_(std::move(ruta)) {
   archivo_ = ::open(ruta_.c_str(), kNueva, kPermisos);
   if (archivo_ < 0) Fallar(errno);
+}
+
+ArchivoCreciente::ArchivoCreciente(fs::path ruta, std::uint64_t largo) : ruta_(std::move(ruta)), largo_(largo) {
+  archivo_ = ::open(ruta_.c_str(), kPresente);
+  struct stat estado {};
+  int falla = archivo_ < 0 || ::fstat(archivo_, &estado) != 0 ? errno : 0;
+  const bool es_el = S_ISREG(estado.st_mode) && static_cast<std::uint64_t>(estado.st_size) == largo;
+  if (falla == 0 && !es_el) falla = EBUSY;
+  if (falla == 0 && ::lseek(archivo_, 0, SEEK_END) < 0) falla = errno;
+  if (falla == 0) return;
+  if (archivo_ >= 0) ::close(archivo_);
+  Fallar(falla);
 }
 
 ArchivoCreciente::~ArchivoCreciente() {

@@ -32,6 +32,10 @@ class ArchivoCreciente {
   // Creates the file. Anything of that name is kept and raises kArchivo: whoever wants it replaced deletes it first.
   explicit ArchivoCreciente(std::filesystem::path ruta);
 
+  // Goes on with a file that is there. One that isn't, is a link, or doesn't hold `largo` bytes raises kArchivo: it
+  // isn't the file that whoever goes on with it knows.
+  ArchivoCreciente(std::filesystem::path ruta, std::uint64_t largo);
+
   // Closes the file as it stands. Nothing is reported: who wants to know calls Terminar.
   ~ArchivoCreciente();
   ArchivoCreciente(const ArchivoCreciente&) = delete;
@@ -50,7 +54,7 @@ class ArchivoCreciente {
   void Terminar(const std::filesystem::path& definitiva);
 
   const std::filesystem::path& Ruta() const noexcept { return ruta_; }
-  std::uint64_t Largo() const noexcept { return largo_; }  // bytes appended
+  std::uint64_t Largo() const noexcept { return largo_; }  // of the file, in bytes
 
  private:
   [[noreturn]] void Fallar(int error_del_sistema) const;

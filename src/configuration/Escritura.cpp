@@ -86,6 +86,7 @@ bool Dar(const Paso& paso, Corrida& corrida) {
   ResultadoEscritura& resultado = corrida.resultado;
   bool bien = false;
   resultado.error = FallaDe([&] { bien = paso.ejecutar(corrida); });
+  if (bien && paso.paso == PasoEscritura::kParametrizacion) resultado.Parametrizado = true;
   if (bien) return paso.paso != PasoEscritura::kArmarTabla || resultado.tabla != nullptr;
   resultado.fallo = paso.paso;
   if (!resultado.error && paso.mensaje != nullptr) resultado.mensaje = paso.mensaje;

@@ -57,6 +57,7 @@ struct PedidoEscritura {
 // How a sequence ended.
 struct ResultadoEscritura {
   bool Grabado = false;                  // the last stage was started
+  bool Parametrizado = false;            // the unit took the parameters of the channels
   bool Aceptado = false;                 // the sequence is over and the dialog hides; else it stays open
   std::optional<PasoEscritura> fallo{};  // the step that failed, if any; none behind it ran
   std::string mensaje{};                 // the critical message of that step; empty: it fails without a word

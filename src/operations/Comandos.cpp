@@ -5,6 +5,7 @@
 #include "base/Numeros.h"
 #include "driver/PaginaCero.h"
 #include "session/AjustesEnlace.h"
+#include "unit/PalabrasPagina0.h"
 
 namespace utr {
 
@@ -43,9 +44,7 @@ constexpr const char* kReiniciada = "UTR iniciada";
 constexpr const char* kEsperaReinicio = "La UTR se reinicia: unos 20 segundos";
 
 // How the journal tells an end.
-constexpr const char* kNoAceptado = "no aceptado";
 constexpr const char* kAceptoReinicio = "; aceptó el reinicio";
-constexpr const char* kNadaEscrito = "; no se escribió nada";
 
 constexpr std::size_t kMenorPagina = 2;  // characters of a page that was read
 constexpr double kMayorRetardo = 1000;
@@ -158,20 +157,6 @@ Retardos RetardosDe(const PaginaUnidad& pagina) {
           std::to_string(pagina.Numero(pagina0::kRepeticiones) * kPorUnidad)};
 }
 
-std::string VelocidadDe(const PaginaUnidad& pagina) {
-  const std::int32_t codigo = pagina.Numero(pagina0::kVelocidad);
-  const std::optional<std::int32_t> velocidad = pagina0::VelocidadDeCodigo(codigo);
-  return velocidad ? std::to_string(*velocidad) : "código " + std::to_string(codigo);
-}
-
-std::string IdentificadorDe(const PaginaUnidad& pagina) {
-  return std::to_string(pagina.Par(pagina0::kIdentificador));
-}
-
-std::string VentanaDe(const PaginaUnidad& pagina) {
-  return std::to_string(pagina.Par(pagina0::kVentana)) + " min.";
-}
-
 }  // namespace
 
 Retardos Redondear(const Retardos& retardos) {
@@ -224,8 +209,8 @@ void Comandos::Saber(const Intento& intento, FinComando fin) {
   sabido_[intento.dato] = intento.escrito + (fin == FinComando::kNoConfirmado ? " (no confirmado)" : "");
 }
 
-void Comandos::Anotar(const Intento& intento, const std::string& resultado) {
-  mod_.diario.Anotar({mod_.reloj.Ahora(), intento.comando, intento.antes, intento.escrito, resultado});
+void Comandos::Anotar(Diario::Tarea& tarea, const Intento& intento, const std::string& resultado) {
+  tarea.Anotar({mod_.reloj.Ahora(), intento.comando, intento.antes, intento.escrito, resultado});
 }
 
 // The writers tell the page as it was, and from then on the order goes out.
@@ -244,17 +229,19 @@ bool Comandos::EnEspera(const Accion& accion, Intento& intento, std::optional<Er
 
 FinComando Comandos::Cumplir(const OrdenUTR& orden, Intento intento, const Accion& accion) {
   if (!Confirmar(orden.pregunta, orden.icono_pregunta)) return FinComando::kCancelado;
+  Diario::Tarea tarea(mod_.diario);
   std::optional<Error> falla;
   if (EnEspera(accion, intento, falla)) {
     Saber(intento, FinComando::kHecho);
-    Anotar(intento, asiento::kHecho);
+    Anotar(tarea, intento, asiento::kHecho);
     if (orden.exito != nullptr) Decir(orden.exito, orden.icono_exito);
     return FinComando::kHecho;
   }
   const FinComando fin = intento.salio ? FinComando::kNoConfirmado : FinComando::kNoEscrito;
   Saber(intento, fin);
-  Anotar(intento,
-         Comienzo(orden.fallo) + EntreCorchetes(falla) + (intento.salio ? asiento::kSinConfirmar : kNadaEscrito));
+  Anotar(
+      tarea, intento,
+      Comienzo(orden.fallo) + EntreCorchetes(falla) + (intento.salio ? asiento::kSinConfirmar : asiento::kNadaEscrito));
   Decir(orden.fallo, Icono::kCritico);
   return fin;
 }
@@ -287,21 +274,21 @@ std::optional<Retardos> Comandos::LeerDelay() {
 std::optional<std::int32_t> Comandos::LeerBPS() {
   const auto pagina = LeerPaginaCero(kLecturaVelocidad);
   if (!pagina) return std::nullopt;
-  sabido_[kVelocidad] = VelocidadDe(*pagina);
+  sabido_[kVelocidad] = VelocidadEnPalabras(*pagina);
   return pagina->Numero(pagina0::kVelocidad);
 }
 
 std::optional<std::int32_t> Comandos::LeerIdentificador() {
   const auto pagina = LeerPaginaCero(kLecturaIdentificador);
   if (!pagina) return std::nullopt;
-  sabido_[kIdentificador] = IdentificadorDe(*pagina);
+  sabido_[kIdentificador] = IdentificadorEnPalabras(*pagina);
   return pagina->Par(pagina0::kIdentificador);
 }
 
 std::optional<std::int32_t> Comandos::LeerAgenda() {
   const auto pagina = LeerPaginaCero(kLecturaVentana);
   if (!pagina) return std::nullopt;
-  sabido_[kVentana] = VentanaDe(*pagina);
+  sabido_[kVentana] = VentanaEnPalabras(*pagina);
   return pagina->Par(pagina0::kVentana);
 }
 
@@ -325,7 +312,7 @@ FinComando Comandos::GrabarAgenda(const std::string& minutos) {
   if (!EnRango(CampoComando::kVentana, Val(minutos))) return FinComando::kIncompleto;
   return Cumplir(
       kGrabarAgenda, Empezar("Grabar ventana de agenda", kVentana, minutos + " min."),
-      [&](Intento& intento) { return GrabarVentanaAgenda(Unidad(intento, VentanaDe), LeerEntero16(minutos)); });
+      [&](Intento& intento) { return GrabarVentanaAgenda(Unidad(intento, VentanaEnPalabras), LeerEntero16(minutos)); });
 }
 
 // --- What restarts the unit ------------------------------------------------------------------------------------------
@@ -337,6 +324,7 @@ bool Comandos::PuedeGrabarBPS() const {
 FinComando Comandos::GrabarYReiniciar(const CambioUTR& cambio, Intento intento, const Accion& grabar,
                                       const std::function<void()>& seguir) {
   if (!Confirmar(cambio.pregunta, Icono::kExclamacion)) return FinComando::kCancelado;
+  Diario::Tarea tarea(mod_.diario);
   FinComando fin = FinComando::kNoEscrito;
   const auto pasos = [&] {
     std::string resultado;
@@ -345,9 +333,9 @@ FinComando Comandos::GrabarYReiniciar(const CambioUTR& cambio, Intento intento, 
       if (intento.salio) fin = intento.grabado ? FinComando::kSinTerminar : FinComando::kNoConfirmado;
       resultado += (resultado.empty() ? "[" : "; [") + falla->Descripcion() + "]";
     }
-    if (fin == FinComando::kNoEscrito) resultado += kNadaEscrito;
+    if (fin == FinComando::kNoEscrito) resultado += asiento::kNadaEscrito;
     Saber(intento, fin);
-    Anotar(intento, resultado);
+    Anotar(tarea, intento, resultado);
     if (falla) throw *falla;
   };
   RegistrandoYMostrando(mod_.registro, mod_.operador, kModulo, cambio.procedimiento, titulo_, Redaccion::kCompletada,
@@ -397,7 +385,7 @@ FinComando Comandos::GrabarBPS(std::int32_t velocidad) {
   const auto codigo = static_cast<std::int16_t>(pagina0::CodigoDeVelocidad(velocidad).value_or(0));
   return GrabarYReiniciar(
       kGrabarBPS, Empezar("Grabar velocidad", kVelocidad, std::to_string(velocidad)),
-      [&](Intento& intento) { return GrabarVelocidad(Unidad(intento, VelocidadDe), codigo); },
+      [&](Intento& intento) { return GrabarVelocidad(Unidad(intento, VelocidadEnPalabras), codigo); },
       [&] {
         Ajustar(kGrabarBPS, clave::kVelocidad, velocidad, kVelocidadDefecto);
         mod_.conexion.ConectarSegunAjustes();
@@ -410,13 +398,18 @@ FinComando Comandos::GrabarIdentificador(const std::string& identificador) {
     return FinComando::kIncompleto;
   }
   if (!EnRango(CampoComando::kIdentificador, Val(identificador))) return FinComando::kIncompleto;
-  return GrabarYReiniciar(
+  const std::int32_t anterior = mod_.propiedades.LeerEntero(clave::kIdentificador, 0);
+  const FinComando fin = GrabarYReiniciar(
       kGrabarIdentificador, Empezar("Grabar identificador", kIdentificador, identificador),
-      [&](Intento& intento) { return GrabarIdUTR(Unidad(intento, IdentificadorDe), LeerEntero16(identificador)); },
+      [&](Intento& intento) {
+        return GrabarIdUTR(Unidad(intento, IdentificadorEnPalabras), LeerEntero16(identificador));
+      },
       [&] {
         Ajustar(kGrabarIdentificador, clave::kIdentificador, LeerEntero16(identificador), 0);
         mod_.comunicador.IdEquipo(mod_.propiedades.LeerEntero(clave::kIdentificador, 0));
       });
+  mod_.diario.AnotarOtroIdentificador(anterior, mod_.propiedades.LeerEntero(clave::kIdentificador, 0));
+  return fin;
 }
 
 // --- Flags, pages, clock ---------------------------------------------------------------------------------------------
@@ -496,13 +489,14 @@ FinComando Comandos::Hacer(AccionUTR accion) {
 
 bool Comandos::ConmutarRTS() {
   Intento intento = Empezar(kRTS, kRTS, TextoRTS(!rts_));
+  Diario::Tarea tarea(mod_.diario);
   std::optional<Error> falla;
   const bool hecho = EnEspera([&](Intento&) { return mod_.comunicador.ModoConexion(!rts_); }, intento, falla);
   if (hecho) {
     rts_ = !rts_;
     Saber(intento, FinComando::kHecho);
   }
-  Anotar(intento, hecho ? asiento::kHecho : kNoAceptado + EntreCorchetes(falla));
+  Anotar(tarea, intento, hecho ? asiento::kHecho : asiento::kNoAceptado + EntreCorchetes(falla));
   return rts_;
 }
 

@@ -125,7 +125,7 @@ class Comandos {
   void Ajustar(const CambioUTR& cambio, std::string_view clave, std::int32_t valor, std::int32_t defecto);
   Intento Empezar(std::string comando, std::string dato, std::string escrito) const;
   void Saber(const Intento& intento, FinComando fin);
-  void Anotar(const Intento& intento, const std::string& resultado);
+  void Anotar(Diario::Tarea& tarea, const Intento& intento, const std::string& resultado);
   bool Confirmar(const char* pregunta, Icono icono);
   bool EnRango(CampoComando campo, double valor);
   void Decir(std::string_view texto, Icono icono);

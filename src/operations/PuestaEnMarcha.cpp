@@ -8,6 +8,7 @@
 #include "base/Numeros.h"
 #include "driver/PaginaCero.h"
 #include "services/RegistroErrores.h"
+#include "unit/PalabrasPagina0.h"
 
 namespace utr {
 namespace {
@@ -17,6 +18,7 @@ struct Corrida {
   const ContextoPuesta& contexto;
   std::vector<LineaPuesta> lineas;
   ResultadoPuesta resultado{};
+  std::optional<std::string> antes{};  // of the step at hand, where it read what it changes
 
   Comunicador& Unidad() const { return contexto.unidad.comunicador; }
 };
@@ -41,6 +43,8 @@ struct Paso {
   std::int64_t progreso = 0;                              // how much is done then; 0: as much as before
   bool cuenta_siempre = false;                            // that much is done too where the step doesn't apply
   std::string (*detalle)(const PedidoPuesta&) = nullptr;  // what goes to the unit
+  const char* escrito = asiento::kNada;                   // the same, for the journal alone
+  bool lee_antes = false;                                 // it reads page "0" ahead of its write
 };
 
 bool Siempre(const PedidoPuesta&) {
@@ -85,8 +89,15 @@ bool GrabarCanales(Corrida& corrida) {
 bool GrabarAgenda(Corrida& corrida) {
   return corrida.Unidad().GrabarAgenda(*corrida.pedido.horarios.GetRecMembers());
 }
+// The unit for the writers of page "0", which tell what stood there.
+ContextoUnidad Escribiendo(Corrida& corrida, std::string (*en_palabras)(const PaginaUnidad&)) {
+  ContextoUnidad unidad = corrida.contexto.unidad;
+  unidad.leida = [&corrida, en_palabras](const PaginaUnidad& pagina) { corrida.antes = en_palabras(pagina); };
+  return unidad;
+}
 bool GrabarVentana(Corrida& corrida) {
-  return GrabarVentanaAgenda(corrida.contexto.unidad, Entero16(corrida.pedido.horarios.DuracionVentana));
+  return GrabarVentanaAgenda(Escribiendo(corrida, VentanaEnPalabras),
+                             Entero16(corrida.pedido.horarios.DuracionVentana));
 }
 bool DetenerModem(Corrida& corrida) {
   return corrida.Unidad().EscribirPagina("34", "0,0,0");
@@ -95,7 +106,7 @@ bool ArrancarModem(Corrida& corrida) {
   return corrida.Unidad().EscribirPagina("35", "1,0,0");
 }
 bool GrabarIdentificador(Corrida& corrida, std::int16_t identificador) {
-  const bool tomado = GrabarIdUTR(corrida.contexto.unidad, identificador);
+  const bool tomado = GrabarIdUTR(Escribiendo(corrida, IdentificadorEnPalabras), identificador);
   if (tomado) corrida.resultado.identificador = identificador;
   return tomado;
 }
@@ -107,7 +118,7 @@ bool EliminarIdentificador(Corrida& corrida) {
 }
 bool GrabarSuVelocidad(Corrida& corrida) {
   const std::int32_t codigo = pagina0::CodigoDeVelocidad(corrida.pedido.velocidad).value_or(0);
-  return GrabarVelocidad(corrida.contexto.unidad, Entero16(codigo));
+  return GrabarVelocidad(Escribiendo(corrida, VelocidadEnPalabras), Entero16(codigo));
 }
 bool BorrarLaFlash(Corrida& corrida) {
   return corrida.Unidad().BorrarFlash();
@@ -146,35 +157,42 @@ constexpr std::array<Paso, 12> kPasos{{
      .falla = {0x80040FA2, "GrabaragendaLocal", "No se pudo grabar la ventana de agenda"},
      .progreso = 2,
      .cuenta_siempre = true,
-     .detalle = Ventana},
+     .detalle = Ventana,
+     .lee_antes = true},
     {.linea = "Página 34",
      .texto = "Escribiendo paginas de configuración",
      .aplica = Siempre,
      .ejecutar = DetenerModem,
-     .falla = {0x80040FA0, "InicioOrbcomm", "No se pudo grabar página 34"}},
+     .falla = {0x80040FA0, "InicioOrbcomm", "No se pudo grabar página 34"},
+     .escrito = "0,0,0"},
     {.linea = "Página 35",
      .texto = nullptr,
      .aplica = Siempre,
      .ejecutar = ArrancarModem,
      .falla = {0x80040FA1, "InicioOrbcomm", "No se pudo grabar página 35"},
-     .progreso = 3},
+     .progreso = 3,
+     .escrito = "1,0,0"},
     {.linea = "Identificador",
      .texto = "Escribiendo el Id de la UTR",
      .aplica = Asigna,
      .ejecutar = AsignarIdentificador,
      .progreso = 4,
-     .detalle = Identificador},
+     .detalle = Identificador,
+     .lee_antes = true},
     {.linea = "Identificador: se elimina",
      .texto = "Eliminando identificador del equipo",
      .aplica = Elimina,
      .ejecutar = EliminarIdentificador,
-     .progreso = 4},
+     .progreso = 4,
+     .escrito = "0",
+     .lee_antes = true},
     {.linea = "Velocidad",
      .texto = "Escribiendo la velocidad de la UTR",
      .aplica = Siempre,
      .ejecutar = GrabarSuVelocidad,
      .progreso = 5,
-     .detalle = Velocidad},
+     .detalle = Velocidad,
+     .lee_antes = true},
     {.linea = "Borrado de la flash",
      .texto = "Borrando flash...",
      .aplica = Siempre,
@@ -259,12 +277,33 @@ void Terminar(LineaPuesta& linea, Corrida& corrida, const Error& error) {
   Avisar(corrida);
 }
 
+// How a step ended, for the journal. One that reads what it changes and didn't come to it wrote nothing.
+std::string FinDe(const Paso& paso, const Corrida& corrida, bool bien, const std::optional<Error>& error) {
+  if (bien) return asiento::kHecho;
+  const bool nada = paso.lee_antes && !corrida.antes;
+  return (error ? "[" + error->Descripcion() + "]" : std::string(asiento::kNoAceptado)) +
+         (nada ? asiento::kNadaEscrito : asiento::kSinConfirmar);
+}
+
+void Anotar(Diario::Tarea& tarea, const Paso& paso, const Corrida& corrida, const std::string& fin) {
+  const bool con_valor = paso.detalle != nullptr || std::string_view(paso.escrito) != asiento::kNada;
+  tarea.Anotar({.momento = corrida.contexto.reloj.Ahora(),
+                .comando = std::string("Puesta en marcha: ") + paso.linea,
+                .antes = corrida.antes.value_or(con_valor ? asiento::kSinLeer : asiento::kNada),
+                .escrito = paso.detalle == nullptr ? paso.escrito : paso.detalle(corrida.pedido),
+                .resultado = fin});
+}
+
 // True: the sequence goes on.
 bool Dar(const Paso& paso, LineaPuesta& linea, Corrida& corrida) {
   linea.estado = EstadoPaso::kEnCurso;
   Avisar(corrida);
   bool bien = false;
-  if (const auto error = FallaDe([&] { bien = Ejecutar(paso, corrida); })) {
+  Diario::Tarea tarea(corrida.contexto.diario);
+  corrida.antes.reset();
+  const auto error = FallaDe([&] { bien = Ejecutar(paso, corrida); });
+  Anotar(tarea, paso, corrida, FinDe(paso, corrida, bien, error));
+  if (error) {
     Terminar(linea, corrida, *error);
     return false;
   }

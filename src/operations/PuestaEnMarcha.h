@@ -12,6 +12,7 @@
 #include "base/Reloj.h"
 #include "configuration/ConfigColl.h"
 #include "schedule/FDLHorarios.h"
+#include "services/Diario.h"
 #include "session/Respaldos.h"
 #include "tables/Tabla.h"
 #include "unit/EscritoresPagina0.h"
@@ -73,6 +74,7 @@ TablaPtr TablaDeLineas(const std::vector<LineaPuesta>& lineas);
 struct ContextoPuesta {
   ContextoUnidad unidad;
   Reloj& reloj;
+  Diario& diario;  // is told each write as it ends
   Atender atender{};
   Progreso& progreso;  // is told 7 steps, the text of each stage, and what is done
   std::function<void(const std::vector<LineaPuesta>&)> lineas{};  // is told the lines at each change

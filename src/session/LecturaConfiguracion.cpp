@@ -1,5 +1,7 @@
 #include "session/LecturaConfiguracion.h"
 
+#include <fmt/format.h>
+
 #include <utility>
 
 #include "base/Error.h"
@@ -86,8 +88,22 @@ TablaPtr LecturaConfiguracion::LeerDeLaUTR() {
   return leida;
 }
 
+ResultadoRespaldo LecturaConfiguracion::Guardar(const Tabla& tabla, MotivoRespaldo motivo) {
+  const ResultadoRespaldo resultado = respaldos_.Guardar(tabla, motivo);
+  const std::string fin = !resultado.Guardado() ? "[" + resultado.falla + "]"
+                          : resultado.repetido  ? "ya estaba guardado"
+                                                : std::string(asiento::kHecho);
+  mod_.diario.Anotar({.momento = mod_.reloj.Ahora(),
+                      .comando = fmt::format("Respaldo ({})", TextoDe(motivo)),
+                      .antes = asiento::kNada,
+                      .escrito = resultado.Guardado() ? resultado.archivo.filename().string() : asiento::kNada,
+                      .resultado = fin,
+                      .clase = ClaseAsiento::kRespaldo});
+  return resultado;
+}
+
 void LecturaConfiguracion::Respaldar(const Tabla& tabla) {
-  ultimo_respaldo_ = respaldos_.Guardar(tabla, MotivoRespaldo::kLectura);
+  ultimo_respaldo_ = Guardar(tabla, MotivoRespaldo::kLectura);
   equipo_respaldado_ = EquipoActual();
 }
 
@@ -118,7 +134,7 @@ bool LecturaConfiguracion::TieneFilas() const {
 
 ResultadoRespaldo LecturaConfiguracion::RespaldarParaEscribir() {
   if (!rec_config_) return {.falla = "No hay una configuración leída"};
-  return respaldos_.Guardar(*rec_config_, MotivoRespaldo::kEscritura);
+  return Guardar(*rec_config_, MotivoRespaldo::kEscritura);
 }
 
 void LecturaConfiguracion::Guardar(const std::filesystem::path& ruta) const {

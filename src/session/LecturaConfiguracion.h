@@ -24,7 +24,7 @@ TablaPtr AbrirExportada(const std::filesystem::path& ruta);
 TablaPtr LeerArchivoDeCanales(Comunicador& comunicador, const std::string& ruta);
 
 // Owner of the table of channels (`RecConfig`) and the roads to it. The table is replaced whole by each read, and only
-// when the new one is whole.
+// when the new one is whole. Each backup is told to the journal.
 class LecturaConfiguracion {
  public:
   explicit LecturaConfiguracion(ModRTU& mod)
@@ -93,9 +93,7 @@ class LecturaConfiguracion {
   ResultadoRespaldo RespaldarParaEscribir();
 
   // Saves a table that was reviewed for commissioning. Never raises.
-  ResultadoRespaldo RespaldarRevisada(const Tabla& tabla) {
-    return respaldos_.Guardar(tabla, MotivoRespaldo::kAsistente);
-  }
+  ResultadoRespaldo RespaldarRevisada(const Tabla& tabla) { return Guardar(tabla, MotivoRespaldo::kAsistente); }
 
   // Where the backups of the station lie; the folder may not be there yet.
   std::filesystem::path CarpetaDeRespaldos() const { return respaldos_.Carpeta(); }
@@ -114,6 +112,7 @@ class LecturaConfiguracion {
     bool operator==(const Equipo&) const = default;
   };
   Equipo EquipoActual() const;
+  ResultadoRespaldo Guardar(const Tabla& tabla, MotivoRespaldo motivo);
   void Respaldar(const Tabla& tabla);
 
   void Anotar(const std::string& fuente);

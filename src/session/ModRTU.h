@@ -15,6 +15,7 @@
 
 namespace utr {
 
+class BitacoraVisita;
 class Catalogo;
 class RelojUTR;
 
@@ -41,13 +42,14 @@ struct ModRTU {
   ListaDePuertos& puertos;
   Impresora& impresora;
   Conexion& conexion;
+  Diario& diario;                   // of what was done to the unit
+  BitacoraVisita& bitacora;         // which keeps it
   Atender atender;                  // lets events of the interface run
   std::filesystem::path carpeta;    // folder of the executable: settings, logs, catalogues, help
   std::string nombre = "AdminUTR";  // name of the executable, without extension
   std::filesystem::path archivo_ayuda{};
   EleccionImpresora eleccion_impresora{};  // no name until one was chosen
   std::string ruta_predefinida{};          // predefined parametrization in use
-  Diario diario{};                         // of what was done to the unit
   const RelojUTR* reloj_utr = nullptr;     // what is known of the unit's clock; null: nobody listens to its calls
 
   ContextoListas Listas() { return {comunicador, registro, operador, impresora, eleccion_impresora}; }

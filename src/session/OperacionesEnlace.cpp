@@ -51,7 +51,7 @@ bool Llamar(ModRTU& mod, const EntradaEnlace& entrada, const std::function<bool(
 }
 
 void PonerEnHora(ModRTU& mod) {
-  const bool puesta = mod.comunicador.GrabarFechaHora();
+  const bool puesta = mod.comunicador.GrabarFechaHora();  // the driver tells the journal
   mod.operador.Mostrar({puesta ? "Puesta en hora satisfactoria" : "Error en Puesta en hora. Compruebe el conexionado",
                         "Puesta en hora", Icono::kInformacion, Botones::kAceptar});
 }

@@ -68,8 +68,7 @@ std::string NombreNuevo(const std::vector<fs::path>& anteriores, const FechaHora
     const std::string nombre = otro.filename().string();
     if (nombre.starts_with(fecha)) orden = nombre[fecha.size()] == '-' ? std::stoi(nombre.substr(fecha.size() + 1)) : 1;
   }
-  return fmt::format("{}{} {}.ucg", fecha, orden == 0 ? "" : fmt::format("-{:03}", orden + 1),
-                     kMotivos.at(static_cast<std::size_t>(motivo)));
+  return fmt::format("{}{} {}.ucg", fecha, orden == 0 ? "" : fmt::format("-{:03}", orden + 1), TextoDe(motivo));
 }
 
 bool MismosCampos(const Tabla& a, const Tabla& b) {
@@ -105,12 +104,32 @@ void CrearCarpeta(const fs::path& carpeta) {
 
 }  // namespace
 
+std::string_view TextoDe(MotivoRespaldo motivo) {
+  return kMotivos.at(static_cast<std::size_t>(motivo));
+}
+
 Respaldos::Respaldos(fs::path carpeta, const Propiedades& propiedades, const Reloj& reloj, RegistroErrores& registro)
     : carpeta_(std::move(carpeta)), propiedades_(propiedades), reloj_(reloj), registro_(registro) {}
 
+fs::path Respaldos::CarpetaDe(const fs::path& programa, std::int32_t identificador) {
+  return programa / kCarpeta / (identificador == 0 ? std::string(kSinIdentificador) : std::to_string(identificador));
+}
+
+std::vector<std::int32_t> Respaldos::Estaciones(const fs::path& programa) {
+  std::vector<std::int32_t> estaciones;
+  std::error_code falla;
+  for (fs::directory_iterator i(programa / kCarpeta, falla), fin; !falla && i != fin; i.increment(falla)) {
+    const std::string nombre = i->path().filename().string();
+    const bool cifras = !nombre.empty() && nombre.size() < 10 && nombre.find_first_not_of("0123456789") == nombre.npos;
+    const std::int32_t identificador = cifras ? std::stoi(nombre) : 0;
+    if (CarpetaDe(programa, identificador).filename() == nombre) estaciones.push_back(identificador);
+  }
+  std::sort(estaciones.begin(), estaciones.end());
+  return estaciones;
+}
+
 fs::path Respaldos::Carpeta() const {
-  const std::int32_t identificador = propiedades_.LeerEntero(clave::kIdentificador, 0);
-  return carpeta_ / kCarpeta / (identificador == 0 ? std::string(kSinIdentificador) : std::to_string(identificador));
+  return CarpetaDe(carpeta_, propiedades_.LeerEntero(clave::kIdentificador, 0));
 }
 
 ResultadoRespaldo Respaldos::Guardar(const Tabla& tabla, MotivoRespaldo motivo) {

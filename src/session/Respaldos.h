@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <filesystem>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "base/Reloj.h"
 #include "services/Propiedades.h"
@@ -14,6 +16,8 @@ namespace utr {
 
 // kAsistente: a table that was reviewed for commissioning, not one that the unit gave.
 enum class MotivoRespaldo : std::uint8_t { kLectura, kEscritura, kAsistente };
+// "lectura": in the name of the backup.
+std::string_view TextoDe(MotivoRespaldo motivo);
 
 // What became of a backup.
 struct ResultadoRespaldo {
@@ -34,7 +38,12 @@ class Respaldos {
   Respaldos(std::filesystem::path carpeta, const Propiedades& propiedades, const Reloj& reloj,
             RegistroErrores& registro);
 
-  // The folder of the present station; it may not be there yet. Identifier 0: "sin-identificador".
+  // The folder of a station under that of the program; it may not be there yet. Identifier 0: "sin-identificador".
+  static std::filesystem::path CarpetaDe(const std::filesystem::path& programa, std::int32_t identificador);
+  // Stations that have a folder, by identifier, in ascending order.
+  static std::vector<std::int32_t> Estaciones(const std::filesystem::path& programa);
+
+  // The folder of the present station.
   std::filesystem::path Carpeta() const;
 
   // Saves the whole table, whatever its filter and sort, unless the newest backup of the station holds the same; then

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "configuration/AnotacionEscritura.h"
 #include "configuration/Escritura.h"
 #include "configuration/FilasDeCanales.h"
 #include "configuration/Pilas.h"
@@ -42,6 +43,8 @@ class Escritura : public testing::Test {
   prueba::Carpeta carpeta;
   RelojFalso reloj;
   RegistroErrores registro{carpeta / "AdminUTR.err", reloj};
+  Propiedades propiedades{carpeta / "AdminUTR.dll"};
+  Diario diario{propiedades, reloj};
   ComunicadorFalso comunicador;
   ProgresoAnotado progreso{comunicador.llamadas};
   ConfigColl coleccion =
@@ -78,26 +81,42 @@ struct CasoFalla {
   const char* mensaje;  // of a step that answers that it failed
   bool abierto;         // the dialog stays open behind such an answer
   bool grabado;
-  std::size_t llamadas;  // of the driver, up to the one that failed
+  std::size_t llamadas;    // of the driver, up to the one that failed
+  const char* parametros;  // how the journal tells what became of each change
 };
 const CasoFalla kFallas[] = {
     {kC, "GrabarCanalesModificar", PasoEscritura::kCanalesModificar, "No se pudieron grabar los canales a modificar",
-     true, false, 1},
+     true, false, 1, "no se escribió"},
     {kC, "GrabarPilaCanal", PasoEscritura::kPilaCanal, "No se ha podido grabar la relación pila-canales", false, true,
-     2},
-    {kC, "GrabarParametrizacion", PasoEscritura::kParametrizacion, "", false, true, 3},
-    {kC, "GrabarEvento", PasoEscritura::kEvento, "No se pudo grabar el evento de parametrización", false, true, 4},
-    {kC, "ReiniciarUTR", PasoEscritura::kReinicio, "No se ha podido reiniciar la UTR", false, true, 5},
+     2, "no se escribió"},
+    {kC, "GrabarParametrizacion", PasoEscritura::kParametrizacion, "", false, true, 3, "no aceptado; no confirmado"},
+    {kC, "GrabarEvento", PasoEscritura::kEvento, "No se pudo grabar el evento de parametrización", false, true, 4,
+     "hecho"},
+    {kC, "ReiniciarUTR", PasoEscritura::kReinicio, "No se ha podido reiniciar la UTR", false, true, 5, "hecho"},
     {kP, "GrabarCanalesModificar", PasoEscritura::kCanalesModificar, "No se pudieron grabar los canales a modificar",
-     true, false, 1},
-    {kP, "GrabarEvento", PasoEscritura::kEvento, "No se pudo grabar el evento de parametrización", true, false, 2},
-    {kP, "GrabarParametrizacion", PasoEscritura::kParametrizacion, "", false, true, 3},
+     true, false, 1, "no se escribió"},
+    {kP, "GrabarEvento", PasoEscritura::kEvento, "No se pudo grabar el evento de parametrización", true, false, 2,
+     "no se escribió"},
+    {kP, "GrabarParametrizacion", PasoEscritura::kParametrizacion, "", false, true, 3, "no aceptado; no confirmado"},
     {kP, "GrabarFechaHora", PasoEscritura::kFechaHora,
-     "No se pudo grabar la hora de la PC a la UTR\nVerifique el conexionado", false, true, 4},
+     "No se pudo grabar la hora de la PC a la UTR\nVerifique el conexionado", false, true, 4, "hecho"},
 };
 
 class EscrituraQueFalla : public Escritura, public testing::WithParamInterface<CasoFalla> {
  protected:
+  // What the journal is told: the write as a whole, and one change of a field.
+  void ComprobarDiario(const ResultadoEscritura& resultado, const std::string& fin) {
+    Diario::Tarea tarea(diario);
+    AnotarEscritura(tarea, reloj.Ahora(), {GetParam().modo, {{7, "Alarma máxima", "5", "9"}}, true, resultado});
+    ASSERT_EQ(diario.Asientos().size(), 2U);
+    EXPECT_EQ(diario.Asientos()[0].resultado,
+              "falló: " + std::string(NombreDePaso(GetParam().paso)) + fin + "; no confirmado");
+    EXPECT_EQ(diario.Asientos()[1].comando, "EA07: Alarma máxima");
+    EXPECT_EQ(diario.Asientos()[1].antes, "5 (antes de la grabación que no terminó)");
+    EXPECT_EQ(diario.Asientos()[1].escrito, "9");
+    EXPECT_EQ(diario.Asientos()[1].resultado, GetParam().parametros);
+  }
+
   // The calls stop at the failure, and the panel comes off on this way out too.
   void ComprobarLlamadas() {
     EXPECT_EQ(comunicador.llamadas.back(), "[]");
@@ -119,6 +138,7 @@ TEST_P(EscrituraQueFalla, PorSuRespuestaDiceLoSuyoYNadaLeSigue) {
   EXPECT_FALSE(resultado.error);
   EXPECT_FALSE(resultado.Completa());
   ComprobarLlamadas();
+  ComprobarDiario(resultado, "");
 }
 
 TEST_P(EscrituraQueFalla, ConUnErrorDejaElDialogoAbierto) {
@@ -132,6 +152,7 @@ TEST_P(EscrituraQueFalla, ConUnErrorDejaElDialogoAbierto) {
   EXPECT_FALSE(resultado.Aceptado);
   EXPECT_EQ(resultado.Grabado, caso.grabado);
   ComprobarLlamadas();
+  ComprobarDiario(resultado, " [sin respuesta]");
 }
 
 INSTANTIATE_TEST_SUITE_P(CadaPaso, EscrituraQueFalla, testing::ValuesIn(kFallas));

@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "driver/Textos.h"
 #include "operations/Comandos.h"
 #include "operations/EstadoMarco.h"
@@ -35,7 +37,12 @@ class ComandosUTR : public prueba::ModPrueba, public testing::Test {
     return {texto, kTitulo, icono, Botones::kSiNo, {}, Respuesta::kNo};
   }
   // What the journal holds last.
-  std::string Resultado() { return mod.diario.Asientos().back().resultado; }
+  // Of the last write: a note about another identifier may stand behind it.
+  std::string Resultado() {
+    const auto& todos = mod.diario.Asientos();
+    const auto es_escritura = [](const Asiento& uno) { return uno.clase == ClaseAsiento::kEscritura; };
+    return std::find_if(todos.rbegin(), todos.rend(), es_escritura)->resultado;
+  }
 
   int ocupado = 0;
   std::vector<std::string> detalles;

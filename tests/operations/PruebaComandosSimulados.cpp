@@ -32,6 +32,8 @@ class ComandosSimulados : public testing::Test {
              .puertos = base.puertos,
              .impresora = base.impresora,
              .conexion = conexion,
+             .diario = base.diario,
+             .bitacora = base.bitacora,
              .atender = {},
              .carpeta = base.carpeta.Ruta()};
   Comandos comandos{mod, "Comandos a la UTR", [](std::string_view, const auto& trabajo) { trabajo(); }};

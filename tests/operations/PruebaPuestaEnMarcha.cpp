@@ -71,10 +71,11 @@ class PuestaEnMarcha : public testing::Test {
   ResultadoPuesta Correr() {
     bitacora.clear();
     unidad.llamadas.clear();
-    const ContextoPuesta contexto{
-        .unidad = {unidad, registro}, .reloj = reloj, .progreso = progreso, .lineas = [this](const auto& lineas) {
-          vistas = lineas;
-        }};
+    const ContextoPuesta contexto{.unidad = {unidad, registro},
+                                  .reloj = reloj,
+                                  .diario = diario,
+                                  .progreso = progreso,
+                                  .lineas = [this](const auto& lineas) { vistas = lineas; }};
     return PonerEnMarcha(pedido, contexto);
   }
   std::string Estados() const {
@@ -88,6 +89,8 @@ class PuestaEnMarcha : public testing::Test {
   RelojAnotado reloj{bitacora};
   ProgresoAnotado progreso{bitacora};
   RegistroErrores registro{carpeta / "utr.err", reloj};
+  Propiedades propiedades{carpeta / "utr.dll"};
+  Diario diario{propiedades, reloj};
   UnidadQueNiega unidad;
   std::string rompe = "nada";
   std::string pagina0;
@@ -170,7 +173,7 @@ TEST_F(PuestaEnMarcha, LoQueNoHaceFaltaNoSeEscribe) {
   pedido.identificador = "0";
   FDLHorarios ninguno;
   const PedidoPuesta sin_agenda{.completa = completa, .horarios = ninguno, .identificador = "0", .velocidad = 300};
-  const ContextoPuesta contexto{.unidad = {unidad, registro}, .reloj = reloj, .progreso = progreso};
+  const ContextoPuesta contexto{.unidad = {unidad, registro}, .reloj = reloj, .diario = diario, .progreso = progreso};
   bitacora.clear();
   EXPECT_FALSE(PonerEnMarcha(sin_agenda, contexto).identificador);
   EXPECT_TRUE(falta("GrabarAgenda(tabla)") && falta("ConvertirDe(0)") && falta("= 4"));
@@ -233,6 +236,7 @@ TEST_P(PuestaQueFalla, UnNoSeDiceYTerminaDondeCorresponde) {
     EXPECT_FALSE(resultado.error);
     EXPECT_THAT(bitacora, ElementsAreArray(kEntera));
     EXPECT_EQ(vistas.at(no.linea).estado, EstadoPaso::kNoAceptado);
+    EXPECT_EQ(diario.Asientos().at(no.linea - 1).resultado, "no aceptado; no confirmado");
     EXPECT_EQ(resultado.identificador.has_value(), no.linea != 6);
     return;
   }
@@ -241,6 +245,8 @@ TEST_P(PuestaQueFalla, UnNoSeDiceYTerminaDondeCorresponde) {
   EXPECT_EQ(resultado.error->Origen(), no.origen);
   EXPECT_EQ(resultado.error->Descripcion(), no.texto);
   EXPECT_EQ(vistas.at(no.linea).detalle, no.texto);
+  EXPECT_EQ(diario.Asientos().size(), no.linea) << "the steps that went out, and none of those behind";
+  EXPECT_EQ(diario.Asientos().back().resultado, "[" + std::string(no.texto) + "]; no confirmado");
   ExigirHastaAhi();
 }
 

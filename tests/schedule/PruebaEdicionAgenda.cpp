@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "schedule/AnotacionAgenda.h"
 #include "schedule/CargaAgenda.h"
 #include "schedule/EdicionAgenda.h"
 #include "schedule/EscrituraAgenda.h"
@@ -106,6 +107,8 @@ class EscrituraAgenda : public testing::Test {
   RelojFalso reloj;
   ComunicadorFalso comunicador;
   RegistroErrores registro{carpeta / "utr.err", reloj};
+  Propiedades propiedades{carpeta / "utr.dll"};
+  Diario diario{propiedades, reloj};
   FDLHorarios agenda;
 };
 
@@ -136,6 +139,13 @@ TEST_F(EscrituraAgenda, CadaPasoQueFallaTerminaConLoSuyo) {
       EXPECT_EQ(resultado.Grabado, caso.grabado) << caso.operacion;
       EXPECT_EQ(resultado.mensaje, error ? "" : caso.mensaje);
       EXPECT_EQ(resultado.error.has_value(), error) << caso.operacion;
+      Diario::Tarea tarea(diario);
+      AnotarAgenda(tarea, reloj.Ahora(), std::nullopt, agenda, resultado);
+      const Asiento& asiento = diario.Asientos().back();
+      EXPECT_EQ(asiento.antes, "sin leer");
+      EXPECT_EQ(asiento.escrito, "2 horarios (08:00 TOblig TCond TWind, 10:00 TOblig TWind), ventana de 300 min.");
+      const std::string fin = error ? "[sin respuesta]" : caso.mensaje;
+      EXPECT_EQ(asiento.resultado, fin.empty() ? "hecho" : fin + "; no confirmado");
       EXPECT_THAT(comunicador.llamadas,
                   ElementsAreArray(todas.begin(), todas.begin() + static_cast<int>(caso.llamadas)));
     }
@@ -145,7 +155,11 @@ TEST_F(EscrituraAgenda, CadaPasoQueFallaTerminaConLoSuyo) {
 }
 
 TEST_F(EscrituraAgenda, SinHorariosNoSeMandaNada) {
-  EXPECT_FALSE(EscribirAgenda(FDLHorarios(), {comunicador, registro}).Grabado);
+  const ResultadoAgenda resultado = EscribirAgenda(FDLHorarios(), {comunicador, registro});
+  EXPECT_FALSE(resultado.Grabado);
+  Diario::Tarea tarea(diario);
+  AnotarAgenda(tarea, reloj.Ahora(), agenda, FDLHorarios(), resultado);
+  EXPECT_THAT(diario.Asientos(), testing::IsEmpty());
   EXPECT_THAT(comunicador.llamadas, testing::IsEmpty());
 }
 

@@ -1,6 +1,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <filesystem>
+
 #include "session/LecturaConfiguracion.h"
 #include "support/DispositivoLleno.h"
 #include "support/ModPrueba.h"
@@ -165,7 +168,8 @@ TEST_F(Lectura, UnGuardadoQueFallaDejaElArchivoAnterior) {
 
 TEST_F(Lectura, CadaLecturaCompletaDeLaUTRSeRespalda) {
   const auto respaldos = [&] {
-    return std::distance(std::filesystem::directory_iterator(lectura.CarpetaDeRespaldos()), {});
+    const std::filesystem::directory_iterator todos(lectura.CarpetaDeRespaldos());
+    return std::count_if(begin(todos), end(todos), [](const auto& uno) { return uno.path().extension() == ".ucg"; });
   };
   EXPECT_FALSE(lectura.RespaldarParaEscribir().Guardado()) << "nothing was read yet";
   lectura.Preparar("RTU");

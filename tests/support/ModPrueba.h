@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "configuration/Catalogo.h"
+#include "session/BitacoraVisita.h"
 #include "session/ModRTU.h"
 #include "support/Carpeta.h"
 #include "support/ComunicadorFalso.h"
@@ -32,6 +33,8 @@ struct ModPrueba {
   PuertosFalsos puertos;
   ImpresoraFalsa impresora;
   Conexion conexion{comunicador, propiedades};
+  Diario diario{propiedades, reloj};
+  BitacoraVisita bitacora{carpeta.Ruta(), diario, registro};
   ModRTU mod{.comunicador = comunicador,
              .propiedades = propiedades,
              .registro = registro,
@@ -41,6 +44,8 @@ struct ModPrueba {
              .puertos = puertos,
              .impresora = impresora,
              .conexion = conexion,
+             .diario = diario,
+             .bitacora = bitacora,
              .atender = {},
              .carpeta = carpeta.Ruta()};
 

@@ -9,6 +9,7 @@
 
 #include "base/Error.h"
 #include "base/Numeros.h"
+#include "configuration/AnotacionEscritura.h"
 #include "configuration/CambiosConfiguracion.h"
 #include "configuration/ListaCanales.h"
 #include "configuration/Pilas.h"
@@ -342,13 +343,16 @@ bool frmParametrizacion::Respaldar() {
 }
 
 void frmParametrizacion::Grabar() {
+  const ModoEscritura modo = PalabrasDe(ModoConfiguracion).modo;
+  std::vector<CambioConfiguracion> cambios = CambiosDe(inicial_, ColeccionCFG, mod_.catalogo);
+  Diario::Tarea tarea(mod_.diario);
   {
     OpcionesOcupacion opciones = AlTrabajar();
     AvisoDeEscritura aviso(*std::exchange(opciones.panel, nullptr), mod_.atender);
     const Ocupacion ocupacion(*this, opciones);
-    resultado_ = Escribir({PalabrasDe(ModoConfiguracion).modo, ColeccionCFG, modificar_}, mod_.comunicador,
-                          mod_.registro, aviso);
+    resultado_ = Escribir({modo, ColeccionCFG, modificar_}, mod_.comunicador, mod_.registro, aviso);
   }
+  AnotarEscritura(tarea, mod_.reloj.Ahora(), {modo, std::move(cambios), Grabado, resultado_});
   Grabado = Grabado || resultado_.Grabado;
   if (!resultado_.mensaje.empty())
     mod_.operador.Mostrar({resultado_.mensaje, Titulo(), Icono::kCritico, Botones::kAceptar});

@@ -37,6 +37,7 @@ bool TomarIdentificador(FlujoLectura& flujo, std::optional<std::int16_t> identif
   const std::int32_t anterior = propiedades.LeerEntero(clave::kIdentificador, 0);
   if (anterior == 0 || !identificador || *identificador == anterior) return false;
   propiedades.Escribir(clave::kIdentificador, Propiedad{std::int64_t{*identificador}}, Propiedad{std::int64_t{0}});
+  flujo.Mod().diario.AnotarOtroIdentificador(anterior, *identificador);
   flujo.Principal().setWindowTitle(Q(TituloTrasLectura(propiedades).value_or(std::string(kTitulo))));
   return true;
 }

@@ -385,6 +385,7 @@ void frmAsistRemota::Escribir() {
     ProgresoFinal progreso(*c_);
     resultado = PonerEnMarcha(Pedido(), {.unidad = {mod_.comunicador, mod_.registro},
                                          .reloj = mod_.reloj,
+                                         .diario = mod_.diario,
                                          .atender = mod_.atender,
                                          .progreso = progreso,
                                          .lineas = [this](const auto& lineas) { MostrarLineas(lineas); }});

@@ -12,7 +12,6 @@
 #include <utility>
 
 #include "operations/windows/IndicadorSalida.h"
-#include "services/Diario.h"
 #include "widgets/Campos.h"
 #include "widgets/MarcoDialogo.h"
 #include "widgets/Ocupacion.h"
@@ -215,13 +214,13 @@ void frmSalidasDigitales::ActualizarSola() {
 }
 
 // How a switch ended, for the line and the journal: both are told from what the output shows now.
-void frmSalidasDigitales::Anotar(std::size_t salida, bool encender, const std::string& antes) {
+void frmSalidasDigitales::Anotar(Diario::Tarea& tarea, std::size_t salida, bool encender, const std::string& antes) {
   const std::string nombre = kSalidas[salida].nombre;
   const bool aceptada = salidas_[salida].estado->text() != Q(kSinRespuesta);
   orden_ = nombre + (aceptada ? ": aceptó " : ": no aceptó ") + kOrdenes[encender ? 0 : 1].texto + ", " + Hora();
-  mod_.diario.Anotar({mod_.reloj.Ahora(), "Salida " + nombre, antes == kSinRespuesta ? asiento::kSinLeer : antes,
-                      std::string(encender ? kEncendido : kApagado),
-                      aceptada ? asiento::kHecho : std::string(kSinRespuesta) + asiento::kSinConfirmar});
+  tarea.Anotar({mod_.reloj.Ahora(), "Salida " + nombre, antes == kSinRespuesta ? asiento::kSinLeer : antes,
+                std::string(encender ? kEncendido : kApagado),
+                aceptada ? asiento::kHecho : std::string(kSinRespuesta) + asiento::kSinConfirmar});
 }
 
 void frmSalidasDigitales::Conmutar(std::size_t salida, bool encender) {
@@ -230,9 +229,10 @@ void frmSalidasDigitales::Conmutar(std::size_t salida, bool encender) {
   {
     const Ocupacion ocupacion(*this, {.operador = &mod_.operador, .panel = picInfo_});
     const std::string antes = U(salidas_[salida].estado->text());
+    Diario::Tarea tarea(mod_.diario);
     const std::string_view texto = ConmutarSalida(mod_.comunicador, salida, encender);
     Mostrar(salida, texto);
-    Anotar(salida, encender, antes);
+    Anotar(tarea, salida, encender, antes);
     MostrarLinea();
   }
   Leer(Lectura::kPedida);

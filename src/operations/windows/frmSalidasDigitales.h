@@ -5,6 +5,7 @@
 #include <string>
 
 #include "operations/SalidasDigitales.h"
+#include "services/Diario.h"
 #include "session/ModRTU.h"
 
 class QCheckBox;
@@ -45,7 +46,7 @@ class frmSalidasDigitales : public QDialog {
   void Actualizar();
   void ActualizarSola();
   void Conmutar(std::size_t salida, bool encender);
-  void Anotar(std::size_t salida, bool encender, const std::string& antes);
+  void Anotar(Diario::Tarea& tarea, std::size_t salida, bool encender, const std::string& antes);
   bool Leer(Lectura lectura);
   void Esperar();  // for the next read of its own
   void Mostrar(std::size_t salida, std::string_view texto);

@@ -14,6 +14,7 @@
 #include "retrieved/recovery/LecturaAnterior.h"
 #include "retrieved/recovery/MapaMemoria.h"
 #include "retrieved/recovery/SeleccionFlash.h"
+#include "services/Diario.h"
 
 namespace utr {
 
@@ -42,6 +43,7 @@ struct ContextoLectura {
   Progreso& progreso;
   MapaMemoria& mapa;
   Atender atender{};
+  Diario* diario = nullptr;  // is told the read as a whole; null: nobody
   // The unit fell silent: whether to go on trying. Empty: no.
   std::function<bool()> seguir_sin_respuesta{};
 };

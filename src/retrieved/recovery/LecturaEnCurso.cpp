@@ -58,7 +58,8 @@ void Borrar(const fs::path& ruta) {
 
 }  // namespace
 
-LecturaEnCurso::LecturaEnCurso(const ContextoLectura& contexto, Pedido pedido) : pedido_(std::move(pedido)) {
+LecturaEnCurso::LecturaEnCurso(const ContextoLectura& contexto, Pedido pedido)
+    : diario_(contexto.diario), reloj_(contexto.reloj), pedido_(std::move(pedido)) {
   OpcionesLectura& opciones = pedido_.opciones;
   if (opciones.anterior != nullptr) opciones.seleccion = opciones.anterior->Ampliar(opciones.seleccion);
   const fs::path destino = opciones.anterior != nullptr ? Libre(pedido_.ruta, kContinuacion) : pedido_.ruta;
@@ -79,6 +80,28 @@ void LecturaEnCurso::Apartar() {
 }
 
 void LecturaEnCurso::Leer() {
+  if (diario_ == nullptr) return LeerTodo();
+  Diario::Tarea tarea(*diario_);
+  const auto falla = FallaDe([this] { LeerTodo(); });
+  Anotar(tarea, falla);
+  if (falla) throw *falla;
+}
+
+void LecturaEnCurso::Anotar(Diario::Tarea& tarea, const std::optional<Error>& falla) const {
+  const AvanceLectura& avance = lector_->Avance();
+  const auto fallidas = static_cast<std::int64_t>(lector_->Fallidas().size());
+  std::string fin = fmt::format("{} páginas leídas, {} sin respuesta", avance.leidas - fallidas, fallidas);
+  if (lector_->Cancelada()) fin += "; cancelada por el operador";
+  if (falla) fin += "; [" + falla->Descripcion() + "]";
+  tarea.Anotar({.momento = reloj_.Ahora(),
+                .comando = "Recuperación de la memoria flash",
+                .antes = asiento::kNada,
+                .escrito = pedido_.ruta.filename().string(),
+                .resultado = std::move(fin),
+                .clase = ClaseAsiento::kLectura});
+}
+
+void LecturaEnCurso::LeerTodo() {
   AlFallar([&] { lector_->Leer(); },
            [&] {
              if (pedido_.opciones.anterior == nullptr) IgnorandoErrores([&] { archivo_->Terminar(); });

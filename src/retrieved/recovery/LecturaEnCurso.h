@@ -28,14 +28,19 @@ class LecturaEnCurso {
 
   // Reads. Raises what driver and disk raise; the file then holds what was read until then. Behind a failure of the
   // disk an earlier file stays in its place.
+  // The journal gets one entry for all of its pages, however it ends.
   void Leer();
 
   const LectorFlash& Lector() const noexcept { return *lector_; }
 
  private:
+  void LeerTodo();
+  void Anotar(Diario::Tarea& tarea, const std::optional<Error>& falla) const;
   void Apartar();
   void Publicar();
 
+  Diario* diario_;
+  const Reloj& reloj_;
   Pedido pedido_;
   std::filesystem::path apartado_;  // empty: there was no former file
   std::optional<EscritorRecuperacion> archivo_;

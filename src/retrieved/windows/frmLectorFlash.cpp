@@ -230,6 +230,7 @@ frmLectorFlash::Fin frmLectorFlash::GuardarLecturaFlash(const std::vector<LugarP
                           .progreso = *avance_,
                           .mapa = mapa_,
                           .atender = mod_.atender,
+                          .diario = &mod_.diario,
                           .seguir_sin_respuesta =
                               [this] {
                                 return Preguntar(mod_.operador, Titulo(),

@@ -10,6 +10,7 @@
 #include <limits>
 
 #include "base/Texto.h"
+#include "schedule/AnotacionAgenda.h"
 #include "schedule/CargaAgenda.h"
 #include "schedule/EdicionAgenda.h"
 #include "schedule/EscrituraAgenda.h"
@@ -241,9 +242,11 @@ bool frmAgendas::LeerAgenda() {
     return false;
   }
   const auto cierre = qScopeGuard([&tabla] { tabla->Close(); });
+  leida_ = FDLHorarios();
   if (tabla->RecordCount() == 0) return false;
   BorrarListaAgenda(false);
   CargarColeccionAgenda(*tabla);
+  leida_ = horarios_;
   return true;
 }
 
@@ -410,11 +413,13 @@ void frmAgendas::Aceptar() {
 void frmAgendas::Grabar() {
   Acepto = true;
   ResultadoAgenda resultado;
+  Diario::Tarea tarea(mod_.diario);
   {
     const Ocupacion ocupacion(*this, AlTrabajar());
     if (mod_.atender) mod_.atender();  // the panel is seen before the driver blocks
     resultado = EscribirAgenda(horarios_, {mod_.comunicador, mod_.registro});
   }
+  AnotarAgenda(tarea, mod_.reloj.Ahora(), leida_, horarios_, resultado);
   Grabado = resultado.Grabado;
   if (resultado.error) throw *resultado.error;
   if (!resultado.mensaje.empty())

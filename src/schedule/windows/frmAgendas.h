@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "schedule/FDLHorarios.h"
@@ -81,11 +82,12 @@ class frmAgendas : public VentanaLista {
 
   ModRTU& mod_;
   FDLHorarios horarios_;
-  TablaPtr filas_;               // what the list shows
-  std::int16_t proximo_ = 0;     // minute proposed for the next new entry
-  std::string duracion_puesta_;  // what the field was given last
-  std::string aviso_duracion_;   // a typed length that was replaced
-  std::string aviso_periodo_;    // what the last period did
+  std::optional<FDLHorarios> leida_;  // as the unit gave it
+  TablaPtr filas_;                    // what the list shows
+  std::int16_t proximo_ = 0;          // minute proposed for the next new entry
+  std::string duracion_puesta_;       // what the field was given last
+  std::string aviso_duracion_;        // a typed length that was replaced
+  std::string aviso_periodo_;         // what the last period did
   CampoNumero* txtDuracion_;
   QWidget* no_leida_;
   QLabel* lblEstado_;

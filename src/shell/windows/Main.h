@@ -5,6 +5,8 @@
 #include <string>
 
 #include "configuration/Catalogo.h"
+#include "services/ComunicadorConDiario.h"
+#include "session/BitacoraVisita.h"
 #include "session/ModRTU.h"
 #include "session/RelojUTR.h"
 #include "session/SituacionDelEnlace.h"
@@ -44,7 +46,10 @@ class Main {
   RegistroErrores registro_;
   Catalogo catalogo_;
   RelojUTR reloj_utr_;
-  ComunicadorConReloj comunicador_;
+  ComunicadorConReloj con_reloj_;
+  Diario diario_;
+  BitacoraVisita bitacora_;
+  ComunicadorConDiario comunicador_;
   Conexion conexion_;
   ModRTU mod_;
   std::string aviso_;

@@ -366,7 +366,8 @@ TEST_F(PruebaParametrizacion, LoEditadoSaleTrasElRespaldoYConElPanelALaVista) {
   EditarNivel("7");
   Lista().CampoFiltro()->setText("no hay");
   const auto respaldos = [this] {
-    return std::distance(std::filesystem::directory_iterator(lectura.CarpetaDeRespaldos()), {});
+    const std::filesystem::directory_iterator todos(lectura.CarpetaDeRespaldos());
+    return std::count_if(begin(todos), end(todos), [](const auto& uno) { return uno.path().extension() == ".ucg"; });
   };
   leida->Set("Pagina", "9");  // the table differs from the backup of its read
   comunicador.llamadas.clear();
@@ -382,6 +383,11 @@ TEST_F(PruebaParametrizacion, LoEditadoSaleTrasElRespaldoYConElPanelALaVista) {
   Pulsar("cmd(0)");
   EXPECT_EQ(vistos, "GrabarCanalesModificar-2 GrabarEvento-2 GrabarParametrizacion+2 GrabarFechaHora+2 ");
   EXPECT_EQ(comunicador.llamadas.at(0), "GrabarCanalesModificar(33,1#)");
+  const auto& asientos = diario.Asientos();
+  ASSERT_GE(asientos.size(), 2U);
+  EXPECT_EQ(asientos.end()[-2].escrito, "2 canales, 1 cambio");
+  EXPECT_THAT(asientos.back().comando, testing::StartsWith("EA01: "));
+  EXPECT_EQ(asientos.back().escrito + ", " + asientos.back().resultado, "7, hecho");
   EXPECT_THAT(Filas(*comunicador.Recibidas("GrabarParametrizacion").at(0), {"Canal", "MaxBajVal"}),
               ElementsAre("1|7", "16|"));
   EXPECT_TRUE(ventana->Aceptado && ventana->Grabado && ventana->Resultado().Completa());

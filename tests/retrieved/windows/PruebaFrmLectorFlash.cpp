@@ -224,7 +224,7 @@ TEST_F(PruebaFrmLectorFlash, LoQueFallaConLaConfiguracionNoDejaMedioArchivo) {
     EXPECT_FALSE(std::filesystem::is_regular_file(ruta_ucg));
     EXPECT_EQ(Archivo(), Volcado("27/31 5@27,0-2 255@27,3-4 EOT EOT EOT"));
   }
-  EXPECT_EQ(banco.carpeta.Cuantos(), 3U) << "file, folder in the way and error log";
+  EXPECT_EQ(banco.carpeta.Cuantos(), 4U) << "file, folder in the way, error log and journal";
 }
 
 TEST_F(PruebaFrmLectorFlash, CancelarMientrasVieneLaConfiguracionLaDejaSinGuardar) {
