@@ -153,6 +153,10 @@ double PuntosQueCaben(const Lineas& lineas, const QFont& letra, QPagedPaintDevic
   return std::max(kPuntosMinimos, kPuntos * pagina / ancho * 0.97);
 }
 
+[[noreturn]] void NoLoToma() {
+  throw Error(kErrorImpresora, "Imprimir", "Error de impresora");
+}
+
 QFont FuenteDe(LetraImpresion letra) {
   return letra == LetraImpresion::kPareja ? QFontDatabase::systemFont(QFontDatabase::FixedFont)
                                           : QGuiApplication::font();
@@ -181,12 +185,22 @@ std::vector<std::string> ImpresoraQt::Nombres() {
 }
 
 void ImpresoraQt::Imprimir(std::string_view nombre, std::string_view texto, LetraImpresion letra) {
+  Dibujar(nombre, "AdminUTR",
+          [&](QPagedPaintDevice& dispositivo) { return DibujarDocumento(dispositivo, texto, FuenteDe(letra)); });
+}
+
+void ImpresoraQt::Dibujar(std::string_view nombre, std::string_view titulo, const DibujarPaginas& dibujar) {
   QPrinter impresora(QPrinter::HighResolution);
   impresora.setPrinterName(Q(nombre));
-  impresora.setDocName(QStringLiteral("AdminUTR"));
-  if (!impresora.isValid() || DibujarDocumento(impresora, texto, FuenteDe(letra)) == 0) {
-    throw Error(kErrorImpresora, "Imprimir", "Error de impresora");
-  }
+  impresora.setDocName(Q(titulo));
+  if (!impresora.isValid() || dibujar(impresora) == 0) NoLoToma();
+}
+
+void ImprimirDibujo(Impresora& impresora, std::string_view nombre, std::string_view titulo,
+                    const DibujarPaginas& dibujar) {
+  auto* con_dibujos = dynamic_cast<ImpresoraDibujos*>(&impresora);
+  if (con_dibujos == nullptr) NoLoToma();
+  con_dibujos->Dibujar(nombre, titulo, dibujar);
 }
 
 }  // namespace utr

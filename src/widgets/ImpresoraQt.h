@@ -6,16 +6,18 @@
 #include <vector>
 
 #include "services/Impresora.h"
+#include "widgets/ImpresoraDibujos.h"
 
 class QPagedPaintDevice;
 
 namespace utr {
 
 // Through Qt's print support.
-class ImpresoraQt : public Impresora {
+class ImpresoraQt : public Impresora, public ImpresoraDibujos {
  public:
   std::vector<std::string> Nombres() override;
   void Imprimir(std::string_view nombre, std::string_view texto, LetraImpresion letra) override;
+  void Dibujar(std::string_view nombre, std::string_view titulo, const DibujarPaginas& dibujar) override;
 };
 
 // Draws the whole text on as many pages as it takes, with tab stops wide enough for the widest text of each column;

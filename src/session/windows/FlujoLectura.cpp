@@ -3,7 +3,6 @@
 #include <QDialog>
 #include <memory>
 
-#include "session/AjustesEnlace.h"
 #include "session/OperacionesEnlace.h"
 #include "session/windows/frmPresentacion.h"
 #include "widgets/TextoQt.h"
@@ -46,6 +45,7 @@ bool FlujoLectura::LeerConfiguracion(const PedidoConfiguracion& pedido) {
     dialogo->FijarFuente(pedido.DesdeUTROnly);
     dialogo->bShowUCG = pedido.ShowUCG;
     dialogo->ActivarDesactivarControles();
+    if (pedido.Estacion) dialogo->Tomar(*pedido.Estacion);
     dialogo->exec();
     // A cancelled dialog may have closed or moved the link, so it is opened again as the settings say.
     dialogo->Acepto ? AceptarLectura(*dialogo, pedido) : mod_.conexion.ConectarSegunAjustes();

@@ -3,8 +3,10 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
+#include "session/AjustesEnlace.h"
 #include "session/LecturaConfiguracion.h"
 #include "session/ModRTU.h"
 
@@ -17,10 +19,11 @@ class frmPresentacion;
 
 // What a read of the configuration is asked for.
 struct PedidoConfiguracion {
-  bool DesdeUTROnly = false;      // from the unit alone
-  bool MostrarConfig = false;     // the list of channels follows
-  bool SoloMostrarLaCFG = false;  // only to look at
-  bool ShowUCG = false;           // files are exported configurations
+  bool DesdeUTROnly = false;                // from the unit alone
+  bool MostrarConfig = false;               // the list of channels follows
+  bool SoloMostrarLaCFG = false;            // only to look at
+  bool ShowUCG = false;                     // files are exported configurations
+  std::optional<EntradaEnlace> Estacion{};  // what the dialog shows of the link, instead of the settings
 };
 
 // What the main window does for the flows that it starts. Each may be missing.

@@ -17,6 +17,7 @@
 #include "session/OperacionesEnlace.h"
 #include "session/Puertos.h"
 #include "session/windows/ParteElegible.h"
+#include "session/windows/frmLibroEstaciones.h"
 #include "session/windows/modCOM.h"
 #include "widgets/Ayuda.h"
 #include "widgets/AyudaCombos.h"
@@ -73,6 +74,7 @@ frmPresentacion::frmPresentacion(ModRTU& mod, QWidget* parent)
       AceptarLecturaCFG_(Boton("AceptarLecturaCFG", "Aceptar")),
       CancelarLecturaCFG_(Boton("CancelarLecturaCFG", "Cancelar")),
       cmdAyuda_(Boton("cmdAyuda", "A&yuda")),
+      cmdEstaciones_(Boton("cmdEstaciones", "&Estaciones...")),
       cuerpo_(new QWidget) {
   setObjectName("frmPresentacion");
   setWindowTitle("Configuración");
@@ -97,9 +99,10 @@ void frmPresentacion::Armar() {
 
   auto* cuerpo = new QVBoxLayout;
   cuerpo->addWidget(cuerpo_);
-  ArmarDialogo(*this, cuerpo, {.aceptar = AceptarLecturaCFG_, .cancelar = CancelarLecturaCFG_, .ayuda = cmdAyuda_},
-               {OptionRTU_, OptionXML_, txtIdentificador_, optSerie_, cboPuertos_, CVelocidad_, CVerifVelocidad_,
-                CParar_, chkTel_, txtTelefono_, cmdTelefono_, txtComandos_, optIP_, DireccionIP_, PuertoIP_});
+  ArmarDialogo(
+      *this, cuerpo, {.aceptar = AceptarLecturaCFG_, .cancelar = CancelarLecturaCFG_, .ayuda = cmdAyuda_},
+      {OptionRTU_, OptionXML_, txtIdentificador_, cmdEstaciones_, optSerie_, cboPuertos_, CVelocidad_, CVerifVelocidad_,
+       CParar_, chkTel_, txtTelefono_, cmdTelefono_, txtComandos_, optIP_, DireccionIP_, PuertoIP_});
   AceptarLecturaCFG_->setFocus();
 }
 
@@ -124,6 +127,8 @@ QGroupBox* frmPresentacion::ArmarEquipo() {
   txtIdentificador_->setMaximumWidth(txtIdentificador_->fontMetrics().horizontalAdvance("0") *
                                      (kCifrasIdentificador + 9));
   reja_equipo_->addWidget(txtIdentificador_, 0, ParteElegible::kCampos, Qt::AlignLeft);
+  cmdEstaciones_->setToolTip("Tomar el enlace y el identificador del libro de estaciones");
+  reja_equipo_->addWidget(cmdEstaciones_, 0, ParteElegible::kAlLado);
   return marco;
 }
 
@@ -203,10 +208,29 @@ void frmPresentacion::ConectarControles() {
     CambioTelefono();
     if (txtTelefono_->isEnabled() && chkTel_->hasFocus()) txtTelefono_->setFocus();
   });
+  connect(cmdEstaciones_, &QPushButton::clicked, this, &frmPresentacion::TomarDelLibro);
   connect(CVerifVelocidad_, &QPushButton::clicked, this, &frmPresentacion::VerificarVelocidad);
   connect(AceptarLecturaCFG_, &QPushButton::clicked, this, &frmPresentacion::Aceptar);
   connect(CancelarLecturaCFG_, &QPushButton::clicked, this, &frmPresentacion::reject);
   ServirAyuda(*cmdAyuda_, mod_.archivo_ayuda);
+}
+
+void frmPresentacion::TomarDelLibro() {
+  if (const auto estacion = ElegirEstacion(mod_, this)) Tomar(EntradaDe(*estacion));
+}
+
+void frmPresentacion::Tomar(const EntradaEnlace& entrada) {
+  (entrada.por_ip ? optIP_ : optSerie_)->setChecked(true);
+  if (entrada.por_ip) {
+    DireccionIP_->setText(Q(entrada.direccion));
+    PuertoIP_->setText(Q(entrada.puerto_ip));
+  } else {
+    ElegirEnlace(*cboPuertos_, *CVelocidad_, entrada);
+    chkTel_->setChecked(entrada.telefono);
+    txtTelefono_->setText(Q(entrada.numero_telefono));
+    txtComandos_->setText(Q(entrada.comandos));
+  }
+  txtIdentificador_->setText(Q(entrada.identificador));
 }
 
 void frmPresentacion::FijarFuente(bool desde_utr_only) {
@@ -219,7 +243,7 @@ void frmPresentacion::ActivarDesactivarControles() {
   const bool serie = utr && optSerie_->isChecked();
   const bool ip = utr && optIP_->isChecked();
   for (QWidget* control : std::initializer_list<QWidget*>{optIP_, optSerie_, txtIdentificador_, lblIdentificador_,
-                                                          lblPuertos_, lblVelocidad_, lblPuertoIP_}) {
+                                                          cmdEstaciones_, lblPuertos_, lblVelocidad_, lblPuertoIP_}) {
     control->setEnabled(utr);
   }
   for (QWidget* control : std::initializer_list<QWidget*>{CVelocidad_, cboPuertos_, CVerifVelocidad_, chkTel_}) {

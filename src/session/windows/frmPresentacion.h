@@ -40,6 +40,9 @@ class frmPresentacion : public QDialog {
   // Puts the controls in the state of the options.
   void ActivarDesactivarControles();
 
+  // Shows that link and identifier in the fields that they belong to; the other fields stay. Nothing else follows.
+  void Tomar(const EntradaEnlace& entrada);
+
   // kFuenteUTR or the path of a file; empty when none was chosen.
   const std::string& Fuente() const noexcept { return fuente_; }
   std::string Direccion() const;
@@ -62,6 +65,7 @@ class frmPresentacion : public QDialog {
   void ConectarControles();
   void Llenar();
 
+  void TomarDelLibro();
   void Aceptar();
   bool AceptarUTR();
   void ElegirArchivo();
@@ -108,6 +112,7 @@ class frmPresentacion : public QDialog {
   QPushButton* AceptarLecturaCFG_;
   QPushButton* CancelarLecturaCFG_;
   QPushButton* cmdAyuda_;
+  QPushButton* cmdEstaciones_;
   QWidget* cuerpo_;  // everything but the panel and the buttons
 };
 

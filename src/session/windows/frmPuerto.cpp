@@ -12,6 +12,7 @@
 #include "session/OperacionesEnlace.h"
 #include "session/Puertos.h"
 #include "session/windows/ParteElegible.h"
+#include "session/windows/frmLibroEstaciones.h"
 #include "session/windows/modCOM.h"
 #include "widgets/Ayuda.h"
 #include "widgets/AyudaCombos.h"
@@ -37,7 +38,8 @@ frmPuerto::frmPuerto(ModRTU& mod, QWidget* parent)
       PuertoIP_(new CampoDigitos("PuertoIP", kCifrasPuerto)),
       CmdOK_(Boton("CmdOK", "Aceptar")),
       CmdCancel_(Boton("CmdCancel", "Cancelar")),
-      cmdAyuda_(Boton("cmdAyuda", "A&yuda")) {
+      cmdAyuda_(Boton("cmdAyuda", "A&yuda")),
+      cmdEstaciones_(Boton("cmdEstaciones", "&Estaciones...")) {
   setObjectName("frmPuerto");
   setWindowTitle("Configuración del Puerto de comunicación");
   Armar();
@@ -46,6 +48,9 @@ frmPuerto::frmPuerto(ModRTU& mod, QWidget* parent)
   for (const QComboBox* lista : {CPuerto_, CVelocidad_}) {
     connect(lista, &QComboBox::currentIndexChanged, this, &frmPuerto::ActivarDesactivarControles);
   }
+  connect(cmdEstaciones_, &QPushButton::clicked, this, [this] {
+    if (const auto estacion = ElegirEstacion(mod_, this)) Tomar(EntradaDe(*estacion));
+  });
   connect(CmdOK_, &QPushButton::clicked, this, &frmPuerto::Aceptar);
   connect(CmdCancel_, &QPushButton::clicked, this, &frmPuerto::reject);
   ServirAyuda(*cmdAyuda_, mod_.archivo_ayuda);
@@ -76,12 +81,14 @@ void frmPuerto::Armar() {
   auto* grupo = new QButtonGroup(this);
   grupo->addButton(optSerie_);
   grupo->addButton(optIP_);
+  cmdEstaciones_->setToolTip("Tomar el enlace del libro de estaciones");
   auto* partes = new QVBoxLayout;
+  partes->addWidget(cmdEstaciones_, 0, Qt::AlignRight);
   partes->addWidget(serie_);
   partes->addWidget(ip_);
 
   ArmarDialogo(*this, partes, {.aceptar = CmdOK_, .cancelar = CmdCancel_, .ayuda = cmdAyuda_},
-               {optSerie_, CPuerto_, CVelocidad_, optIP_, DireccionIP_, PuertoIP_});
+               {cmdEstaciones_, optSerie_, CPuerto_, CVelocidad_, optIP_, DireccionIP_, PuertoIP_});
 }
 
 void frmPuerto::Llenar() {
@@ -93,6 +100,13 @@ void frmPuerto::Llenar() {
   (entrada.por_ip ? optIP_ : optSerie_)->setChecked(true);
   PuertoIP_->setText(Q(entrada.puerto_ip));
   DireccionIP_->setText(Q(entrada.direccion));
+}
+
+void frmPuerto::Tomar(const EntradaEnlace& entrada) {
+  (entrada.por_ip ? optIP_ : optSerie_)->setChecked(true);
+  if (!entrada.por_ip) return ElegirEnlace(*CPuerto_, *CVelocidad_, entrada);
+  DireccionIP_->setText(Q(entrada.direccion));
+  PuertoIP_->setText(Q(entrada.puerto_ip));
 }
 
 void frmPuerto::ActivarDesactivarControles() {

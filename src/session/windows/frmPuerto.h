@@ -3,6 +3,7 @@
 #include <QDialog>
 #include <string>
 
+#include "session/AjustesEnlace.h"
 #include "session/ModRTU.h"
 
 class QComboBox;
@@ -28,6 +29,9 @@ class frmPuerto : public QDialog {
   std::string PSettings() const;                          // link settings text
   const std::string& PPuerto() const { return puerto_; }  // serial or TCP port
 
+  // Shows that link in the fields that it belongs to; the other fields stay. Nothing else follows.
+  void Tomar(const EntradaEnlace& entrada);
+
   void reject() override;
 
  private:
@@ -50,6 +54,7 @@ class frmPuerto : public QDialog {
   QPushButton* CmdOK_;
   QPushButton* CmdCancel_;
   QPushButton* cmdAyuda_;
+  QPushButton* cmdEstaciones_;
 };
 
 // Asks for a port and opens the link there. Shows its failures, under the title of `principal`.

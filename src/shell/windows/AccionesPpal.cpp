@@ -100,4 +100,9 @@ const std::array<AccionPpal, 7> kAvanzadas{{
      .hacer = &frmPpal::ExportarConfiguracion},
 }};
 
+const std::array<AccionPpal, 2> kVisita{{
+    {.texto = "&Bitácora de la visita...", .icono = "bitacora", .hacer = &frmPpal::MostrarBitacora},
+    {.texto = "Libro de &estaciones...", .icono = "estaciones", .hacer = &frmPpal::MostrarLibroEstaciones},
+}};
+
 }  // namespace utr

@@ -6,7 +6,7 @@ namespace utr {
 
 class frmPpal;
 
-// One command of the main window's two numbered menus.
+// One command of the main window's two numbered menus, or of that of the visit.
 struct AccionPpal {
   const char* texto;
   const char* tecla;
@@ -19,5 +19,6 @@ struct AccionPpal {
 
 extern const std::array<AccionPpal, 9> kAcciones;   // "&Acciones"
 extern const std::array<AccionPpal, 7> kAvanzadas;  // "A&vanzadas", behind the password
+extern const std::array<AccionPpal, 2> kVisita;     // "V&isita"
 
 }  // namespace utr

@@ -22,6 +22,7 @@ BarraEstado::BarraEstado(QWidget* parent)
     : QStatusBar(parent),
       panel1_(Panel("Panel1")),
       verificacion_(Panel("Verificacion")),
+      bitacora_(Panel("Bitacora")),
       trafico_(Panel("Trafico")),
       puerto_(new EtiquetaEstado("PUERTO")),
       velocidad_(new EtiquetaEstado("Velocidad")) {
@@ -29,6 +30,7 @@ BarraEstado::BarraEstado(QWidget* parent)
   addWidget(panel1_, 1);
   panel1_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);  // a long text makes no window wider
   addPermanentWidget(verificacion_);
+  addPermanentWidget(bitacora_);
   addPermanentWidget(trafico_);
   addPermanentWidget(puerto_);
   addPermanentWidget(velocidad_);
@@ -37,6 +39,8 @@ BarraEstado::BarraEstado(QWidget* parent)
   trafico_->setWhatsThis(
       "Lo que fue y vino por la línea desde que comenzó el programa, y cuántos pedidos hubo que repetir.");
   Verificacion({});
+  bitacora_->setWhatsThis("Los asientos de la bitácora que el disco no tomó. Se vuelve a intentar con cada asiento.");
+  Bitacora({}, {});
   Trafico({});
   velocidad_->setWhatsThis("La velocidad del puerto serie, o la dirección IP de la UTR.");
 }
@@ -53,6 +57,14 @@ void BarraEstado::Verificacion(std::string_view texto, std::string_view detalle)
   verificacion_->setToolTip(Q(detalle));
   verificacion_->setAccessibleDescription(Q(detalle));
   verificacion_->setVisible(!texto.empty());
+}
+
+void BarraEstado::Bitacora(std::string_view texto, std::string_view detalle) {
+  bitacora_->setText(Q(texto));
+  bitacora_->setToolTip(Q(detalle));
+  bitacora_->setAccessibleDescription(Q(detalle));
+  bitacora_->setVisible(!texto.empty());
+  bitacora_->repaint();
 }
 
 void BarraEstado::Trafico(std::string_view texto) {

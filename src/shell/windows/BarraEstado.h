@@ -27,6 +27,9 @@ class BarraEstado : public QStatusBar, public Progreso {
   // is what its tooltip says more.
   void Verificacion(std::string_view texto, std::string_view detalle = {});
 
+  // What the disk doesn't take of the journal, and why; empty: nothing, and no panel. Seen at once.
+  void Bitacora(std::string_view texto, std::string_view detalle);
+
   // What goes over the wire; empty: nothing, and no panel. Seen at once, since the work that tells it may not let
   // events run.
   void Trafico(std::string_view texto);
@@ -45,6 +48,7 @@ class BarraEstado : public QStatusBar, public Progreso {
   std::int64_t hechos_ = 0;
   QLabel* panel1_;
   QLabel* verificacion_;
+  QLabel* bitacora_;
   QLabel* trafico_;
   EtiquetaEstado* puerto_;
   EtiquetaEstado* velocidad_;

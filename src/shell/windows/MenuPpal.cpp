@@ -46,6 +46,7 @@ MenuPpal::MenuPpal(QMainWindow* ventana) : QObject(ventana), unidad_(new QLabel)
   ArmarConexion(ventana);
   ArmarAcciones(ventana);
   ArmarVer(ventana);
+  ArmarVisita(ventana);
   ArmarAyuda(ventana);
   ArmarBarra(ventana);
   unidad_->setObjectName("Unidad");
@@ -114,6 +115,15 @@ void MenuPpal::ArmarVer(QMainWindow* ventana) {
     vistas_[i]->setCheckable(true);
     grupo->addAction(vistas_[i]);
     connect(vistas_[i], &QAction::triggered, this, [this, i] { emit VistaPedida(static_cast<Vista>(i)); });
+  }
+}
+
+// "V" belongs to "&Ver".
+void MenuPpal::ArmarVisita(QMainWindow* ventana) {
+  QMenu* mnuVisita = Menu(ventana->menuBar()->addMenu("V&isita"), "mnuVisita");
+  for (std::size_t i = 0; i < kVisita.size(); ++i) {
+    QAction* accion = Entrada(mnuVisita, QString("mnuVisita(%1)").arg(i), kVisita[i].texto, IconoDe(kVisita[i].icono));
+    connect(accion, &QAction::triggered, this, [this, i] { emit Visita(static_cast<int>(i)); });
   }
 }
 

@@ -42,6 +42,7 @@ class MenuPpal : public QObject {
  signals:
   void Accion(int indice);
   void Avanzada(int indice);
+  void Visita(int indice);
   void VistaPedida(Vista vista);
   void OrdenPedido(bool ascendente);
   void Conectar();
@@ -56,6 +57,7 @@ class MenuPpal : public QObject {
   void ArmarAcciones(QMainWindow* ventana);
   void ArmarConexion(QMainWindow* ventana);
   void ArmarVer(QMainWindow* ventana);
+  void ArmarVisita(QMainWindow* ventana);
   void ArmarAyuda(QMainWindow* ventana);
   void ArmarBarra(QMainWindow* ventana);
   QAction* Agregar(QToolBar* barra, const char* clave, const char* texto, const char* icono, QActionGroup* grupo);

@@ -17,9 +17,12 @@
 #include "retrieved/windows/MostrarVistas.h"
 #include "schedule/windows/MostrarAgenda.h"
 #include "session/ArchivoAyuda.h"
+#include "session/BitacoraVisita.h"
 #include "session/Encabezado.h"
 #include "session/OperacionesEnlace.h"
+#include "session/windows/frmBitacora.h"
 #include "session/windows/frmConfirmPass.h"
+#include "session/windows/frmLibroEstaciones.h"
 #include "session/windows/frmLogin.h"
 #include "session/windows/frmPuerto.h"
 #include "shell/windows/AccionesPpal.h"
@@ -62,6 +65,7 @@ frmPpal::frmPpal(ModRTU& mod, QWidget* parent)
   setStatusBar(barra_estado_);
   ConectarControles();
   mod_.conexion.AlCambiar([this] { MostrarEnlace(); });
+  mod_.bitacora.AlCambiar([this] { MostrarPendientes(); });
   flujo_.Servirse({.estado = [this](std::string_view texto) { barra_estado_->Texto(texto); },
                    .verificacion = [this](auto texto, auto detalle) { barra_estado_->Verificacion(texto, detalle); },
                    .leida = [this] { MostrarEstacion(); },
@@ -72,6 +76,7 @@ frmPpal::frmPpal(ModRTU& mod, QWidget* parent)
 
 frmPpal::~frmPpal() {
   mod_.conexion.AlCambiar({});
+  mod_.bitacora.AlCambiar({});
   if (situacion_ == nullptr) return;
   situacion_->AlCambiar({});
   situacion_->AlCambiarElPuerto({});
@@ -93,6 +98,7 @@ void frmPpal::ConectarControles() {
   connect(lista_, &ListaAcciones::Ejecutar, this, &frmPpal::mnuAcciones_Click);
   connect(menu_, &MenuPpal::Accion, this, &frmPpal::mnuAcciones_Click);
   connect(menu_, &MenuPpal::Avanzada, this, &frmPpal::mnuAccAvanzadas_Click);
+  connect(menu_, &MenuPpal::Visita, this, &frmPpal::mnuVisita_Click);
   connect(menu_, &MenuPpal::Salir, this, &QWidget::close);
   connect(menu_, &MenuPpal::Conectar, this, &frmPpal::BotonConected);
   connect(menu_, &MenuPpal::Desconectar, this, &frmPpal::BotonDisconected);
@@ -173,6 +179,10 @@ void frmPpal::mnuAccAvanzadas_Click(int indice) {
   });
 }
 
+void frmPpal::mnuVisita_Click(int indice) {
+  Operar("mnuVisita_Click", [&] { Ejecutar(kVisita.at(static_cast<std::size_t>(indice))); });
+}
+
 void frmPpal::BotonConected() {
   if (Ocupacion::Ocupada(*this))
     return menu_->FijarConexion(mod_.conexion.Conectado());  // the click alone has pressed the button
@@ -218,6 +228,14 @@ void frmPpal::MostrarEnlace() {
   menu_->FijarConexion(mod_.conexion.Conectado());
   menu_->MostrarConexion(HayPuertoSerie(mod_.propiedades));
   IgnorandoErrores([&] { InfoPanel(); });
+}
+
+// What the disk doesn't take of the journal is said until it does.
+void frmPpal::MostrarPendientes() {
+  const std::size_t cuantos = mod_.bitacora.Pendientes().size();
+  barra_estado_->Bitacora(
+      cuantos == 0 ? std::string() : "Bitácora sin guardar: " + std::to_string(cuantos) + " asientos",
+      mod_.bitacora.Falla());
 }
 
 bool frmPpal::LeerConfiguracion(const PedidoConfiguracion& pedido) {
@@ -291,6 +309,15 @@ void frmPpal::AsistenteParam() {
 
 void frmPpal::ExportarConfiguracion() {
   flujo_.ExportarConfiguracion();
+}
+
+void frmPpal::MostrarBitacora() {
+  frmBitacora(mod_, {}, this).exec();
+}
+
+void frmPpal::MostrarLibroEstaciones() {
+  const auto estacion = ElegirEstacion(mod_, this);
+  if (estacion) LeerConfiguracion({.MostrarConfig = true, .SoloMostrarLaCFG = true, .Estacion = EntradaDe(*estacion)});
 }
 
 void frmPpal::LanzarMandadero() {

@@ -71,6 +71,11 @@ class frmPpal : public QMainWindow {
   // Saves the unit's configuration, which is read first when it isn't at hand. Failures are logged and raised.
   void ExportarConfiguracion();
 
+  // The journal of the visit, and the book of stations: a station that is picked there fills the dialog of the
+  // connection.
+  void MostrarBitacora();
+  void MostrarLibroEstaciones();
+
   // Starts the sibling tool that stands beside the executable.
   void LanzarMandadero();
 
@@ -85,12 +90,14 @@ class frmPpal : public QMainWindow {
   void Operar(const char* procedimiento, const std::function<void()>& operacion);
   void mnuAcciones_Click(int indice);
   void mnuAccAvanzadas_Click(int indice);
+  void mnuVisita_Click(int indice);
   void Ejecutar(const AccionPpal& accion);
   bool ReconectarSiHaceFalta();
   void BotonConected();
   void BotonDisconected();
   void MostrarEnlace();
   void MostrarEstacion();
+  void MostrarPendientes();
   void Descargar();
   std::string Titulo() const;
 

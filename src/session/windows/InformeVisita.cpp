@@ -1,0 +1,190 @@
+#include "session/windows/InformeVisita.h"
+
+#include <QAbstractTextDocumentLayout>
+#include <QFont>
+#include <QPagedPaintDevice>
+#include <QPainter>
+#include <QTextCursor>
+#include <QTextDocument>
+#include <QTextTable>
+#include <algorithm>
+#include <array>
+
+#include "widgets/TextoQt.h"
+
+namespace utr {
+namespace {
+
+constexpr double kPuntos = 9;
+constexpr double kPuntosTitulo = 15;
+constexpr double kMilimetrosPie = 8;
+constexpr double kPorPulgada = 25.4;
+constexpr int kFigurasPorPagina = 2;
+
+struct ColumnaInforme {
+  const char* titulo;
+  double ancho;  // of a hundred
+  std::string (*texto)(const Asiento& asiento);
+};
+constexpr std::array<ColumnaInforme, 5> kColumnas{{
+    {"Hora", 10, [](const Asiento& a) { return TextoHora(a.momento); }},
+    {"Qué", 27, [](const Asiento& a) { return a.comando; }},
+    {"Antes", 18, [](const Asiento& a) { return a.antes; }},
+    {"Después", 21, [](const Asiento& a) { return a.escrito; }},
+    {"Resultado", 24, [](const Asiento& a) { return a.resultado; }},
+}};
+
+QTextCharFormat Letra(double puntos, bool negrita) {
+  QTextCharFormat formato;
+  formato.setFontPointSize(puntos);
+  formato.setFontWeight(negrita ? QFont::Bold : QFont::Normal);
+  formato.setForeground(Qt::black);
+  return formato;
+}
+
+// Lays out and draws one report on one device.
+class Plana {
+ public:
+  Plana(QPagedPaintDevice& dispositivo, QPainter& pintor, const InformeVisita& informe)
+      : dispositivo_(dispositivo),
+        pintor_(pintor),
+        informe_(informe),
+        por_milimetro_(pintor.device()->logicalDpiY() / kPorPulgada),
+        hoja_(pintor.viewport()),
+        util_(hoja_.adjusted(0, 0, 0, -kMilimetrosPie * por_milimetro_)) {
+    Armar();
+  }
+
+  int Dibujar() {
+    const int de_texto = texto_.pageCount();
+    const int figuras = static_cast<int>(informe_.figuras.size());
+    paginas_ = de_texto + (figuras + kFigurasPorPagina - 1) / kFigurasPorPagina;
+    for (int i = 0; i < de_texto; ++i) {
+      Empezar();
+      DibujarTexto(i);
+    }
+    for (int i = 0; i < figuras; ++i) {
+      if (i % kFigurasPorPagina == 0) Empezar();
+      DibujarFigura(informe_.figuras[static_cast<std::size_t>(i)], i % kFigurasPorPagina);
+    }
+    return paginas_;
+  }
+
+ private:
+  void Armar() {
+    texto_.documentLayout()->setPaintDevice(pintor_.device());
+    texto_.setDocumentMargin(0);
+    QFont letra = texto_.defaultFont();
+    letra.setPointSizeF(kPuntos);
+    texto_.setDefaultFont(letra);
+    QTextOption opcion;
+    opcion.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    texto_.setDefaultTextOption(opcion);
+    QTextCursor cursor(&texto_);
+    Encabezado(cursor);
+    Asientos(cursor);
+    texto_.setPageSize(util_.size());
+  }
+
+  void Linea(QTextCursor& cursor, const char* rotulo, const std::string& valor) const {
+    if (!cursor.atStart()) cursor.insertBlock();
+    cursor.insertText(QString::fromUtf8(rotulo), Letra(kPuntos, true));
+    cursor.insertText(Q(valor), Letra(kPuntos, false));
+  }
+
+  void Encabezado(QTextCursor& cursor) const {
+    cursor.insertText("Informe de la visita", Letra(kPuntosTitulo, true));
+    Linea(cursor, "Estación: ", informe_.estacion);
+    Linea(cursor, "Día: ", informe_.dia);
+    Linea(cursor, "Operador: ", informe_.datos.operador.empty() ? "-" : informe_.datos.operador);
+    if (!informe_.datos.notas.empty()) Linea(cursor, "Notas: ", informe_.datos.notas);
+    cursor.insertBlock();
+  }
+
+  void Asientos(QTextCursor& cursor) const {
+    if (informe_.asientos.empty()) return Linea(cursor, "Sin asientos en la bitácora de ese día.", {});
+    QTextTableFormat formato;
+    formato.setHeaderRowCount(1);
+    formato.setCellPadding(por_milimetro_);
+    formato.setCellSpacing(0);
+    formato.setBorder(por_milimetro_ / 8);
+    formato.setBorderCollapse(true);
+    formato.setBorderStyle(QTextFrameFormat::BorderStyle_Solid);
+    formato.setBorderBrush(Qt::black);
+    formato.setWidth(QTextLength(QTextLength::PercentageLength, 100));
+    QList<QTextLength> anchos;
+    for (const ColumnaInforme& columna : kColumnas) anchos << QTextLength(QTextLength::PercentageLength, columna.ancho);
+    formato.setColumnWidthConstraints(anchos);
+    QTextTable* tabla =
+        cursor.insertTable(static_cast<int>(informe_.asientos.size()) + 1, static_cast<int>(kColumnas.size()), formato);
+    const auto poner = [&](int fila, std::size_t columna, const QString& texto, bool titulo) {
+      tabla->cellAt(fila, static_cast<int>(columna)).firstCursorPosition().insertText(texto, Letra(kPuntos, titulo));
+    };
+    for (std::size_t c = 0; c < kColumnas.size(); ++c) {
+      poner(0, c, QString::fromUtf8(kColumnas[c].titulo), true);
+      for (std::size_t i = 0; i < informe_.asientos.size(); ++i) {
+        poner(static_cast<int>(i) + 1, c, Q(kColumnas[c].texto(informe_.asientos[i])), false);
+      }
+    }
+  }
+
+  void Empezar() {
+    if (pagina_++ > 0) dispositivo_.newPage();
+    QFont letra = texto_.defaultFont();
+    letra.setPointSizeF(kPuntos - 1);
+    pintor_.setFont(letra);
+    pintor_.setPen(Qt::black);
+    const QRectF pie(hoja_.left(), util_.bottom(), hoja_.width(), hoja_.bottom() - util_.bottom());
+    pintor_.drawText(
+        pie, Qt::AlignLeft | Qt::AlignBottom,
+        QStringLiteral("Estación %1, %2. Impreso: %3").arg(Q(informe_.estacion), Q(informe_.dia), Q(informe_.impreso)));
+    pintor_.drawText(pie, Qt::AlignRight | Qt::AlignBottom,
+                     QStringLiteral("Página %1 de %2").arg(pagina_).arg(paginas_));
+  }
+
+  void DibujarTexto(int pagina) {
+    const double arriba = pagina * util_.height();
+    pintor_.save();
+    pintor_.translate(0, -arriba);
+    QAbstractTextDocumentLayout::PaintContext contexto;
+    contexto.palette.setColor(QPalette::Text, Qt::black);
+    contexto.clip = QRectF(0, arriba, util_.width(), util_.height());
+    pintor_.setClipRect(contexto.clip);
+    texto_.documentLayout()->draw(&pintor_, contexto);
+    pintor_.restore();
+  }
+
+  void DibujarFigura(const FiguraInforme& figura, int lugar) {
+    const double alto = util_.height() / kFigurasPorPagina;
+    QRectF cuadro(util_.left(), util_.top() + lugar * alto, util_.width(), alto - 4 * por_milimetro_);
+    pintor_.save();
+    pintor_.setFont(texto_.defaultFont());
+    const double titulo = pintor_.fontMetrics().height() * 1.5;
+    pintor_.drawText(QRectF(cuadro.left(), cuadro.top(), cuadro.width(), titulo), Qt::AlignLeft | Qt::AlignVCenter,
+                     Q(figura.titulo));
+    cuadro.setTop(cuadro.top() + titulo);
+    figura.pintar(pintor_, cuadro);
+    pintor_.restore();
+  }
+
+  QPagedPaintDevice& dispositivo_;
+  QPainter& pintor_;
+  const InformeVisita& informe_;
+  double por_milimetro_;
+  QRectF hoja_;
+  QRectF util_;  // above the foot
+  QTextDocument texto_;
+  int pagina_ = 0;
+  int paginas_ = 0;
+};
+
+}  // namespace
+
+int DibujarInforme(QPagedPaintDevice& dispositivo, const InformeVisita& informe) {
+  QPainter pintor;
+  if (!pintor.begin(&dispositivo)) return 0;
+  const int paginas = Plana(dispositivo, pintor, informe).Dibujar();
+  return pintor.end() ? paginas : 0;
+}
+
+}  // namespace utr

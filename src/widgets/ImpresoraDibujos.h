@@ -1,0 +1,29 @@
+#pragma once
+
+#include <functional>
+#include <string_view>
+
+#include "services/Impresora.h"
+
+class QPagedPaintDevice;
+
+namespace utr {
+
+// Draws on the pages of a device and gives how many they are; 0: the device took none.
+using DibujarPaginas = std::function<int(QPagedPaintDevice& dispositivo)>;
+
+// What a printer of the system can do beside texts. The core, which doesn't know what pages are drawn with, sees only
+// its other face.
+class ImpresoraDibujos {
+ public:
+  virtual ~ImpresoraDibujos() = default;
+
+  // Prints drawn pages as one job of that title. Raises Error 482 when the printer doesn't take them.
+  virtual void Dibujar(std::string_view nombre, std::string_view titulo, const DibujarPaginas& dibujar) = 0;
+};
+
+// The same through the printer of the program. One that can't draw doesn't take them.
+void ImprimirDibujo(Impresora& impresora, std::string_view nombre, std::string_view titulo,
+                    const DibujarPaginas& dibujar);
+
+}  // namespace utr
