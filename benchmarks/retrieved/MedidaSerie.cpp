@@ -39,8 +39,9 @@ class Copia {
 
  private:
   struct Columna {
-    std::span<const std::uint32_t> indices;
-    std::vector<double> numeros;
+    std::vector<std::uint32_t> propios{};
+    std::span<const std::uint32_t> indices{};
+    std::vector<double> numeros{0};
     double De(std::size_t fila) const { return numeros[indices[fila]]; }
   };
 
@@ -51,7 +52,8 @@ class Copia {
   template <typename Leer>
   static Columna LeerDe(const utr::Tabla& tabla, const char* campo, Leer leer) {
     const utr::TextosColumna textos = tabla.Textos(tabla.IndiceCampo(campo));
-    Columna columna{textos.Indices(), {0}};
+    Columna columna;
+    columna.indices = textos.Indices(columna.propios);
     for (std::size_t i = 1; i <= textos.Cantidad(); ++i) columna.numeros.push_back(leer(textos.Texto(i)));
     return columna;
   }

@@ -1,9 +1,12 @@
 #include <algorithm>
+#include <array>
 #include <charconv>
+#include <cstring>
 #include <optional>
 #include <ostream>
 #include <string>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "base/Archivos.h"
@@ -17,12 +20,21 @@ namespace {
 constexpr std::size_t kAnchoLinea = 108;  // a line with that many bytes takes no further attribute
 constexpr std::size_t kTramo = 1U << 20;
 
-bool NecesitaEscape(std::string_view texto) {
-  for (const char c : texto) {
-    const auto b = static_cast<unsigned char>(c);
-    if (b < 0x20 || b == '&' || b == '<' || b == '>' || b == '\'' || b == '"') return true;
-  }
-  return false;
+constexpr bool EsEspecial(unsigned char b) {
+  return b < 0x20 || b == '&' || b == '<' || b == '>' || b == '\'' || b == '"';
+}
+
+// Bytes that don't go to the file as they stand, or only where they are UTF-8.
+constexpr auto kDudosos = [] {
+  std::array<bool, 256> dudosos{};
+  for (unsigned b = 0; b < 256; ++b) dudosos[b] = b >= 0x80 || EsEspecial(static_cast<unsigned char>(b));
+  return dudosos;
+}();
+
+bool EsLlano(std::string_view texto) {
+  bool dudoso = false;
+  for (const char c : texto) dudoso = dudoso || kDudosos[static_cast<unsigned char>(c)];
+  return !dudoso;
 }
 
 // The text as an attribute's value. Characters of control other than tab and line ends have no place in XML and are
@@ -34,7 +46,7 @@ std::string Escapar(std::string_view original) {
   for (const char c : convertido) {
     const auto b = static_cast<unsigned char>(c);
     if (b < 0x20 && b != '\t' && b != '\n' && b != '\r') continue;
-    if (!NecesitaEscape({&c, 1})) {
+    if (!EsEspecial(b)) {
       s.push_back(c);
       continue;
     }
@@ -54,85 +66,138 @@ bool EsNombreSimple(std::string_view nombre) {
   return true;
 }
 
-// Elements and attributes in the layout of the recordset service.
+// Elements and attributes in the layout of the recordset service, through a buffer that is written when it is full.
 class Renglones {
  public:
-  explicit Renglones(std::ostream& salida) : salida_(salida) { texto_.reserve(kTramo + 65536); }
+  explicit Renglones(std::ostream& salida) : salida_(salida), buffer_(kTramo) {}
 
-  void Crudo(std::string_view texto) { texto_ += texto; }
+  void Crudo(std::string_view texto) {
+    if (texto.size() > buffer_.size() - usados_) Volcar();
+    if (texto.size() > buffer_.size()) buffer_.resize(texto.size());
+    std::memcpy(buffer_.data() + usados_, texto.data(), texto.size());
+    usados_ += texto.size();
+    en_linea_ += texto.size();
+  }
 
   void Elemento(std::size_t sangria, std::string_view nombre) {
     sangria_ = sangria;
-    linea_ = texto_.size();
-    texto_.append(sangria, '\t');
-    texto_ += '<';
-    texto_ += nombre;
-  }
-
-  // A value that brings line ends of its own: what follows is counted from the last one on.
-  void AtributoEnvuelto(std::string_view nombre, std::string_view valor, std::size_t extra) {
-    Atributo(nombre, valor, extra);
-    const auto salto = texto_.find_last_of('\n');
-    if (salto != std::string::npos && salto >= linea_) linea_ = texto_.find_first_not_of("\t\n", salto);
+    en_linea_ = 0;
+    Tabuladores(sangria);
+    Crudo("<");
+    Crudo(nombre);
   }
 
   // `nombre` with its "=": the value is written as it is.
   void Atributo(std::string_view nombre, std::string_view valor, std::size_t extra) {
     Separar(extra);
-    texto_ += nombre;
-    texto_ += '\'';
-    texto_ += valor;
-    texto_ += '\'';
+    Crudo(nombre);
+    Crudo("'");
+    Crudo(valor);
+    Crudo("'");
+  }
+
+  // A whole attribute with the blank ahead of it. kHolgura bytes can be read from its beginning on.
+  void Hecho(const char* atributo, std::size_t largo, std::size_t extra) {
+    Cortar(extra);
+    CrudoConHolgura(atributo, largo);
+  }
+
+  // The same in two parts, of which the second is a value without its closing quote.
+  void Hecho(const char* comienzo, std::size_t largo, std::string_view valor, std::size_t extra) {
+    Cortar(extra);
+    CrudoConHolgura(comienzo, largo);
+    Crudo(valor);
+    Crudo("'");
+  }
+
+  // How far behind its end a text may be read, so that short ones are copied without a look at their length.
+  static constexpr std::size_t kHolgura = 64;
+
+  // A value that brings line ends of its own: what follows is counted from the last one on.
+  void AtributoEnvuelto(std::string_view nombre, std::string_view valor, std::size_t extra) {
+    Atributo(nombre, valor, extra);
+    const auto salto = valor.find_last_of('\n');
+    const auto resto = salto == valor.npos ? valor.npos : valor.find_first_not_of("\t\n", salto);
+    if (resto != valor.npos) en_linea_ = valor.size() - resto + 1;
   }
 
   void Cerrar(std::string_view fin) {
-    texto_ += fin;
-    texto_ += "\r\n";
-    if (texto_.size() >= kTramo) Volcar();
+    Crudo(fin);
+    Crudo("\r\n");
   }
 
   void Volcar() {
-    salida_.write(texto_.data(), static_cast<std::streamsize>(texto_.size()));
-    texto_.clear();
+    salida_.write(buffer_.data(), static_cast<std::streamsize>(usados_));
+    usados_ = 0;
   }
 
  private:
+  void Tabuladores(std::size_t cuantos) {
+    while (cuantos-- > 0) Crudo("\t");
+  }
+
   void Separar(std::size_t extra) {
-    if (texto_.size() - linea_ < kAnchoLinea) {
-      texto_ += ' ';
-      return;
-    }
-    texto_ += "\r\n";
-    texto_.append(sangria_ + extra, '\t');
-    texto_ += ' ';
-    linea_ = texto_.size();
+    const bool corta = Cortar(extra);
+    Crudo(" ");
+    if (corta) en_linea_ = 0;
+  }
+
+  // Ends a line that is full. The blank that opens the next one doesn't count there.
+  bool Cortar(std::size_t extra) {
+    if (en_linea_ < kAnchoLinea) return false;
+    Crudo("\r\n");
+    Tabuladores(sangria_ + extra);
+    en_linea_ = static_cast<std::size_t>(-1);
+    return true;
+  }
+
+  void CrudoConHolgura(const char* texto, std::size_t largo) {
+    if (largo > kHolgura || buffer_.size() - usados_ < kHolgura) return Crudo({texto, largo});
+    std::memcpy(buffer_.data() + usados_, texto, kHolgura);
+    usados_ += largo;
+    en_linea_ += largo;
   }
 
   std::ostream& salida_;
-  std::string texto_;
+  std::vector<char> buffer_;
+  std::size_t usados_ = 0;
   std::size_t sangria_ = 0;
-  std::size_t linea_ = 0;  // where the present line's count starts
+  std::size_t en_linea_ = 0;  // bytes on the present line, as the service counts them
 };
 
-// What a column's values look like in the file: for texts, which of the distinct ones have to be escaped.
+// What a column's values look like in the file. The attributes of texts that repeat are put together once.
 struct ColumnaSalida {
   const Columna* columna = nullptr;
   TipoCampo tipo = TipoCampo::kVarChar;
-  std::string atributo;  // XML name and "="
   std::string nombre_xml;
-  std::vector<std::string> escapados;     // the escaped form of those that need it
-  std::vector<std::uint32_t> por_numero;  // 0, or 1 + place in `escapados`; empty when none needs it
+  std::string atributo;  // XML name and "="
+  // How an attribute begins, up to its value; of a column whose texts repeat, all attributes follow, and kHolgura
+  // bytes.
+  std::string hechos;
+  std::size_t comienzo = 0;
+  std::vector<std::size_t> finales;  // where the attribute of each text ends, by its number; 0 has none
 };
 
+std::string ComoValor(std::string_view texto) {
+  return EsLlano(texto) ? std::string(texto) : Escapar(texto);
+}
+
 void PrepararTextos(ColumnaSalida& c) {
+  constexpr std::size_t kRepeticiones = 4;
   const Diccionario& textos = c.columna->Textos();
-  for (std::uint32_t n = 1; n <= textos.Cantidad(); ++n) {
-    const auto texto = textos.Texto(n);
-    if (!NecesitaEscape(texto) && EsUtf8(texto)) continue;
-    if (c.por_numero.empty()) c.por_numero.assign(textos.Cantidad() + 1, 0);
-    c.escapados.push_back(Escapar(texto));
-    c.por_numero[n] = static_cast<std::uint32_t>(c.escapados.size());
+  const std::string comienzo = " " + c.atributo + "'";
+  c.hechos = comienzo;
+  c.comienzo = comienzo.size();
+  if (textos.Cantidad() * kRepeticiones <= c.columna->Lugares()) {
+    c.finales.push_back(c.hechos.size());
+    for (std::uint32_t n = 1; n <= textos.Cantidad(); ++n) {
+      c.hechos += comienzo;
+      c.hechos += ComoValor(textos.Texto(n));
+      c.hechos += '\'';
+      c.finales.push_back(c.hechos.size());
+    }
   }
+  c.hechos.append(Renglones::kHolgura, '\0');
 }
 
 using NombresXml = std::unordered_set<std::string, DispersionSinCaso, IgualdadSinCaso>;
@@ -186,40 +251,100 @@ std::string TextoReal(double numero, int cifras) {
   return texto;
 }
 
+void EscribirTexto(Renglones& r, const ColumnaSalida& c, std::uint32_t numero) {
+  if (!c.finales.empty()) {
+    const std::size_t desde = c.finales[numero - 1];
+    return r.Hecho(c.hechos.data() + desde, c.finales[numero] - desde, 1);
+  }
+  const auto texto = c.columna->Textos().Texto(numero);
+  if (EsLlano(texto)) return r.Hecho(c.hechos.data(), c.comienzo, texto, 1);
+  r.Hecho(c.hechos.data(), c.comienzo, Escapar(texto), 1);
+}
+
 void EscribirValor(Renglones& r, const ColumnaSalida& c, std::size_t fila) {
-  if (c.columna->EsNulo(fila)) return;
   if (c.columna->DeClase() == Clase::kTexto) {
     const std::uint32_t numero = c.columna->Indice(fila);
-    const bool escapado = !c.por_numero.empty() && c.por_numero[numero] != 0;
-    r.Atributo(c.atributo,
-               escapado ? std::string_view(c.escapados[c.por_numero[numero] - 1]) : c.columna->Textos().Texto(numero),
-               1);
+    if (numero != 0) EscribirTexto(r, c, numero);
+  } else if (c.columna->EsNulo(fila)) {
     return;
-  }
-  if (c.columna->DeClase() == Clase::kDoble) {
+  } else if (c.columna->DeClase() == Clase::kDoble) {
     r.Atributo(c.atributo, TextoReal(c.columna->Numero(fila), c.tipo == TipoCampo::kSimple ? 8 : 17), 1);
-    return;
+  } else {
+    r.Atributo(c.atributo, TextoDe(c.columna->Leer(fila)), 1);
   }
-  r.Atributo(c.atributo, TextoDe(c.columna->Leer(fila)), 1);
 }
+
+// Which columns may have a value in a row, without a look at all columns for each row: those that are full enough to be
+// looked at, and of the thin ones those that do.
+class ColumnasLlenas {
+ public:
+  explicit ColumnasLlenas(const DatosTabla& datos) : datos_(datos) {
+    for (std::uint32_t i = 0; i < datos.columnas.size(); ++i) {
+      const Columna& columna = datos.columnas[i];
+      if (!columna.Rala()) densas_.push_back(i);
+      for (std::size_t l = 0; columna.Rala() && l < columna.Lugares(); ++l) ralas_.emplace_back(columna.FilaDe(l), i);
+    }
+    std::sort(ralas_.begin(), ralas_.end());
+  }
+
+  // Calls `hacer` with each of them in ascending order. The rows have to be asked in theirs.
+  template <typename Hacer>
+  void ParaCada(std::size_t fila, const Hacer& hacer) {
+    if (fila >= vigentes_hasta_) QuitarAcabadas(fila);
+    while (siguiente_ < ralas_.size() && ralas_[siguiente_].first < fila) ++siguiente_;
+    for (const std::uint32_t i : densas_) {
+      HacerRalas(fila, i, hacer);
+      hacer(i);
+    }
+    HacerRalas(fila, datos_.columnas.size(), hacer);
+  }
+
+ private:
+  template <typename Hacer>
+  void HacerRalas(std::size_t fila, std::size_t antes_de, const Hacer& hacer) {
+    while (siguiente_ < ralas_.size() && ralas_[siguiente_].first == fila && ralas_[siguiente_].second < antes_de) {
+      hacer(ralas_[siguiente_++].second);
+    }
+  }
+
+  // Columns whose last value lies ahead of the row aren't looked at any more.
+  void QuitarAcabadas(std::size_t fila) {
+    std::erase_if(densas_, [&](std::uint32_t i) { return datos_.columnas[i].Lugares() <= fila; });
+    vigentes_hasta_ = datos_.filas;
+    for (const std::uint32_t i : densas_) vigentes_hasta_ = std::min(vigentes_hasta_, datos_.columnas[i].Lugares());
+  }
+
+  const DatosTabla& datos_;
+  std::vector<std::uint32_t> densas_;
+  std::vector<std::pair<std::size_t, std::uint32_t>> ralas_;  // row and column of each value
+  std::size_t siguiente_ = 0;
+  std::size_t vigentes_hasta_ = 0;
+};
 
 // The rows of one table, whose columns are those of the schema.
 class EscritorFilas {
  public:
   EscritorFilas(Renglones& renglones, const DatosTabla& datos, const std::vector<std::string>& nombres)
-      : r_(renglones), datos_(datos), columnas_(PrepararColumnas(datos, nombres)) {}
+      : r_(renglones), datos_(datos), columnas_(PrepararColumnas(datos, nombres)), llenas_(datos) {
+    constexpr std::size_t kMuchos = 4096;
+    for (const auto& c : columnas_) {
+      if (c.finales.empty() && c.columna->Textos().Cantidad() > kMuchos) dispersas_.push_back(c.columna);
+    }
+  }
 
-  // All values of a row.
+  // All values of a row. Rows come in ascending order.
   void Fila(std::size_t sangria, std::size_t fila) {
+    Anticipar(fila);
     r_.Elemento(sangria, "z:row");
-    for (std::size_t i = 0; i < columnas_.size(); ++i) Valor(fila, i);
+    llenas_.ParaCada(fila, [&](std::size_t i) { Valor(fila, i); });
     r_.Cerrar("/>");
   }
 
   // A row that was added, with the names of the columns that were set to null: without account of it, all that are.
   void Nueva(std::size_t fila, const FilaPendiente* pendiente) {
+    Anticipar(fila);
     r_.Elemento(2, "z:row");
-    for (std::size_t i = 0; i < columnas_.size(); ++i) Valor(fila, i);
+    llenas_.ParaCada(fila, [&](std::size_t i) { Valor(fila, i); });
     if (pendiente != nullptr) {
       for (const std::uint32_t i : pendiente->puestas) AnotarNulo(fila, i);
     } else {
@@ -239,6 +364,15 @@ class EscritorFilas {
   }
 
  private:
+  // The texts of columns of which few texts repeat lie all over the memory: those of the rows to come are called for.
+  void Anticipar(std::size_t fila) const {
+    constexpr std::size_t kCerca = 8;
+    for (const Columna* columna : dispersas_) {
+      if (const auto n = columna->Indice(fila + 2 * kCerca); n != 0) columna->Textos().AnticiparEntrada(n);
+      if (const auto n = columna->Indice(fila + kCerca); n != 0) columna->Textos().AnticiparTexto(n);
+    }
+  }
+
   void Valor(std::size_t fila, std::size_t i) {
     if (!datos_.envueltos.empty() && EscribirEnvuelto(fila, i)) return;
     EscribirValor(r_, columnas_[i], fila);
@@ -266,6 +400,8 @@ class EscritorFilas {
   Renglones& r_;
   const DatosTabla& datos_;
   std::vector<ColumnaSalida> columnas_;
+  ColumnasLlenas llenas_;
+  std::vector<const Columna*> dispersas_;
   std::string nulos_;
 };
 

@@ -73,6 +73,7 @@ void ReceptorFilas::Cambiada(const FilaLeida& original, const FilaLeida& nueva) 
   }
   Agregar(*originales_, original);
   Agregar(visibles_, original);
+  Buscar(visibles_);
   FilaPendiente pendiente;
   pendiente.fila = static_cast<std::uint32_t>(datos_.filas - 1);
   pendiente.original = static_cast<std::uint32_t>(datos_.originales->filas - 1);
@@ -92,6 +93,7 @@ void ReceptorFilas::Nueva(const FilaLeida& fila) {
   const std::size_t presentes = Agregar(visibles_, fila);
   const std::size_t n = datos_.filas - 1;
   auto nombradas = Nombradas(fila.forzados);
+  if (!nombradas.empty()) Buscar(visibles_);
   std::erase_if(nombradas, [&](std::uint32_t i) { return !datos_.columnas[i].EsNulo(n); });
   if (presentes + nombradas.size() == columnas_.size()) return;
   datos_.pendientes.push_back({static_cast<std::uint32_t>(n), std::nullopt, std::move(nombradas)});
@@ -106,6 +108,9 @@ void ReceptorFilas::Borrada(const FilaLeida& fila) {
 }
 
 void ReceptorFilas::Terminar() {
+  Buscar(visibles_);
+  if (originales_) Buscar(*originales_);
+  if (borradas_) Buscar(*borradas_);
   datos_.publicadas = datos_.filas - nuevas_;
   for (auto& columna : datos_.columnas) columna.Ajustar();
 }
@@ -135,7 +140,7 @@ std::size_t ReceptorFilas::Poner(Destino& destino, const FilaLeida& fila) {
       columna.EscribirTexto(lugar, Canonico(columna.Tipo(), a.valor));
     }
   }
-  Buscar(destino);
+  if (destino.en_espera.size() >= kEnEspera) Buscar(destino);
   return puestos;
 }
 
@@ -143,18 +148,18 @@ void ReceptorFilas::PonerTexto(Destino& destino, std::size_t columna, std::strin
   const Ultimo& ultimo = destino.ultimos[columna];
   auto& suya = destino.datos.columnas[columna];
   if (texto == ultimo.texto) return suya.EscribirIndice(destino.datos.filas - 1, ultimo.numero);
-  en_espera_.push_back({columna, texto, Diccionario::ClaveDe(texto)});
-  suya.Textos().Anticipar(en_espera_.back().clave);
+  destino.en_espera.push_back({destino.datos.filas - 1, columna, texto, Diccionario::ClaveDe(texto)});
+  suya.Textos().Anticipar(destino.en_espera.back().clave);
 }
 
 void ReceptorFilas::Buscar(Destino& destino) {
-  for (const auto& e : en_espera_) {
+  for (const auto& e : destino.en_espera) {
     auto& columna = destino.datos.columnas[e.columna];
     const std::uint32_t numero = columna.Textos().Numero(e.texto, e.clave);
     destino.ultimos[e.columna] = {e.texto, numero};
-    columna.EscribirIndice(destino.datos.filas - 1, numero);
+    columna.EscribirIndice(e.fila, numero);
   }
-  en_espera_.clear();
+  destino.en_espera.clear();
 }
 
 // Bytes in small hex digits without white space. Digits on several lines are kept as they stand besides.

@@ -12,7 +12,7 @@
 namespace utr {
 
 // A row as it stands in a file: its attributes, and the names of the columns that it says are null, parted by blanks.
-// The texts have to stay where they are until the next row of the same kind was taken.
+// The texts have to stay where they are until all rows were taken.
 struct FilaLeida {
   struct Atributo {
     std::string_view nombre;
@@ -47,16 +47,19 @@ class ReceptorFilas {
     std::string_view texto{"\0", 1};
     std::uint32_t numero = 0;
   };
+  // A text that is still to be looked up: the slots of many are fetched meanwhile.
+  struct EnEspera {
+    std::size_t fila;
+    std::size_t columna;
+    std::string_view texto;
+    Diccionario::Clave clave;
+  };
+  static constexpr std::size_t kEnEspera = 64;
   struct Destino {
     explicit Destino(DatosTabla& tabla) : datos(tabla), ultimos(tabla.campos.size()) {}
     DatosTabla& datos;
     std::vector<Ultimo> ultimos;
-  };
-  // A text of the row at hand that is still to be looked up: the slots of all of them are fetched meanwhile.
-  struct EnEspera {
-    std::size_t columna;
-    std::string_view texto;
-    Diccionario::Clave clave;
+    std::vector<EnEspera> en_espera;
   };
 
   // Both give how many attributes found their column.
@@ -64,7 +67,7 @@ class ReceptorFilas {
   std::size_t Poner(Destino& destino, const FilaLeida& fila);
   void PonerTexto(Destino& destino, std::size_t columna, std::string_view texto);
   void PonerBytes(Destino& destino, std::size_t columna, std::string_view texto);
-  void Buscar(Destino& destino);
+  static void Buscar(Destino& destino);
   std::size_t BuscarColumna(std::string_view nombre, std::size_t esperada) const;
   std::vector<std::uint32_t> Nombradas(std::string_view nombres) const;
 
@@ -78,7 +81,6 @@ class ReceptorFilas {
   Destino visibles_;
   std::optional<Destino> originales_;
   std::optional<Destino> borradas_;
-  std::vector<EnEspera> en_espera_;
   std::size_t nuevas_ = 0;
 };
 

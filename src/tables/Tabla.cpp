@@ -81,14 +81,13 @@ std::vector<std::uint32_t> LugaresDeTextos(const Columna& columna) {
   return LugaresPor(columna.Textos(), Minusculas);
 }
 
-// The numbers of all texts that hold this number.
-std::vector<std::uint32_t> IgualesEnValor(const Diccionario& textos, double numero, std::string_view valor) {
-  std::vector<std::uint32_t> numeros;
-  for (std::uint32_t n = 1; n <= textos.Cantidad(); ++n) {
+// Appends the numbers of all texts behind number `desde` that hold this number.
+void IgualesEnValor(const Diccionario& textos, std::uint32_t desde, double numero, std::string_view valor,
+                    std::vector<std::uint32_t>& numeros) {
+  for (std::uint32_t n = desde + 1; n <= textos.Cantidad(); ++n) {
     const auto texto = textos.Texto(n);
     if (LeerDoble(texto) == numero && CompararNumeros(texto, valor) == 0) numeros.push_back(n);
   }
-  return numeros;
 }
 
 }  // namespace
@@ -360,14 +359,16 @@ Tabla::Igualdad Tabla::Preparar(std::string_view criterio) const {
   return igualdad;
 }
 
+// Only texts that are new since the last time are looked at; the equal ones stay in ascending order.
 void Tabla::Actualizar(Igualdad& igualdad) const {
-  const Columna& columna = datos_->columnas[igualdad.campo];
+  Columna& columna = datos_->columnas[igualdad.campo];
   if (columna.DeClase() != Clase::kTexto || igualdad.vacia) return;
-  const Diccionario& textos = columna.Textos();
-  if (igualdad.distintos == textos.Cantidad() && igualdad.distintos > 0) return;
-  igualdad.textos = EsDecimal(columna.Tipo()) ? IgualesEnValor(textos, igualdad.numero, igualdad.valor)
-                                              : textos.IgualesSinCaso(igualdad.valor);
+  Diccionario& textos = columna.Textos();
+  const auto desde = static_cast<std::uint32_t>(igualdad.distintos);
   igualdad.distintos = textos.Cantidad();
+  if (desde == igualdad.distintos) return;
+  if (EsDecimal(columna.Tipo())) return IgualesEnValor(textos, desde, igualdad.numero, igualdad.valor, igualdad.textos);
+  textos.IgualesSinCaso(igualdad.valor, desde, igualdad.textos);
 }
 
 bool Tabla::Coincide(const Igualdad& igualdad, std::size_t fila) const {
@@ -376,7 +377,7 @@ bool Tabla::Coincide(const Igualdad& igualdad, std::size_t fila) const {
   if (columna.DeClase() == Clase::kEntero) return columna.Entero(fila) == igualdad.entero;
   if (columna.DeClase() != Clase::kTexto) return columna.Numero(fila) == igualdad.numero;
   const std::uint32_t texto = columna.Indice(fila);
-  return std::find(igualdad.textos.begin(), igualdad.textos.end(), texto) != igualdad.textos.end();
+  return std::binary_search(igualdad.textos.begin(), igualdad.textos.end(), texto);
 }
 
 // Makes the view anew from filter and sort; the cursor is not looked at. Returns the place that row `fila` has in it or
@@ -543,8 +544,8 @@ std::uint32_t TextosColumna::De(std::size_t fila) const {
   return datos_.columnas[campo_].Indice(fila);
 }
 
-std::span<const std::uint32_t> TextosColumna::Indices() const noexcept {
-  return datos_.columnas[campo_].Indices();
+std::span<const std::uint32_t> TextosColumna::Indices(std::vector<std::uint32_t>& apoyo) const {
+  return datos_.columnas[campo_].Indices(datos_.filas, apoyo);
 }
 
 std::size_t Tabla::Memoria() const noexcept {

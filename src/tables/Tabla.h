@@ -319,8 +319,9 @@ class TextosColumna {
   // Which one a row holds. Raises kSinRegistro for a row that isn't there.
   std::uint32_t De(std::size_t fila) const;
 
-  // The same of all rows, in the order of adding; valid until the table changes.
-  std::span<const std::uint32_t> Indices() const noexcept;
+  // The same of all rows, in the order of adding; valid until the table or `apoyo` changes, where they are put unless
+  // the table holds them as such.
+  std::span<const std::uint32_t> Indices(std::vector<std::uint32_t>& apoyo) const;
 
  private:
   friend class Tabla;

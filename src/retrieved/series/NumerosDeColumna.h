@@ -23,7 +23,7 @@ class ColumnaLeida {
   ColumnaLeida(const Tabla& tabla, std::size_t campo, const Leer& leer, Cosa nulo) {
     if (ClaseDe(tabla.Field(campo).tipo) == Clase::kTexto) {
       const TextosColumna textos = tabla.Textos(campo);
-      indices_ = textos.Indices();
+      indices_ = textos.Indices(propios_);
       leidas_.reserve(textos.Cantidad() + 1);
       leidas_.push_back(nulo);
       for (std::size_t i = 1; i <= textos.Cantidad(); ++i) leidas_.push_back(leer(textos.Texto(i)));
