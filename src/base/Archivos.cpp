@@ -23,7 +23,8 @@ namespace fs = std::filesystem;
 
 constexpr int kNueva = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
 constexpr int kPresente = O_WRONLY | O_NOFOLLOW | O_CLOEXEC;
-constexpr mode_t kPermisos = 0666;  // what the process' mask leaves of them
+constexpr int kEnlacesSeguidos = 40;  // one after the other, as many as the system follows
+constexpr mode_t kPermisos = 0666;    // what the process' mask leaves of them
 
 // The functions below give 0 or the system's error.
 
@@ -178,8 +179,20 @@ void Escribir(const char* origen, const fs::path& ruta, const std::function<void
 
 }  // namespace
 
+fs::path DestinoDe(const fs::path& ruta) {
+  fs::path destino = ruta;
+  std::error_code falla;
+  for (int pasos = 0; fs::is_symlink(fs::symlink_status(destino, falla)); ++pasos) {
+    if (pasos == kEnlacesSeguidos) Fallar("DestinoDe", ruta, ELOOP);
+    const fs::path siguiente = fs::read_symlink(destino, falla);
+    if (falla) Fallar("DestinoDe", ruta, falla.value());
+    destino = destino.parent_path() / siguiente;  // one that is absolute takes the place of all
+  }
+  return destino;
+}
+
 void EscribirEntero(const fs::path& ruta, const std::function<void(std::ostream&)>& escribir) {
-  Escribir("EscribirEntero", ruta, escribir, true);
+  Escribir("EscribirEntero", DestinoDe(ruta), escribir, true);
 }
 
 void EscribirNuevo(const fs::path& ruta, const std::function<void(std::ostream&)>& escribir) {

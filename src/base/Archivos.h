@@ -14,13 +14,17 @@ namespace utr {
 // (also an exception of `escribir`) leaves the former file as it was and no other file behind. A crash of the machine
 // leaves the former file or the new one, whole.
 //
-// A link of that name is replaced itself; nothing is written to what it points to. The new file has the permissions of
-// the former one. Raises kArchivo, with the system's error, when the file can't be written.
+// A symbolic link of that name stays: what it leads to is written (DestinoDe). The new file has the permissions of the
+// former one. Raises kArchivo, with the system's error, when the file can't be written.
 void EscribirEntero(const std::filesystem::path& ruta, const std::function<void(std::ostream&)>& escribir);
 
 // The same for a file that mustn't be there: anything of that name, also a link that leads nowhere, is kept and raises
 // kArchivo, even when it appeared while `escribir` ran.
 void EscribirNuevo(const std::filesystem::path& ruta, const std::function<void(std::ostream&)>& escribir);
+
+// The file that a write to that name is for: what a symbolic link leads to in the end, whether it is there or not; any
+// other name is itself. Raises kArchivo for links that lead in a circle.
+std::filesystem::path DestinoDe(const std::filesystem::path& ruta);
 
 // A file that grows while something is read out for a long time: what was appended stays, whatever happens next, and
 // the file is good as far as it goes. It grows in place, or under a name that its user gives and that Terminar

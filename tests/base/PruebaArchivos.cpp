@@ -127,20 +127,38 @@ TEST_F(Archivos, ElArchivoConservaSusPermisos) {
 }
 
 TEST_F(Archivos, NoTocaArchivosAjenos) {
-  // A name that a write in between might choose, and links that lead elsewhere or nowhere.
-  prueba::EscribirTodo(carpeta_ / "lista.txt.tmp~", "ajeno");
-  prueba::EscribirTodo(carpeta_ / "otro", "ajeno");
-  for (const char* destino : {"otro", "no está"}) {
-    fs::create_symlink(carpeta_ / destino, ruta_);
-    EXPECT_EQ(FallaDelSistema([&] { EscribirNuevo(ruta_, kNuevo); }), EEXIST) << destino;
-    EXPECT_EQ(FallaDelSistema([&] { ArchivoCreciente{ruta_}; }), EEXIST) << destino;
-    EXPECT_TRUE(fs::is_symlink(ruta_));
-    EscribirEntero(ruta_, kNuevo);
-    EXPECT_FALSE(fs::is_symlink(ruta_));
-    fs::remove(ruta_);
-  }
-  EXPECT_EQ(prueba::LeerTodo(carpeta_ / "lista.txt.tmp~") + prueba::LeerTodo(carpeta_ / "otro"), "ajenoajeno");
+  prueba::EscribirTodo(carpeta_ / "lista.txt.tmp~", "ajeno");  // a name that a write in between might choose
+  EscribirEntero(ruta_, kNuevo);
+  EXPECT_EQ(prueba::LeerTodo(carpeta_ / "lista.txt.tmp~"), "ajeno");
   EXPECT_EQ(carpeta_.Cuantos(), 2U);
+}
+
+TEST_F(Archivos, UnEnlaceQuedaYSeEscribeAquelloALoQueLleva) {
+  fs::create_directory(carpeta_ / "lejos");
+  prueba::EscribirTodo(carpeta_ / "lejos/otro", "anterior");
+  fs::permissions(carpeta_ / "lejos/otro", fs::perms{0600});
+  fs::create_symlink("lejos/otro", carpeta_ / "enlace");
+  const struct {
+    fs::path enlace;
+    const char* destino;
+  } casos[] = {{carpeta_ / "lejos/otro", "lejos/otro"},
+               {"lejos/otro", "lejos/otro"},
+               {"lejos/nuevo", "lejos/nuevo"},
+               {"enlace", "lejos/otro"}};
+  for (const auto& caso : casos) {
+    fs::remove(ruta_);
+    fs::create_symlink(caso.enlace, ruta_);
+    EXPECT_EQ(FallaDelSistema([&] { EscribirNuevo(ruta_, kNuevo); }), EEXIST) << caso.enlace;
+    EXPECT_EQ(FallaDelSistema([&] { ArchivoCreciente{ruta_}; }), EEXIST) << caso.enlace;
+    EscribirEntero(ruta_, kNuevo);
+    EXPECT_TRUE(fs::is_symlink(ruta_)) << caso.enlace;
+    EXPECT_EQ(prueba::LeerTodo(carpeta_ / caso.destino), "nuevo") << caso.enlace;
+  }
+  EXPECT_EQ(fs::status(carpeta_ / "lejos/otro").permissions(), fs::perms{0600});
+  fs::remove(ruta_);
+  fs::create_symlink(ruta_, ruta_);
+  EXPECT_EQ(FallaDelSistema([&] { EscribirEntero(ruta_, kNuevo); }), ELOOP);
+  EXPECT_TRUE(fs::is_symlink(ruta_));
 }
 
 TEST_F(Archivos, LoQueAparecioMientrasSeEscribiaQueda) {

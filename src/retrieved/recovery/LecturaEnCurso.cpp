@@ -60,6 +60,7 @@ void Borrar(const fs::path& ruta) {
 
 LecturaEnCurso::LecturaEnCurso(const ContextoLectura& contexto, Pedido pedido)
     : diario_(contexto.diario), reloj_(contexto.reloj), pedido_(std::move(pedido)) {
+  pedido_.ruta = DestinoDe(pedido_.ruta);
   OpcionesLectura& opciones = pedido_.opciones;
   if (opciones.anterior != nullptr) opciones.seleccion = opciones.anterior->Ampliar(opciones.seleccion);
   const fs::path destino = opciones.anterior != nullptr ? Libre(pedido_.ruta, kContinuacion) : pedido_.ruta;
