@@ -16,7 +16,8 @@ enum class Presentacion : std::uint8_t {
   kGuion,        // "-" always; the table needn't have the field
 };
 
-// What a click on the title orders by. Values that can't be read as their kind stand ahead of those that can.
+// What a click on the title orders by. Values that can't be read as their kind stand ahead of those that can. Equal
+// dates are ordered by the times in the column right behind theirs, where there is one.
 enum class ClaseOrden : std::uint8_t { kTexto, kNumero, kFecha, kHora };
 
 // One column of a list: its title, the field of the table that it shows (found without regard to case) and how.

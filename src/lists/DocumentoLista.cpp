@@ -19,6 +19,20 @@ void AgregarTitulos(std::string& documento, const Columnas& columnas) {
 
 }  // namespace
 
+std::string NombreDeArchivo(const EncabezadoLista& encabezado) {
+  std::string nombre = encabezado.nombre.empty() ? encabezado.titulo : encabezado.nombre;
+  for (const std::string& linea : encabezado.lineas) {
+    const std::size_t valor = linea.find(": ");
+    if (valor == std::string::npos || valor + 2 == linea.size()) continue;
+    nombre += (&linea == &encabezado.lineas.front() ? " " : " a ") + linea.substr(valor + 2);
+  }
+  for (char& letra : nombre) {
+    if (letra == '/' || letra == '\\') letra = '-';
+    if (letra == ':') letra = '.';
+  }
+  return nombre;
+}
+
 std::string ArmarDocumento(const ListaTabla& lista, const EncabezadoLista& encabezado, Renglones renglones) {
   if (renglones == Renglones::kTodos && lista.Cantidad() != lista.Total()) {
     ListaTabla entera = lista;  // in the same order

@@ -333,10 +333,19 @@ std::vector<std::uint32_t> ListaTabla::RangosDeValor(std::size_t columna, ClaseO
   });
 }
 
-// Distributes the rows by the rank of their text, which keeps the order of equal ones in both directions.
+// By the times of equal dates first, since the order by dates keeps that of equal ones.
 void ListaTabla::OrdenarFilas(std::vector<std::uint32_t>& filas) const {
-  const Fuente& fuente = fuentes_[orden_->columna];
-  const auto rangos = RangosDe(orden_->columna, orden_->como_texto);
+  const std::size_t siguiente = orden_->columna + 1;
+  const bool de_fechas = !orden_->como_texto && columnas_[orden_->columna].orden == ClaseOrden::kFecha;
+  if (de_fechas && siguiente < columnas_.size() && columnas_[siguiente].orden == ClaseOrden::kHora)
+    Distribuir(filas, siguiente, false);
+  Distribuir(filas, orden_->columna, orden_->como_texto);
+}
+
+// Distributes the rows by the rank of their text, which keeps the order of equal ones in both directions.
+void ListaTabla::Distribuir(std::vector<std::uint32_t>& filas, std::size_t columna, bool como_texto) const {
+  const Fuente& fuente = fuentes_[columna];
+  const auto rangos = RangosDe(columna, como_texto);
   const auto ultimo = static_cast<std::uint32_t>(rangos.size() - 1);
   const auto rango_de = [&](std::uint32_t fila) {
     const std::uint32_t rango = rangos[IndiceDe(fila, fuente)];

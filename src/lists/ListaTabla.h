@@ -62,7 +62,8 @@ class ListaTabla {
   void Filtrar(std::string_view texto);
   const std::string& Filtro() const noexcept { return filtro_; }
 
-  // Orders by a column, stable with respect to the table's order, in either direction. The narrowing stays.
+  // Orders by a column, stable with respect to the table's order, in either direction; dates with their times, as
+  // Columnas.h tells. The narrowing stays.
   void Ordenar(const OrdenLista& orden);
   void QuitarOrden();
   const std::optional<OrdenLista>& Orden() const noexcept { return orden_; }
@@ -92,6 +93,7 @@ class ListaTabla {
   void RehacerVista();
   void DejarLasQueContienen(std::vector<std::uint32_t>& filas) const;
   void OrdenarFilas(std::vector<std::uint32_t>& filas) const;
+  void Distribuir(std::vector<std::uint32_t>& filas, std::size_t columna, bool como_texto) const;
   std::vector<std::uint32_t> RangosDe(std::size_t columna, bool como_texto) const;
   std::vector<std::uint32_t> RangosDeTexto(std::size_t columna) const;
   std::vector<std::uint32_t> RangosDeValor(std::size_t columna, ClaseOrden clase) const;

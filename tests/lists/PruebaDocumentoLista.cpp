@@ -30,6 +30,15 @@ TEST(DocumentoLista, EnElOrdenQueSeVeYSoloLoQueSeVe) {
   EXPECT_EQ(ArmarDocumento(lista, {"T", {}}), "T\r\nFecha\tValor \tSeñal\r\na\t10\t\r\na\t\t");
 }
 
+TEST(NombreDeArchivo, TituloONombreYElPeriodo) {
+  const std::pair<EncabezadoLista, const char*> casos[] = {
+      {kEncabezado, "Eventos de la UTR 01-02-2005 00.00.00 a 02-02-2005 23.59.00"},
+      {{"Datos", {"Desde: 01/02/2005", "Hasta: 02/02/2005"}, "Datos EA01"}, "Datos EA01 01-02-2005 a 02-02-2005"},
+      {{"Agenda", {"Fecha: 15/03/2026"}}, "Agenda 15-03-2026"},
+      {{"Canales/Pilas", {"Desde: ", "nota"}}, "Canales-Pilas"}};
+  for (const auto& [encabezado, nombre] : casos) EXPECT_EQ(NombreDeArchivo(encabezado), nombre);
+}
+
 TEST(ExportarLista, VaciaNoHaceNada) {
   const prueba::Carpeta carpeta;
   EXPECT_FALSE(ExportarLista(Lista({}), kEncabezado, carpeta / "a.txt"));

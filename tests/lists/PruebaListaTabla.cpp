@@ -116,6 +116,32 @@ TEST(ListaTabla, OrdenPorClase) {
   }
 }
 
+TEST(ListaTabla, LasFechasVanConSuHora) {
+  const auto tabla = TablaDeTextos(
+      {"f", "h"},
+      {{"02/01/2005", "9:00:00"}, {"01/01/2005", "10:00:00"}, {"02/01/2005", "10:00:00"}, {"01/01/2005", "9:00:00"}});
+  const struct {
+    ClaseOrden segunda;
+    OrdenLista orden;
+    Textos filas;
+  } casos[] = {
+      {O::kHora, {0}, {"01/01/2005 9:00:00", "01/01/2005 10:00:00", "02/01/2005 9:00:00", "02/01/2005 10:00:00"}},
+      {O::kHora, {0, true}, {"02/01/2005 10:00:00", "02/01/2005 9:00:00", "01/01/2005 10:00:00", "01/01/2005 9:00:00"}},
+      {O::kHora, {1}, {"02/01/2005 9:00:00", "01/01/2005 9:00:00", "01/01/2005 10:00:00", "02/01/2005 10:00:00"}},
+      {O::kHora,
+       {0, false, true},
+       {"01/01/2005 10:00:00", "01/01/2005 9:00:00", "02/01/2005 9:00:00", "02/01/2005 10:00:00"}},
+      {O::kTexto, {0}, {"01/01/2005 10:00:00", "01/01/2005 9:00:00", "02/01/2005 9:00:00", "02/01/2005 10:00:00"}}};
+  for (const auto& caso : casos) {
+    ListaTabla lista({{"F", "f", P::kTalCual, O::kFecha}, {"H", "h", P::kTalCual, caso.segunda}});
+    lista.Mostrar(tabla);
+    lista.Ordenar(caso.orden);
+    Textos filas;
+    for (std::size_t i = 0; i < 4; ++i) filas.push_back(lista.Texto(i, 0) + " " + lista.Texto(i, 1));
+    EXPECT_EQ(filas, caso.filas);
+  }
+}
+
 TEST(ListaTabla, ComoTextoAunqueSeanFechas) {
   ListaTabla lista = ListaDe({"t", "a", P::kTalCual, O::kFecha}, {"02/01/2005", "01/02/2006", "03/01/2004"});
   lista.Ordenar({0, false, true});
