@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "operations/ConfiguracionAsistente.h"
+#include "operations/PasosAsistente.h"
 #include "support/ModPrueba.h"
 #include "support/NumeroDeError.h"
 #include "support/Tablas.h"
@@ -43,6 +44,14 @@ TEST_F(ConfiguracionAsistente, LasDosColeccionesCompartenSusCanales) {
   (*canales.ColeccionConfig.begin())->AMax = "77";
   const TablaPtr escrita = canales.ColeccionConfigCompleta.GetRecMembers(registro);
   EXPECT_THAT(Filas(*escrita, {"Canal", "AMax"}), ElementsAre("4|", "1|77", "16|", "0|", "nada|"));
+}
+
+TEST_F(ConfiguracionAsistente, OtraVelocidadQueLaDelEnlaceSeAvisa) {
+  for (const std::int64_t enlace : {9600, 1200}) {
+    propiedades.Escribir(clave::kVelocidad, Propiedad{enlace}, Propiedad{std::int64_t{9600}});
+    EXPECT_EQ(AvisoDeVelocidad(mod, static_cast<std::int32_t>(enlace)), "");
+    EXPECT_EQ(AvisoDeVelocidad(mod, 4800), "La UTR pasará a 4800 bps");
+  }
 }
 
 TEST_F(ConfiguracionAsistente, CadaFuenteSeLeePorSuCamino) {

@@ -75,7 +75,12 @@ class PuestaEnMarcha : public testing::Test {
                                   .reloj = reloj,
                                   .diario = diario,
                                   .progreso = progreso,
-                                  .lineas = [this](const auto& lineas) { vistas = lineas; }};
+                                  .lineas = [this](const auto& lineas) {
+                                    vistas = lineas;
+                                    en_curso += std::count_if(
+                                        lineas.begin(), lineas.end(),
+                                        [](const LineaPuesta& linea) { return linea.estado == EstadoPaso::kEnCurso; });
+                                  }};
     return PonerEnMarcha(pedido, contexto);
   }
   std::string Estados() const {
@@ -103,6 +108,7 @@ class PuestaEnMarcha : public testing::Test {
                       .velocidad = 19200,
                       .borrar_cartucho = true};
   std::vector<LineaPuesta> vistas;
+  std::ptrdiff_t en_curso = 0;  // how many times a step was seen under way
 };
 
 const Bitacora kEntera{"de 7",
@@ -150,6 +156,7 @@ TEST_F(PuestaEnMarcha, TodoVaEnSuOrden) {
   const ResultadoPuesta resultado = Correr();
   EXPECT_THAT(bitacora, ElementsAreArray(kEntera));
   EXPECT_FALSE(resultado.error);
+  EXPECT_EQ(en_curso, 11) << "each step is seen under way";
   EXPECT_EQ(resultado.identificador, 300);
   EXPECT_EQ(Estados(), "aviso; hecho; hecho; hecho; hecho; hecho; hecho; hecho; hecho; hecho; hecho; hecho; ");
   EXPECT_EQ(vistas.front().texto, "sin respaldo de los canales de la UTR");

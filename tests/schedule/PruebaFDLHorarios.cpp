@@ -84,6 +84,7 @@ TEST(FDLHorarios, SeLeenDeLaTablaLosQueCuentan) {
 // What a unit gives back of a schedule that was written to it.
 TablaPtr ComoLaDeLaUTR(const FDLHorarios& agenda) {
   const TablaPtr escrita = agenda.GetRecMembers();
+  EXPECT_EQ(escrita->Pendientes(), 0U);
   const TablaPtr leida = TablaDeTextos(kColumnasUTR);
   for (; !escrita->Eof(); escrita->MoveNext()) {
     leida->AddNew();

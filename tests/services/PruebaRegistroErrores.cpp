@@ -98,6 +98,7 @@ TEST_F(Registro, ElCampoAusenteSeBorraYLosDemasSeMuestran) {
                                  [&] { throw Error(numero, "x", "y"); });
   };
   EXPECT_FALSE(leer(error::kCampo));
+  EXPECT_TRUE(RegistrandoSalvoCampo(registro_, operador_, "m", "p", "T", Redaccion::kCompletarse, [] {}));
   EXPECT_EQ(Log(), "");
   operador_.Espera("La operación solicitada no puede completarse\n[ y ]");
   EXPECT_FALSE(leer(error::kCampo + 1));

@@ -77,6 +77,16 @@ TEST_F(PruebaRespaldos, LoMismoNoSeGuardaDosVecesSeguidas) {
   prueba::EscribirTodo(respaldos.Carpeta() / *Nombres().rbegin(), "cortado");
   Guardar(*con_nulo, kEscritura);
   EXPECT_EQ(*Nombres().rbegin(), "2026-03-15 10.01.00-004 antes de escribir.ucg") << "a damaged one holds nothing";
+  Tabla con_campo;
+  for (std::size_t i = 0; i < con_nulo->FieldCount(); ++i) con_campo.Append(con_nulo->Field(i));
+  con_campo.Append("Otro", TipoCampo::kVarChar, 5);
+  con_campo.Open();
+  for (con_nulo->MoveFirst(); !con_nulo->Eof(); con_nulo->MoveNext()) {
+    con_campo.AddNew();
+    for (std::size_t i = 0; i < con_nulo->FieldCount(); ++i) con_campo.Set(i, con_nulo->Value(i));
+  }
+  Guardar(con_campo);
+  EXPECT_EQ(*Nombres().rbegin(), "2026-03-15 10.01.00-005 lectura.ucg") << "a column more is another table";
 }
 
 TEST_F(PruebaRespaldos, QuedanLosCienMasNuevosYNadaAjenoSeToca) {

@@ -329,8 +329,9 @@ TEST_F(Procesamiento, LoQueFallaDejaLosResultadosDeAntes) {
   std::filesystem::create_directories(carpeta_ / "res" / "equipoDatosCanal_2.xml");
   EXPECT_EQ(prueba::NumeroDeError([&] { ProcesarTexto(Linea(0, 0)); }), error::kArchivo);
   EXPECT_THAT(prueba::LeerTodo(buena.archivo_informe),
-              testing::AllOf(HasSubstr("el proceso no terminó"), HasSubstr("    equipoDatosCanal_1.xml\r\n"),
-                             testing::Not(HasSubstr("no cierra"))));
+              testing::AllOf(HasSubstr("el proceso no terminó"),
+                             HasSubstr("de los resultados sólo son\r\n  de este proceso los que nombra más abajo"),
+                             HasSubstr("    equipoDatosCanal_1.xml\r\n"), testing::Not(HasSubstr("no cierra"))));
   std::filesystem::remove(carpeta_ / "res" / "equipoDatosCanal_2.xml");
 
   // Another run of the same name that brings another channel alone: what it didn't write is named.
