@@ -80,10 +80,12 @@ class Plana {
     QTextOption opcion;
     opcion.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     texto_.setDefaultTextOption(opcion);
+    texto_.setPageSize(util_.size());
     QTextCursor cursor(&texto_);
+    cursor.beginEditBlock();  // laid out once, not at each cell
     Encabezado(cursor);
     Asientos(cursor);
-    texto_.setPageSize(util_.size());
+    cursor.endEditBlock();
   }
 
   void Linea(QTextCursor& cursor, const char* rotulo, const std::string& valor) const {
@@ -111,9 +113,10 @@ class Plana {
     formato.setBorderCollapse(true);
     formato.setBorderStyle(QTextFrameFormat::BorderStyle_Solid);
     formato.setBorderBrush(Qt::black);
-    formato.setWidth(QTextLength(QTextLength::PercentageLength, 100));
     QList<QTextLength> anchos;
-    for (const ColumnaInforme& columna : kColumnas) anchos << QTextLength(QTextLength::PercentageLength, columna.ancho);
+    const double ancho = (util_.width() - formato.cellPadding()) / 100;
+    for (const ColumnaInforme& columna : kColumnas)
+      anchos << QTextLength(QTextLength::FixedLength, columna.ancho * ancho - 2 * formato.cellPadding());
     formato.setColumnWidthConstraints(anchos);
     QTextTable* tabla =
         cursor.insertTable(static_cast<int>(informe_.asientos.size()) + 1, static_cast<int>(kColumnas.size()), formato);

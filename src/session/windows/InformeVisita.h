@@ -25,9 +25,9 @@ struct InformeVisita {
   std::string estacion;  // as it is called: "70, Río Grande"
   std::string dia;
   std::string impreso;  // when
-  DatosVisita datos;
-  std::vector<Asiento> asientos;
-  std::vector<FiguraInforme> figuras;
+  DatosVisita datos{};
+  std::vector<Asiento> asientos{};
+  std::vector<FiguraInforme> figuras{};
 };
 
 // Draws the report in black on as many pages as it takes: who, where and when, the notes, the entries as a table whose

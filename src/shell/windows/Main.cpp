@@ -3,6 +3,7 @@
 #include <QApplication>
 
 #include "session/ArchivoAyuda.h"
+#include "session/ArchivoBitacora.h"
 #include "session/windows/frmLogin.h"
 #include "shell/windows/frmPpal.h"
 #include "widgets/Iconos.h"
@@ -53,7 +54,30 @@ int Main::Correr() {
   ventana.Cargar();
   ventana.Avisar(aviso_);
   ventana.show();
-  return QApplication::exec();
+  const int codigo = QApplication::exec();
+  CerrarBitacora();
+  return codigo;
+}
+
+// What the disk didn't take of the journal goes with the program, unless the operator has another place for it.
+void Main::CerrarBitacora() {
+  diario_.Completar();
+  bitacora_.Reintentar();
+  while (!bitacora_.Pendientes().empty()) {
+    const std::string titulo(kTitulo);
+    if (!Preguntar(mod_.operador, titulo,
+                   "La bitácora de la visita tiene " + std::to_string(bitacora_.Pendientes().size()) +
+                       " asientos que no se pudieron guardar\n[" + bitacora_.Falla() +
+                       "]\n¿Desea guardarlos en otro archivo?"))
+      return;
+    const auto ruta = mod_.operador.ElegirGuardar({.titulo = "Guardar bitácora...",
+                                                   .filtro = "Bitácoras (*.csv)|*.csv",
+                                                   .carpeta = {},
+                                                   .nombre = NombreBitacora(mod_.reloj.Ahora())});
+    if (ruta)
+      RegistrandoYMostrando(registro_, mod_.operador, "Main", "CerrarBitacora", titulo, Redaccion::kCompletada,
+                            [&] { bitacora_.GuardarPendientes(*ruta); });
+  }
 }
 
 int Ejecutar(const Entorno& entorno) {

@@ -39,6 +39,9 @@ class Main {
   // Shows the main window and runs until it is closed. Gives the exit code.
   int Correr();
 
+  // Tries once more to keep the journal, and offers another place for what can't be kept.
+  void CerrarBitacora();
+
   ModRTU& Mod() { return mod_; }
 
  private:

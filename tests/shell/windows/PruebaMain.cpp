@@ -61,6 +61,24 @@ TEST_F(Inicio, BytesAlAzarEnLosAjustesValenPorNinguno) {
   EXPECT_TRUE(principal.Entrar());
 }
 
+TEST_F(Inicio, LaBitacoraQueNoSePudoGuardarTieneOtroLugar) {
+  prueba::EscribirTodo(carpeta / "Respaldos", "en el camino");
+  Main principal(Del());
+  principal.Mod().comunicador.ReiniciarUTR("14");
+  EXPECT_EQ(comunicador.llamadas, std::vector<std::string>{"ReiniciarUTR(14)"});
+  operador.EsperaParte("1 asientos que no se pudieron guardar", Respuesta::kSi);
+  operador.EsperaGuardar("Guardar bitácora...", carpeta / "no_hay/a.csv");
+  operador.EsperaParte("La operación solicitada no puede ser completada");
+  operador.EsperaParte("¿Desea guardarlos en otro archivo?", Respuesta::kSi);
+  operador.EsperaGuardar("Guardar bitácora...", carpeta / "a.csv");
+  principal.CerrarBitacora();
+  EXPECT_NE(prueba::LeerTodo(carpeta / "a.csv").find("\"Reinicio UTR\""), std::string::npos);
+  std::filesystem::remove(carpeta / "Respaldos");
+  principal.Mod().comunicador.ReiniciarUTR("14");
+  principal.CerrarBitacora();
+  EXPECT_EQ(principal.Mod().bitacora.Pendientes().size(), 0U) << "and then nothing is asked";
+}
+
 TEST_F(Inicio, ElAvisoDelComienzoSeDiceEnLaBarraDeEstado) {
   Entorno entorno = Del();
   entorno.aviso = "La estación simulada comienza de nuevo";

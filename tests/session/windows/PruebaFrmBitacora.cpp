@@ -1,0 +1,174 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPainter>
+#include <QPdfWriter>
+#include <QPlainTextEdit>
+#include <QTreeView>
+#include <memory>
+
+#include "session/windows/InformeVisita.h"
+#include "session/windows/frmBitacora.h"
+#include "support/GuionVentanas.h"
+#include "support/ModPrueba.h"
+#include "widgets/ImpresoraDibujos.h"
+#include "widgets/TextoQt.h"
+
+namespace utr {
+namespace {
+
+// A printer that draws its jobs into files.
+class ImpresoraAPdf : public prueba::ImpresoraFalsa, public ImpresoraDibujos {
+ public:
+  explicit ImpresoraAPdf(const std::filesystem::path& archivo) : archivo_(archivo) {}
+  void Dibujar(std::string_view nombre, std::string_view titulo, const DibujarPaginas& dibujar) override {
+    QPdfWriter pdf(Q(archivo_.string()));
+    paginas.push_back(dibujar(pdf));
+    trabajos.push_back(std::string(nombre) + ":" + std::string(titulo));
+  }
+  std::vector<int> paginas;
+
+ private:
+  std::filesystem::path archivo_;
+};
+
+class LaBitacora : public prueba::ModPrueba, public testing::Test {
+ protected:
+  LaBitacora() {
+    Identificar(70);
+    reloj.Poner({2026, 3, 14, 9, 0, 0});
+    Anotar("Ayer");
+    reloj.Poner({2026, 3, 15, 10, 0, 0});
+    Anotar("Uno");
+    Anotar("Dos");
+    Identificar(8);
+    Anotar("De otra");
+    Identificar(70);
+  }
+  void Identificar(std::int64_t identificador) {
+    propiedades.Escribir(clave::kIdentificador, Propiedad{identificador}, Propiedad{std::int64_t{0}});
+  }
+  void Anotar(const char* que) { diario.Anotar({reloj.Ahora(), que, "a", "b", "hecho"}); }
+  void Abrir(std::vector<FiguraInforme> figuras = {}) {
+    ventana = std::make_unique<frmBitacora>(base, std::move(figuras));
+    ventana->show();
+  }
+  std::vector<std::string> Que() {
+    auto* modelo = Hallar<QTreeView>(*ventana, "Lista").model();
+    std::vector<std::string> textos;
+    for (int i = 0; i < modelo->rowCount(); ++i) textos.push_back(U(modelo->index(i, 1).data().toString()));
+    return textos;
+  }
+  QLineEdit& Operador_() { return Hallar<QLineEdit>(*ventana, "txtOperador"); }
+  QComboBox& Dia() { return Hallar<QComboBox>(*ventana, "cboDia"); }
+  void Ordenar(const char* comando) { Hallar<QAction>(*ventana, comando).trigger(); }
+
+  ImpresoraAPdf a_pdf{carpeta / "informe.pdf"};
+  ModRTU base{.comunicador = comunicador,
+              .propiedades = propiedades,
+              .registro = registro,
+              .operador = operador,
+              .reloj = reloj,
+              .catalogo = catalogo,
+              .puertos = puertos,
+              .impresora = a_pdf,
+              .conexion = conexion,
+              .diario = diario,
+              .bitacora = bitacora,
+              .atender = {},
+              .carpeta = carpeta.Ruta()};
+  GuionVentanas ventanas;
+  std::unique_ptr<frmBitacora> ventana;
+};
+
+TEST_F(LaBitacora, MuestraHoyYSePuedenVerLasDemas) {
+  Abrir();
+  EXPECT_THAT(Que(), testing::ElementsAre("Uno", "Dos"));
+  EXPECT_EQ(Dia().currentText(), "15/03/2026 (hoy)");
+  Dia().setCurrentIndex(1);
+  EXPECT_THAT(Que(), testing::ElementsAre("Ayer"));
+  Hallar<QComboBox>(*ventana, "cboEstacion").setCurrentText("8");
+  EXPECT_THAT(Que(), testing::ElementsAre("De otra"));
+  operador.EsperaAbrir("Abrir bitácora...", carpeta / "Respaldos/70/Bitacora-2026-03-14.csv");
+  Ordenar("mnuBitOtra");
+  EXPECT_THAT(Que(), testing::ElementsAre("Ayer"));
+  EXPECT_FALSE(Operador_().isEnabled()) << "a file by itself belongs to no day";
+  prueba::EscribirTodo(carpeta / "v9.csv", "\"N.º (bitácora 9)\"\r\n");
+  operador.EsperaAbrir("Abrir bitácora...", carpeta / "v9.csv");
+  operador.EsperaParte("v9.csv es de otra versión (9)");
+  Ordenar("mnuBitOtra");
+  EXPECT_THAT(Que(), testing::ElementsAre("Ayer")) << "what was on show stays";
+}
+
+TEST_F(LaBitacora, LoQueElDiscoNoTomoSeVeIgual) {
+  std::filesystem::remove_all(carpeta / "Respaldos");
+  prueba::EscribirTodo(carpeta / "Respaldos", "en el camino");
+  Anotar("Pendiente");
+  Abrir();
+  EXPECT_THAT(Que(), testing::ElementsAre("Pendiente"));
+  EXPECT_EQ(Hallar<QLabel>(*ventana, "lblPendientes").text(), "1 asientos sin guardar en el disco");
+  Operador_().setText("Ana");
+  operador.EsperaParte("No se puede crear la carpeta");
+  operador.EsperaParte("¿Desea seguir sin guardarlos?", Respuesta::kNo);
+  ventana->reject();
+  EXPECT_TRUE(ventana->isVisible()) << "what was typed isn't lost";
+  operador.EsperaParte("No se puede crear la carpeta");
+  operador.EsperaParte("¿Desea seguir sin guardarlos?", Respuesta::kSi);
+  ventana->reject();
+}
+
+TEST_F(LaBitacora, OperadorYNotasSonDeCadaDia) {
+  Abrir();
+  Operador_().setText("Ana Paz");
+  Hallar<QPlainTextEdit>(*ventana, "txtNotas").setPlainText("Pila\nnueva");
+  Dia().setCurrentIndex(1);
+  EXPECT_EQ(Operador_().text(), "");
+  Operador_().setText("Luis");
+  ventana->reject();
+  Abrir();
+  EXPECT_EQ(Operador_().text(), "Ana Paz");
+  EXPECT_EQ(Hallar<QPlainTextEdit>(*ventana, "txtNotas").toPlainText(), "Pila\nnueva");
+  prueba::EscribirTodo(carpeta / "Respaldos/70/Visita-2026-03-14.toml", "x [");
+  operador.EsperaParte("Visita-2026-03-14.toml: línea 1: no se entiende");
+  Dia().setCurrentIndex(1);
+  EXPECT_FALSE(Operador_().isEnabled());
+  ventana->reject();
+  EXPECT_EQ(prueba::LeerTodo(carpeta / "Respaldos/70/Visita-2026-03-14.toml"), "x [");
+}
+
+TEST_F(LaBitacora, ElInformeSeImprimeConLasFiguras) {
+  int pintadas = 0;
+  const FiguraInforme figura{"Nivel", [&](QPainter& pintor, const QRectF& lugar) {
+                               ++pintadas;
+                               EXPECT_GT(lugar.height(), lugar.width() / 4);
+                               pintor.drawRect(lugar);
+                             }};
+  Abrir({figura, figura, figura});
+  operador.EsperaParte("El informe no lleva el nombre del operador", Respuesta::kNo);
+  Ordenar("mnuBitImprimir");
+  EXPECT_TRUE(a_pdf.trabajos.empty());
+  Operador_().setText("Ana");
+  operador.EsperaImpresora("Configurar Impresora", EleccionImpresora{"Oficina", 2});
+  Ordenar("mnuBitImprimir");
+  EXPECT_THAT(a_pdf.trabajos, testing::ElementsAre("Oficina:Informe de la visita", "Oficina:Informe de la visita"));
+  EXPECT_THAT(a_pdf.paginas, testing::ElementsAre(3, 3)) << "the entries, and two plots to a page";
+  EXPECT_EQ(pintadas, 6);
+}
+
+TEST_F(LaBitacora, UnDiaLargoOcupaVariasPaginas) {
+  InformeVisita informe{.estacion = "70", .dia = "15/03/2026", .impreso = "hoy"};
+  QPdfWriter pdf(Q((carpeta / "a.pdf").string()));
+  EXPECT_EQ(DibujarInforme(pdf, informe), 1) << "also without an entry";
+  for (int i = 0; i < 60; ++i)
+    informe.asientos.push_back({reloj.Ahora(), "Grabar página 0", std::string(300, '7'), "b", "hecho"});
+  informe.asientos[30].escrito = std::string(6000, '8');  // higher than a page
+  QPdfWriter otro(Q((carpeta / "b.pdf").string()));
+  EXPECT_GT(DibujarInforme(otro, informe), 7);
+}
+
+}  // namespace
+}  // namespace utr
