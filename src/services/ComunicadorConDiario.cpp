@@ -43,7 +43,7 @@ void ComunicadorConDiario::Anotar(std::string comando, std::string antes, std::s
 
 // `dato`: what is written, as the reads call it; empty: nothing that can be read.
 template <class Hacer>
-bool ComunicadorConDiario::Escribir(std::string comando, std::string dato, std::string escrito, Hacer hacer) {
+bool ComunicadorConDiario::Escribir(std::string comando, std::string_view dato, std::string escrito, Hacer hacer) {
   std::string antes = dato.empty() ? asiento::kNada : leido_ == dato ? valor_leido_ : std::string(asiento::kSinLeer);
   leido_.clear();
   const auto anotar = [&](std::string resultado) {

@@ -58,7 +58,7 @@ class ComunicadorConDiario final : public ComunicadorReenviado {
 
  private:
   template <class Hacer>
-  bool Escribir(std::string comando, std::string dato, std::string escrito, Hacer hacer);
+  bool Escribir(std::string comando, std::string_view dato, std::string escrito, Hacer hacer);
   template <class Hacer>
   TablaPtr Leer(std::string comando, std::string_view unidades, Hacer hacer);
   void Anotar(std::string comando, std::string antes, std::string escrito, std::string resultado, ClaseAsiento clase);

@@ -50,7 +50,7 @@ void Diario::AnotarLlamada(Asiento asiento) {
 }
 
 void Diario::AnotarPaginaFlash(bool respondida) {
-  if (!paginas_) paginas_.emplace();
+  if (!paginas_) paginas_ = Paginas();
   ++(respondida ? paginas_->leidas : paginas_->fallidas);
 }
 

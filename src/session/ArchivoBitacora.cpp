@@ -73,13 +73,11 @@ class Separador {
       } else {
         dentro = !dentro;
       }
-    } else if (dentro) {
-      campo += letra;
-    } else if (letra == ',') {
+    } else if (!dentro && letra == ',') {
       registro.campos.emplace_back();
-    } else if (letra == '\n') {
+    } else if (!dentro && letra == '\n') {
       registro.entero = true;
-    } else if (letra != '\r' || Proxima() != '\n') {
+    } else if (dentro || letra != '\r' || Proxima() != '\n') {
       campo += letra;
     }
   }

@@ -20,6 +20,9 @@ constexpr double kPuntosTitulo = 15;
 constexpr double kMilimetrosPie = 8;
 constexpr double kPorPulgada = 25.4;
 constexpr int kFigurasPorPagina = 2;
+constexpr double kDePantalla = 96;  // points to the inch of the lengths in a document
+constexpr double kPuntosPorCelda = 3;
+constexpr double kPuntosDeBorde = 1;
 
 struct ColumnaInforme {
   const char* titulo;
@@ -107,14 +110,15 @@ class Plana {
     if (informe_.asientos.empty()) return Linea(cursor, "Sin asientos en la bitácora de ese día.", {});
     QTextTableFormat formato;
     formato.setHeaderRowCount(1);
-    formato.setCellPadding(por_milimetro_);
+    formato.setCellPadding(kPuntosPorCelda);
     formato.setCellSpacing(0);
-    formato.setBorder(por_milimetro_ / 8);
+    formato.setBorder(kPuntosDeBorde);
     formato.setBorderCollapse(true);
     formato.setBorderStyle(QTextFrameFormat::BorderStyle_Solid);
     formato.setBorderBrush(Qt::black);
     QList<QTextLength> anchos;
-    const double ancho = (util_.width() - formato.cellPadding()) / 100;
+    // Lengths of a document are those of a screen, whatever the device.
+    const double ancho = (util_.width() * kDePantalla / pintor_.device()->logicalDpiX() - kPuntosPorCelda) / 100;
     for (const ColumnaInforme& columna : kColumnas)
       anchos << QTextLength(QTextLength::FixedLength, columna.ancho * ancho - 2 * formato.cellPadding());
     formato.setColumnWidthConstraints(anchos);

@@ -163,6 +163,7 @@ void frmEstacion::Aceptar() {
     return accept();
   }
   std::vector<std::string> lineas;
+  lineas.reserve(reparos.size());
   for (const ReparoEstacion& reparo : reparos) lineas.push_back(reparo.texto);
   Informar(mod_.operador, U(windowTitle()), "Debe completar lo siguiente:\n" + Unir(lineas, "\n"));
   CampoDe(reparos.front().campo)->setFocus();
