@@ -32,16 +32,17 @@ void CargarCatalogo(QTranslator& catalogo, const QString& nombre) {
   }
 }
 
+utr::CuentaDeLinea CuentaDe(const utr::enlace::Trafico& trafico) {
+  return {trafico.enviados, trafico.recibidos, trafico.reintentos};
+}
+
 // What the driver over a wire learns goes to whoever shows it.
 utr::enlace::Avisos AvisosPara(utr::SituacionDelEnlace& situacion) {
   return {.identificada =
               [&situacion](bool de_practica) {
                 situacion.PonerClase(de_practica ? utr::ClaseDeUnidad::kDePractica : utr::ClaseDeUnidad::kReal);
               },
-          .trafico =
-              [&situacion](const utr::enlace::Trafico& trafico) {
-                situacion.PonerCuenta({trafico.enviados, trafico.recibidos, trafico.reintentos});
-              },
+          .trafico = [&situacion](const utr::enlace::Trafico& trafico) { situacion.PonerCuenta(CuentaDe(trafico)); },
           .puerto = [&situacion](bool abierto) { situacion.PonerPuerto(abierto); }};
 }
 
@@ -104,6 +105,7 @@ int main(int argc, char** argv) {
   QObject::connect(&cada_segundo, &QTimer::timeout, [&] {
     simulado.VaciarBitacora();
     bitacora.Vaciar();
+    situacion.PonerCuenta(CuentaDe(enlace.Cuenta()));  // the end of a run of short operations too
   });
   cada_segundo.start(1000);
   utr::OperadorQt operador;

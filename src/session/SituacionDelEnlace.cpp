@@ -32,6 +32,7 @@ void SituacionDelEnlace::PonerClase(ClaseDeUnidad clase) {
 }
 
 void SituacionDelEnlace::PonerCuenta(const CuentaDeLinea& cuenta) {
+  if (cuenta == cuenta_) return;
   cuenta_ = cuenta;
   if (aviso_) aviso_();
 }

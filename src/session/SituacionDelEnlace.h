@@ -19,6 +19,8 @@ struct CuentaDeLinea {
   std::uint64_t enviados = 0;   // bytes
   std::uint64_t recibidos = 0;  // bytes
   std::uint64_t reintentos = 0;
+
+  bool operator==(const CuentaDeLinea&) const = default;
 };
 
 // What whoever has the driver tells whoever shows the link, beside the driver's contract: one object in the program's
