@@ -101,8 +101,16 @@ const std::array<AccionPpal, 7> kAvanzadas{{
 }};
 
 const std::array<AccionPpal, 2> kVisita{{
-    {.texto = "&Bitácora de la visita...", .icono = "bitacora", .hacer = &frmPpal::MostrarBitacora},
-    {.texto = "Libro de &estaciones...", .icono = "estaciones", .hacer = &frmPpal::MostrarLibroEstaciones},
+    {.texto = "&Bitácora de la visita...",
+     .tecla = "Ctrl+Shift+B",
+     .que_hace = "Ver e imprimir lo que se hizo en la estación",
+     .icono = "bitacora",
+     .hacer = &frmPpal::MostrarBitacora},
+    {.texto = "Libro de &estaciones...",
+     .tecla = "Ctrl+Shift+L",
+     .que_hace = "Guardar cómo se llega a cada estación, y elegir una",
+     .icono = "estaciones",
+     .hacer = &frmPpal::MostrarLibroEstaciones},
 }};
 
 }  // namespace utr
