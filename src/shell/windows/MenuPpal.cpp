@@ -123,6 +123,8 @@ void MenuPpal::ArmarVisita(QMainWindow* ventana) {
   QMenu* mnuVisita = Menu(ventana->menuBar()->addMenu("V&isita"), "mnuVisita");
   for (std::size_t i = 0; i < kVisita.size(); ++i) {
     QAction* accion = Entrada(mnuVisita, QString("mnuVisita(%1)").arg(i), kVisita[i].texto, IconoDe(kVisita[i].icono));
+    accion->setShortcut(QKeySequence(kVisita[i].tecla));
+    accion->setWhatsThis(kVisita[i].que_hace);
     connect(accion, &QAction::triggered, this, [this, i] { emit Visita(static_cast<int>(i)); });
   }
 }
