@@ -32,6 +32,9 @@ class LectorRegistros {
   // rows after one that brought none.
   const TablaPtr& Resultado() const noexcept { return resultado_; }
 
+  // The channel table, or null.
+  const TablaPtr& Configuracion() const noexcept { return configuracion_; }
+
  protected:
   // Keeps a built table and says whether there is something to list.
   FinLectura Guardar(TablaPtr armada);

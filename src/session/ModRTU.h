@@ -17,6 +17,7 @@ namespace utr {
 
 class BitacoraVisita;
 class Catalogo;
+class GraficosALaVista;
 class RelojUTR;
 
 // Lists the serial ports: number as shown ("COM n"), system name for the tip.
@@ -50,6 +51,7 @@ struct ModRTU {
   std::filesystem::path archivo_ayuda{};
   EleccionImpresora eleccion_impresora{};  // no name until one was chosen
   std::string ruta_predefinida{};          // predefined parametrization in use
+  GraficosALaVista* graficos = nullptr;    // the plots last on show, for who prints them; null: nobody keeps them
   const RelojUTR* reloj_utr = nullptr;     // what is known of the unit's clock; null: nobody listens to its calls
 
   ContextoListas Listas() { return {comunicador, registro, operador, impresora, eleccion_impresora}; }

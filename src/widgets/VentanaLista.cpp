@@ -18,6 +18,7 @@
 #include "widgets/Ayuda.h"
 #include "widgets/Iconos.h"
 #include "widgets/PanelAviso.h"
+#include "widgets/Recuerdos.h"
 #include "widgets/TextoQt.h"
 #include "widgets/VistaLista.h"
 #include "widgets/frmItemLista.h"
@@ -29,6 +30,9 @@ constexpr int kBajoLaBarra = 8;
 constexpr int kEntrePartes = 10;
 constexpr int kEntreLineas = 20;
 constexpr QSize kIcono(22, 22);
+constexpr int kAnchoALado = 420;
+constexpr QLatin1String kAlLado("al lado");  // what is remembered of the part beside the list
+constexpr QLatin1String kDivision("division");
 
 bool EsDePestanias(const QWidget* control) {
   return qobject_cast<const QTabBar*>(control) != nullptr;
@@ -134,6 +138,7 @@ void VentanaLista::Comandos(const std::vector<MenuVentana>& menus, const std::ve
     boton->setObjectName(QString::fromLatin1(clave));
     boton->setAccessibleName(QString::fromUtf8(con_boton.at(clave)->ayuda));
   }
+  if (al_lado_ != nullptr) AgregarVer();
   Habilitar();
 }
 
@@ -268,6 +273,46 @@ void VentanaLista::ImprimirTexto(const std::string& texto) {
   UnaVez([&] { servicios_.ImprimirTexto(texto); })();
 }
 
+// --- Beside the list -------------------------------------------------------------------------------------------------
+
+void VentanaLista::AlLado(QWidget* parte, const ComandoVentana& ver) {
+  al_lado_ = parte;
+  ver_ = NuevaAccion(ver);
+  ver_->setObjectName(QString::fromLatin1(ver.nombre));
+  ver_->setCheckable(true);
+  ver_->setChecked(Recuerdos(objectName()).Marcado(kAlLado, true));
+  connect(ver_, &QAction::toggled, this, [this](bool a_la_vista) {
+    al_lado_->setVisible(a_la_vista);
+    Recuerdos(objectName()).Guardar(kAlLado, a_la_vista);
+  });
+}
+
+void VentanaLista::AgregarVer() {
+  menu_->addMenu(QStringLiteral("&Ver"))->addAction(ver_);
+  barra_->addSeparator();
+  barra_->addAction(ver_);
+  QWidget* boton = barra_->widgetForAction(ver_);
+  boton->setObjectName(ver_->objectName() + QStringLiteral("Boton"));
+  boton->setAccessibleName(ver_->toolTip());
+}
+
+// The list, and what stands beside it.
+QWidget* VentanaLista::Centro() {
+  if (al_lado_ == nullptr) return zona_;
+  auto* partes = new QSplitter(Qt::Horizontal);
+  partes->setObjectName("Division");
+  partes->setChildrenCollapsible(false);
+  partes->addWidget(zona_);
+  partes->addWidget(al_lado_);
+  for (int i = 0; i < partes->count(); ++i) partes->setStretchFactor(i, 1);
+  const QByteArray division = Recuerdos(objectName()).Valor(kDivision).toByteArray();
+  if (!partes->restoreState(division)) partes->setSizes({kAnchoALado, kAnchoALado});
+  connect(partes, &QSplitter::splitterMoved, this,
+          [this, partes] { Recuerdos(objectName()).Guardar(kDivision, partes->saveState()); });
+  al_lado_->setVisible(ver_->isChecked());
+  return partes;
+}
+
 void VentanaLista::Armar(QWidget* encima, const PieDialogo& pie, const QSize& tamano, QWidget* debajo, bool divisible) {
   encima_ = encima;
   debajo_ = debajo;
@@ -279,9 +324,9 @@ void VentanaLista::Armar(QWidget* encima, const PieDialogo& pie, const QSize& ta
   cuerpo->setSpacing(kEntrePartes);
   if (encima_ != nullptr) cuerpo->addWidget(encima_);
   if (divisible) {
-    cuerpo->addWidget(Dividir(zona_, debajo_), 1);
+    cuerpo->addWidget(Dividir(Centro(), debajo_), 1);
   } else {
-    cuerpo->addWidget(zona_, 1);
+    cuerpo->addWidget(Centro(), 1);
     if (debajo_ != nullptr) cuerpo->addWidget(debajo_);
   }
   cuerpo->addLayout(FilaDePie(pie_, lineas_));
@@ -292,7 +337,7 @@ void VentanaLista::Armar(QWidget* encima, const PieDialogo& pie, const QSize& ta
   todo->addWidget(barra_);
   todo->addLayout(cuerpo, 1);
   OrdenarTab();
-  AjustarTamano(*this, tamano);
+  AjustarTamano(*this, al_lado_ == nullptr ? tamano : tamano + QSize(kAnchoALado, 0));
 }
 
 // The controls of a part of the window that Tab reaches.
@@ -312,6 +357,7 @@ QList<QWidget*> VentanaLista::Alcanzables(QWidget* parte) {
 void VentanaLista::OrdenarTab() {
   QList<QWidget*> orden = Alcanzables(encima_);
   orden.append({lista_->CampoFiltro(), lista_->Arbol()});
+  orden.append(Alcanzables(al_lado_));
   orden.append(Alcanzables(debajo_));
   for (QPushButton* boton : {pie_.aceptar, pie_.cancelar, pie_.ayuda}) {
     if (boton != nullptr) orden.append(boton);
@@ -356,7 +402,7 @@ OpcionesOcupacion VentanaLista::AlTrabajar() {
   OpcionesOcupacion opciones;
   opciones.operador = &operador_;
   opciones.panel = picInfo_;
-  for (QWidget* parte : std::initializer_list<QWidget*>{menu_, barra_, encima_, lista_, debajo_, pie_.aceptar,
+  for (QWidget* parte : std::initializer_list<QWidget*>{menu_, barra_, encima_, lista_, al_lado_, debajo_, pie_.aceptar,
                                                         pie_.cancelar, pie_.ayuda}) {
     if (parte != nullptr) opciones.apagados.push_back(parte);
   }

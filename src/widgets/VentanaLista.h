@@ -74,6 +74,11 @@ class VentanaLista : public QDialog {
   void Armar(QWidget* encima, const PieDialogo& pie, const QSize& tamano, QWidget* debajo = nullptr,
              bool divisible = false);
 
+  // Puts a part beside the list, ahead of Comandos and Armar: the operator shares out the room between them, and folds
+  // the part away and back by an entry of the menu "Ver" and a button at the end of the toolbar. Both are remembered
+  // for each user.
+  void AlLado(QWidget* parte, const ComandoVentana& ver);
+
   // Another caption of the window, and with it another title of the messages of the list services.
   void Titular(const QString& titulo);
 
@@ -121,6 +126,8 @@ class VentanaLista : public QDialog {
   QMenu* NuevoMenu(const MenuVentana& menu, QMenu* madre);
   static QList<QWidget*> Alcanzables(QWidget* parte);
   void OrdenarTab();
+  void AgregarVer();
+  QWidget* Centro();
   void Contar();
 
   Operador& operador_;
@@ -137,6 +144,8 @@ class VentanaLista : public QDialog {
   QLabel* lblFiltradas_;
   QWidget* encima_ = nullptr;
   QWidget* debajo_ = nullptr;
+  QWidget* al_lado_ = nullptr;
+  QAction* ver_ = nullptr;  // folds it
   PieDialogo pie_;
 };
 

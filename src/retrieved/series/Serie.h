@@ -80,6 +80,8 @@ class Serie {
   std::span<const double> Minimos() const noexcept { return minimos_; }
   std::span<const double> Maximos() const noexcept { return maximos_; }
   bool TieneValor(std::size_t punto) const noexcept { return valores_[punto] == valores_[punto]; }
+  // 0 for a point that the unit didn't validate; empty where the table has no such field.
+  std::span<const std::uint8_t> Validados() const noexcept { return validados_; }
   bool Validado(std::size_t punto) const noexcept { return validados_.empty() || validados_[punto] != 0; }
 
   // The row of a point, and the point of a row: nothing for a row of another channel or without a date.

@@ -103,8 +103,8 @@ Mensaje VistaRegistros::FechasAlReves() const {
 
 // --- Reading ---------------------------------------------------------------------------------------------------------
 
-void VistaRegistros::Leer(const PedidoLectura& pedido) {
-  if (Ocupacion::Ocupada(*this)) return;
+bool VistaRegistros::Leer(const PedidoLectura& pedido) {
+  if (Ocupacion::Ocupada(*this)) return false;
   const Periodo periodo = PeriodoElegido();
   if (!pedido.conservar) Limpiar();
   FinLectura fin = FinLectura::kSinDatos;
@@ -117,6 +117,16 @@ void VistaRegistros::Leer(const PedidoLectura& pedido) {
       RegistrandoSalvoCampo(mod_.registro, mod_.operador, U(objectName()), pedido.procedimiento, U(windowTitle()),
                             Redaccion::kCompletarse, [&] { AlFallar(leer, [this] { Limpiar(); }); });
   if (bien && fin == FinLectura::kFechasAlReves) mod_.operador.Mostrar(pedido.al_reves);
+  return bien;
+}
+
+bool VistaRegistros::LeerAparte(const std::string& procedimiento, const std::function<void()>& leer) {
+  if (Ocupacion::Ocupada(*this)) return false;
+  return RegistrandoSalvoCampo(mod_.registro, mod_.operador, U(objectName()), procedimiento, U(windowTitle()),
+                               Redaccion::kCompletarse, [&] {
+                                 const Ocupacion ocupacion(*this, AlTrabajar());
+                                 leer();
+                               });
 }
 
 void VistaRegistros::Listar(FinLectura fin, const PedidoLectura& pedido, const Periodo& periodo) {
@@ -127,12 +137,14 @@ void VistaRegistros::Listar(FinLectura fin, const PedidoLectura& pedido, const P
   if (fin == FinLectura::kSinDatos) return Zona().Mostrar({pedido.sin_datos});
   Lista().Mostrar(Lector().Resultado());
   Decir(lblCantRegistros_, QString::fromUtf8(pedido.contador) + QString::number(Lista().Lista().Total()));
+  Listado();
 }
 
 void VistaRegistros::Limpiar() {
   Zona().Mostrar({});
   Lista().Vaciar();
   for (QLabel* linea : {lblCantRegistros_, lblPeriodo_}) Decir(linea, {});
+  Vaciado();
 }
 
 }  // namespace utr

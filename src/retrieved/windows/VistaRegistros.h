@@ -51,7 +51,15 @@ class VistaRegistros : public VentanaLista {
   // Puts the window together: the frames over the list, the button that closes it below.
   void ArmarVista(QWidget* marcos, QPushButton* cerrar);
 
-  void Leer(const PedidoLectura& pedido);
+  // True: it ended without a failure.
+  bool Leer(const PedidoLectura& pedido);
+
+  // Reads something that isn't for the list, in the same way. True: it ended without a failure.
+  bool LeerAparte(const std::string& procedimiento, const std::function<void()>& leer);
+
+  // The list shows the rows of the reader, or none any more.
+  virtual void Listado() {}
+  virtual void Vaciado() {}
 
   // The pair of date pickers, both at today, added to the form with their labels. Once a view.
   void AgregarFechas(QFormLayout& caja, const char* formato);

@@ -2,17 +2,22 @@
 
 #include <QAction>
 #include <QActionGroup>
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QSpinBox>
 #include <QTabWidget>
+#include <QTimer>
 #include <array>
 
 #include "retrieved/ColumnasRegistros.h"
+#include "retrieved/windows/GraficoDeDatos.h"
 #include "widgets/Campos.h"
+#include "widgets/Recuerdos.h"
 #include "widgets/TextoQt.h"
 #include "widgets/VistaLista.h"
 
@@ -31,6 +36,12 @@ DescripcionLista Descripcion() {
 
 // The entries of the menu that go to the two frames.
 constexpr std::array kMarcos{"mnuDatHistoricos", "mnuDatosInst"};
+
+// Seconds between two turns of the present values.
+constexpr int kCadaMinimo = 10;
+constexpr int kCadaMaximo = 3600;
+constexpr int kCadaComun = 60;
+constexpr QLatin1String kCada("actualizar cada");
 
 constexpr const char* kContador = "Cantidad de Registros Cargados: ";
 
@@ -65,8 +76,17 @@ frmDatos::frmDatos(ModRTU& mod, TablaPtr configuracion, QWidget* parent)
       OpEscalados_(Nuevo<QRadioButton>("OpEscalados", "Escalados", true)),
       OpSinEscalar_(Nuevo<QRadioButton>("OpSinEscalar", "Cuentas")),
       chkNivelRef_(Nuevo<QCheckBox>("chkNivelRef", "Con Nivel Ref / Constante.")),
-      DatosInst_(Boton("DatosInst", "&Mostrar...")) {
+      DatosInst_(Boton("DatosInst", "&Mostrar...")),
+      chkActualizar_(Nuevo<QCheckBox>("chkActualizar", "Act&ualizar cada")),
+      ActualizarCada_(new QSpinBox),
+      turno_(new QTimer(this)),
+      grafico_(new GraficoDeDatos(mod, lector_.Configuracion(), {objectName(), windowTitle()},
+                                  [this](const std::string& procedimiento, const std::function<void()>& leer) {
+                                    return LeerAparte(procedimiento, leer);
+                                  })) {
   Explicar();
+  AlLado(grafico_, GraficoDeDatos::ComandoVer());
+  grafico_->Enlazar(Lista());
   ArmarVista(ArmarMarcos(), Boton("cmd(1)", "&Cerrar"));
   ArmarComandos();
   CargarCanales();
@@ -101,6 +121,9 @@ void frmDatos::Explicar() {
       {OpEscalados_, "Muestra los valores presentes en unidades de ingeniería."},
       {OpSinEscalar_, "Muestra los valores presentes en cuentas."},
       {chkNivelRef_, "Suma a los valores escalados el nivel de referencia o la constante del canal."},
+      {chkActualizar_,
+       "Repite la lectura de los valores presentes cada tantos segundos, hasta que se desmarque o falle."},
+      {ActualizarCada_, "Segundos entre el fin de una lectura y el comienzo de la que sigue."},
       {DatosInst_, "Lee de la UTR el valor presente de todos los canales habilitados."},
   };
   for (const auto& [control, texto] : textos) control->setWhatsThis(QString::fromUtf8(texto));
@@ -146,8 +169,32 @@ QWidget* frmDatos::ArmarInstantaneos() {
   fila->addLayout(Apilar({OpEscalados_, OpSinEscalar_}));
   fila->addLayout(Apilar({chkNivelRef_}));
   fila->addLayout(Apilar({DatosInst_}));
+  fila->addLayout(ArmarActualizar());
   fila->addStretch(1);
   return hoja;
+}
+
+QLayout* frmDatos::ArmarActualizar() {
+  ActualizarCada_->setObjectName("ActualizarCada");
+  ActualizarCada_->setAccessibleName(QStringLiteral("Actualizar cada, en segundos"));
+  ActualizarCada_->setRange(kCadaMinimo, kCadaMaximo);
+  ActualizarCada_->setSuffix(QStringLiteral(" s"));
+  ActualizarCada_->setValue(Recuerdos(objectName()).Entero(kCada, kCadaComun, kCadaMinimo, kCadaMaximo));
+  turno_->setObjectName("turno");
+  turno_->setSingleShot(true);
+  connect(turno_, &QTimer::timeout, this, &frmDatos::Turno);
+  connect(chkActualizar_, &QCheckBox::toggled, this, &frmDatos::ActualizarSeguido);
+  connect(ActualizarCada_, &QSpinBox::valueChanged, this, [this](int cada) {
+    Recuerdos(objectName()).Guardar(kCada, cada);
+    if (turno_->isActive()) turno_->start(cada * 1000);
+  });
+  auto* renglon = new QHBoxLayout;
+  renglon->addWidget(chkActualizar_);
+  renglon->addWidget(ActualizarCada_);
+  auto* pila = new QVBoxLayout;
+  pila->addLayout(renglon);
+  pila->addStretch(1);
+  return pila;
 }
 
 void frmDatos::CargarCanales() {
@@ -162,11 +209,12 @@ void frmDatos::MarcoElegido(int cual) {
 void frmDatos::TraerDatos() {
   PedidoLectura pedido;
   pedido.procedimiento = "cmd_Click";
+  chkActualizar_->setChecked(false);  // the list is of the records now
   pedido.leer = [this] {
     instantaneos_ = false;
     Lista().Definir(ColumnasDatos());
-    return lector_.TraerDatos(
-        {Desde(), Hasta(), U(Canales_->currentText()), CheckEscalados_->isChecked(), chkCartucho_->isChecked()});
+    leido_ = {Desde(), Hasta(), U(Canales_->currentText()), CheckEscalados_->isChecked(), chkCartucho_->isChecked()};
+    return lector_.TraerDatos(leido_);
   };
   pedido.sin_datos = picSinDatos_;
   pedido.contador = kContador;
@@ -175,7 +223,7 @@ void frmDatos::TraerDatos() {
   Leer(pedido);
 }
 
-void frmDatos::MostrarInstantaneos() {
+bool frmDatos::MostrarInstantaneos() {
   PedidoLectura pedido;
   pedido.procedimiento = "DatosInst_Click";
   pedido.leer = [this] {
@@ -185,7 +233,40 @@ void frmDatos::MostrarInstantaneos() {
   };
   pedido.sin_datos = PicSinDatosInst_;
   pedido.contador = kContador;
-  Leer(pedido);
+  return Leer(pedido);
+}
+
+// --- Again and again -------------------------------------------------------------------------------------------------
+
+void frmDatos::ActualizarSeguido(bool seguido) {
+  if (seguido) {
+    Turno();
+  } else {
+    turno_->stop();
+  }
+}
+
+// The next turn is counted from the end of this one, so that none starts inside another. While a dialog stands over the
+// window, or it is at work, the turn waits: the list mustn't change under what the operator looks at.
+void frmDatos::Turno() {
+  const QWidget* encima = QApplication::activeModalWidget();
+  const bool libre = !Ocupacion::Ocupada(*this) && (encima == nullptr || encima == this);
+  if (libre && !MostrarInstantaneos()) return chkActualizar_->setChecked(false);
+  if (chkActualizar_->isChecked()) turno_->start(ActualizarCada_->value() * 1000);
+}
+
+// --- Beside the list -------------------------------------------------------------------------------------------------
+
+void frmDatos::Listado() {
+  if (instantaneos_) {
+    grafico_->VerInstantaneos(*lector_.Resultado(), OpEscalados_->isChecked(), chkNivelRef_->isChecked());
+  } else {
+    grafico_->VerRegistros(*lector_.Resultado(), leido_);
+  }
+}
+
+void frmDatos::Vaciado() {
+  grafico_->Vaciar();
 }
 
 EncabezadoLista frmDatos::Encabezado(bool) const {

@@ -6,9 +6,13 @@ class QCheckBox;
 class QComboBox;
 class QPushButton;
 class QRadioButton;
+class QSpinBox;
 class QTabWidget;
+class QTimer;
 
 namespace utr {
+
+class GraficoDeDatos;
 
 // "Datos de la UTR": historic records of one channel, and present values of all.
 class frmDatos : public VistaRegistros {
@@ -21,6 +25,8 @@ class frmDatos : public VistaRegistros {
  protected:
   EncabezadoLista Encabezado(bool para_imprimir) const override;
   const LectorRegistros& Lector() const override { return lector_; }
+  void Listado() override;
+  void Vaciado() override;
 
  private:
   void Explicar();
@@ -30,7 +36,10 @@ class frmDatos : public VistaRegistros {
   QWidget* ArmarInstantaneos();
   void CargarCanales();
   void TraerDatos();
-  void MostrarInstantaneos();
+  bool MostrarInstantaneos();
+  QLayout* ArmarActualizar();
+  void ActualizarSeguido(bool seguido);
+  void Turno();
   void MarcoElegido(int cual);
 
   LectorDatos lector_;
@@ -45,6 +54,11 @@ class frmDatos : public VistaRegistros {
   QRadioButton* OpSinEscalar_;
   QCheckBox* chkNivelRef_;
   QPushButton* DatosInst_;
+  QCheckBox* chkActualizar_;
+  QSpinBox* ActualizarCada_;
+  QTimer* turno_;
+  GraficoDeDatos* grafico_;
+  LectorDatos::Pedido leido_;  // the read of the records on show
   bool instantaneos_ = false;  // what the list holds
 };
 

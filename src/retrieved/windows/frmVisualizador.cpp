@@ -8,6 +8,10 @@
 #include <QLineEdit>
 #include <QPushButton>
 
+#include "plots/windows/PanelGrafico.h"
+#include "retrieved/series/TextoSerie.h"
+#include "retrieved/windows/EnlaceGrafico.h"
+#include "retrieved/windows/GraficoDeDatos.h"
 #include "retrieved/windows/VistaInforme.h"
 #include "widgets/Campos.h"
 #include "widgets/TextoQt.h"
@@ -42,7 +46,14 @@ frmVisualizador::frmVisualizador(ModRTU& mod, QWidget* parent)
       cmdFile_(Boton("cmdFile", QStringLiteral("Se&leccionar..."))),
       cboFiltro_(new QComboBox),
       informe_(new VistaInforme),
+      grafico_(new PanelGrafico(
+          mod.Listas(), {.ventana = objectName(), .titulo = windowTitle(), .una_tabla = true, .vistos = mod.graficos})),
       lblCantRegistros_(Linea("lblCantRegistros")) {
+  AlLado(grafico_, GraficoDeDatos::ComandoVer());
+  EnlazarConLista(*grafico_, Lista());
+  connect(grafico_, &PanelGrafico::CanalPedido, this, [this](const QString& canal) {
+    grafico_->Agregar(canal, {std::make_shared<const Serie>(*visto_.tabla, OpcionesSerie{U(canal), {}}), {}});
+  });
   ArmarComandos();
   Armar(ArmarParametros(), {.cancelar = Boton("cmd", "&Cerrar"), .por_defecto = false}, kTamano, informe_, true);
   informe_->hide();
@@ -135,6 +146,7 @@ void frmVisualizador::PrepararDatosParaLista(const std::filesystem::path& ruta) 
 
 void frmVisualizador::Listar(ArchivoVisto visto) {
   Lista().Vaciar();
+  grafico_->Vaciar();
   Lista().QuitarOrden(false);
   visto_ = std::move(visto);
   Lista().Definir(visto_.columnas);
@@ -143,6 +155,20 @@ void frmVisualizador::Listar(ArchivoVisto visto) {
   FijarImp(tipo, kExitos[tipo]);
   Decir(lblCantRegistros_,
         QStringLiteral("Cantidad de Registros Cargados: ") + QString::number(visto_.tabla->RecordCount()));
+  VerGrafico();
+}
+
+// The first channel of the file; the others can be added. Neither interval nor limits are known here.
+void frmVisualizador::VerGrafico() {
+  QStringList canales;
+  for (const std::string& canal : CanalesDeTabla(*visto_.tabla)) canales.append(Q(canal));
+  if (canales.isEmpty()) return;
+  ContenidoGrafico contenido;
+  const auto serie = std::make_shared<const Serie>(*visto_.tabla, OpcionesSerie{U(canales.takeFirst()), {}});
+  contenido.titulo = QStringLiteral("%1: %2").arg(QString::fromUtf8(kVisualizador), Q(TituloSerie(*serie)));
+  contenido.canales.push_back({serie, {}});
+  grafico_->Mostrar(std::move(contenido));
+  grafico_->Ofrecer(canales);
 }
 
 void frmVisualizador::MuestraInforme(const std::filesystem::path& ruta) {

@@ -13,6 +13,7 @@ class QPushButton;
 
 namespace utr {
 
+class PanelGrafico;
 class VistaInforme;
 
 // "Visualizador": a result file of the recovery, any other saved table, or a file for manual insertion, in a list, with
@@ -41,6 +42,7 @@ class frmVisualizador : public VentanaLista {
   void PrepararDatosParaLista(const std::filesystem::path& ruta);
   void Listar(ArchivoVisto visto);
   void VerInforme(const std::optional<InformeVisto>& informe);
+  void VerGrafico();
 
   ModRTU& mod_;
   ArchivoVisto visto_;  // its table is null while no file was opened
@@ -50,6 +52,7 @@ class frmVisualizador : public VentanaLista {
   QComboBox* cboFiltro_;
   int filtro_elegido_ = 0;  // kept as the choice of cboFiltro, which nothing fills, and read by nobody
   VistaInforme* informe_;
+  PanelGrafico* grafico_;
   QLabel* lblCantRegistros_;
 };
 

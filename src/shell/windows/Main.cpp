@@ -36,6 +36,7 @@ Main::Main(const Entorno& entorno)
            .atender = entorno.atender,
            .carpeta = entorno.carpeta,
            .nombre = entorno.nombre,
+           .graficos = &graficos_,
            .reloj_utr = &reloj_utr_},
       aviso_(entorno.aviso),
       situacion_(entorno.situacion) {}

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "configuration/Catalogo.h"
+#include "plots/windows/GraficosALaVista.h"
 #include "services/ComunicadorConDiario.h"
 #include "session/BitacoraVisita.h"
 #include "session/ModRTU.h"
@@ -54,6 +55,7 @@ class Main {
   BitacoraVisita bitacora_;
   ComunicadorConDiario comunicador_;
   Conexion conexion_;
+  GraficosALaVista graficos_;
   ModRTU mod_;
   std::string aviso_;
   SituacionDelEnlace* situacion_;

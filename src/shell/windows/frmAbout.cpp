@@ -39,9 +39,12 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
   lblTitle->setFont(letra);
   auto* lblVersion = new QLabel("Versión " + QCoreApplication::applicationVersion());
   lblVersion->setObjectName("lblVersion");
+  auto* lblLicencia = new QLabel(QStringLiteral("Software libre: licencia GNU GPL, versión 3 o posterior"));
+  lblLicencia->setObjectName("lblLicencia");
   auto* textos = new QVBoxLayout;
   textos->addWidget(lblTitle);
   textos->addWidget(lblVersion);
+  textos->addWidget(lblLicencia);
   textos->addStretch(1);
   auto* arriba = new QHBoxLayout;
   arriba->setSpacing(16);

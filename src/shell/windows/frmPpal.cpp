@@ -13,6 +13,7 @@
 #include "operations/windows/AlmacenAsistentesQt.h"
 #include "operations/windows/AsistenteParam.h"
 #include "operations/windows/MostrarOperaciones.h"
+#include "plots/windows/GraficosALaVista.h"
 #include "retrieved/windows/MostrarLector.h"
 #include "retrieved/windows/MostrarVistas.h"
 #include "schedule/windows/MostrarAgenda.h"
@@ -312,7 +313,13 @@ void frmPpal::ExportarConfiguracion() {
 }
 
 void frmPpal::MostrarBitacora() {
-  frmBitacora(mod_, {}, this).exec();
+  std::vector<FiguraInforme> figuras;
+  if (mod_.graficos != nullptr) {
+    for (const auto& [ventana, grafico] : mod_.graficos->Todos()) {
+      figuras.push_back({U(grafico.titulo + ", " + grafico.periodo), grafico.pintar});
+    }
+  }
+  frmBitacora(mod_, std::move(figuras), this).exec();
 }
 
 void frmPpal::MostrarLibroEstaciones() {

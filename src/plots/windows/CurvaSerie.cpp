@@ -1,0 +1,192 @@
+#include "plots/windows/CurvaSerie.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "base/Numeros.h"
+#include "widgets/TextoQt.h"
+
+namespace utr {
+namespace {
+
+constexpr double kGrosor = 1.6;
+constexpr double kPuntoSuelto = 2.2;  // radius of a point that no line reaches
+constexpr double kCruz = 3.5;         // half the size of the mark of a value that wasn't validated
+constexpr int kVelo = 55;             // of the band
+constexpr double kBarraMinima = 1.5;
+constexpr double kSobreElEje = 3;  // of the words at the foot
+
+// Whether most columns hold several points. Such a line is a row of upright strokes, which are drawn many times faster
+// than a line that goes up and down.
+bool Tupida(const std::vector<PasoReducido>& pasos) {
+  const auto varios =
+      std::count_if(pasos.begin(), pasos.end(), [](const auto& paso) { return paso.abajo != paso.arriba; });
+  return varios > static_cast<std::ptrdiff_t>(pasos.size() / 2);
+}
+
+}  // namespace
+
+CurvaSerie::CurvaSerie(QCPAxis* tiempo, QCPAxis* valores, CanalGrafico canal)
+    : QCPAbstractPlottable(tiempo, valores), canal_(std::move(canal)) {
+  setSelectable(QCP::stNone);
+}
+
+void CurvaSerie::Colorear(const ColoresGrafico& colores, std::size_t cual) {
+  colores_ = colores;
+  color_ = colores.curvas.at(cual);
+}
+
+double CurvaSerie::selectTest(const QPointF&, bool, QVariant*) const {
+  return -1;
+}
+
+QCPRange CurvaSerie::getKeyRange(bool& foundRange, QCP::SignDomain) const {
+  const CifrasSerie& cifras = canal_.serie->Cifras();
+  foundRange = cifras.primero.has_value();
+  return foundRange ? QCPRange(static_cast<double>(*cifras.primero), static_cast<double>(*cifras.ultimo)) : QCPRange();
+}
+
+QCPRange CurvaSerie::getValueRange(bool& foundRange, QCP::SignDomain, const QCPRange& inKeyRange) const {
+  foundRange = !canal_.serie->Tramos().empty();
+  const Extension extension = ExtensionDe(canal_, {inKeyRange.lower, inKeyRange.upper});
+  return {extension.abajo, extension.arriba};
+}
+
+void CurvaSerie::draw(QCPPainter* painter) {
+  const QCPRange rango = mKeyAxis->range();
+  const Pasos pasos = Reducir(*canal_.serie, {rango.lower, rango.upper}, mKeyAxis->axisRect()->width());
+  if (canal_.serie->EsLluvia()) {
+    DibujarBarras(*painter, pasos);
+  } else if (Tupida(pasos)) {
+    DibujarTupida(*painter, pasos);
+  } else {
+    DibujarBanda(*painter, pasos);
+    DibujarLinea(*painter, pasos);
+  }
+  DibujarNoValidados(*painter, pasos);
+  DibujarLimites(*painter);
+}
+
+void CurvaSerie::DibujarBanda(QCPPainter& pintor, const Pasos& pasos) const {
+  QColor velo = color_;
+  velo.setAlpha(kVelo);
+  pintor.setPen(Qt::NoPen);
+  pintor.setBrush(velo);
+  QPolygonF arriba;
+  QPolygonF abajo;
+  const auto cerrar = [&] {
+    std::reverse(abajo.begin(), abajo.end());
+    if (arriba.size() > 1) pintor.drawPolygon(arriba + abajo);
+    arriba.clear();
+    abajo.clear();
+  };
+  for (const PasoReducido& paso : pasos) {
+    if (!paso.sigue || std::isnan(paso.banda_abajo)) cerrar();
+    if (std::isnan(paso.banda_abajo)) continue;
+    arriba.append(coordsToPixels(paso.momento, paso.banda_arriba));
+    abajo.append(coordsToPixels(paso.momento, paso.banda_abajo));
+  }
+  cerrar();
+}
+
+// Upright strokes of a column each, over those of the band. Each reaches to the value that the line comes from.
+void CurvaSerie::DibujarTupida(QCPPainter& pintor, const Pasos& pasos) const {
+  QColor velo = color_;
+  velo.setAlpha(kVelo);
+  pintor.setAntialiasing(false);
+  const auto trazo = [&](double momento, double abajo, double arriba, const QColor& color) {
+    const QPointF desde = coordsToPixels(momento, arriba);
+    const double alto = coordsToPixels(momento, abajo).y() - desde.y();
+    pintor.fillRect(QRectF(std::floor(desde.x()), desde.y(), 1, std::max(1.0, alto)), color);
+  };
+  double antes = 0;
+  for (const PasoReducido& paso : pasos) {
+    if (!std::isnan(paso.banda_abajo)) trazo(paso.momento, paso.banda_abajo, paso.banda_arriba, velo);
+    const double de_donde = paso.sigue ? antes : paso.primero;
+    trazo(paso.momento, std::min(paso.abajo, de_donde), std::max(paso.arriba, de_donde), color_);
+    antes = paso.ultimo;
+  }
+}
+
+void CurvaSerie::DibujarLinea(QCPPainter& pintor, const Pasos& pasos) const {
+  pintor.setPen(QPen(color_, kGrosor, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  pintor.setBrush(color_);
+  QPolygonF linea;
+  const auto cerrar = [&] {
+    if (linea.size() > 1) pintor.drawPolyline(linea);
+    if (linea.size() == 1) pintor.drawEllipse(linea.front(), kPuntoSuelto, kPuntoSuelto);
+    linea.clear();
+  };
+  for (const PasoReducido& paso : pasos) {
+    if (!paso.sigue) cerrar();
+    linea.append(coordsToPixels(paso.momento, paso.primero));
+    if (paso.abajo == paso.arriba) continue;
+    for (const double valor : {paso.abajo, paso.arriba, paso.ultimo}) linea.append(coordsToPixels(paso.momento, valor));
+  }
+  cerrar();
+}
+
+void CurvaSerie::DibujarBarras(QCPPainter& pintor, const Pasos& pasos) const {
+  const double base = mValueAxis->coordToPixel(0);
+  const double segundos = canal_.serie->Minutos().value_or(1) * 60;
+  const double ancho =
+      std::max(kBarraMinima, std::abs(mKeyAxis->coordToPixel(segundos) - mKeyAxis->coordToPixel(0)) * 0.8);
+  pintor.setPen(Qt::NoPen);
+  pintor.setBrush(color_);
+  for (const PasoReducido& paso : pasos) {
+    if (!(paso.arriba > 0)) continue;
+    const QPointF punta = coordsToPixels(paso.momento, paso.arriba);
+    pintor.drawRect(QRectF(QPointF(punta.x() - ancho, base), QPointF(punta.x(), punta.y())).normalized());
+  }
+}
+
+void CurvaSerie::DibujarNoValidados(QCPPainter& pintor, const Pasos& pasos) const {
+  pintor.setPen(QPen(colores_.no_validado, kGrosor));
+  double anterior = -std::numeric_limits<double>::infinity();  // marks on one another would only blot the curve
+  for (const PasoReducido& paso : pasos) {
+    if (std::isnan(paso.no_validado)) continue;
+    const QPointF punto = coordsToPixels(paso.momento, paso.no_validado);
+    if (std::abs(punto.x() - anterior) < 2 * kCruz) continue;
+    anterior = punto.x();
+    pintor.drawLine(QLineF(punto - QPointF(kCruz, kCruz), punto + QPointF(kCruz, kCruz)));
+    pintor.drawLine(QLineF(punto - QPointF(kCruz, -kCruz), punto + QPointF(kCruz, -kCruz)));
+  }
+}
+
+// Limits outside the axis are told at its end, so that nobody takes their absence for no limit.
+void CurvaSerie::DibujarLimites(QCPPainter& pintor) const {
+  const QRectF lugar = mKeyAxis->axisRect()->rect();
+  const double alto = QFontMetricsF(mKeyAxis->tickLabelFont()).height();
+  double encima = lugar.top();
+  double debajo = lugar.bottom() - kSobreElEje;
+  pintor.setFont(mKeyAxis->tickLabelFont());
+  for (const LimiteSerie& limite : canal_.limites) {
+    const QColor color = limite.clase == ClaseLimite::kAlarma ? colores_.alarma : colores_.validacion;
+    pintor.setPen(QPen(color, 1, limite.clase == ClaseLimite::kAlarma ? Qt::DashLine : Qt::DotLine));
+    QString texto =
+        QStringLiteral("%1 %2 %3")
+            .arg(Q(canal_.serie->Canal()), QString::fromUtf8(limite.palabra), Q(TextoGeneral(limite.valor)));
+    const QCPRange rango = mValueAxis->range();
+    if (rango.contains(limite.valor)) {
+      const double y = mValueAxis->coordToPixel(limite.valor);
+      pintor.drawLine(QLineF(lugar.left(), y, lugar.right(), y));
+      const double sitio = y - alto < lugar.top() ? y : y - alto;
+      pintor.drawText(QRectF(lugar.left() + 4, sitio, lugar.width() - 8, alto),
+                      limite.clase == ClaseLimite::kAlarma ? Qt::AlignLeft : Qt::AlignRight, texto);
+      continue;
+    }
+    const bool arriba = (limite.valor > rango.upper) != mValueAxis->rangeReversed();
+    texto = (arriba ? QStringLiteral("▲ ") : QStringLiteral("▼ ")) + texto;
+    if (!arriba) debajo -= alto;
+    pintor.drawText(QRectF(lugar.left() + 4, arriba ? encima : debajo, lugar.width() - 8, alto), Qt::AlignRight, texto);
+    if (arriba) encima += alto;
+  }
+}
+
+void CurvaSerie::drawLegendIcon(QCPPainter* painter, const QRectF& rect) const {
+  painter->setPen(QPen(color_, kGrosor));
+  painter->drawLine(QLineF(rect.left(), rect.center().y(), rect.right(), rect.center().y()));
+}
+
+}  // namespace utr

@@ -1,0 +1,18 @@
+#include "plots/windows/GraficosALaVista.h"
+
+#include <algorithm>
+
+namespace utr {
+
+void GraficosALaVista::Poner(const QString& ventana, GraficoVisto grafico) {
+  Quitar(ventana);
+  graficos_.emplace_back(ventana, std::move(grafico));
+}
+
+void GraficosALaVista::Quitar(const QString& ventana) {
+  const auto suyo =
+      std::remove_if(graficos_.begin(), graficos_.end(), [&](const auto& grafico) { return grafico.first == ventana; });
+  graficos_.erase(suyo, graficos_.end());
+}
+
+}  // namespace utr

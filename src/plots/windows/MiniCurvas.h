@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QWidget>
+
+#include "retrieved/series/CurvasInstantaneas.h"
+
+namespace utr {
+
+// The present values of the last half hour as small curves, one a channel, each over its own extent, with the last
+// value in words.
+class MiniCurvas : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit MiniCurvas(QWidget* parent = nullptr);
+
+  void Agregar(const Tabla& lectura);
+  void Vaciar();
+  const CurvasInstantaneas& Curvas() const noexcept { return curvas_; }
+
+  QSize sizeHint() const override;
+  QSize minimumSizeHint() const override;
+
+ protected:
+  void paintEvent(QPaintEvent* evento) override;
+
+ private:
+  void Cambiadas();
+  int AltoRenglon() const;
+
+  CurvasInstantaneas curvas_;
+};
+
+}  // namespace utr

@@ -1,0 +1,133 @@
+#include "plots/windows/SalidaGrafico.h"
+
+#include <QBuffer>
+#include <QFontMetricsF>
+#include <QGuiApplication>
+#include <QImage>
+#include <QPainter>
+#include <QPdfWriter>
+#include <QPicture>
+#include <QPrinter>
+#include <algorithm>
+#include <memory>
+#include <ostream>
+
+#include "base/Archivos.h"
+#include "base/Error.h"
+#include "plots/windows/Hidrograma.h"
+#include "widgets/Temas.h"
+#include "widgets/TextoQt.h"
+
+namespace utr {
+namespace {
+
+constexpr std::int32_t kErrorImpresora = 482;
+constexpr double kAnchoDibujo = 1000;  // pixels across, whatever the paper: letters keep their proportion
+constexpr QSize kImagen(1600, 1000);
+constexpr int kPuntosPorPulgada = 300;
+constexpr double kEntreRenglones = 1.25;
+
+QString PeriodoDe(const ContenidoGrafico& contenido) {
+  const auto todo = TodoElTiempo(contenido);
+  if (!contenido.ventana || !todo) return contenido.periodo;
+  return TextoVentana(
+      {std::max(contenido.ventana->desde, todo->desde), std::min(contenido.ventana->hasta, todo->hasta)});
+}
+
+QByteArray ComoPdf(const ContenidoGrafico& contenido) {
+  QBuffer bytes;
+  bytes.open(QIODevice::WriteOnly);
+  QPdfWriter escritor(&bytes);
+  escritor.setTitle(contenido.titulo);
+  escritor.setCreator(QStringLiteral("AdminUTR"));
+  escritor.setResolution(kPuntosPorPulgada);
+  escritor.setPageSize(QPageSize(QPageSize::A4));
+  escritor.setPageOrientation(QPageLayout::Landscape);
+  escritor.setPageMargins({15, 15, 15, 15}, QPageLayout::Millimeter);
+  QPainter pintor(&escritor);
+  PintarLamina(contenido, pintor, pintor.viewport());
+  pintor.end();
+  return bytes.data();
+}
+
+QByteArray ComoPng(const ContenidoGrafico& contenido) {
+  QImage imagen(kImagen, QImage::Format_RGB32);
+  imagen.fill(Qt::white);
+  QPainter pintor(&imagen);
+  pintor.setRenderHint(QPainter::Antialiasing);
+  PintarLamina(contenido, pintor, QRectF(QPointF(0, 0), kImagen).adjusted(30, 30, -30, -30));
+  pintor.end();
+  QBuffer bytes;
+  bytes.open(QIODevice::WriteOnly);
+  imagen.save(&bytes, "PNG");
+  return bytes.data();
+}
+
+}  // namespace
+
+void PintarGrafico(const ContenidoGrafico& contenido, QPainter& pintor, const QRectF& lugar) {
+  Hidrograma hidrograma;
+  hidrograma.setPalette(PaletaDe(Tema::kClaro));
+  hidrograma.Mostrar(contenido);
+  const double escala = lugar.width() / kAnchoDibujo;
+  const QSize tamano(static_cast<int>(kAnchoDibujo), static_cast<int>(lugar.height() / escala));
+  QPicture dibujo = hidrograma.Dibujo(tamano);
+  pintor.save();
+  pintor.translate(lugar.topLeft());
+  // A picture that is played grows with the resolution of the device by itself.
+  const double propia = escala * dibujo.logicalDpiX() / pintor.device()->logicalDpiX();
+  pintor.scale(propia, propia);
+  dibujo.play(&pintor);
+  pintor.restore();
+}
+
+void PintarLamina(const ContenidoGrafico& contenido, QPainter& pintor, const QRectF& lugar) {
+  const double escala = lugar.width() / kAnchoDibujo;
+  double y = lugar.top();
+  const auto renglon = [&](const QString& texto, int pixeles, bool negrita) {
+    if (texto.isEmpty()) return;
+    QFont letra = QGuiApplication::font();
+    letra.setPixelSize(std::max(1, static_cast<int>(pixeles * escala)));
+    letra.setBold(negrita);
+    pintor.setFont(letra);
+    const double alto = pixeles * escala * kEntreRenglones;
+    pintor.drawText(QRectF(lugar.left(), y, lugar.width(), alto), Qt::AlignLeft | Qt::AlignVCenter, texto);
+    y += alto;
+  };
+  pintor.save();
+  pintor.setPen(Qt::black);
+  renglon(contenido.titulo, 18, true);
+  renglon(contenido.estacion, 13, false);
+  renglon(PeriodoDe(contenido), 13, false);
+  pintor.restore();
+  y += 8 * escala;
+  PintarGrafico(contenido, pintor, QRectF(lugar.left(), y, lugar.width(), lugar.bottom() - y));
+}
+
+void GuardarGrafico(const ContenidoGrafico& contenido, const std::filesystem::path& ruta) {
+  const bool imagen = Q(ruta.string()).endsWith(QLatin1String(".png"), Qt::CaseInsensitive);
+  const QByteArray bytes = imagen ? ComoPng(contenido) : ComoPdf(contenido);
+  EscribirEntero(ruta, [&](std::ostream& salida) { salida.write(bytes.constData(), bytes.size()); });
+}
+
+void ImprimirGrafico(const ContenidoGrafico& contenido, const std::string& impresora, int copias) {
+  for (int copia = 0; copia < copias; ++copia) {
+    QPrinter salida(QPrinter::HighResolution);
+    salida.setPrinterName(Q(impresora));
+    salida.setDocName(QStringLiteral("AdminUTR"));
+    salida.setPageOrientation(QPageLayout::Landscape);
+    QPainter pintor;
+    if (!salida.isValid() || !pintor.begin(&salida))
+      throw Error(kErrorImpresora, "ImprimirGrafico", "Error de impresora");
+    PintarLamina(contenido, pintor, pintor.viewport());
+    if (!pintor.end()) throw Error(kErrorImpresora, "ImprimirGrafico", "Error de impresora");
+  }
+}
+
+GraficoVisto VistoDe(ContenidoGrafico contenido) {
+  const auto suyo = std::make_shared<const ContenidoGrafico>(std::move(contenido));
+  return {suyo->titulo, suyo->estacion, PeriodoDe(*suyo),
+          [suyo](QPainter& pintor, const QRectF& lugar) { PintarGrafico(*suyo, pintor, lugar); }};
+}
+
+}  // namespace utr

@@ -1,0 +1,150 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QImage>
+#include <QPainter>
+#include <QPicture>
+#include <QTest>
+#include <QWheelEvent>
+
+#include "plots/windows/BancoGraficos.h"
+#include "plots/windows/Hidrograma.h"
+#include "plots/windows/SalidaGrafico.h"
+#include "widgets/TextoQt.h"
+
+namespace utr {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+class PruebaHidrograma : public testing::Test {
+ protected:
+  PruebaHidrograma() {
+    grafico.resize(600, 400);
+    grafico.show();
+    QObject::connect(&grafico, &Hidrograma::PuntoElegido,
+                     [this](const Hidrograma::Punto& punto) { elegidos.push_back(punto.canal * 100 + punto.punto); });
+  }
+
+  void Teclas(std::initializer_list<Qt::Key> teclas) {
+    for (const Qt::Key tecla : teclas) QTest::keyClick(&grafico, tecla);
+  }
+  double Largo() const { return grafico.Contenido().ventana->hasta - grafico.Contenido().ventana->desde; }
+  QWidget& Lienzo() { return *grafico.findChild<QWidget*>(); }
+  void Rueda(int pasos) {
+    const QPointF centro = Lienzo().rect().center();
+    QWheelEvent evento(centro, Lienzo().mapToGlobal(centro), {}, {0, 120 * pasos}, Qt::NoButton, Qt::NoModifier,
+                       Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&Lienzo(), &evento);
+  }
+
+  const CanalGrafico nivel = CanalDe("EA01", {{"10:00", "1"}, {"10:10", "N/D"}, {"10:20", "3"}, {"10:05", "4"}});
+  const CanalGrafico lluvia = CanalDe("PLV", {{"10:00", "0"}, {"10:10", "2"}});
+  Hidrograma grafico;
+  std::vector<std::size_t> elegidos;
+};
+
+TEST_F(PruebaHidrograma, ElCursorVaDeRegistroEnRegistroYDeCanalEnCanal) {
+  grafico.Mostrar(ContenidoDe({nivel, lluvia}));
+  EXPECT_EQ(U(grafico.Hechos()), "");
+  Teclas({Qt::Key_Right, Qt::Key_Right});
+  EXPECT_EQ(U(grafico.Hechos()), "EA01 Nivel: 15/03/2026 10:10:00, N/D") << "records without value count";
+  Teclas({Qt::Key_End, Qt::Key_Right});
+  EXPECT_THAT(U(grafico.Hechos()), HasSubstr("10:05:00, 4 m")) << "the last record, not the latest";
+  Teclas({Qt::Key_Down});
+  EXPECT_EQ(U(grafico.Hechos()), "PLV Nivel: 15/03/2026 10:00:00, 0 m");
+  Teclas({Qt::Key_Up, Qt::Key_Home, Qt::Key_Left});
+  EXPECT_THAT(elegidos, ElementsAre(0, 1, 3, 3, 100, 0, 0, 0));
+  EXPECT_EQ(U(grafico.accessibleDescription()), U(grafico.Hechos()));
+  grafico.SinCursor();
+  EXPECT_EQ(U(grafico.accessibleDescription()), "");
+}
+
+TEST_F(PruebaHidrograma, SeAcercaYSeAlejaSinSalirDeLoLeido) {
+  grafico.Mostrar(ContenidoDe({nivel}));
+  const double todo = Largo();
+  Rueda(1);
+  EXPECT_LT(Largo(), todo);
+  Rueda(-5);
+  EXPECT_EQ(Largo(), todo);
+  for (int i = 0; i < 30; ++i) Teclas({Qt::Key_Plus});
+  EXPECT_EQ(Largo(), 60);
+  Teclas({Qt::Key_End});
+  const double momento = static_cast<double>(nivel.serie->Tiempos()[3]);
+  EXPECT_TRUE(grafico.Contenido().ventana->desde <= momento && momento <= grafico.Contenido().ventana->hasta)
+      << "the cursor is brought into sight";
+  for (int i = 0; i < 100; ++i) Teclas({Qt::Key_PageDown});
+  EXPECT_GE(grafico.Contenido().ventana->hasta, static_cast<double>(*nivel.serie->Cifras().ultimo));
+  EXPECT_EQ(Largo(), 60);
+  grafico.Ultimas(300);
+  EXPECT_NEAR(Largo(), 300, 300 * 0.05);
+  grafico.Todo();
+  EXPECT_EQ(Largo(), todo);
+}
+
+TEST_F(PruebaHidrograma, UnClicEligeElRegistroMasCercanoYUnArrastreAcerca) {
+  grafico.Mostrar(ContenidoDe({CanalDe("EA01", {{"10:00", "1"}, {"10:10", "2"}, {"10:20", "3"}})}));
+  QTest::mouseClick(&Lienzo(), Qt::LeftButton, {}, Lienzo().rect().center());
+  EXPECT_THAT(elegidos, ElementsAre(1));
+  const double todo = Largo();
+  QTest::mousePress(&Lienzo(), Qt::LeftButton, {}, {200, 100});
+  for (int x = 200; x <= 400; x += 50) {
+    QMouseEvent mover(QEvent::MouseMove, QPointF(x, 120), Lienzo().mapToGlobal(QPointF(x, 120)), Qt::NoButton,
+                      Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&Lienzo(), &mover);
+  }
+  QTest::mouseRelease(&Lienzo(), Qt::LeftButton, {}, {400, 120});
+  EXPECT_LT(Largo(), todo / 2);
+  EXPECT_EQ(elegidos.size(), 1U) << "a drag picks nothing";
+}
+
+TEST_F(PruebaHidrograma, NadaSinDatosNiConUnoSolo) {
+  for (const auto& contenido :
+       {ContenidoDe({}), ContenidoDe({CanalDe("EA01", {})}), ContenidoDe({CanalDe("EA01", {{"10:00", "N/D"}})})}) {
+    grafico.Mostrar(contenido);
+    Teclas({Qt::Key_Right, Qt::Key_Down, Qt::Key_Plus, Qt::Key_Minus, Qt::Key_PageUp});
+    Rueda(2);
+    grafico.Ultimas(60);
+    grafico.Redibujar();
+  }
+  EXPECT_THAT(elegidos, ElementsAre(0, 0)) << "the one record, by Right and by Down";
+  grafico.Mostrar(ContenidoDe({CanalDe("EA01", {{"10:00", "7"}})}));
+  EXPECT_GT(Largo(), 600) << "one record has no span of its own";
+  EXPECT_FALSE(grafico.Cursor());
+}
+
+// How many pixels differ from the ground.
+int Pintados(const QImage& imagen) {
+  int pintados = 0;
+  for (int y = 0; y < imagen.height(); ++y) {
+    for (int x = 0; x < imagen.width(); ++x) pintados += imagen.pixel(x, y) != qRgb(255, 255, 255) ? 1 : 0;
+  }
+  return pintados;
+}
+
+TEST_F(PruebaHidrograma, LoVistoSePintaDeNuevoSinSuVentana) {
+  GraficosALaVista vistos;
+  {
+    Hidrograma otro;
+    otro.Mostrar(ContenidoDe({nivel}));
+    vistos.Poner("frmDatos", VistoDe(otro.Contenido()));
+    vistos.Poner("frmVisualizador", VistoDe(ContenidoDe({lluvia})));
+    vistos.Poner("frmDatos", VistoDe(otro.Contenido()));
+  }
+  ASSERT_EQ(vistos.Todos().size(), 2U);
+  const GraficoVisto& visto = vistos.Todos().back().second;
+  EXPECT_EQ(U(visto.titulo), "Datos de prueba");
+  EXPECT_THAT(U(visto.periodo), HasSubstr("15/03/2026 10:"));
+  QImage imagen(500, 300, QImage::Format_RGB32);
+  imagen.fill(Qt::white);
+  QPainter pintor(&imagen);
+  visto.pintar(pintor, QRectF(250, 150, 250, 150));
+  EXPECT_TRUE(pintor.transform().isIdentity());
+  pintor.end();
+  EXPECT_GT(Pintados(imagen.copy(250, 150, 250, 150)), 500);
+  EXPECT_EQ(Pintados(imagen.copy(0, 0, 500, 145)), 0) << "nothing outside its rectangle";
+}
+
+}  // namespace
+}  // namespace utr
