@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <functional>
 #include <limits>
 
 namespace utr {
@@ -11,22 +12,19 @@ namespace {
 constexpr double kNada = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInfinito = std::numeric_limits<double>::infinity();
 
-struct Extremos {
-  double abajo = kInfinito;
-  double arriba = -kInfinito;
-
-  // What is no number is passed over.
-  void Tomar(std::span<const double> valores) {
-    double menor = abajo;
-    double mayor = arriba;
-    for (const double valor : valores) {
-      menor = valor < menor ? valor : menor;
-      mayor = valor > mayor ? valor : mayor;
-    }
-    abajo = menor;
-    arriba = mayor;
+// The lowest of some values (with std::less) or the highest, beginning with `antes`; what is no number is passed over.
+// Four at a time, since each comparison would wait for the one before.
+template <typename Antes>
+double Extremo(std::span<const double> valores, double antes, Antes va_antes) {
+  double los[] = {antes, antes, antes, antes};
+  std::size_t i = 0;
+  for (; i + 4 <= valores.size(); i += 4) {
+    for (std::size_t j = 0; j < 4; ++j) los[j] = va_antes(valores[i + j], los[j]) ? valores[i + j] : los[j];
   }
-};
+  for (; i < valores.size(); ++i) los[0] = va_antes(valores[i], los[0]) ? valores[i] : los[0];
+  for (std::size_t j = 1; j < 4; ++j) los[0] = va_antes(los[j], los[0]) ? los[j] : los[0];
+  return los[0];
+}
 
 // The points of a stretch in the span; with `vecinos` also those to which a line leads out of it.
 TramoSerie Recortar(const Serie& serie, const TramoSerie& tramo, const VentanaTiempo& ventana, bool vecinos) {
@@ -89,17 +87,12 @@ class Reductor {
     paso.momento = cuantos == 1 ? static_cast<double>(serie_.Tiempos()[i]) : desde_ + (columna + 0.5) * ancho_;
     paso.primero = serie_.Valores()[i];
     paso.ultimo = serie_.Valores()[fin - 1];
-    Extremos valores;
-    valores.Tomar(serie_.Valores().subspan(i, cuantos));
-    paso.abajo = valores.abajo;
-    paso.arriba = valores.arriba;
+    const auto de = [&](std::span<const double> valores) { return valores.subspan(i, cuantos); };
+    paso.abajo = Extremo(de(serie_.Valores()), kInfinito, std::less<>());
+    paso.arriba = Extremo(de(serie_.Valores()), -kInfinito, std::greater<>());
     const bool con_extremos = !serie_.Minimos().empty() && !serie_.Maximos().empty();
-    if (con_extremos) {
-      valores.Tomar(serie_.Minimos().subspan(i, cuantos));
-      valores.Tomar(serie_.Maximos().subspan(i, cuantos));
-    }
-    paso.banda_abajo = con_extremos ? valores.abajo : kNada;
-    paso.banda_arriba = con_extremos ? valores.arriba : kNada;
+    paso.banda_abajo = con_extremos ? Extremo(de(serie_.Minimos()), paso.abajo, std::less<>()) : kNada;
+    paso.banda_arriba = con_extremos ? Extremo(de(serie_.Maximos()), paso.arriba, std::greater<>()) : kNada;
     paso.no_validado = NoValidado(i, cuantos);
     return paso;
   }
