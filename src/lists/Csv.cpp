@@ -61,32 +61,6 @@ bool GuionEsNada(const ColumnaLista& columna) {
   return columna.presentacion == Presentacion::kGuion || columna.presentacion == Presentacion::kGuionSiNulo;
 }
 
-// The fields of a column by the number of their text, made when they are first written.
-class ColumnaCsv {
- public:
-  ColumnaCsv(const ListaTabla& lista, std::size_t columna, const OpcionesCsv& opciones)
-      : columna_(lista.LasColumnas()[columna]),
-        opciones_(opciones),
-        textos_(lista.TextosDistintos(columna)),
-        campos_(textos_.size()),
-        hechos_(textos_.size()) {}
-
-  const std::string& Campo(std::size_t indice) {
-    if (!hechos_[indice]) {
-      campos_[indice] = CampoCsv(textos_[indice], columna_.orden, opciones_, GuionEsNada(columna_));
-      hechos_[indice] = true;
-    }
-    return campos_[indice];
-  }
-
- private:
-  const ColumnaLista& columna_;
-  const OpcionesCsv& opciones_;
-  std::vector<std::string_view> textos_;
-  std::vector<std::string> campos_;
-  std::vector<bool> hechos_;
-};
-
 }  // namespace
 
 std::string CampoCsv(std::string_view texto, ClaseOrden clase, const OpcionesCsv& opciones, bool guion_es_nada) {
@@ -132,6 +106,24 @@ bool EscritorCsv::Terminar() {
   return static_cast<bool>(salida_);
 }
 
+ColumnaCsv::ColumnaCsv(const ListaTabla& lista, std::size_t columna, const OpcionesCsv& opciones)
+    : lista_(&lista),
+      columna_(columna),
+      opciones_(opciones),
+      textos_(lista.TextosDistintos(columna)),
+      campos_(textos_.size()),
+      hechos_(textos_.size()) {}
+
+const std::string& ColumnaCsv::Campo(std::size_t posicion) {
+  const std::size_t indice = lista_->IndiceDeTexto(posicion, columna_);
+  if (!hechos_[indice]) {
+    const ColumnaLista& columna = lista_->LasColumnas()[columna_];
+    campos_[indice] = CampoCsv(textos_[indice], columna.orden, opciones_, GuionEsNada(columna));
+    hechos_[indice] = true;
+  }
+  return campos_[indice];
+}
+
 bool EscribirCsv(std::ostream& salida, const ListaTabla& lista, const OpcionesCsv& opciones, Renglones renglones) {
   if (renglones == Renglones::kTodos && lista.Cantidad() != lista.Total()) {
     ListaTabla entera = lista;  // in the same order
@@ -144,8 +136,7 @@ bool EscribirCsv(std::ostream& salida, const ListaTabla& lista, const OpcionesCs
   for (std::size_t i = 0; lista.Cantidad() > 0 && i < lista.LasColumnas().size(); ++i)
     columnas.emplace_back(lista, i, opciones);
   for (std::size_t posicion = 0; posicion < lista.Cantidad(); ++posicion) {
-    for (std::size_t i = 0; i < columnas.size(); ++i)
-      escritor.AgregarHecho(columnas[i].Campo(lista.IndiceDeTexto(posicion, i)));
+    for (ColumnaCsv& columna : columnas) escritor.AgregarHecho(columna.Campo(posicion));
     if (!escritor.TerminarFila()) return false;
   }
   return escritor.Terminar();

@@ -4,6 +4,7 @@
 #include <iosfwd>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "lists/DocumentoLista.h"
 
@@ -56,6 +57,23 @@ class EscritorCsv {
   std::string pendiente_;
   std::size_t inicio_fila_ = 0;
   bool primero_ = true;
+};
+
+// The fields of one column of a list by position; each distinct text is made a field once. The list must not change
+// meanwhile.
+class ColumnaCsv {
+ public:
+  ColumnaCsv(const ListaTabla& lista, std::size_t columna, const OpcionesCsv& opciones);
+
+  const std::string& Campo(std::size_t posicion);
+
+ private:
+  const ListaTabla* lista_;
+  std::size_t columna_;
+  OpcionesCsv opciones_;
+  std::vector<std::string_view> textos_;
+  std::vector<std::string> campos_;
+  std::vector<bool> hechos_;
 };
 
 // Titles and rows of a list in display order: those that its narrowing leaves, or all. False: the stream failed.

@@ -34,7 +34,7 @@ Respuesta DefectoDe(const Mensaje& mensaje);
 // A filter of the file dialogs as the system writes them: "Texto (*.txt)|*.txt".
 struct PedidoArchivo {
   std::string titulo;
-  std::string filtro;
+  std::string filtro;             // empty, to open: a folder is asked for
   std::filesystem::path carpeta;  // where the dialog starts; empty: where it was last
   std::string nombre;             // proposed name, may be empty
 };

@@ -19,6 +19,7 @@ class BitacoraVisita;
 class Catalogo;
 class GraficosALaVista;
 class RelojUTR;
+class SituacionDelEnlace;
 
 // Lists the serial ports: number as shown ("COM n"), system name for the tip.
 struct PuertoSerie {
@@ -49,10 +50,11 @@ struct ModRTU {
   std::filesystem::path carpeta;    // folder of the executable: settings, logs, catalogues, help
   std::string nombre = "AdminUTR";  // name of the executable, without extension
   std::filesystem::path archivo_ayuda{};
-  EleccionImpresora eleccion_impresora{};  // no name until one was chosen
-  std::string ruta_predefinida{};          // predefined parametrization in use
-  GraficosALaVista* graficos = nullptr;    // the plots last on show, for who prints them; null: nobody keeps them
-  const RelojUTR* reloj_utr = nullptr;     // what is known of the unit's clock; null: nobody listens to its calls
+  EleccionImpresora eleccion_impresora{};   // no name until one was chosen
+  std::string ruta_predefinida{};           // predefined parametrization in use
+  GraficosALaVista* graficos = nullptr;     // the plots last on show, for who prints them; null: nobody keeps them
+  const RelojUTR* reloj_utr = nullptr;      // what is known of the unit's clock; null: nobody listens to its calls
+  SituacionDelEnlace* situacion = nullptr;  // who is at the other end; none: nobody tells
 
   ContextoListas Listas() { return {comunicador, registro, operador, impresora, eleccion_impresora}; }
 };

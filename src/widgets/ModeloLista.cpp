@@ -15,14 +15,13 @@ void ModeloLista::Cambiar(const std::function<void(ListaTabla&)>& cambio) {
   cambio(lista_);
 }
 
-void ModeloLista::Marcar(std::function<bool(std::size_t fila)> marcada, const QIcon& icono, const QString& palabra) {
-  marcada_ = std::move(marcada);
+void ModeloLista::Marcar(std::function<QString(std::size_t fila)> palabra, const QIcon& icono) {
+  marca_ = std::move(palabra);
   icono_ = icono;
-  palabra_ = palabra;
 }
 
-bool ModeloLista::Marcada(const QModelIndex& indice) const {
-  return marcada_ && marcada_(lista_.Fila(static_cast<std::size_t>(indice.row())));
+QString ModeloLista::Marca(const QModelIndex& indice) const {
+  return marca_ ? marca_(lista_.Fila(static_cast<std::size_t>(indice.row()))) : QString();
 }
 
 int ModeloLista::rowCount(const QModelIndex& padre) const {
@@ -40,9 +39,11 @@ QVariant ModeloLista::data(const QModelIndex& indice, int papel) const {
   if (papel == Qt::TextAlignmentRole && lista_.LasColumnas()[columna].orden == ClaseOrden::kNumero) {
     return QVariant::fromValue(Qt::Alignment(Qt::AlignRight | Qt::AlignVCenter));
   }
-  if (papel == Qt::DecorationRole) return columna == 0 && Marcada(indice) ? QVariant(icono_) : QVariant();
-  if (papel == Qt::ToolTipRole || papel == Qt::AccessibleDescriptionRole)
-    return Marcada(indice) ? QVariant(palabra_) : QVariant();
+  if (papel == Qt::DecorationRole) return columna == 0 && !Marca(indice).isEmpty() ? QVariant(icono_) : QVariant();
+  if (papel == Qt::ToolTipRole || papel == Qt::AccessibleDescriptionRole) {
+    const QString marca = Marca(indice);
+    return marca.isEmpty() ? QVariant() : QVariant(marca);
+  }
   return {};
 }
 

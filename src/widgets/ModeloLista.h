@@ -17,9 +17,9 @@ class ModeloLista : public QAbstractTableModel {
 
   const ListaTabla& Lista() const { return lista_; }
 
-  // Rows that bear an icon ahead of their first cell, told by their identity in the table. `palabra` says to tooltips
-  // and screen readers what the icon means.
-  void Marcar(std::function<bool(std::size_t fila)> marcada, const QIcon& icono, const QString& palabra);
+  // Rows that bear an icon ahead of their first cell: those for which `palabra`, asked with their identity in the
+  // table, has a word. It says to tooltips and screen readers what the icon means.
+  void Marcar(std::function<QString(std::size_t fila)> palabra, const QIcon& icono);
 
   // Runs a change of the list as one reset of the model, also when it raises.
   void Cambiar(const std::function<void(ListaTabla&)>& cambio);
@@ -30,12 +30,11 @@ class ModeloLista : public QAbstractTableModel {
   QVariant headerData(int seccion, Qt::Orientation orientacion, int papel) const override;
 
  private:
-  bool Marcada(const QModelIndex& indice) const;
+  QString Marca(const QModelIndex& indice) const;
 
   ListaTabla lista_;
-  std::function<bool(std::size_t fila)> marcada_;
+  std::function<QString(std::size_t fila)> marca_;
   QIcon icono_;
-  QString palabra_;
 };
 
 }  // namespace utr

@@ -204,16 +204,20 @@ std::optional<std::filesystem::path> OperadorQt::Elegir(const PedidoArchivo& ped
   dialogo.setIconProvider(&clases);
   dialogo.setNameFilters(FiltroQt(pedido.filtro).split(QStringLiteral(";;"), Qt::SkipEmptyParts));
   dialogo.setDirectory(pedido.carpeta.empty() ? ultima_carpeta_ : Q(pedido.carpeta.string()));
-  dialogo.setFileMode(guardar ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+  const bool carpeta = !guardar && pedido.filtro.empty();
+  dialogo.setFileMode(guardar ? QFileDialog::AnyFile : carpeta ? QFileDialog::Directory : QFileDialog::ExistingFile);
+  dialogo.setOption(QFileDialog::ShowDirsOnly, carpeta);
   dialogo.setAcceptMode(guardar ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-  dialogo.setLabelText(QFileDialog::Accept, guardar ? QStringLiteral("&Guardar") : QStringLiteral("&Abrir"));
+  const char* aceptar = guardar ? "&Guardar" : carpeta ? "&Elegir" : "&Abrir";
+  dialogo.setLabelText(QFileDialog::Accept, QString::fromLatin1(aceptar));
   dialogo.setLabelText(QFileDialog::Reject, QStringLiteral("Cancelar"));
   dialogo.setLabelText(QFileDialog::FileName, QStringLiteral("&Nombre:"));
   dialogo.setLabelText(QFileDialog::FileType, QStringLiteral("Tipo:"));
   if (!pedido.nombre.empty()) dialogo.selectFile(Q(pedido.nombre));
   if (dialogo.exec() != QDialog::Accepted || dialogo.selectedFiles().isEmpty()) return std::nullopt;
   const QString elegido = dialogo.selectedFiles().first();
-  ultima_carpeta_ = QFileInfo(elegido).absolutePath();  // a typed path leaves the folder on show where it was
+  ultima_carpeta_ =
+      carpeta ? elegido : QFileInfo(elegido).absolutePath();  // a typed path leaves the folder on show where it was
   return Ruta(elegido);
 }
 

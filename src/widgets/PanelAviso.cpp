@@ -1,8 +1,11 @@
 #include "widgets/PanelAviso.h"
 
 #include <QLabel>
+#include <QPushButton>
 #include <QStackedLayout>
 #include <QVBoxLayout>
+
+#include "widgets/Campos.h"
 
 namespace utr {
 namespace {
@@ -47,6 +50,15 @@ void PanelAviso::Detallar(const QString& texto) {
   detalle_->setText(texto);
   detalle_->setVisible(!texto.isEmpty());
   setAccessibleDescription(texto);
+}
+
+QPushButton* PanelAviso::Boton(const char* nombre, const QString& texto) {
+  auto* boton = findChild<QPushButton*>(QString::fromLatin1(nombre));
+  if (boton != nullptr) return boton;
+  boton = utr::Boton(nombre, texto, this);
+  boton->hide();
+  static_cast<QVBoxLayout*>(layout())->addWidget(boton, 0, Qt::AlignHCenter);
+  return boton;
 }
 
 void PanelAviso::Flotar() {

@@ -4,6 +4,7 @@
 #include <QString>
 
 class QLabel;
+class QPushButton;
 class QStackedLayout;
 
 namespace utr {
@@ -25,6 +26,9 @@ class PanelAviso : public QFrame {
 
   // Keeps the room of that line while it is empty, so that nothing moves when it comes.
   void ReservarDetalle();
+
+  // A button below its texts: the one of that name, made and hidden when it is first asked for.
+  QPushButton* Boton(const char* nombre, const QString& texto);
 
   // It has no room of its own: shown, it stands over the middle of its parent.
   void Flotar();

@@ -12,7 +12,9 @@
 #include <QTreeView>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <set>
 #include <unordered_set>
+#include <utility>
 
 #include "widgets/AnchoTexto.h"
 #include "widgets/Campos.h"
@@ -29,6 +31,29 @@ constexpr int kMargenCelda = 20;
 constexpr int kMargenRenglon = 6;
 constexpr int kMargenIcono = 28;
 constexpr int kEntreIconos = 2;
+constexpr int kAnchoMaximo = 4000;  // of a column
+
+// The number of one of so many columns that a text tells; -1 where it tells none.
+int NumeroDeColumna(const QString& texto, int columnas) {
+  bool es_numero = false;
+  const int columna = texto.toInt(&es_numero);
+  return es_numero && columna >= 0 && columna < columnas ? columna : -1;
+}
+
+// Columns by their places, with the widths that they were given (0: none), as Disposicion writes them; nothing where a
+// text tells something else.
+std::vector<std::pair<int, int>> LeerColumnas(const QStringList& disposicion, int columnas) {
+  std::vector<std::pair<int, int>> leidas;
+  std::set<int> vistas;
+  if (disposicion.size() < columnas || disposicion.size() > columnas + 1) return {};
+  for (const QString& texto : disposicion.first(columnas)) {
+    const QStringList partes = texto.split(':');
+    const int columna = NumeroDeColumna(partes.first(), columnas);
+    if (partes.size() != 2 || columna < 0 || !vistas.insert(columna).second) return {};
+    leidas.emplace_back(columna, std::clamp(partes.last().toInt(), 0, kAnchoMaximo));
+  }
+  return leidas;
+}
 
 // Cells with air around them.
 class Renglon : public QStyledItemDelegate {
@@ -109,6 +134,8 @@ void VistaLista::ArmarArbol() {
   titulos->setHighlightSections(false);
   connect(titulos, &QHeaderView::sectionClicked, this,
           [this](int columna) { ClicColumna(static_cast<std::size_t>(columna)); });
+  connect(titulos, &QHeaderView::sectionResized, this,
+          [this](int columna, int, int ancho) { AnotarAncho(columna, ancho); });
   connect(arbol_, &QTreeView::doubleClicked, this,
           [this](const QModelIndex& indice) { emit Activada(static_cast<std::size_t>(indice.row())); });
   connect(arbol_->selectionModel(), &QItemSelectionModel::selectionChanged, this, &VistaLista::SeleccionCambiada);
@@ -135,6 +162,7 @@ void VistaLista::ArmarAcciones() {
 
 void VistaLista::Definir(Columnas columnas) {
   if (orden_ && orden_->columna >= columnas.size()) QuitarOrden(ascendente_);
+  if (columnas.size() != Lista().LasColumnas().size()) anchos_propios_.clear();
   modelo_->Cambiar([&columnas](ListaTabla& lista) { lista.Definir(std::move(columnas)); });
   AjustarColumnas();
 }
@@ -257,6 +285,8 @@ void VistaLista::Cambiar(const std::function<void(ListaTabla&)>& cambio) {
 }
 
 void VistaLista::AjustarColumnas() {
+  ajustando_ = true;
+  const auto fin = qScopeGuard([this] { ajustando_ = false; });
   const ListaTabla& lista = modelo_->Lista();
   // A last column of numbers would end far from its neighbour.
   const Columnas& columnas = lista.LasColumnas();
@@ -268,13 +298,59 @@ void VistaLista::AjustarColumnas() {
     int ancho = titulo(columnas[columna].titulo) + kMargenIcono;
     const int margen = kMargenCelda + (columna == 0 ? ancho_marca_ : 0);
     for (const std::string_view texto : lista.TextosDistintos(columna)) ancho = std::max(ancho, celda(texto) + margen);
-    // The last column is what a long one ahead of it would push out of sight.
-    arbol_->setColumnWidth(static_cast<int>(columna), columna + 1 < columnas.size() ? std::min(ancho, tope) : ancho);
+    const auto propio = anchos_propios_.find(static_cast<int>(columna));
+    if (conservar_anchos_ && propio != anchos_propios_.end()) {
+      ancho = propio->second;
+    } else if (columna + 1 < columnas.size()) {
+      ancho = std::min(ancho, tope);  // the last column is what a long one ahead of it would push out of sight
+    }
+    arbol_->setColumnWidth(static_cast<int>(columna), ancho);
   }
 }
 
-void VistaLista::Marcar(std::function<bool(std::size_t fila)> marcada, const QIcon& icono, const QString& palabra) {
-  modelo_->Marcar(std::move(marcada), icono, palabra);
+// The last column takes the room that is left over, which is nobody's wish.
+void VistaLista::AnotarAncho(int columna, int ancho) {
+  const QHeaderView* titulos = arbol_->header();
+  const bool estirada = titulos->stretchLastSection() && titulos->visualIndex(columna) == titulos->count() - 1;
+  if (!ajustando_ && !estirada && ancho > 0) anchos_propios_[columna] = ancho;
+}
+
+void VistaLista::ConservarAnchos(bool si) {
+  conservar_anchos_ = si;
+  arbol_->header()->setSectionsMovable(true);
+}
+
+QStringList VistaLista::Disposicion() const {
+  const QHeaderView* titulos = arbol_->header();
+  QStringList columnas;
+  for (int lugar = 0; lugar < titulos->count(); ++lugar) {
+    const int columna = titulos->logicalIndex(lugar);
+    const auto propio = anchos_propios_.find(columna);
+    columnas.append(QStringLiteral("%1:%2").arg(columna).arg(propio == anchos_propios_.end() ? 0 : propio->second));
+  }
+  if (columna_ordenada_)
+    columnas.append(QStringLiteral("%1%2").arg(*columna_ordenada_).arg(QChar(ascendente_ ? '+' : '-')));
+  return columnas;
+}
+
+void VistaLista::Disponer(const QStringList& disposicion) {
+  QHeaderView* titulos = arbol_->header();
+  const auto columnas = LeerColumnas(disposicion, titulos->count());
+  if (columnas.empty()) return;
+  for (int lugar = 0; lugar < titulos->count(); ++lugar) {
+    const auto [columna, ancho] = columnas[static_cast<std::size_t>(lugar)];
+    titulos->moveSection(titulos->visualIndex(columna), lugar);
+    if (ancho > 0) anchos_propios_[columna] = ancho;
+  }
+  AjustarColumnas();
+  if (disposicion.size() == titulos->count()) return;
+  const QString& orden = disposicion.last();
+  const int columna = NumeroDeColumna(orden.chopped(1), titulos->count());
+  if (columna >= 0) Ordenar(static_cast<std::size_t>(columna), orden.endsWith('+'));
+}
+
+void VistaLista::Marcar(std::function<QString(std::size_t fila)> palabra, const QIcon& icono) {
+  modelo_->Marcar(std::move(palabra), icono);
   const int lado = arbol_->fontMetrics().height();
   arbol_->setIconSize(QSize(lado, lado));
   ancho_marca_ = lado;

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <QStringList>
 #include <QWidget>
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -69,6 +71,15 @@ class VistaLista : public QWidget {
   void ClicColumna(std::size_t columna);
   void RepetirOrden();
 
+  // For a window that is found as it was left. The operator may drag columns to other places, which changes no
+  // document. With `si` the widths that he gave to columns stay when the columns are fitted.
+  void ConservarAnchos(bool si);
+
+  // How the columns stand: places, widths that the operator gave, the title that orders. Texts of no meaning elsewhere.
+  // What isn't one of this list's is left alone when it is put back.
+  QStringList Disposicion() const;
+  void Disponer(const QStringList& disposicion);
+
   // Columns in the table's order (the window orders the rows itself and shows the table anew): Ordenar and a click on
   // them put the icon and drop another column's order but leave the rows alone.
   void OrdenAjeno(std::size_t columna) { ajenas_.push_back(columna); }
@@ -76,9 +87,10 @@ class VistaLista : public QWidget {
   QTreeView* Arbol() { return arbol_; }
   QLineEdit* CampoFiltro() { return filtro_; }
 
-  // Rows that bear an icon ahead of their first cell, told by their identity in the table. `palabra` says to tooltips
-  // and screen readers what the icon means; the text of the cells, and with it every document, stays as it is.
-  void Marcar(std::function<bool(std::size_t fila)> marcada, const QIcon& icono, const QString& palabra);
+  // Rows that bear an icon ahead of their first cell: those for which `palabra`, asked with their identity in the
+  // table, has a word. It says to tooltips and screen readers what the icon means; the text of the cells, and with it
+  // every document, stays as it is.
+  void Marcar(std::function<QString(std::size_t fila)> palabra, const QIcon& icono);
 
   // For a short list beside the one of the window: no filter field, and Ctrl+F stays the other one's.
   void SinFiltro();
@@ -112,6 +124,7 @@ class VistaLista : public QWidget {
   void AplicarOrden(const OrdenLista& orden);
   void PonerIcono();
   void AjustarColumnas();
+  void AnotarAncho(int columna, int ancho);
   void Copiar() const;
 
   ModeloLista* modelo_;
@@ -123,6 +136,9 @@ class VistaLista : public QWidget {
   bool ascendente_ = false;
   int ancho_marca_ = 0;  // of the icon that rows may bear; 0: none does
   std::vector<std::size_t> ajenas_;
+  std::map<int, int> anchos_propios_;  // by column: those that the operator gave
+  bool conservar_anchos_ = false;
+  bool ajustando_ = false;  // widths change by themselves
 };
 
 }  // namespace utr

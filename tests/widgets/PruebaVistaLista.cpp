@@ -138,10 +138,36 @@ TEST_F(PruebaVistaLista, CtrlFFiltraAlTeclearYEscVaciaElCampo) {
   EXPECT_TRUE(vista.CampoFiltro()->text().isEmpty());
 }
 
+TEST_F(PruebaVistaLista, LasColumnasVuelvenComoSeLasDejo) {
+  vista.ConservarAnchos(true);
+  vista.Mostrar(Muestra());
+  vista.Arbol()->header()->moveSection(2, 0);
+  vista.Arbol()->setColumnWidth(1, 222);
+  vista.Ordenar(2, false);
+  const QStringList dejada = vista.Disposicion();
+  VistaLista otra(kColumnas);
+  otra.ConservarAnchos(true);
+  for (const QStringList& ajena : {QStringList{}, QStringList{"0:0", "1:0"}, QStringList{"0:0", "0:0", "1:0"},
+                                   QStringList{"0:0", "1:0", "3:0"}, QStringList{"a", "b", "c"}}) {
+    otra.Disponer(ajena);
+    EXPECT_EQ(otra.Disposicion(), (QStringList{"0:0", "1:0", "2:0"})) << ajena.join(' ').toStdString();
+  }
+  otra.Disponer(dejada);
+  otra.Mostrar(Muestra());
+  EXPECT_EQ(otra.Disposicion(), dejada);
+  EXPECT_EQ(otra.Arbol()->columnWidth(1), 222);
+  EXPECT_EQ(otra.Lista().Texto(0, 0), "10/12/2025") << "ordered by its values";
+  otra.Elegir(0);
+  EXPECT_TRUE(otra.TextoElegido().starts_with("Fecha\tCanal\tValor")) << "documents know nothing of it";
+  otra.ConservarAnchos(false);
+  otra.Mostrar(Muestra());
+  EXPECT_NE(otra.Arbol()->columnWidth(1), 222);
+}
+
 TEST_F(PruebaVistaLista, LasMarcasSiguenASusFilasYNoAgreganTexto) {
   QPixmap punto(8, 8);
   punto.fill(Qt::red);
-  vista.Marcar([](std::size_t fila) { return fila == 2; }, QIcon(punto), "Con cambios");
+  vista.Marcar([](std::size_t fila) { return fila == 2 ? QString("Con cambios") : QString(); }, QIcon(punto));
   vista.Mostrar(Muestra());
   vista.ClicColumna(2);
   std::vector<std::string> marcados;

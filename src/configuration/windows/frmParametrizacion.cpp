@@ -86,9 +86,10 @@ frmParametrizacion::frmParametrizacion(ModRTU& mod, LecturaConfiguracion& lectur
   Lista().Marcar(
       [this](std::size_t fila) {
         const auto canal = CanalDe(fila);
-        return canal && cambiados_.contains(*canal);
+        const bool marcada = canal && cambiados_.contains(*canal);
+        return marcada ? QStringLiteral("Difiere de lo leído de la UTR") : QString();
       },
-      IconoDe("modificado"), QStringLiteral("Difiere de lo leído de la UTR"));
+      IconoDe("modificado"));
   QPushButton* aceptar = Boton("cmd(0)", "Aceptar");
   QPushButton* cancelar = Boton("cmd(1)", "Cancelar");
   connect(aceptar, &QPushButton::clicked, this,

@@ -355,8 +355,11 @@ PedidoPuesta frmAsistRemota::Pedido() const {
 
 void frmAsistRemota::MostrarLineas(const std::vector<LineaPuesta>& lineas) {
   c_->lineas->Marcar(
-      [lineas](std::size_t fila) { return fila < lineas.size() && LlamaLaAtencion(lineas[fila].estado); },
-      IconoDe("aviso"), "Atención");
+      [lineas](std::size_t fila) {
+        const bool marcada = fila < lineas.size() && LlamaLaAtencion(lineas[fila].estado);
+        return marcada ? QStringLiteral("Atención") : QString();
+      },
+      IconoDe("aviso"));
   c_->lineas->Mostrar(TablaDeLineas(lineas));
   // Room for the longest state, so that nothing moves while they change.
   c_->lineas->Arbol()->setColumnWidth(

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "session/OperacionesEnlace.h"
+#include "session/windows/Visitas.h"
 #include "session/windows/frmPresentacion.h"
 #include "widgets/TextoQt.h"
 
@@ -106,6 +107,7 @@ bool FlujoLectura::Releer() {
 void FlujoLectura::Preparar(const std::string& fuente) {
   Verificacion({});
   lectura_.Preparar(fuente);
+  if (lectura_.LeidaDeLaUTR()) Visitas(mod_).Anotar();
   if (servicios_.leida) servicios_.leida();
   const auto& respaldo = lectura_.RespaldoDeLectura();
   if (fuente == kFuenteUTR && respaldo && !respaldo->Guardado())

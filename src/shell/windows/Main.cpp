@@ -37,7 +37,8 @@ Main::Main(const Entorno& entorno)
            .carpeta = entorno.carpeta,
            .nombre = entorno.nombre,
            .graficos = &graficos_,
-           .reloj_utr = &reloj_utr_},
+           .reloj_utr = &reloj_utr_,
+           .situacion = entorno.situacion},
       aviso_(entorno.aviso),
       situacion_(entorno.situacion) {}
 

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QCheckBox>
+#include <QList>
+
+#include "widgets/Recuerdos.h"
+
+namespace utr {
+
+class VistaLista;
+
+// The tick "Recordar": while it is on, the window is found next time as it was left, by the same user: its fields, and
+// how the columns of its list stand. Off, it starts as it always does, and nothing is kept of it.
+class ControlesRecordados : public QCheckBox {
+  Q_OBJECT
+
+ public:
+  // `ventana`: its object name tells it from others.
+  explicit ControlesRecordados(const QString& ventana, QWidget* parent = nullptr);
+
+  // These fields (ticks and choices, lists of texts, texts, dates; each known by its object name) and that list. What
+  // was kept is put back now, where it still makes sense; to be called when the fields hold what they start with.
+  void Reponer(QList<QWidget*> campos, VistaLista* lista);
+
+  // To be called when the window is left.
+  void Guardar();
+
+ private:
+  Recuerdos recuerdos_;
+  QList<QWidget*> campos_;
+  VistaLista* lista_ = nullptr;
+};
+
+}  // namespace utr
