@@ -6,6 +6,7 @@
 
 #include "retrieved/windows/frmColaTransmicion.h"
 #include "retrieved/windows/frmDatos.h"
+#include "retrieved/windows/frmDescarga.h"
 #include "retrieved/windows/frmEventos.h"
 #include "retrieved/windows/frmProcesar.h"
 #include "retrieved/windows/frmVisualizador.h"
@@ -60,6 +61,12 @@ void ColaDeTransmicion(FlujoLectura& flujo) {
   MostrarConConfiguracion(flujo, "ColaDeTransmicion", [&](const TablaPtr& rec_config) {
     return std::make_unique<frmColaTransmicion>(flujo.Mod(), CopiarRecordset(*rec_config->Clone(), true),
                                                 &flujo.Principal());
+  });
+}
+
+void DescargarTodo(FlujoLectura& flujo) {
+  MostrarConConfiguracion(flujo, "DescargarTodo", [&](const TablaPtr& rec_config) {
+    return std::make_unique<frmDescarga>(flujo.Mod(), rec_config->Clone(), &flujo.Principal());
   });
 }
 

@@ -11,6 +11,7 @@ namespace utr {
 void MostrarEventos(FlujoLectura& flujo);
 void MostrarDatos(FlujoLectura& flujo);
 void ColaDeTransmicion(FlujoLectura& flujo);
+void DescargarTodo(FlujoLectura& flujo);
 
 // The viewer of files, on that file; on none with an empty path. Failures are logged and raised; a file that can't be
 // opened is told by the viewer itself.

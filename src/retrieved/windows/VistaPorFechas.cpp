@@ -6,6 +6,7 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QPushButton>
+#include <QVBoxLayout>
 
 #include "widgets/Campos.h"
 #include "widgets/TextoQt.h"
@@ -31,6 +32,7 @@ VistaPorFechas::VistaPorFechas(ModRTU& mod, const DescripcionLista& descripcion,
   chkCartucho_->setObjectName("chkCartucho");
   chkCartucho_->setWhatsThis(QStringLiteral("Lee el período del cartucho de la UTR en lugar de su memoria."));
   ArmarVista(ArmarMarcos(), cerrar);
+  Recordar({chkCartucho_});
 }
 
 QWidget* VistaPorFechas::ArmarMarcos() {
@@ -54,11 +56,15 @@ QWidget* VistaPorFechas::ArmarPorFecha() {
   columna->setSpacing(kEntreControles);
   columna->addWidget(chkCartucho_);
   columna->addWidget(traer, 0, Qt::AlignLeft);
-  auto* fila = new QHBoxLayout(grupo);
+  auto* fila = new QHBoxLayout;
   fila->setSpacing(kEntreColumnas);
   fila->addLayout(caja);
   fila->addLayout(columna);
   fila->addStretch(1);
+  auto* todo = new QVBoxLayout(grupo);
+  todo->setSpacing(kEntreControles);
+  todo->addLayout(fila);
+  todo->addWidget(NuevaBarraPeriodos());
   return grupo;
 }
 

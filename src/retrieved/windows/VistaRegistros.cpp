@@ -1,10 +1,15 @@
 #include "retrieved/windows/VistaRegistros.h"
 
+#include <QDateTimeEdit>
 #include <QFormLayout>
 #include <QLabel>
 
-#include "widgets/CampoFecha.h"
+#include "retrieved/windows/BarraPeriodos.h"
+#include "session/windows/EsperaDeUnidad.h"
+#include "session/windows/Visitas.h"
 #include "widgets/Campos.h"
+#include "widgets/ControlesRecordados.h"
+#include "widgets/Iconos.h"
 #include "widgets/PanelAviso.h"
 #include "widgets/TextoQt.h"
 #include "widgets/VistaLista.h"
@@ -14,10 +19,16 @@ namespace {
 
 constexpr QSize kTamano(960, 620);
 
-FechaHora FechaDe(const QDateTimeEdit& campo) {
-  const QDate fecha = campo.date();
-  const QTime hora = campo.time();
-  return {fecha.year(), fecha.month(), fecha.day(), hora.hour(), hora.minute(), hora.second()};
+QString PalabraDe(MarcaRegistro marca) {
+  switch (marca) {
+    case MarcaRegistro::kSinValor:
+      return QStringLiteral("Sin valor");
+    case MarcaRegistro::kSinValidar:
+      return QStringLiteral("Sin validar");
+    case MarcaRegistro::kNinguna:
+      break;
+  }
+  return {};
 }
 
 }  // namespace
@@ -26,7 +37,16 @@ VistaRegistros::VistaRegistros(ModRTU& mod, const DescripcionLista& descripcion,
     : VentanaLista(mod.Listas(), mod.archivo_ayuda, descripcion, std::move(columnas), parent),
       mod_(mod),
       lblCantRegistros_(Linea("lblCantRegistros")),
-      lblPeriodo_(Linea("lblPeriodo")) {}
+      lblPeriodo_(Linea("lblPeriodo")),
+      lblCifras_(new QLabel),
+      picCancelada_(Panel("picCancelada", "La lectura fue cancelada; nada de lo que llegó se muestra")) {
+  lblCifras_->setObjectName("lblCifras");
+  lblCifras_->setTextFormat(Qt::PlainText);
+  lblCifras_->setWordWrap(true);
+  lblCifras_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  lblCifras_->setWhatsThis(QStringLiteral("El resumen de lo leído, cualquiera sea el filtro de la lista."));
+  lblCifras_->hide();
+}
 
 void VistaRegistros::ComandosDeVista(const std::vector<MenuVentana>& menus, std::vector<ComandoVentana> comandos,
                                      const NombresMenu& nombres) {
@@ -47,28 +67,37 @@ void VistaRegistros::ComandosDeVista(const std::vector<MenuVentana>& menus, std:
 }
 
 void VistaRegistros::ArmarVista(QWidget* marcos, QPushButton* cerrar) {
-  Armar(marcos, {.cancelar = cerrar, .por_defecto = false}, kTamano);
+  Armar(marcos, {.cancelar = cerrar, .por_defecto = false}, kTamano, lblCifras_);
 }
 
 // --- Dates -----------------------------------------------------------------------------------------------------------
 
 void VistaRegistros::AgregarFechas(QFormLayout& caja, const char* formato) {
-  const FechaHora hoy = mod_.reloj.Ahora();
   caja.setSpacing(kEntreControles);
   const auto nuevo = [&](const char* nombre, const char* rotulo, const char* texto) {
-    auto* campo = new CampoFecha;
-    campo->setTimeSpec(Qt::UTC);  // no hour of the day is missing or doubled there
-    campo->setDateTime(QDateTime(QDate(hoy.anio, hoy.mes, hoy.dia), QTime(0, 0), Qt::UTC));
-    campo->setObjectName(QString::fromLatin1(nombre));
-    campo->setDisplayFormat(QString::fromLatin1(formato));
-    campo->setCalendarPopup(true);
-    campo->setWhatsThis(QStringLiteral("Límite del período que se lee; los dos extremos están incluidos."));
-    campo->setLocale(QLocale(QLocale::Spanish));
+    QDateTimeEdit* campo = NuevoCampoFecha(mod_, nombre, formato);
     caja.addRow(Rotulo(rotulo, QString::fromUtf8(texto), campo), campo);
     return campo;
   };
   inicio_ = nuevo("FechaInicio", "lblFechaInicio", "Fecha de &Inicio:");
   fin_ = nuevo("FechaFin", "lblFechaFin", "Fecha de &Fin:");
+}
+
+QWidget* VistaRegistros::NuevaBarraPeriodos() {
+  periodos_ = new BarraPeriodos(mod_, inicio_, fin_);
+  recordar_ = new ControlesRecordados(objectName());
+  periodos_->Agregar(recordar_);
+  return periodos_;
+}
+
+void VistaRegistros::Recordar(QList<QWidget*> campos) {
+  campos.append({inicio_, fin_});
+  recordar_->Reponer(campos, &Lista());
+}
+
+void VistaRegistros::done(int resultado) {
+  recordar_->Guardar();
+  VentanaLista::done(resultado);
 }
 
 FechaHora VistaRegistros::Desde() const {
@@ -108,25 +137,37 @@ bool VistaRegistros::Leer(const PedidoLectura& pedido) {
   const Periodo periodo = PeriodoElegido();
   if (!pedido.conservar) Limpiar();
   FinLectura fin = FinLectura::kSinDatos;
+  bool llegada = false;  // not when the operator ended it
   const auto leer = [&] {
-    const Ocupacion ocupacion(*this, AlTrabajar());
-    fin = pedido.leer();
+    OpcionesOcupacion opciones = AlTrabajar();
+    EsperaDeUnidad espera(mod_, opciones);
+    const Ocupacion ocupacion(*this, opciones);
+    llegada = espera.Llamar([&] { fin = pedido.leer(); });
+    if (!llegada) {
+      Limpiar();
+      return Zona().Mostrar({picCancelada_});
+    }
+    if (fin != FinLectura::kFechasAlReves) Visitas(mod_).Anotar();
     Listar(fin, pedido, periodo);
   };
   const bool bien =
       RegistrandoSalvoCampo(mod_.registro, mod_.operador, U(objectName()), pedido.procedimiento, U(windowTitle()),
                             Redaccion::kCompletarse, [&] { AlFallar(leer, [this] { Limpiar(); }); });
   if (bien && fin == FinLectura::kFechasAlReves) mod_.operador.Mostrar(pedido.al_reves);
-  return bien;
+  return bien && llegada;
 }
 
 bool VistaRegistros::LeerAparte(const std::string& procedimiento, const std::function<void()>& leer) {
   if (Ocupacion::Ocupada(*this)) return false;
-  return RegistrandoSalvoCampo(mod_.registro, mod_.operador, U(objectName()), procedimiento, U(windowTitle()),
-                               Redaccion::kCompletarse, [&] {
-                                 const Ocupacion ocupacion(*this, AlTrabajar());
-                                 leer();
-                               });
+  bool llegada = false;
+  const bool bien = RegistrandoSalvoCampo(mod_.registro, mod_.operador, U(objectName()), procedimiento,
+                                          U(windowTitle()), Redaccion::kCompletarse, [&] {
+                                            OpcionesOcupacion opciones = AlTrabajar();
+                                            EsperaDeUnidad espera(mod_, opciones);
+                                            const Ocupacion ocupacion(*this, opciones);
+                                            llegada = espera.Llamar(leer);
+                                          });
+  return bien && llegada;
 }
 
 void VistaRegistros::Listar(FinLectura fin, const PedidoLectura& pedido, const Periodo& periodo) {
@@ -135,7 +176,12 @@ void VistaRegistros::Listar(FinLectura fin, const PedidoLectura& pedido, const P
   leido_ = periodo;
   Decir(lblPeriodo_, TextoPeriodo(pedido.por_fechas));
   if (fin == FinLectura::kSinDatos) return Zona().Mostrar({pedido.sin_datos});
+  const Tabla& resultado = *Lector().Resultado();
+  // The list keeps the table for as long as it shows it, and asks for no mark of another one.
+  Lista().Marcar([marcas = MarcasRegistros(resultado)](std::size_t fila) { return PalabraDe(marcas.De(fila)); },
+                 IconoDe("aviso"));
   Lista().Mostrar(Lector().Resultado());
+  Decir(lblCifras_, Q(TextoCifras(resultado, Canales())));
   Decir(lblCantRegistros_, QString::fromUtf8(pedido.contador) + QString::number(Lista().Lista().Total()));
   Listado();
 }
@@ -143,7 +189,7 @@ void VistaRegistros::Listar(FinLectura fin, const PedidoLectura& pedido, const P
 void VistaRegistros::Limpiar() {
   Zona().Mostrar({});
   Lista().Vaciar();
-  for (QLabel* linea : {lblCantRegistros_, lblPeriodo_}) Decir(linea, {});
+  for (QLabel* linea : {lblCantRegistros_, lblPeriodo_, lblCifras_}) Decir(linea, {});
   Vaciado();
 }
 

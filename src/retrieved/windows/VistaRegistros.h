@@ -2,6 +2,7 @@
 
 #include <functional>
 
+#include "retrieved/CifrasRegistros.h"
 #include "retrieved/Lectores.h"
 #include "session/ModRTU.h"
 #include "widgets/VentanaLista.h"
@@ -11,12 +12,16 @@ class QFormLayout;
 
 namespace utr {
 
+class BarraPeriodos;
+class ControlesRecordados;
+
 // Pixels between controls that stand one over the other, and between columns of them.
 inline constexpr int kEntreControles = 6;
 inline constexpr int kEntreColumnas = 24;
 
 // What the views of data, events and transmission queue share: two frames that read, counters, the span that was read,
-// and the way a read runs. While a read runs the window can neither be used nor closed.
+// and the way a read runs. While a read runs the window can neither be used nor closed; where the driver can end it,
+// the operator can.
 class VistaRegistros : public VentanaLista {
   Q_OBJECT
 
@@ -51,10 +56,10 @@ class VistaRegistros : public VentanaLista {
   // Puts the window together: the frames over the list, the button that closes it below.
   void ArmarVista(QWidget* marcos, QPushButton* cerrar);
 
-  // True: it ended without a failure.
+  // True: it ended without a failure, and the operator didn't end it.
   bool Leer(const PedidoLectura& pedido);
 
-  // Reads something that isn't for the list, in the same way. True: it ended without a failure.
+  // Reads something that isn't for the list, in the same way.
   bool LeerAparte(const std::string& procedimiento, const std::function<void()>& leer);
 
   // The list shows the rows of the reader, or none any more.
@@ -64,6 +69,11 @@ class VistaRegistros : public VentanaLista {
   // The pair of date pickers, both at today, added to the form with their labels. Once a view.
   void AgregarFechas(QFormLayout& caja, const char* formato);
   QDateTimeEdit* CampoFin() { return fin_; }
+  // The row of spans that goes with them, and at its end the tick "Recordar". Once, behind AgregarFechas.
+  QWidget* NuevaBarraPeriodos();
+  // The view is found as it was left where that tick is on: pickers, these fields, columns. When all of them are
+  // filled.
+  void Recordar(QList<QWidget*> campos);
   FechaHora Desde() const;
   FechaHora Hasta() const;
 
@@ -74,8 +84,13 @@ class VistaRegistros : public VentanaLista {
   // What is said as information about dates the wrong way round.
   Mensaje FechasAlReves() const;
 
+  ModRTU& Mod() const { return mod_; }
   ContextoRegistros Contexto() const { return {mod_.comunicador, mod_.reloj, mod_.catalogo, mod_.registro}; }
 
+  void done(int resultado) override;
+
+  // The table of channels that goes with what is on show, or null.
+  virtual const Tabla* Canales() const = 0;
   virtual const LectorRegistros& Lector() const = 0;
   TablaPtr TablaDeImp() const override { return Lector().Resultado(); }
 
@@ -94,8 +109,12 @@ class VistaRegistros : public VentanaLista {
   ModRTU& mod_;
   QLabel* lblCantRegistros_;
   QLabel* lblPeriodo_;
+  QLabel* lblCifras_;
+  PanelAviso* picCancelada_;
   QDateTimeEdit* inicio_ = nullptr;
   QDateTimeEdit* fin_ = nullptr;
+  BarraPeriodos* periodos_ = nullptr;
+  ControlesRecordados* recordar_ = nullptr;
   Periodo leido_;  // of what is on show
 };
 

@@ -40,6 +40,7 @@ constexpr PalabrasPorFechas kPalabras{
 
 frmColaTransmicion::frmColaTransmicion(ModRTU& mod, TablaPtr configuracion, QWidget* parent)
     : VistaPorFechas(mod, Descripcion(), kPalabras, ColumnasDatos(), Boton("cmd", "&Cerrar"), parent),
+      configuracion_(configuracion ? configuracion->Clone() : nullptr),
       lector_(Contexto(), std::move(configuracion), mod.atender) {
   ComandosDeVista({{.nombre = "mnuDatos", .texto = "&Datos"},
                    {.nombre = "mnuTraerDatos", .texto = "&Traer Cola de Tx", .dentro_de = "mnuDatos"}},

@@ -17,8 +17,10 @@ class frmColaTransmicion : public VistaPorFechas {
   FinLectura LeerPendientes() override;
   EncabezadoLista Encabezado(bool para_imprimir) const override;
   const LectorRegistros& Lector() const override { return lector_; }
+  const Tabla* Canales() const override { return configuracion_.get(); }
 
  private:
+  TablaPtr configuracion_;
   LectorCola lector_;
 };
 

@@ -12,10 +12,12 @@
 #include <QSpinBox>
 #include <QTabWidget>
 #include <QTimer>
+#include <QVBoxLayout>
 #include <array>
 
 #include "retrieved/ColumnasRegistros.h"
 #include "retrieved/windows/GraficoDeDatos.h"
+#include "retrieved/windows/frmDescarga.h"
 #include "widgets/Campos.h"
 #include "widgets/Recuerdos.h"
 #include "widgets/TextoQt.h"
@@ -65,6 +67,7 @@ QVBoxLayout* Apilar(std::initializer_list<QWidget*> controles) {
 
 frmDatos::frmDatos(ModRTU& mod, TablaPtr configuracion, QWidget* parent)
     : VistaRegistros(mod, Descripcion(), ColumnasDatos(), parent),
+      configuracion_(configuracion ? configuracion->Clone() : nullptr),
       lector_(Contexto(), std::move(configuracion), mod.atender),
       picSinDatos_(Panel("picSinDatos", "Sin datos para el canal durante las fechas seleccionada")),
       PicSinDatosInst_(Panel("PicSinDatosInst", "Sin datos en la lectura instantánea. Por favor intente de nuevo...")),
@@ -90,6 +93,7 @@ frmDatos::frmDatos(ModRTU& mod, TablaPtr configuracion, QWidget* parent)
   ArmarVista(ArmarMarcos(), Boton("cmd(1)", "&Cerrar"));
   ArmarComandos();
   CargarCanales();
+  Recordar({Canales_, CheckEscalados_, chkCartucho_, OpEscalados_, OpSinEscalar_, chkNivelRef_});
   MarcoElegido(0);
 }
 
@@ -97,7 +101,12 @@ void frmDatos::ArmarComandos() {
   const auto ir_a = [this](int cual) { return [this, cual] { hojas_->setCurrentIndex(cual); }; };
   ComandosDeVista({{.nombre = "mnuDatos", .texto = "&Datos"}},
                   {{.nombre = kMarcos[0], .texto = "Datos &Históricos", .hacer = ir_a(0)},
-                   {.nombre = kMarcos[1], .texto = "Datos i&nstantáneos", .hacer = ir_a(1)}},
+                   {.nombre = kMarcos[1], .texto = "Datos i&nstantáneos", .hacer = ir_a(1)},
+                   {.nombre = "mnuDescargarTodo",
+                    .texto = "Descargar &todo...",
+                    .abre_grupo = true,
+                    .si = [this] { return configuracion_ != nullptr; },
+                    .hacer = [this] { frmDescarga(Mod(), configuracion_->Clone(), this).exec(); }}},
                   {.abrir = "mnuDatosAbrir",
                    .guardar = "mnuDatosGuardarComo",
                    .exportar = "mnuExportData",
@@ -147,7 +156,9 @@ QWidget* frmDatos::ArmarHistoricos() {
   AgregarFechas(*fechas, "dd/MM/yyyy");
   connect(traer_, &QPushButton::clicked, this, &frmDatos::TraerDatos);
   auto* hoja = new QWidget;
-  auto* fila = new QHBoxLayout(hoja);
+  auto* todo = new QVBoxLayout(hoja);
+  todo->setSpacing(kEntreControles);
+  auto* fila = new QHBoxLayout;
   fila->setSpacing(kEntreColumnas);
   for (QLayout* columna : {canal, fechas}) {
     auto* pila = new QVBoxLayout;
@@ -158,6 +169,8 @@ QWidget* frmDatos::ArmarHistoricos() {
   fila->addLayout(Apilar({CheckEscalados_, chkCartucho_}));
   fila->addLayout(Apilar({traer_}));
   fila->addStretch(1);
+  todo->addLayout(fila);
+  todo->addWidget(NuevaBarraPeriodos());
   return hoja;
 }
 

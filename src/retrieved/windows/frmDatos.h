@@ -25,6 +25,7 @@ class frmDatos : public VistaRegistros {
  protected:
   EncabezadoLista Encabezado(bool para_imprimir) const override;
   const LectorRegistros& Lector() const override { return lector_; }
+  const Tabla* Canales() const override { return configuracion_.get(); }
   void Listado() override;
   void Vaciado() override;
 
@@ -42,6 +43,7 @@ class frmDatos : public VistaRegistros {
   void Turno();
   void MarcoElegido(int cual);
 
+  TablaPtr configuracion_;
   LectorDatos lector_;
   PanelAviso* picSinDatos_;
   PanelAviso* PicSinDatosInst_;

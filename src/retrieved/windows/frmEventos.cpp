@@ -44,6 +44,7 @@ constexpr PalabrasPorFechas kPalabras{
 
 frmEventos::frmEventos(ModRTU& mod, TablaPtr configuracion, QWidget* parent)
     : VistaPorFechas(mod, Descripcion(), kPalabras, ColumnasEventos(), Boton("cmd(1)", "Cerrar"), parent),
+      configuracion_(configuracion ? configuracion->Clone() : nullptr),
       lector_(Contexto(), std::move(configuracion), mod.atender, mod.carpeta) {
   ComandosDeVista(
       {{.nombre = "mnuEv", .texto = "&Eventos"}, {.nombre = "mnuEvTraer", .texto = "&Traer", .dentro_de = "mnuEv"}},

@@ -1,6 +1,7 @@
 #include <QComboBox>
 #include <QRadioButton>
 #include <QTabWidget>
+#include <QTreeView>
 
 #include "retrieved/windows/BancoVistas.h"
 #include "retrieved/windows/frmDatos.h"
@@ -45,6 +46,24 @@ TEST_F(PruebaFrmDatos, LosValoresVienenEnUnidadesSalvoQueSePidanCuentas) {
   Hijo<QCheckBox>(ventana, "CheckEscalados")->setChecked(false);
   Pulsar(ventana, "cmd(0)");
   EXPECT_EQ(Filas(ventana)[0], "14/03/2026|00:10:00|EA01|-|2048|-|4096|N/D|No|Si");
+}
+
+TEST_F(PruebaFrmDatos, DebajoDeLaListaDiceLoQueHayYMarcaLoQueNoVale) {
+  driver.Devuelve("LeerDatos", Datos({{"", "00:10:00", "1", "2048", "", "", "1", "1"},
+                                      {"", "00:20:00", "1", "4096", "", "", "0", "1"},
+                                      {"", "00:30:00", "1", "", "", "", "1", "1"}}));
+  Pulsar(ventana, "cmd(0)");
+  EXPECT_EQ(Texto(ventana, "lblCifras"),
+            "Primero: 14/03/2026 00:10:00, último: 14/03/2026 00:30:00; 3 registros, 1 sin valor, 1 sin validar, 1 "
+            "hueco; mínimo 5, máximo 10, media 7.500");
+  std::vector<std::string> marcas;
+  const QAbstractItemModel* modelo = Lista(ventana).Arbol()->model();
+  for (int fila = 0; fila < 3; ++fila)
+    marcas.push_back(U(modelo->index(fila, 0).data(Qt::AccessibleDescriptionRole).toString()));
+  EXPECT_THAT(marcas, ElementsAre("", "Sin validar", "Sin valor"));
+  driver.Devuelve("LeerInstantaneos", Instantaneos());
+  Pulsar(ventana, "DatosInst");
+  EXPECT_TRUE(Hijo<QLabel>(ventana, "lblCifras")->isHidden());
 }
 
 TEST_F(PruebaFrmDatos, LosInstantaneosPidenDosLlamadasYEnSeguidaUna) {

@@ -2,11 +2,13 @@
 #include <QAccessible>
 #include <functional>
 #include <memory>
+#include <tuple>
 
 #include "retrieved/windows/BancoVistas.h"
 #include "retrieved/windows/frmColaTransmicion.h"
 #include "retrieved/windows/frmDatos.h"
 #include "retrieved/windows/frmEventos.h"
+#include "session/SituacionDelEnlace.h"
 #include "support/DispositivoLleno.h"
 
 namespace utr {
@@ -402,6 +404,69 @@ TEST_P(PruebaVistas, TabRecorreMarcosListaYSalida) {
   EXPECT_TRUE(std::is_sorted(std::begin(orden), std::end(orden))) << testing::PrintToString(recorrido);
   EXPECT_GT(std::count(recorrido.begin(), recorrido.end(), "FechaInicio"), 1)
       << "and round again: " << testing::PrintToString(recorrido);
+}
+
+TEST_P(PruebaVistas, UnPeriodoPoneLasDosFechas) {
+  const auto fechas = [this](const QWidget& vista) {
+    return std::pair(Hijo<QDateTimeEdit>(vista, "FechaInicio")->date(), Hijo<QDateTimeEdit>(vista, "FechaFin")->date());
+  };
+  const QDate hoy(2026, 3, 15);
+  const QDate comienzos[] = {hoy, hoy.addDays(-1), hoy.addDays(-7), QDate(2000, 1, 1)};
+  for (std::size_t i = 0; i < std::size(comienzos); ++i) {
+    Pulsar(*ventana, ("Periodo(" + std::to_string(i) + ")").c_str());
+    EXPECT_EQ(fechas(*ventana), std::pair(comienzos[i], hoy)) << i;
+  }
+  EXPECT_FALSE(Hijo<QWidget>(*ventana, "Periodo(4)")->isEnabled()) << "no visit is known";
+  Leer({"00:10:00"});
+  banco.reloj.Adelantar(72 * 3600);
+  auto otra = GetParam().crear(banco.mod, Canales());
+  Pulsar(*otra, "Periodo(4)");
+  EXPECT_EQ(fechas(*otra), std::pair(hoy, hoy.addDays(3)));
+}
+
+TEST_P(PruebaVistas, SoloLoMarcadoComoRecordadoVuelve) {
+  const auto dejar = [this](bool recordar) {
+    auto vista = GetParam().crear(banco.mod, Canales());
+    vista->show();
+    Hijo<QAbstractButton>(*vista, "chkRecordar")->setChecked(recordar);
+    Fecha(*vista, "FechaInicio", Dia(2));
+    Hijo<QAbstractButton>(*vista, "chkCartucho")->setChecked(true);
+    Lista(*vista).Ordenar(1, false);
+    vista->close();
+  };
+  const auto hallado = [this] {
+    auto vista = GetParam().crear(banco.mod, Canales());
+    return std::tuple(Hijo<QDateTimeEdit>(*vista, "FechaInicio")->date().day(),
+                      Hijo<QAbstractButton>(*vista, "chkCartucho")->isChecked(),
+                      Lista(*vista).ColumnaOrdenada().has_value());
+  };
+  dejar(true);
+  EXPECT_EQ(hallado(), std::tuple(2, true, true));
+  dejar(false);
+  EXPECT_EQ(hallado(), std::tuple(15, false, false));
+}
+
+TEST_P(PruebaVistas, UnaLecturaSeCancelaDondeElManejadorPuede) {
+  SituacionDelEnlace situacion;
+  banco.mod.situacion = &situacion;
+  Leer({"00:10:00"});
+  EXPECT_EQ(ventana->findChild<QAbstractButton*>("CancelarLectura"), nullptr) << "not of the station in process";
+  situacion.PonerClase(ClaseDeUnidad::kReal);
+  driver.al_llamar = [&](const std::string& llamada) {
+    if (llamada.starts_with("Cancelar")) return;
+    EXPECT_THAT(Texto(*ventana, "lblDetalle"), StartsWith("Esperando a la UTR desde las 10:00:00"));
+    Pulsar(*ventana, "CancelarLectura");
+    throw Error(8021, "Comunicador", "La operación fue cancelada");
+  };
+  Pulsar(*ventana, GetParam().boton);
+  driver.al_llamar = {};
+  EXPECT_EQ(driver.llamadas.back(), "Cancelar(no)");
+  EXPECT_THAT(Paneles(*ventana), ElementsAre("picCancelada"));
+  EXPECT_THAT(Filas(*ventana), IsEmpty());
+  EXPECT_EQ(banco.Errores(), "");
+  Leer({"00:10:00", "00:20:00"});
+  EXPECT_EQ(Filas(*ventana).size(), 2u);
+  EXPECT_THAT(Paneles(*ventana), IsEmpty());
 }
 
 TEST_P(PruebaVistas, LaVistaAndaSinCanales) {

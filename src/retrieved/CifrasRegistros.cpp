@@ -1,0 +1,131 @@
+#include "retrieved/CifrasRegistros.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "base/Numeros.h"
+#include "base/Texto.h"
+#include "driver/CanalesUTR.h"
+#include "retrieved/series/CanalDeSerie.h"
+#include "retrieved/series/Momentos.h"
+#include "retrieved/series/Serie.h"
+#include "retrieved/series/TextoSerie.h"
+
+namespace utr {
+namespace {
+
+std::string Cuantos(std::size_t cuantos, const char* uno, const char* varios) {
+  return std::to_string(cuantos) + ' ' + (cuantos == 1 ? uno : varios);
+}
+
+void AgregarSiHay(std::vector<std::string>& partes, std::size_t cuantos, const char* uno, const char* varios) {
+  if (cuantos > 0) partes.push_back(Cuantos(cuantos, uno, varios));
+}
+
+std::string TextoSpan(const std::optional<std::int64_t>& primero, const std::optional<std::int64_t>& ultimo) {
+  if (!primero || !ultimo) return "Sin fechas";
+  return "Primero: " + TextoMomento(*primero) + ", último: " + TextoMomento(*ultimo);
+}
+
+std::string CifrasDeEventos(const Tabla& tabla) {
+  std::vector<std::int64_t> momentos = MomentosDe(tabla);
+  std::erase(momentos, kSinMomento);
+  const auto [primero, ultimo] = std::minmax_element(momentos.begin(), momentos.end());
+  const bool hay = !momentos.empty();
+  return TextoSpan(hay ? std::optional(*primero) : std::nullopt, hay ? std::optional(*ultimo) : std::nullopt) + "; " +
+         Cuantos(tabla.RecordCount(), "evento", "eventos");
+}
+
+std::optional<double> MinutosDe(const Tabla* configuracion, const std::string& canal) {
+  const std::int16_t numero = NumeroDeNombre(Recortar(canal));
+  if (configuracion == nullptr || numero == 0) return std::nullopt;
+  return LeerCanalDeSerie(*configuracion, numero).minutos;
+}
+
+void Sumar(CifrasSerie& todas, const CifrasSerie& una) {
+  todas.registros += una.registros;
+  todas.sin_fecha += una.sin_fecha;
+  todas.sin_valor += una.sin_valor;
+  todas.no_validados += una.no_validados;
+  todas.faltan += una.faltan;
+  todas.huecos += una.huecos;
+  todas.retrocesos += una.retrocesos;
+  if (una.primero) todas.primero = std::min(todas.primero.value_or(*una.primero), *una.primero);
+  if (una.ultimo) todas.ultimo = std::max(todas.ultimo.value_or(*una.ultimo), *una.ultimo);
+}
+
+std::string TextoCuentas(const CifrasSerie& cifras) {
+  std::vector<std::string> partes{Cuantos(cifras.registros, "registro", "registros")};
+  AgregarSiHay(partes, cifras.sin_valor, "sin valor", "sin valor");
+  AgregarSiHay(partes, cifras.no_validados, "sin validar", "sin validar");
+  AgregarSiHay(partes, cifras.sin_fecha, "sin fecha", "sin fecha");
+  if (cifras.faltan > 0) partes.push_back("faltan " + std::to_string(cifras.faltan));
+  AgregarSiHay(partes, cifras.huecos, "hueco", "huecos");
+  if (cifras.retrocesos > 0)
+    partes.push_back("el reloj retrocedió " + Cuantos(cifras.retrocesos, "vez", "veces"));
+  return Unir(partes, ", ");
+}
+
+std::string ConUnidad(double valor, const std::string& unidad) {
+  const std::string_view palabra = Recortar(unidad);
+  return FormatoFijo(valor) + (palabra.empty() || palabra == "-" ? "" : ' ' + std::string(palabra));
+}
+
+std::string TextoValores(const Serie& serie) {
+  const CifrasSerie& cifras = serie.Cifras();
+  std::vector<std::string> partes;
+  if (cifras.minimo) partes.push_back("mínimo " + TextoValor(*cifras.minimo, serie.Unidad()));
+  if (cifras.maximo) partes.push_back("máximo " + TextoValor(*cifras.maximo, serie.Unidad()));
+  if (cifras.media) partes.push_back("media " + ConUnidad(*cifras.media, serie.Unidad()));
+  if (cifras.lluvia) partes.push_back("lluvia total " + ConUnidad(*cifras.lluvia, serie.Unidad()));
+  return partes.empty() ? "" : "; " + Unir(partes, ", ");
+}
+
+std::string CifrasDeDatos(const Tabla& tabla, const Tabla* configuracion) {
+  const std::vector<std::string> canales = CanalesDeTabla(tabla);
+  CifrasSerie todas;
+  std::string valores;
+  for (const std::string& canal : canales) {
+    const Serie serie(tabla, {canal, MinutosDe(configuracion, canal)});
+    Sumar(todas, serie.Cifras());
+    valores = TextoValores(serie);
+  }
+  std::string texto = TextoSpan(todas.primero, todas.ultimo) + "; " + TextoCuentas(todas);
+  return canales.size() == 1 ? texto + valores : texto + "; " + Cuantos(canales.size(), "canal", "canales");
+}
+
+bool Tiene(const Tabla& tabla, const char* campo) {
+  return tabla.BuscarCampo(campo) >= 0;
+}
+
+}  // namespace
+
+std::string TextoCifras(const Tabla& tabla, const Tabla* configuracion) {
+  if (tabla.RecordCount() == 0 || !Tiene(tabla, "Fecha")) return {};
+  if (Tiene(tabla, "Codigo")) return CifrasDeEventos(tabla);
+  if (!Tiene(tabla, "Canal") || !Tiene(tabla, "Valor") || !Tiene(tabla, "Validacion")) return {};
+  return CifrasDeDatos(tabla, configuracion);
+}
+
+MarcasRegistros::MarcasRegistros(const Tabla& tabla) {
+  if (!Tiene(tabla, "Valor") || !Tiene(tabla, "Validacion")) return;
+  tabla_ = &tabla;
+  valor_ = tabla.IndiceCampo("Valor");
+  validacion_ = tabla.IndiceCampo("Validacion");
+  const auto anotar = [&](std::size_t campo, std::vector<bool>& anotados, bool nulo, const auto& es) {
+    const TextosColumna textos = tabla.Textos(campo);
+    anotados.push_back(nulo);
+    for (std::size_t i = 1; i <= textos.Cantidad(); ++i) anotados.push_back(es(textos.Texto(i)));
+  };
+  anotar(valor_, sin_valor_, true, [](std::string_view texto) { return !EsNumerico(texto); });
+  anotar(validacion_, sin_validar_, false,
+         [](std::string_view texto) { return EsNumerico(texto) && Val(texto) == 0; });
+}
+
+MarcaRegistro MarcasRegistros::De(std::size_t fila) const {
+  if (tabla_ == nullptr) return MarcaRegistro::kNinguna;
+  if (sin_valor_[tabla_->Textos(valor_).De(fila)]) return MarcaRegistro::kSinValor;
+  return sin_validar_[tabla_->Textos(validacion_).De(fila)] ? MarcaRegistro::kSinValidar : MarcaRegistro::kNinguna;
+}
+
+}  // namespace utr

@@ -1,0 +1,62 @@
+#include <gtest/gtest.h>
+
+#include "retrieved/CifrasRegistros.h"
+#include "support/Tablas.h"
+
+namespace utr {
+namespace {
+
+TablaPtr Datos(const std::vector<Celdas>& filas) {
+  return TablaDeTextos(
+      {"Fecha", "Hora", "Canal", "Valor", "Maximo", "Minimo", "Validacion", "ColaTX", "Descripcion", "Unidad"}, filas);
+}
+
+Celdas Registro(const char* hora, const char* canal, const char* valor, const char* validacion = "1") {
+  return {"15/03/2026", hora, canal, valor, "N/D", "N/D", validacion, "0", "Nivel", "m"};
+}
+
+TEST(CifrasRegistros, LoQueHayEnLoLeido) {
+  const TablaPtr canales = TablaDeCanales({{{"Canal", "1"}, {"TStorage", "10"}}});
+  struct Caso {
+    TablaPtr tabla;
+    const char* texto;
+  };
+  const Caso casos[] = {
+      {Datos({}), ""},
+      {Datos({Registro("10:00:00", "EA01", "1.500")}),
+       "Primero: 15/03/2026 10:00:00, último: 15/03/2026 10:00:00; 1 registro; mínimo 1.5 m, máximo 1.5 m, media "
+       "1.500 m"},
+      {Datos({Registro("10:00:00", "EA01", "1.000"), Registro("10:10:00", "EA01", "N/D", "0"),
+              Registro("10:20:00", "EA01", "2.000", "0"), Registro("10:50:00", "EA01", "2.000")}),
+       "Primero: 15/03/2026 10:00:00, último: 15/03/2026 10:50:00; 4 registros, 1 sin valor, 1 sin validar, faltan 2, "
+       "2 huecos; mínimo 1 m, máximo 2 m, media 1.667 m"},
+      {Datos({Registro("10:00:00", "PLV", " 0.2"), Registro("10:10:00", "PLV", " 0.4")}),
+       "Primero: 15/03/2026 10:00:00, último: 15/03/2026 10:10:00; 2 registros; mínimo 0.2 m, máximo 0.4 m, media "
+       "0.300 m, lluvia total 0.600 m"},
+      {Datos({Registro("10:00:00", "EA01", "N/D"), Registro("10:10:00", "EA01", "N/D")}),
+       "Primero: 15/03/2026 10:00:00, último: 15/03/2026 10:10:00; 2 registros, 2 sin valor, 1 hueco"},
+      {Datos({Registro("10:20:00", "EA01", "1"), Registro("10:00:00", "PLV", "2")}),
+       "Primero: 15/03/2026 10:00:00, último: 15/03/2026 10:20:00; 2 registros; 2 canales"},
+      {Datos({{"", "10:00:00", "EA01", "1", "", "", "1", "0", "-", "-"}}), "Sin fechas; 1 registro, 1 sin fecha"},
+      {TablaDeTextos({"Fecha", "Hora", "Codigo", "Valor1", "Valor2", "Descripcion"},
+                     {{"15/03/2026", "11:00:00", "1", "", "", ""}, {"14/03/2026", "12:00:00", "2", "", "", ""}}),
+       "Primero: 14/03/2026 12:00:00, último: 15/03/2026 11:00:00; 2 eventos"},
+      {TablaDeTextos({"Fecha", "Hora", "Canal", "Valor"}, {{"15/03/2026", "11:00:00", "1", "2"}}), ""},
+  };
+  for (const Caso& caso : casos) EXPECT_EQ(TextoCifras(*caso.tabla, canales.get()), caso.texto);
+}
+
+TEST(CifrasRegistros, SeMarcaLoQueNoTieneValorONoFueValidado) {
+  const TablaPtr tabla = Datos({Registro("10:00:00", "EA01", "1"), Registro("10:10:00", "EA01", "N/D", "0"),
+                                Registro("10:20:00", "EA01", "2", "0"), Registro("10:30:00", "EA01", nullptr)});
+  const MarcasRegistros marcas(*tabla);
+  EXPECT_EQ(marcas.De(0), MarcaRegistro::kNinguna);
+  EXPECT_EQ(marcas.De(1), MarcaRegistro::kSinValor);
+  EXPECT_EQ(marcas.De(2), MarcaRegistro::kSinValidar);
+  EXPECT_EQ(marcas.De(3), MarcaRegistro::kSinValor);
+  const TablaPtr eventos = TablaDeTextos({"Fecha"}, {{"15/03/2026"}});
+  EXPECT_EQ(MarcasRegistros(*eventos).De(0), MarcaRegistro::kNinguna);
+}
+
+}  // namespace
+}  // namespace utr
