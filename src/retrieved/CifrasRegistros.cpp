@@ -61,8 +61,7 @@ std::string TextoCuentas(const CifrasSerie& cifras) {
   AgregarSiHay(partes, cifras.sin_fecha, "sin fecha", "sin fecha");
   if (cifras.faltan > 0) partes.push_back("faltan " + std::to_string(cifras.faltan));
   AgregarSiHay(partes, cifras.huecos, "hueco", "huecos");
-  if (cifras.retrocesos > 0)
-    partes.push_back("el reloj retrocedió " + Cuantos(cifras.retrocesos, "vez", "veces"));
+  if (cifras.retrocesos > 0) partes.push_back("el reloj retrocedió " + Cuantos(cifras.retrocesos, "vez", "veces"));
   return Unir(partes, ", ");
 }
 
@@ -118,8 +117,7 @@ MarcasRegistros::MarcasRegistros(const Tabla& tabla) {
     for (std::size_t i = 1; i <= textos.Cantidad(); ++i) anotados.push_back(es(textos.Texto(i)));
   };
   anotar(valor_, sin_valor_, true, [](std::string_view texto) { return !EsNumerico(texto); });
-  anotar(validacion_, sin_validar_, false,
-         [](std::string_view texto) { return EsNumerico(texto) && Val(texto) == 0; });
+  anotar(validacion_, sin_validar_, false, [](std::string_view texto) { return EsNumerico(texto) && Val(texto) == 0; });
 }
 
 MarcaRegistro MarcasRegistros::De(std::size_t fila) const {

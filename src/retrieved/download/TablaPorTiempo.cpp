@@ -101,6 +101,7 @@ CanalPorTiempo* Primero(std::vector<CanalPorTiempo>& canales) {
 
 bool EscribirPorTiempo(std::ostream& salida, const std::vector<TablaPtr>& tablas, const OpcionesCsv& opciones) {
   std::vector<CanalPorTiempo> canales;
+  canales.reserve(tablas.size());
   for (const TablaPtr& tabla : tablas) canales.emplace_back(tabla, opciones);
   EscritorCsv escritor(salida, opciones);
   for (const char* titulo : {"Fecha", "Hora"}) escritor.Agregar(titulo);
