@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QRegularExpressionValidator>
+#include <QToolButton>
 #include <algorithm>
 
 namespace utr {
@@ -99,6 +100,13 @@ QPushButton* Boton(const char* nombre, const QString& texto, QWidget* parent) {
   boton->setObjectName(QString::fromLatin1(nombre));
   boton->setAutoDefault(false);
   return boton;
+}
+
+void NombrarBotonesDeQt(QWidget& control) {
+  for (auto* boton : control.findChildren<QToolButton*>()) {
+    if (boton->objectName() == QLatin1String("qt_toolbar_ext_button")) boton->setAccessibleName("Más botones");
+    if (qobject_cast<QLineEdit*>(boton->parentWidget()) != nullptr) boton->setAccessibleName("Borrar el texto");
+  }
 }
 
 void OrdenDeTab(std::initializer_list<QWidget*> controles) {

@@ -39,6 +39,10 @@ QLabel* Rotulo(const char* nombre, const QString& texto, QWidget* campo);
 // A button with that object name, which isn't taken for the default one. While it has the keyboard, Enter presses it.
 QPushButton* Boton(const char* nombre, const QString& texto, QWidget* parent = nullptr);
 
+// Names, for a screen reader, the buttons that Qt itself puts into a toolbar or a field: what shows the tools that have
+// no room, what clears the text.
+void NombrarBotonesDeQt(QWidget& control);
+
 // The order in which Tab walks these controls.
 void OrdenDeTab(std::initializer_list<QWidget*> controles);
 

@@ -1,5 +1,6 @@
 #include "widgets/EstiloPropio.h"
 
+#include <QGroupBox>
 #include <QPainter>
 #include <QStyleOption>
 #include <algorithm>
@@ -12,6 +13,7 @@ namespace {
 constexpr int kGruesoExteriores = 2;
 constexpr int kBlancoExteriores = 40;  // the least height of what is aimed at
 constexpr double kRedondeo = 2.5;
+constexpr int kSobreElGrupo = 3;  // of the style's own, between the title of a group and its frame
 
 // The icon that stands for a kind of message; null for anything else.
 const char* IconoDeMensaje(QStyle::StandardPixmap cual) {
@@ -35,6 +37,7 @@ bool LlevaContorno(QStyle::PrimitiveElement elemento) {
     case QStyle::PE_FrameLineEdit:
     case QStyle::PE_PanelButtonCommand:
     case QStyle::PE_IndicatorCheckBox:
+    case QStyle::PE_IndicatorRadioButton:
     case QStyle::PE_FrameGroupBox:
     case QStyle::PE_Frame:
       return true;
@@ -81,17 +84,28 @@ void EstiloPropio::drawPrimitive(PrimitiveElement elemento, const QStyleOption* 
                                  const QWidget* control) const {
   if (elemento == PE_PanelButtonTool && opcion->state.testFlag(State_On)) return PintarApretado(*opcion, *pintor);
   QProxyStyle::drawPrimitive(elemento, opcion, pintor, control);
-  if (LlevaContorno(elemento)) Contornear(*opcion, *pintor, opcion->rect);
+  if (!LlevaContorno(elemento)) return;
+  QRect lugar = opcion->rect;
+  if (elemento == PE_FrameGroupBox) lugar.setTop(lugar.top() + BajoElTitulo(*opcion, control));
+  Contornear(*opcion, *pintor, lugar, elemento == PE_IndicatorRadioButton ? lugar.width() / 2.0 : kRedondeo);
+}
+
+// Where the frame of a group begins: the style draws it below the title.
+int EstiloPropio::BajoElTitulo(const QStyleOption& opcion, const QWidget* control) const {
+  const auto* grupo = qobject_cast<const QGroupBox*>(control);
+  if (grupo != nullptr && grupo->title().isEmpty() && !grupo->isCheckable()) return 0;
+  return std::max(proxy()->pixelMetric(PM_ExclusiveIndicatorHeight, &opcion, control), opcion.fontMetrics.height()) +
+         kSobreElGrupo;
 }
 
 void EstiloPropio::drawComplexControl(ComplexControl elemento, const QStyleOptionComplex* opcion, QPainter* pintor,
                                       const QWidget* control) const {
   QProxyStyle::drawComplexControl(elemento, opcion, pintor, control);
-  if (elemento == CC_ComboBox || elemento == CC_SpinBox) Contornear(*opcion, *pintor, opcion->rect);
+  if (elemento == CC_ComboBox || elemento == CC_SpinBox) Contornear(*opcion, *pintor, opcion->rect, kRedondeo);
 }
 
 // Light, the style's own outlines do.
-void EstiloPropio::Contornear(const QStyleOption& opcion, QPainter& pintor, const QRect& lugar) const {
+void EstiloPropio::Contornear(const QStyleOption& opcion, QPainter& pintor, const QRect& lugar, double redondeo) const {
   if (tema_ == Tema::kClaro) return;
   const auto* marco = qstyleoption_cast<const QStyleOptionFrame*>(&opcion);
   if (marco != nullptr && marco->lineWidth == 0) return;
@@ -105,7 +119,7 @@ void EstiloPropio::Contornear(const QStyleOption& opcion, QPainter& pintor, cons
   pintor.setPen(QPen(color, foco ? grueso + 1 : grueso));
   pintor.setBrush(Qt::NoBrush);
   const double medio = (foco ? grueso + 1 : grueso) / 2;
-  pintor.drawRoundedRect(QRectF(lugar).adjusted(medio, medio, -medio, -medio), kRedondeo, kRedondeo);
+  pintor.drawRoundedRect(QRectF(lugar).adjusted(medio, medio, -medio, -medio), redondeo, redondeo);
   pintor.restore();
 }
 

@@ -28,7 +28,8 @@ class EstiloPropio : public QProxyStyle {
   QPixmap standardPixmap(StandardPixmap cual, const QStyleOption* opcion, const QWidget* control) const override;
 
  private:
-  void Contornear(const QStyleOption& opcion, QPainter& pintor, const QRect& lugar) const;
+  void Contornear(const QStyleOption& opcion, QPainter& pintor, const QRect& lugar, double redondeo) const;
+  int BajoElTitulo(const QStyleOption& opcion, const QWidget* control) const;
   void PintarApretado(const QStyleOption& opcion, QPainter& pintor) const;
 
   Tema tema_;

@@ -4,6 +4,7 @@
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QToolBar>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -12,19 +13,51 @@
 namespace utr {
 namespace {
 
-// Puts the body of a dialog, which the screen has no room for, into an area that scrolls; the row of buttons stays.
+// Content that scrolls sideways and is as high as it wants to be.
+class AreaALoAncho : public QScrollArea {
+ public:
+  AreaALoAncho(QWidget* contenido, QWidget* parent) : QScrollArea(parent) {
+    setFrameShape(QFrame::NoFrame);
+    setFocusPolicy(Qt::NoFocus);
+    setWidgetResizable(true);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    setWidget(contenido);
+  }
+  QSize sizeHint() const override {
+    return {widget()->sizeHint().width(), widget()->sizeHint().height() + horizontalScrollBar()->sizeHint().height()};
+  }
+  QSize minimumSizeHint() const override { return {0, sizeHint().height()}; }
+};
+
+// Passes the item at a place of a layout on to the end of another one.
+void Pasar(QVBoxLayout& de, int lugar, QVBoxLayout& a) {
+  const int estirado = de.stretch(lugar);
+  QLayoutItem* item = de.takeAt(lugar);
+  if (QLayout* partes = item->layout()) {
+    a.addLayout(partes, estirado);
+  } else if (QWidget* control = item->widget()) {
+    a.addWidget(control, estirado, item->alignment());
+    delete item;
+  } else {
+    a.addItem(item);
+  }
+}
+
+// Puts the body of a dialog, which the screen has no room for, into an area that scrolls; a toolbar above it and the
+// row of buttons below stay.
 void HacerDesplazable(QDialog& dialogo) {
   auto* todo = qobject_cast<QVBoxLayout*>(dialogo.layout());
-  QLayout* cuerpo = todo != nullptr && todo->count() > 0 ? todo->itemAt(0)->layout() : nullptr;
-  if (cuerpo == nullptr) return;
-  const QMargins margenes = cuerpo->contentsMargins();
-  todo->takeAt(0);
+  if (todo == nullptr || todo->count() == 0) return;
+  const int desde = qobject_cast<QToolBar*>(todo->itemAt(0)->widget()) != nullptr ? 1 : 0;
   auto* hoja = new QWidget;
-  hoja->setLayout(cuerpo);
-  cuerpo->setContentsMargins(margenes);
+  auto* columna = new QVBoxLayout(hoja);
+  columna->setContentsMargins(0, 0, 0, 0);
+  columna->setSpacing(todo->spacing());
+  for (int quedan = std::max(todo->count() - desde - 1, 1); quedan > 0; --quedan) Pasar(*todo, desde, *columna);
   auto* area = new AreaDesplazable(hoja, &dialogo);
   area->setMinimumWidth(0);
-  todo->insertWidget(0, area, 1);
+  todo->insertWidget(desde, area, 1);
 }
 
 bool Cabe(const QSize& tamano, const QSize& sitio) {
@@ -52,8 +85,10 @@ QHBoxLayout* FilaDePie(const PieDialogo& pie, QLayout* a_la_izquierda) {
 void ArmarDialogo(QDialog& dialogo, QLayout* cuerpo, const PieDialogo& pie, std::initializer_list<QWidget*> campos) {
   auto* todo = new QVBoxLayout(&dialogo);
   todo->setContentsMargins(kMargenVentana, kMargenVentana, kMargenVentana, kMargenVentana);
+  // Asked before it belongs to the dialog, the body would remember itself as empty.
+  todo->addLayout(cuerpo);
   const bool crece = cuerpo->expandingDirections().testFlag(Qt::Vertical);
-  todo->addLayout(cuerpo, crece ? 1 : 0);
+  todo->setStretch(0, crece ? 1 : 0);
   if (!crece) todo->addStretch(1);
   todo->addSpacing(kSobreElPie);
   todo->addLayout(FilaDePie(pie));
@@ -75,6 +110,11 @@ AreaDesplazable::AreaDesplazable(QWidget* contenido, QWidget* parent) : QScrollA
 QSize AreaDesplazable::sizeHint() const {
   const QSize ideal = widget()->sizeHint();
   return {ideal.width(), std::max(ideal.height(), widget()->heightForWidth(ideal.width())) + kHolgura};
+}
+
+QWidget* ALoAncho(QWidget* contenido, const QDialog& dialogo) {
+  const int sitio = SitioEnPantalla(dialogo).width() - 2 * kMargenVentana;
+  return contenido->minimumSizeHint().width() <= sitio ? contenido : new AreaALoAncho(contenido, nullptr);
 }
 
 void AjustarTamano(QDialog& dialogo, const QSize& minimo) {

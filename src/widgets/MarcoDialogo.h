@@ -34,13 +34,17 @@ class AreaDesplazable : public QScrollArea {
   QSize sizeHint() const override;
 };
 
+// The content itself, or, where the screen isn't wide enough for it, an area in which it scrolls sideways.
+QWidget* ALoAncho(QWidget* contenido, const QDialog& dialogo);
+
 // Puts a dialog together: the body over the row, with the margins of all. Room that is left over goes to a body that
 // can grow, else between the two. Tab walks `campos` in that order, then Aceptar, Cancelar, Ayuda.
 void ArmarDialogo(QDialog& dialogo, QLayout* cuerpo, const PieDialogo& pie,
                   std::initializer_list<QWidget*> campos = {});
 
 // The first size of a dialog, that of its content and at least `minimo`, no larger than the screen, and from then on
-// the one that it was left with.
+// the one that it was left with. A content that the screen has no room for scrolls: all of the dialog's layout
+// but a toolbar at its head and its last part.
 void AjustarTamano(QDialog& dialogo, const QSize& minimo = {});
 
 }  // namespace utr

@@ -22,7 +22,7 @@ struct ColoresDeTema {
   const char* resaltado;   // text on it
   const char* nota;        // ground of tips and panels
   const char* borde;
-  std::array<const char*, 5> matices;  // by Matiz
+  std::array<const char*, 6> matices;  // by Matiz
 };
 
 constexpr std::array<ColoresDeTema, 3> kColores{{
@@ -37,7 +37,7 @@ constexpr std::array<ColoresDeTema, 3> kColores{{
      .resaltado = "#ffffff",
      .nota = "#fff6d6",
      .borde = "#8a9097",
-     .matices = {"#1a6fb3", "#bf3126", "#1b7332", "#bf2a1e", "#855600"}},
+     .matices = {"#1a6fb3", "#bf3126", "#1b7332", "#bf2a1e", "#855600", "#7040ad"}},
     {.ventana = "#2a2d30",
      .texto = "#eef0f2",
      .base = "#1e2022",
@@ -49,7 +49,7 @@ constexpr std::array<ColoresDeTema, 3> kColores{{
      .resaltado = "#ffffff",
      .nota = "#3d3a2a",
      .borde = "#80868d",
-     .matices = {"#62b4f2", "#f58d83", "#66cf82", "#f58d83", "#f0bc4a"}},
+     .matices = {"#62b4f2", "#f58d83", "#66cf82", "#f58d83", "#f0bc4a", "#c4a8ee"}},
     {.ventana = "#ffffff",
      .texto = "#000000",
      .base = "#ffffff",
@@ -61,7 +61,7 @@ constexpr std::array<ColoresDeTema, 3> kColores{{
      .resaltado = "#ffffff",
      .nota = "#ffffff",
      .borde = "#000000",
-     .matices = {"#003d99", "#9c0000", "#00591e", "#9c0000", "#6b3f00"}},
+     .matices = {"#003d99", "#9c0000", "#00591e", "#9c0000", "#6b3f00", "#4b1c86"}},
 }};
 
 const ColoresDeTema& ColoresDe(Tema tema) {

@@ -16,6 +16,7 @@ enum class Matiz {
   kBien,    // a link that stands
   kMal,     // a link that is lost
   kAviso,   // what wants a look
+  kAparte,  // what belongs to none of those
 };
 
 // The one place where palettes live.

@@ -16,6 +16,7 @@
 #include <algorithm>
 
 #include "widgets/Ayuda.h"
+#include "widgets/Campos.h"
 #include "widgets/Iconos.h"
 #include "widgets/PanelAviso.h"
 #include "widgets/Recuerdos.h"
@@ -72,6 +73,8 @@ VentanaLista::VentanaLista(const ContextoListas& contexto, std::filesystem::path
   lblFiltradas_->setObjectName("lblFiltradas");
   barra_->setObjectName("BarraHerramientas");
   barra_->setIconSize(kIcono);
+  barra_->setAccessibleName("Barra de herramientas");
+  NombrarBotonesDeQt(*barra_);
   lineas_->setSpacing(kEntreLineas);
   connect(lista_, &VistaLista::Activada, this, &VentanaLista::Activar);
   connect(lista_, &VistaLista::SeleccionCambiada, this, &VentanaLista::Habilitar);
@@ -322,7 +325,7 @@ void VentanaLista::Armar(QWidget* encima, const PieDialogo& pie, const QSize& ta
   auto* cuerpo = new QVBoxLayout;
   cuerpo->setContentsMargins(kMargenVentana, kBajoLaBarra, kMargenVentana, kMargenVentana);
   cuerpo->setSpacing(kEntrePartes);
-  if (encima_ != nullptr) cuerpo->addWidget(encima_);
+  if (encima_ != nullptr) cuerpo->addWidget(ALoAncho(encima_, *this));
   if (divisible) {
     cuerpo->addWidget(Dividir(Centro(), debajo_), 1);
   } else {

@@ -103,6 +103,7 @@ void VistaLista::ArmarFiltro() {
   filtro_->setPalette(propia);
   filtro_->setAccessibleName(QStringLiteral("Filtrar"));
   filtro_->setClearButtonEnabled(true);
+  NombrarBotonesDeQt(*filtro_);
   filtro_->setWhatsThis(QStringLiteral("Deja a la vista los renglones que contienen el texto en alguna columna."));
   filtro_->installEventFilter(this);
   SinSaltosDeLinea(*filtro_);

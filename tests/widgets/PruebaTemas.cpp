@@ -6,10 +6,13 @@
 #include <QStyle>
 #include <QToolButton>
 #include <algorithm>
+#include <optional>
 #include <utility>
 #include <vector>
 
+#include "widgets/Apariencia.h"
 #include "widgets/Iconos.h"
+#include "widgets/Recuerdos.h"
 #include "widgets/Temas.h"
 
 namespace utr {
@@ -53,7 +56,8 @@ TEST(Temas, CadaTextoSeLeeSobreSuFondo) {
           << pareja.fondo;
     }
     for (const auto papel : {QPalette::Window, QPalette::Base, QPalette::AlternateBase, QPalette::Button}) {
-      for (const Matiz matiz : {Matiz::kAcento, Matiz::kAlerta, Matiz::kBien, Matiz::kMal, Matiz::kAviso}) {
+      for (const Matiz matiz :
+           {Matiz::kAcento, Matiz::kAlerta, Matiz::kBien, Matiz::kMal, Matiz::kAviso, Matiz::kAparte}) {
         EXPECT_GE(Contraste(ColorDe(matiz, paleta), paleta.color(papel)), tema == Tema::kExteriores ? 7 : 4.5)
             << "tema " << static_cast<int>(tema) << ", matiz " << static_cast<int>(matiz) << " sobre " << papel;
       }
@@ -112,6 +116,35 @@ TEST(Temas, UnBotonApretadoSeDistingueDeUnoSuelto) {
     boton.setChecked(false);
     EXPECT_NE(boton.grab().toImage().pixelColor(16, 0), borde);
   }
+}
+
+TEST(Temas, TemaYTamanoDelTextoSeGuardanYRigenEnSeguida) {
+  const QFont del_equipo = QApplication::font();
+  const Tema suyo = TemaDe(QApplication::palette());
+  {
+    Apariencia apariencia;
+    EXPECT_EQ(apariencia.Elegido(), std::nullopt);
+    EXPECT_EQ(TemaDe(QApplication::palette()), suyo);
+    apariencia.Elegir(Tema::kExteriores);
+    apariencia.FijarTamanoTexto(175);
+    apariencia.FijarTamanoTexto(1000);  // isn't offered
+  }
+  QApplication::setPalette(PaletaDe(Tema::kOscuro));
+  QApplication::setFont(del_equipo);
+  Apariencia apariencia;
+  EXPECT_EQ(apariencia.Elegido(), Tema::kExteriores);
+  EXPECT_EQ(TemaDe(QApplication::palette()), Tema::kExteriores);
+  EXPECT_EQ(apariencia.TamanoTexto(), 175);
+  EXPECT_NEAR(QApplication::font().pointSizeF(), del_equipo.pointSizeF() * 1.75, 0.05);
+  apariencia.Elegir({});
+  apariencia.FijarTamanoTexto(100);
+  EXPECT_EQ(TemaDe(QApplication::palette()), Tema::kOscuro) << "as the platform was at the start";
+  EXPECT_EQ(QApplication::font().pointSizeF(), del_equipo.pointSizeF());
+  Recuerdos("apariencia").Guardar("tema", "de papel");
+  Recuerdos("apariencia").Guardar("texto", 130);
+  const Apariencia dudosa;
+  EXPECT_EQ(dudosa.Elegido(), std::nullopt);
+  EXPECT_EQ(dudosa.TamanoTexto(), 100);
 }
 
 TEST(Temas, LasCajasLlevanLosIconosDelPrograma) {

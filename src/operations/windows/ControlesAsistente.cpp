@@ -7,11 +7,13 @@
 #include <QHeaderView>
 #include <QTreeView>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "operations/PasosAsistente.h"
 #include "widgets/AyudaCombos.h"
 #include "widgets/Iconos.h"
 #include "widgets/MarcoDialogo.h"
+#include "widgets/Tamanos.h"
 
 namespace utr {
 namespace {
@@ -113,7 +115,8 @@ QVBoxLayout* ControlesAsistente::Paso(std::size_t paso, const char* texto) {
   auto* columna = new QVBoxLayout(marco);
   columna->setSpacing(kEntreParrafos);
   QLabel* parrafo = Texto("lblTexto", texto);
-  parrafo->setMinimumWidth(parrafo->fontMetrics().averageCharWidth() * kLetrasDeAncho);
+  const int en_pantalla = SitioEnPantalla(*parrafo).width() - 8 * kMargenVentana;
+  parrafo->setMinimumWidth(std::min(parrafo->fontMetrics().averageCharWidth() * kLetrasDeAncho, en_pantalla));
   columna->addWidget(parrafo);
   return columna;
 }

@@ -5,7 +5,9 @@
 #include <QScrollBar>
 #include <algorithm>
 #include <array>
+#include <optional>
 
+#include "widgets/Temas.h"
 #include "widgets/TextoQt.h"
 
 namespace utr {
@@ -26,20 +28,21 @@ enum class Forma { kLlena, kContorno, kMedia, kRaya, kPunto, kFranja, kDiagonal,
 struct Aspecto {
   EstadoPagina estado;
   Forma forma;
-  const char* color;  // null: grey, between text and ground
+  std::optional<Matiz> color;  // none: grey, between text and ground
 };
 constexpr Aspecto kAspectos[] = {
-    {EstadoPagina::kVacia, Forma::kContorno, nullptr},     {EstadoPagina::kAnterior, Forma::kMedia, "#2b8fd6"},
-    {EstadoPagina::kDatos, Forma::kLlena, "#2b8fd6"},      {EstadoPagina::kSalteada, Forma::kRaya, nullptr},
-    {EstadoPagina::kPendiente, Forma::kPunto, nullptr},    {EstadoPagina::kSinCanal, Forma::kFranja, "#8a5cc2"},
-    {EstadoPagina::kDaniada, Forma::kDiagonal, "#d08a1e"}, {EstadoPagina::kFallida, Forma::kHueca, "#dc3c30"},
+    {EstadoPagina::kVacia, Forma::kContorno, {}},
+    {EstadoPagina::kAnterior, Forma::kMedia, Matiz::kAcento},
+    {EstadoPagina::kDatos, Forma::kLlena, Matiz::kAcento},
+    {EstadoPagina::kSalteada, Forma::kRaya, {}},
+    {EstadoPagina::kPendiente, Forma::kPunto, {}},
+    {EstadoPagina::kSinCanal, Forma::kFranja, Matiz::kAparte},
+    {EstadoPagina::kDaniada, Forma::kDiagonal, Matiz::kAviso},
+    {EstadoPagina::kFallida, Forma::kHueca, Matiz::kMal},
 };
 
 QColor Gris(const QPalette& paleta) {
-  const QColor texto = paleta.color(QPalette::Text);
-  const QColor fondo = paleta.color(QPalette::Base);
-  const auto entre = [](int a, int b) { return (2 * a + 3 * b) / 5; };
-  return {entre(texto.red(), fondo.red()), entre(texto.green(), fondo.green()), entre(texto.blue(), fondo.blue())};
+  return paleta.color(QPalette::Disabled, QPalette::Text);
 }
 
 }  // namespace
@@ -47,7 +50,7 @@ QColor Gris(const QPalette& paleta) {
 void PintarEstado(QPainter& pintor, const QRect& celda, EstadoPagina estado, const QPalette& paleta) {
   const Aspecto& aspecto = *std::find_if(std::begin(kAspectos), std::end(kAspectos),
                                          [&](const Aspecto& uno) { return uno.estado == estado; });
-  const QColor color = aspecto.color != nullptr ? QColor(aspecto.color) : Gris(paleta);
+  const QColor color = aspecto.color ? ColorDe(*aspecto.color, paleta) : Gris(paleta);
   const QColor fondo = paleta.color(QPalette::Base);
   const int medio = celda.center().y();
   pintor.setPen(color);

@@ -1,5 +1,6 @@
 #include "shell/windows/FranjaEstacion.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 #include <string>
@@ -48,6 +49,7 @@ FranjaEstacion::FranjaEstacion(QWidget* parent) : QFrame(parent) {
              Agregar("Enlace", "Enlace", "Si hay enlace con la UTR, y por dónde.", 3),
              Agregar("RelojUTR", "Reloj de la UTR",
                      "La hora de la UTR frente a la de esta PC, cuando se la leyó por última vez.", 4)};
+  PonerLetras();
 }
 
 FranjaEstacion::Celda FranjaEstacion::Agregar(const char* nombre, const char* titulo, const char* que_es,
@@ -56,10 +58,7 @@ FranjaEstacion::Celda FranjaEstacion::Agregar(const char* nombre, const char* ti
   auto* rotulo = new QLabel(titulo);
   rotulo->setObjectName(QString::fromStdString(prefijo + "Titulo"));
   rotulo->setForegroundRole(QPalette::PlaceholderText);
-  rotulo->setFont(Letra(font(), kLetraChica, false));
-  const Celda celda{new EtiquetaEstado(prefijo.c_str()), new EtiquetaEstado((prefijo + "Detalle").c_str())};
-  celda.dato->setFont(Letra(font(), 1, true));
-  celda.detalle->setFont(Letra(font(), kLetraChica, false));
+  const Celda celda{rotulo, new EtiquetaEstado(prefijo.c_str()), new EtiquetaEstado((prefijo + "Detalle").c_str())};
   celda.dato->setWhatsThis(que_es);
   celda.detalle->setWhatsThis(que_es);
   auto* columna = new QVBoxLayout;
@@ -70,6 +69,20 @@ FranjaEstacion::Celda FranjaEstacion::Agregar(const char* nombre, const char* ti
   }
   static_cast<QHBoxLayout*>(layout())->addLayout(columna, estirado);
   return celda;
+}
+
+void FranjaEstacion::PonerLetras() {
+  for (const Celda& celda : celdas_) {
+    if (celda.rotulo == nullptr) return;  // not made yet
+    celda.rotulo->setFont(Letra(font(), kLetraChica, false));
+    celda.dato->setFont(Letra(font(), 1, true));
+    celda.detalle->setFont(Letra(font(), kLetraChica, false));
+  }
+}
+
+void FranjaEstacion::changeEvent(QEvent* evento) {
+  QFrame::changeEvent(evento);
+  if (evento->type() == QEvent::FontChange) PonerLetras();
 }
 
 void FranjaEstacion::Mostrar(const Celda& celda, const Dato& dato) {

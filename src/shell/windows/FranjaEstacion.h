@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QFrame>
+#include <QLabel>
 #include <array>
 
 #include "session/Encabezado.h"
@@ -18,13 +19,18 @@ class FranjaEstacion : public QFrame {
 
   void Mostrar(const Encabezado& encabezado);
 
+ protected:
+  void changeEvent(QEvent* evento) override;
+
  private:
   struct Celda {
+    QLabel* rotulo;
     EtiquetaEstado* dato;
     EtiquetaEstado* detalle;
   };
 
   Celda Agregar(const char* nombre, const char* titulo, const char* que_es, int estirado);
+  void PonerLetras();
   static void Mostrar(const Celda& celda, const Dato& dato);
 
   std::array<Celda, 3> celdas_{};  // station, link, clock

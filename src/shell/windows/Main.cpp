@@ -6,9 +6,9 @@
 #include "session/ArchivoBitacora.h"
 #include "session/windows/frmLogin.h"
 #include "shell/windows/frmPpal.h"
+#include "widgets/Apariencia.h"
 #include "widgets/Iconos.h"
 #include "widgets/RuedaInofensiva.h"
-#include "widgets/Temas.h"
 #include "widgets/TextoQt.h"
 
 namespace utr {
@@ -50,8 +50,9 @@ bool Main::Entrar() {
   return PedirClave(mod_);
 }
 
-int Main::Correr() {
+int Main::Correr(Apariencia* apariencia) {
   frmPpal ventana(mod_);
+  if (apariencia != nullptr) ventana.Vestir(*apariencia);
   if (situacion_ != nullptr) ventana.Seguir(*situacion_);
   ventana.Cargar();
   ventana.Avisar(aviso_);
@@ -85,12 +86,12 @@ void Main::CerrarBitacora() {
 int Ejecutar(const Entorno& entorno) {
   // The end of the program is the end of the main window, not of the dialogs ahead of it.
   QApplication::setQuitOnLastWindowClosed(false);
-  AplicarTema(TemaDe(QApplication::palette()));
+  Apariencia apariencia;
   QApplication::setWindowIcon(IconoDe("adminutr"));
   RuedaInofensiva rueda;
   qApp->installEventFilter(&rueda);
   Main principal(entorno);
-  return principal.Entrar() ? principal.Correr() : 0;
+  return principal.Entrar() ? principal.Correr(&apariencia) : 0;
 }
 
 }  // namespace utr

@@ -14,6 +14,8 @@
 
 namespace utr {
 
+class Apariencia;
+
 // What the program is given to run on.
 struct Entorno {
   Comunicador& comunicador;
@@ -37,8 +39,9 @@ class Main {
   // Loads the settings and asks the password. False: it wasn't given, and the program ends without a main window.
   bool Entrar();
 
-  // Shows the main window and runs until it is closed. Gives the exit code.
-  int Correr();
+  // Shows the main window and runs until it is closed. Gives the exit code. Theme and size of text are offered where
+  // `apariencia` is given.
+  int Correr(Apariencia* apariencia = nullptr);
 
   // Tries once more to keep the journal, and offers another place for what can't be kept.
   void CerrarBitacora();

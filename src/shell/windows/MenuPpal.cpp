@@ -6,8 +6,11 @@
 #include <QMenuBar>
 #include <QToolBar>
 #include <QToolButton>
+#include <optional>
 
 #include "shell/windows/AccionesPpal.h"
+#include "widgets/Apariencia.h"
+#include "widgets/Campos.h"
 #include "widgets/Iconos.h"
 #include "widgets/TextoQt.h"
 
@@ -27,6 +30,17 @@ constexpr std::array<VistaPpal, 4> kVistas{{
     {"mnuViewSmallIcons", "Iconos Pequeños", "View Small Icons", "Iconos pequeños", "iconos-pequenos"},
     {"mnuViewList", "Lista", "View List", "Lista", "lista"},
     {"mnuViewDetails", "Detalles", "View Details", "Detalles", "detalles"},
+}};
+
+struct TemaOfrecido {
+  std::optional<Tema> tema;
+  const char* texto;
+};
+constexpr std::array<TemaOfrecido, 4> kTemas{{
+    {{}, "&Como el del equipo"},
+    {Tema::kClaro, "C&laro"},
+    {Tema::kOscuro, "&Oscuro"},
+    {Tema::kExteriores, "&Exteriores (a pleno sol)"},
 }};
 
 QMenu* Menu(QMenu* menu, const char* nombre) {
@@ -104,6 +118,7 @@ void MenuPpal::ArmarConexion(QMainWindow* ventana) {
 
 void MenuPpal::ArmarVer(QMainWindow* ventana) {
   QMenu* mnuVer = Menu(ventana->menuBar()->addMenu("&Ver"), "mnuVer");
+  ver_ = mnuVer;
   QAction* barra = Entrada(mnuVer, "mnuViewStatusBar", "Barra de &Estado");
   barra->setCheckable(true);
   barra->setChecked(true);
@@ -126,6 +141,32 @@ void MenuPpal::ArmarVisita(QMainWindow* ventana) {
     accion->setShortcut(QKeySequence(kVisita[i].tecla));
     accion->setWhatsThis(kVisita[i].que_hace);
     connect(accion, &QAction::triggered, this, [this, i] { emit Visita(static_cast<int>(i)); });
+  }
+}
+
+void MenuPpal::OfrecerApariencia(Apariencia& apariencia) {
+  const auto opcion = [](QMenu* menu, QActionGroup* grupo, const QString& nombre, const QString& texto, bool elegida) {
+    QAction* entrada = Entrada(menu, nombre, texto);
+    entrada->setCheckable(true);
+    entrada->setChecked(elegida);
+    grupo->addAction(entrada);
+    return entrada;
+  };
+  ver_->addSeparator();
+  QMenu* mnuTema = Menu(ver_->addMenu("&Tema"), "mnuViewTheme");
+  auto* temas = new QActionGroup(this);
+  for (std::size_t i = 0; i < kTemas.size(); ++i) {
+    const std::optional<Tema> tema = kTemas[i].tema;
+    const QAction* entrada =
+        opcion(mnuTema, temas, QString("mnuViewTheme(%1)").arg(i), kTemas[i].texto, apariencia.Elegido() == tema);
+    connect(entrada, &QAction::triggered, this, [&apariencia, tema] { apariencia.Elegir(tema); });
+  }
+  QMenu* mnuTexto = Menu(ver_->addMenu("Ta&maño del texto"), "mnuViewTextSize");
+  auto* tamanos = new QActionGroup(this);
+  for (const int tamano : kTamanosTexto) {
+    const QAction* entrada = opcion(mnuTexto, tamanos, QString("mnuViewTextSize(%1)").arg(tamano),
+                                    QString("%1 %").arg(tamano), apariencia.TamanoTexto() == tamano);
+    connect(entrada, &QAction::triggered, this, [&apariencia, tamano] { apariencia.FijarTamanoTexto(tamano); });
   }
 }
 
@@ -176,8 +217,7 @@ void MenuPpal::ArmarBarra(QMainWindow* ventana) {
   connect(de_ayuda_.back(), &QAction::triggered, this, &MenuPpal::AyudaPedida);
   connect(Agregar(barra, "Help What's This", "¿Qué es esto?", "que-es-esto", nullptr), &QAction::triggered, this,
           &MenuPpal::QueEsEsto);
-  // Qt's own, for what a narrow window has no room for.
-  if (auto* resto = barra->findChild<QToolButton*>("qt_toolbar_ext_button")) resto->setAccessibleName("Más botones");
+  NombrarBotonesDeQt(*barra);
 }
 
 QAction* MenuPpal::Agregar(QToolBar* barra, const char* clave, const char* texto, const char* icono,
@@ -194,8 +234,8 @@ QAction* MenuPpal::Agregar(QToolBar* barra, const char* clave, const char* texto
 // and so it can be read in any scheme.
 void MenuPpal::MostrarUnidad(ClaseDeUnidad clase) {
   static constexpr std::array<const char*, 4> kColores{
-      "background: #f2c14e; color: black", "background: #2b6cb0; color: white", "background: #9b2c2c; color: white",
-      "background: #5f6368; color: white"};
+      "background: #f2c14e; color: black", "background: #1d4f86; color: white", "background: #9b2c2c; color: white",
+      "background: #4d5156; color: white"};
   unidad_->setText(Q(TextoDe(clase)));
   unidad_->setToolTip(Q(DetalleDe(clase)));
   unidad_->setWhatsThis(Q(DetalleDe(clase)));

@@ -13,9 +13,12 @@
 
 class QActionGroup;
 class QLabel;
+class QMenu;
 class QToolBar;
 
 namespace utr {
+
+class Apariencia;
 
 // Menus and toolbar of the main window. They tell what was asked for and show the states that they are given.
 class MenuPpal : public QObject {
@@ -29,6 +32,9 @@ class MenuPpal : public QObject {
   void FijarConexion(bool conectado);
   // Shows or hides the two connection buttons with their separator.
   void MostrarConexion(bool visible);
+
+  // Appends theme and size of text to "&Ver"; they change `apariencia`, which must outlive the window.
+  void OfrecerApariencia(Apariencia& apariencia);
 
   // What opens the help is off while there is none.
   void HabilitarAyuda(bool hay);
@@ -65,6 +71,7 @@ class MenuPpal : public QObject {
   std::array<QAction*, 4> vistas_{};
   std::map<std::string, QAction*> botones_;
   std::vector<QAction*> de_ayuda_;
+  QMenu* ver_ = nullptr;
   QAction* separador_ = nullptr;
   QLabel* unidad_;
 };

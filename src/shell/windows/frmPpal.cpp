@@ -95,6 +95,10 @@ void frmPpal::Seguir(SituacionDelEnlace& situacion) {
   mostrar();
 }
 
+void frmPpal::Vestir(Apariencia& apariencia) {
+  menu_->OfrecerApariencia(apariencia);
+}
+
 void frmPpal::ConectarControles() {
   connect(lista_, &ListaAcciones::Ejecutar, this, &frmPpal::mnuAcciones_Click);
   connect(menu_, &MenuPpal::Accion, this, &frmPpal::mnuAcciones_Click);

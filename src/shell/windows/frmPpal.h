@@ -12,6 +12,7 @@
 
 namespace utr {
 
+class Apariencia;
 class BarraEstado;
 class FranjaEstacion;
 class ListaAcciones;
@@ -45,6 +46,9 @@ class frmPpal : public QMainWindow {
 
   // Shows who is at the other end of the link, from now on; `situacion` must outlive the window.
   void Seguir(SituacionDelEnlace& situacion);
+
+  // Offers theme and size of text in "&Ver"; `apariencia` must outlive the window.
+  void Vestir(Apariencia& apariencia);
 
   // Says something in panel 1 of the status bar.
   void Avisar(const std::string& texto);
