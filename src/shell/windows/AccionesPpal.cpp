@@ -100,7 +100,7 @@ const std::array<AccionPpal, 7> kAvanzadas{{
      .hacer = &frmPpal::ExportarConfiguracion},
 }};
 
-const std::array<AccionPpal, 2> kVisita{{
+const std::array<AccionPpal, 3> kVisita{{
     {.texto = "&Bitácora de la visita...",
      .tecla = "Ctrl+Shift+B",
      .que_hace = "Ver e imprimir lo que se hizo en la estación",
@@ -111,6 +111,12 @@ const std::array<AccionPpal, 2> kVisita{{
      .que_hace = "Guardar cómo se llega a cada estación, y elegir una",
      .icono = "estaciones",
      .hacer = &frmPpal::MostrarLibroEstaciones},
+    {.texto = "Descargar &todo...",
+     .tecla = "Ctrl+Shift+D",
+     .que_hace = "Guardar configuración, datos, eventos y cola de un período en una carpeta",
+     .icono = "guardar",
+     .hacer = &frmPpal::DescargarTodo,
+     .reconecta = true},
 }};
 
 }  // namespace utr

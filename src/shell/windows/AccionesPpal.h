@@ -19,6 +19,6 @@ struct AccionPpal {
 
 extern const std::array<AccionPpal, 9> kAcciones;   // "&Acciones"
 extern const std::array<AccionPpal, 7> kAvanzadas;  // "A&vanzadas", behind the password
-extern const std::array<AccionPpal, 2> kVisita;     // "V&isita"
+extern const std::array<AccionPpal, 3> kVisita;     // "V&isita"
 
 }  // namespace utr

@@ -156,13 +156,11 @@ void frmPpal::Operar(const char* procedimiento, const std::function<void()>& ope
 }
 
 void frmPpal::mnuAcciones_Click(int indice) {
-  Operar("mnuAcciones_Click", [&] {
-    const AccionPpal& accion = kAcciones.at(static_cast<std::size_t>(indice));
-    if (!accion.reconecta || ReconectarSiHaceFalta()) Ejecutar(accion);
-  });
+  Operar("mnuAcciones_Click", [&] { Ejecutar(kAcciones.at(static_cast<std::size_t>(indice))); });
 }
 
 void frmPpal::Ejecutar(const AccionPpal& accion) {
+  if (accion.reconecta && !ReconectarSiHaceFalta()) return;
   if (accion.olvida_predefinida) mod_.ruta_predefinida.clear();
   (this->*accion.hacer)();
 }
@@ -324,6 +322,10 @@ void frmPpal::MostrarBitacora() {
     }
   }
   frmBitacora(mod_, std::move(figuras), this).exec();
+}
+
+void frmPpal::DescargarTodo() {
+  utr::DescargarTodo(flujo_);
 }
 
 void frmPpal::MostrarLibroEstaciones() {

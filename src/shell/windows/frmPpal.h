@@ -79,6 +79,7 @@ class frmPpal : public QMainWindow {
   // connection.
   void MostrarBitacora();
   void MostrarLibroEstaciones();
+  void DescargarTodo();
 
   // Starts the sibling tool that stands beside the executable.
   void LanzarMandadero();
