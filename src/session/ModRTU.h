@@ -55,8 +55,19 @@ struct ModRTU {
   GraficosALaVista* graficos = nullptr;     // the plots last on show, for who prints them; null: nobody keeps them
   const RelojUTR* reloj_utr = nullptr;      // what is known of the unit's clock; null: nobody listens to its calls
   SituacionDelEnlace* situacion = nullptr;  // who is at the other end; none: nobody tells
+  std::string estacion{};                   // its name in the book of stations; empty: it isn't known
 
-  ContextoListas Listas() { return {comunicador, registro, operador, impresora, eleccion_impresora}; }
+  // For windows that end before this does.
+  ContextoListas Listas() {
+    return {comunicador, registro, operador, impresora, eleccion_impresora, reloj, [this] { return EstacionAMano(); }};
+  }
+
+  // "Estación Río Grande, UTR 120", with what is known of it.
+  std::string EstacionAMano() const {
+    const std::int32_t identificador = propiedades.LeerEntero(clave::kIdentificador, 0);
+    const std::string utr = identificador == 0 ? "UTR sin identificador" : "UTR " + std::to_string(identificador);
+    return estacion.empty() ? utr : "Estación " + estacion + ", " + utr;
+  }
 };
 
 // The program's title and bare caption of the main window.

@@ -2,11 +2,14 @@
 
 #include <QComboBox>
 #include <QFormLayout>
+#include <QHBoxLayout>
 #include <QPrinterInfo>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QSpinBox>
 
 #include "widgets/Campos.h"
+#include "widgets/ImpresoraQt.h"
 #include "widgets/MarcoDialogo.h"
 #include "widgets/TextoQt.h"
 
@@ -15,7 +18,12 @@ namespace utr {
 constexpr int kMaximoCopias = 99;
 
 DialogoImpresora::DialogoImpresora(const QString& titulo, const EleccionImpresora& anterior, QWidget* parent)
-    : QDialog(parent), impresoras_(new QComboBox(this)), copias_(new QSpinBox(this)) {
+    : QDialog(parent),
+      impresoras_(new QComboBox(this)),
+      copias_(new QSpinBox(this)),
+      papel_(new QComboBox(this)),
+      vertical_(new QRadioButton(QStringLiteral("&Vertical"), this)),
+      apaisado_(new QRadioButton(QStringLiteral("A&paisada"), this)) {
   setWindowTitle(titulo);
   impresoras_->setMinimumContentsLength(24);
   impresoras_->addItems(QPrinterInfo::availablePrinterNames());
@@ -25,22 +33,37 @@ DialogoImpresora::DialogoImpresora(const QString& titulo, const EleccionImpresor
   if (const int lugar = impresoras_->findText(deseada); lugar >= 0) impresoras_->setCurrentIndex(lugar);
   copias_->setRange(1, kMaximoCopias);
   copias_->setValue(anterior.copias);
-  for (QWidget* campo : std::initializer_list<QWidget*>{impresoras_, copias_}) campo->setEnabled(hay);
+  papel_->setObjectName("cboPapel");
+  papel_->addItems(NombresDePapel());
+  papel_->setCurrentIndex(static_cast<int>(anterior.papel));
+  vertical_->setObjectName("optVertical");
+  apaisado_->setObjectName("optApaisado");
+  (anterior.apaisado ? apaisado_ : vertical_)->setChecked(true);
+  auto* orientacion = new QHBoxLayout;
+  orientacion->addWidget(vertical_);
+  orientacion->addWidget(apaisado_);
+  orientacion->addStretch(1);
+  for (QWidget* campo : std::initializer_list<QWidget*>{impresoras_, copias_, papel_, vertical_, apaisado_})
+    campo->setEnabled(hay);
   auto* caja = new QFormLayout;
   caja->addRow(Rotulo("lblImpresora", QStringLiteral("&Impresora:"), impresoras_), impresoras_);
   caja->addRow(Rotulo("lblCopias", QStringLiteral("&Copias:"), copias_), copias_);
+  caja->addRow(Rotulo("lblPapel", QStringLiteral("Pape&l:"), papel_), papel_);
+  caja->addRow(QStringLiteral("Orientación:"), orientacion);
   impresoras_->setAccessibleName(QStringLiteral("Impresora"));
   copias_->setAccessibleName(QStringLiteral("Copias"));
   QPushButton* aceptar = Boton("CmdOK", QStringLiteral("Aceptar"));
   QPushButton* cancelar = Boton("CmdCancel", QStringLiteral("Cancelar"));
-  ArmarDialogo(*this, caja, {.aceptar = aceptar, .cancelar = cancelar, .por_defecto = hay}, {impresoras_, copias_});
+  ArmarDialogo(*this, caja, {.aceptar = aceptar, .cancelar = cancelar, .por_defecto = hay},
+               {impresoras_, copias_, papel_, vertical_, apaisado_});
   aceptar->setEnabled(hay);
   connect(aceptar, &QPushButton::clicked, this, &QDialog::accept);
   connect(cancelar, &QPushButton::clicked, this, &QDialog::reject);
 }
 
 EleccionImpresora DialogoImpresora::Eleccion() const {
-  return {U(impresoras_->currentText()), copias_->value()};
+  return {U(impresoras_->currentText()), copias_->value(), static_cast<Papel>(papel_->currentIndex()),
+          apaisado_->isChecked()};
 }
 
 }  // namespace utr

@@ -5,11 +5,13 @@
 #include "services/Operador.h"
 
 class QComboBox;
+class QRadioButton;
 class QSpinBox;
 
 namespace utr {
 
-// Asks for one of the system's printers and a number of copies. Without printers it says so and can only be cancelled.
+// Asks for one of the system's printers, a number of copies, and the paper. Without printers it says so and can only be
+// cancelled.
 class DialogoImpresora : public QDialog {
   Q_OBJECT
 
@@ -22,6 +24,9 @@ class DialogoImpresora : public QDialog {
  private:
   QComboBox* impresoras_;
   QSpinBox* copias_;
+  QComboBox* papel_;
+  QRadioButton* vertical_;
+  QRadioButton* apaisado_;
 };
 
 }  // namespace utr

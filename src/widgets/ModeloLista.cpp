@@ -47,10 +47,24 @@ QVariant ModeloLista::data(const QModelIndex& indice, int papel) const {
   return {};
 }
 
+// Where that is another order than that of its values.
+bool ModeloLista::OrdenadaComoTexto(int seccion) const {
+  const auto& orden = lista_.Orden();
+  const auto columna = static_cast<std::size_t>(seccion);
+  return orden && orden->como_texto && orden->columna == columna &&
+         lista_.LasColumnas()[columna].orden != ClaseOrden::kTexto;
+}
+
 QVariant ModeloLista::headerData(int seccion, Qt::Orientation orientacion, int papel) const {
   if (orientacion != Qt::Horizontal) return {};
   const ColumnaLista& columna = lista_.LasColumnas()[static_cast<std::size_t>(seccion)];
-  if (papel == Qt::DisplayRole) return Q(columna.titulo);
+  if (papel == Qt::DisplayRole) {
+    return OrdenadaComoTexto(seccion) ? Q(columna.titulo).trimmed() + QStringLiteral(" (como texto)")
+                                      : Q(columna.titulo);
+  }
+  if (papel == Qt::ToolTipRole && OrdenadaComoTexto(seccion)) {
+    return QStringLiteral("Ordenada letra por letra, hasta la próxima lectura. Un clic la ordena por su valor.");
+  }
   if (papel == Qt::TextAlignmentRole) {
     const bool numero = columna.orden == ClaseOrden::kNumero;
     return QVariant::fromValue(Qt::Alignment((numero ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter));

@@ -31,6 +31,7 @@ class ModeloLista : public QAbstractTableModel {
 
  private:
   QString Marca(const QModelIndex& indice) const;
+  bool OrdenadaComoTexto(int seccion) const;
 
   ListaTabla lista_;
   std::function<QString(std::size_t fila)> marca_;

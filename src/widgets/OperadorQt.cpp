@@ -7,24 +7,34 @@
 #include <QFileDialog>
 #include <QFileIconProvider>
 #include <QFileInfo>
+#include <QFileSystemModel>
 #include <QGridLayout>
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QSortFilterProxyModel>
 #include <QStandardPaths>
+#include <QTreeView>
 #include <algorithm>
 #include <memory>
 
 #include "base/Texto.h"
 #include "widgets/DialogoImpresora.h"
 #include "widgets/Ocupacion.h"
+#include "widgets/Tamanos.h"
 #include "widgets/TextoQt.h"
 
 namespace utr {
 namespace {
 
 constexpr int kRenglonesDetalle = 8;
+constexpr int kTamanoDeArchivo = 1;  // columns of Qt's model of files
+constexpr int kFechaDeArchivo = 3;
+constexpr QSize kTamanoArchivos(880, 520);
+constexpr int kAnchoNombre = 360;  // pixels
+constexpr int kAnchoFecha = 150;
 
 QWidget* Encima() {
   QWidget* modal = QApplication::activeModalWidget();
@@ -105,6 +115,42 @@ void AgregarDetalle(QMessageBox& caja, const QString& lineas) {
   reja->addWidget(campo, reja->rowCount(), 0, 1, reja->columnCount());
   reja->addWidget(pie, reja->rowCount(), 0, 1, reja->columnCount());
   caja.defaultButton()->setFocus();  // Enter is for the buttons
+}
+
+// Dates in the way of the country, day first: Qt's own come in that of the process. Folders stay ahead of files.
+class ArchivosEnEspanol : public QSortFilterProxyModel {
+ public:
+  using QSortFilterProxyModel::QSortFilterProxyModel;
+
+  QVariant data(const QModelIndex& indice, int papel) const override {
+    if (indice.column() != kFechaDeArchivo || papel != Qt::DisplayRole)
+      return QSortFilterProxyModel::data(indice, papel);
+    return Archivos().lastModified(mapToSource(indice)).toString(QStringLiteral("dd/MM/yyyy HH:mm"));
+  }
+
+ protected:
+  bool lessThan(const QModelIndex& uno, const QModelIndex& otro) const override {
+    const QFileInfo a = Archivos().fileInfo(uno);
+    const QFileInfo b = Archivos().fileInfo(otro);
+    if (a.isDir() != b.isDir()) return a.isDir() == (sortOrder() == Qt::AscendingOrder);
+    if (uno.column() == kFechaDeArchivo && a.lastModified() != b.lastModified())
+      return a.lastModified() < b.lastModified();
+    if (uno.column() == kTamanoDeArchivo && a.size() != b.size()) return a.size() < b.size();
+    return a.fileName().localeAwareCompare(b.fileName()) < 0;
+  }
+
+ private:
+  const QFileSystemModel& Archivos() const { return *qobject_cast<const QFileSystemModel*>(sourceModel()); }
+};
+
+// Names are long here: they have dates.
+void Ensanchar(QFileDialog& dialogo) {
+  dialogo.setViewMode(QFileDialog::Detail);
+  dialogo.resize(kTamanoArchivos.boundedTo(SitioEnPantalla(dialogo)));
+  if (const auto* vista = dialogo.findChild<QTreeView*>(QStringLiteral("treeView"))) {
+    vista->header()->resizeSection(0, kAnchoNombre);
+    vista->header()->resizeSection(kFechaDeArchivo, kAnchoFecha);
+  }
 }
 
 // Names the kinds of file in Spanish: Qt's own come from the desktop's database in the language of the process.
@@ -202,6 +248,8 @@ std::optional<std::filesystem::path> OperadorQt::Elegir(const PedidoArchivo& ped
   QFileDialog& dialogo = *nuevo;
   dialogo.setOption(QFileDialog::DontUseNativeDialog);  // a desktop's own speaks its own language
   dialogo.setIconProvider(&clases);
+  dialogo.setProxyModel(new ArchivosEnEspanol(&dialogo));
+  Ensanchar(dialogo);
   dialogo.setNameFilters(FiltroQt(pedido.filtro).split(QStringLiteral(";;"), Qt::SkipEmptyParts));
   dialogo.setDirectory(pedido.carpeta.empty() ? ultima_carpeta_ : Q(pedido.carpeta.string()));
   const bool carpeta = !guardar && pedido.filtro.empty();

@@ -1,10 +1,13 @@
 #include "widgets/ServiciosLista.h"
 
 #include <algorithm>
+#include <memory>
 
 #include "base/Error.h"
+#include "base/Fechas.h"
 #include "lists/Csv.h"
 #include "widgets/DialogoCsv.h"
+#include "widgets/DialogoVistaPrevia.h"
 #include "widgets/VistaLista.h"
 
 namespace utr {
@@ -65,10 +68,17 @@ bool ServiciosLista::ExportarLista(const std::filesystem::path& ruta, const Enca
   return escrita;
 }
 
+std::optional<std::filesystem::path> ServiciosLista::ElegirArchivo(const std::string& titulo, std::string_view filtro,
+                                                                   const char* extension) {
+  const std::string nombre = nombre_ ? nombre_() : std::string();
+  return contexto_.operador.ElegirGuardar(
+      {titulo, std::string(filtro), {}, nombre.empty() ? nombre : nombre + extension});
+}
+
 void ServiciosLista::GuardarComo(const Encabezado& encabezado) {
   const auto renglones = ElegirRenglones("¿Qué desea guardar?");
   if (!renglones) return;
-  const auto ruta = contexto_.operador.ElegirGuardar({palabras_.titulo_guardar, std::string(kFiltroTexto), {}, {}});
+  const auto ruta = ElegirArchivo(palabras_.titulo_guardar, kFiltroTexto, ".txt");
   if (ruta && ExportarLista(*ruta, encabezado, *renglones)) Informar(kExportada);
 }
 
@@ -77,7 +87,7 @@ void ServiciosLista::GuardarComoCsv() {
   if (!renglones) return;
   DialogoCsv dialogo(vista_.window());
   if (dialogo.exec() != QDialog::Accepted) return;
-  const auto ruta = contexto_.operador.ElegirGuardar({"Guardar como CSV ...", std::string(kFiltroCsv), {}, {}});
+  const auto ruta = ElegirArchivo("Guardar como CSV ...", kFiltroCsv, ".csv");
   if (!ruta) return;
   bool escrita = false;
   Intentar("GuardarComoCsv", [&] {
@@ -97,7 +107,7 @@ void ServiciosLista::ExportarImp(const TablaPtr& tabla) {
     contexto_.operador.Mostrar({falta, "Exportacion", Icono::kInformacion, Botones::kAceptar});
     return;
   }
-  const auto ruta = contexto_.operador.ElegirGuardar({"Exportar ...", std::string(kFiltroImp), {}, {}});
+  const auto ruta = ElegirArchivo("Exportar ...", kFiltroImp, ".imp");
   if (!ruta) return;
   bool escrita = false;
   RegistrandoYMostrando(contexto_.registro, contexto_.operador, palabras_.modulo, palabras_.procedimiento_imp,
@@ -108,27 +118,75 @@ void ServiciosLista::ExportarImp(const TablaPtr& tabla) {
   if (escrita) Informar(palabras_.exito_imp);
 }
 
+// --- Paper -----------------------------------------------------------------------------------------------------------
+
+std::string ServiciosLista::Pie(const std::string& origen) const {
+  const std::string de_donde = origen.empty() && contexto_.estacion ? contexto_.estacion() : origen;
+  return (de_donde.empty() ? "" : de_donde + "  ·  ") + "Impreso: " + TextoFechaHora(contexto_.reloj.Ahora());
+}
+
+DocumentoImpreso ServiciosLista::Lista(const EncabezadoLista& encabezado, Renglones renglones) const {
+  DocumentoImpreso documento{.texto = ArmarDocumento(vista_.Lista(), encabezado, renglones),
+                             .titulo = encabezado.titulo,
+                             .pie = Pie(encabezado.origen),
+                             .titulos = encabezado.lineas.size() + 1};
+  for (const ColumnaLista& columna : vista_.Lista().LasColumnas())
+    documento.numericas.push_back(columna.orden == ClaseOrden::kNumero);
+  return documento;
+}
+
 void ServiciosLista::Imprimir(const Encabezado& encabezado) {
   if (vista_.Lista().Cantidad() == 0) return;
   const auto renglones = ElegirRenglones("¿Qué desea imprimir?");
-  if (renglones)
-    Imprimir([&] { return ArmarDocumento(vista_.Lista(), encabezado(), *renglones); }, LetraImpresion::kComun);
+  if (renglones) Imprimir([&] { return Lista(encabezado(), *renglones); });
 }
 
-void ServiciosLista::ImprimirTexto(const std::string& texto) {
-  Imprimir([&] { return texto; }, LetraImpresion::kPareja);
+void ServiciosLista::ImprimirTexto(const std::string& texto, const std::string& origen) {
+  Imprimir([&] {
+    return DocumentoImpreso{
+        .texto = texto, .letra = LetraImpresion::kPareja, .titulo = palabras_.titulo_ventana, .pie = Pie(origen)};
+  });
 }
 
-void ServiciosLista::Imprimir(const std::function<std::string()>& documento, LetraImpresion letra) {
+void ServiciosLista::Imprimir(const std::function<DocumentoImpreso()>& documento) {
   if (contexto_.eleccion.nombre.empty() && !ConfigurarImpresora()) return;
   Intentar(palabras_.procedimiento_imprimir, [&] {
     const PunteroDeEspera puntero(contexto_.operador);
-    const std::string texto = documento();
+    const DocumentoImpreso impreso = documento();
     const std::vector<std::string> nombres = contexto_.impresora.Nombres();
     if (std::find(nombres.begin(), nombres.end(), contexto_.eleccion.nombre) == nombres.end()) return;
-    for (int copia = 0; copia < contexto_.eleccion.copias; ++copia)
-      contexto_.impresora.Imprimir(contexto_.eleccion.nombre, texto, letra);
+    EnMarco([&](Progreso& progreso) { ImprimirCopias(impreso, progreso); });
   });
+}
+
+bool ServiciosLista::ImprimirCopias(const DocumentoImpreso& documento, Progreso& progreso) {
+  for (int copia = 0; copia < contexto_.eleccion.copias; ++copia) {
+    if (!contexto_.impresora.Imprimir(contexto_.eleccion, documento, progreso)) return false;
+  }
+  return true;
+}
+
+void ServiciosLista::EnMarco(const std::function<void(Progreso&)>& trabajo) {
+  if (marco_) return marco_(trabajo);
+  SinProgreso nadie;
+  trabajo(nadie);
+}
+
+void ServiciosLista::VistaPrevia(const Encabezado& encabezado, QWidget* ventana) {
+  if (vista_.Lista().Cantidad() == 0) return;
+  const auto renglones = ElegirRenglones("¿Qué desea ver?");
+  if (!renglones) return;
+  bool imprimir = false;
+  DocumentoImpreso documento;
+  Intentar("VistaPrevia", [&] {
+    documento = Lista(encabezado(), *renglones);
+    std::unique_ptr<DialogoVistaPrevia> dialogo;
+    EnMarco([&](Progreso& progreso) {
+      dialogo = std::make_unique<DialogoVistaPrevia>(documento, contexto_.eleccion, progreso, ventana);
+    });
+    imprimir = dialogo->Paginas() > 0 && dialogo->exec() == QDialog::Accepted;
+  });
+  if (imprimir) Imprimir([&] { return documento; });
 }
 
 bool ServiciosLista::ConfigurarImpresora() {

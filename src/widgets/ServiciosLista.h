@@ -5,9 +5,12 @@
 #include <optional>
 #include <string>
 
+#include "base/Progreso.h"
 #include "lists/DocumentoLista.h"
 #include "services/ContextoListas.h"
 #include "tables/Tabla.h"
+
+class QWidget;
 
 namespace utr {
 
@@ -61,14 +64,32 @@ class ServiciosLista {
   // was chosen yet. Nothing with an empty list.
   void Imprimir(const Encabezado& encabezado);
 
-  // Prints a text that isn't the list and is aligned with blanks, in the same way.
-  void ImprimirTexto(const std::string& texto);
+  // Prints a text that isn't the list and is aligned with blanks, in the same way. `origen`: whose it is, as in
+  // EncabezadoLista.
+  void ImprimirTexto(const std::string& texto, const std::string& origen = {});
+
+  // Shows the pages that Imprimir would print, over `ventana`; the operator may print them from there.
+  void VistaPrevia(const Encabezado& encabezado, QWidget* ventana);
+
+  // The name that is proposed for files, without extension; none without one.
+  void Proponer(std::function<std::string()> nombre) { nombre_ = std::move(nombre); }
+
+  // What is around pages while they are laid out: it runs the work, with something that tells how far it is and may
+  // cancel it. Without one nobody is told.
+  using Marco = std::function<void(const std::function<void(Progreso&)>& trabajo)>;
+  void Enmarcar(Marco marco) { marco_ = std::move(marco); }
 
   // The printer dialog. True: one was chosen, and is remembered until the program ends.
   bool ConfigurarImpresora();
 
  private:
-  void Imprimir(const std::function<std::string()>& documento, LetraImpresion letra);
+  void Imprimir(const std::function<DocumentoImpreso()>& documento);
+  bool ImprimirCopias(const DocumentoImpreso& documento, Progreso& progreso);
+  DocumentoImpreso Lista(const EncabezadoLista& encabezado, Renglones renglones) const;
+  std::optional<std::filesystem::path> ElegirArchivo(const std::string& titulo, std::string_view filtro,
+                                                     const char* extension);
+  std::string Pie(const std::string& origen) const;
+  void EnMarco(const std::function<void(Progreso&)>& trabajo);
   std::optional<Renglones> ElegirRenglones(const std::string& pregunta);
   void Informar(const std::string& texto);
   void Intentar(std::string_view procedimiento, const std::function<void()>& accion);
@@ -76,6 +97,8 @@ class ServiciosLista {
   ContextoListas contexto_;
   const VistaLista& vista_;
   PalabrasLista palabras_;
+  Marco marco_;
+  std::function<std::string()> nombre_;
 };
 
 }  // namespace utr

@@ -1,12 +1,14 @@
 #include "widgets/VentanaLista.h"
 
 #include <QAction>
+#include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QSplitter>
 #include <QTabBar>
 #include <QToolBar>
@@ -38,6 +40,22 @@ constexpr QLatin1String kDivision("division");
 bool EsDePestanias(const QWidget* control) {
   return qobject_cast<const QTabBar*>(control) != nullptr;
 }
+
+// Tells a panel how far the work is. Events run each time that it is asked whether to go on, so that a click on the
+// button of the panel is heard.
+class ProgresoEnPanel : public SinProgreso {
+ public:
+  ProgresoEnPanel(PanelAviso& panel, const bool& cancelado) : panel_(panel), cancelado_(cancelado) {}
+  void Texto(std::string_view texto) override { panel_.Detallar(Q(texto)); }
+  bool Cancelado() override {
+    QCoreApplication::processEvents();
+    return cancelado_;
+  }
+
+ private:
+  PanelAviso& panel_;
+  const bool& cancelado_;
+};
 
 // One over the other, with a bar between them that the operator moves; the upper one takes what is left over.
 QWidget* Dividir(QWidget* arriba, QWidget* abajo) {
@@ -80,6 +98,8 @@ VentanaLista::VentanaLista(const ContextoListas& contexto, std::filesystem::path
   connect(lista_, &VistaLista::SeleccionCambiada, this, &VentanaLista::Habilitar);
   connect(lista_->Arbol()->model(), &QAbstractItemModel::modelReset, this, &VentanaLista::Contar);
   Contar();
+  servicios_.Proponer([this] { return NombreDeArchivo(Encabezado(false)); });
+  servicios_.Enmarcar([this](const std::function<void(Progreso&)>& trabajo) { ConPanel(trabajo); });
 }
 
 // --- Commands --------------------------------------------------------------------------------------------------------
@@ -148,8 +168,11 @@ void VentanaLista::Comandos(const std::vector<MenuVentana>& menus, const std::ve
 // A click on a button that is at work already would print twice.
 std::function<void()> VentanaLista::UnaVez(std::function<void()> hacer) {
   return [this, hacer = std::move(hacer)] {
-    const Ocupacion ocupacion(*this);
-    hacer();
+    {
+      const Ocupacion ocupacion(*this);
+      hacer();
+    }
+    Habilitar();  // what the work turned off while the window was kept
   };
 }
 
@@ -209,6 +232,14 @@ ComandoVentana VentanaLista::ComandoImprimir(const char* nombre) {
           .tecla = QKeySequence::Print,
           .si = [this] { return HayFilas(); },
           .hacer = UnaVez([this] { servicios_.Imprimir([this] { return Encabezado(true); }); })};
+}
+
+ComandoVentana VentanaLista::ComandoVistaPrevia() {
+  return {.nombre = "mnuVistaPrevia",
+          .texto = "&Vista previa...",
+          .icono = "vista-previa",
+          .si = [this] { return HayFilas(); },
+          .hacer = UnaVez([this] { servicios_.VistaPrevia([this] { return Encabezado(true); }, this); })};
 }
 
 ComandoVentana VentanaLista::ComandoSalir(const char* nombre) {
@@ -272,8 +303,27 @@ void VentanaLista::FijarImp(int tipo, const char* exito) {
   servicios_.FijarImp(tipo, exito);
 }
 
-void VentanaLista::ImprimirTexto(const std::string& texto) {
-  UnaVez([&] { servicios_.ImprimirTexto(texto); })();
+void VentanaLista::ImprimirTexto(const std::string& texto, const std::string& origen) {
+  UnaVez([&] { servicios_.ImprimirTexto(texto, origen); })();
+}
+
+// Pages are laid out behind the panel, which counts them and can be told to stop.
+void VentanaLista::ConPanel(const std::function<void(Progreso&)>& trabajo) {
+  bool cancelado = false;
+  QPushButton* cancelar = picInfo_->Boton("cmdCancelarPanel", QStringLiteral("&Cancelar"));
+  cancelar->show();
+  const auto conexion = connect(cancelar, &QPushButton::clicked, this, [&cancelado] { cancelado = true; });
+  const auto fin = qScopeGuard([this, cancelar, conexion] {
+    disconnect(conexion);
+    picInfo_->Detallar({});
+    cancelar->hide();
+  });
+  OpcionesOcupacion opciones = AlTrabajar();
+  opciones.siguen.push_back(cancelar);
+  opciones.al_cancelar = [&cancelado] { cancelado = true; };
+  const Ocupacion ocupacion(*this, opciones);
+  ProgresoEnPanel progreso(*picInfo_, cancelado);
+  trabajo(progreso);
 }
 
 // --- Beside the list -------------------------------------------------------------------------------------------------

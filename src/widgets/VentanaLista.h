@@ -62,6 +62,7 @@ class VentanaLista : public QDialog {
   ComandoVentana ComandoExportar(const char* nombre);
   ComandoVentana ComandoConfigurarImpresora(const char* nombre);
   ComandoVentana ComandoImprimir(const char* nombre);
+  ComandoVentana ComandoVistaPrevia();
   ComandoVentana ComandoSalir(const char* nombre);
   // The buttons of the toolbar that order by the first column as text, that open the help, and that explain a control.
   ComandoVentana ComandoOrdenar(bool ascendente);
@@ -84,8 +85,9 @@ class VentanaLista : public QDialog {
 
   // What the .imp export writes from now on (0 events, 1 data), and says then.
   void FijarImp(int tipo, const char* exito);
-  // Prints a text that isn't the list and is aligned with blanks, in the way of the list.
-  void ImprimirTexto(const std::string& texto);
+  // Prints a text that isn't the list and is aligned with blanks, in the way of the list. `origen`: whose it is, as in
+  // EncabezadoLista.
+  void ImprimirTexto(const std::string& texto, const std::string& origen = {});
 
   // A panel that stands in the place of the list. "picInfo", which asks to wait, is there already.
   PanelAviso* Panel(const char* nombre, const char* texto);
@@ -125,6 +127,7 @@ class VentanaLista : public QDialog {
   QAction* NuevaAccion(const ComandoVentana& comando);
   QMenu* NuevoMenu(const MenuVentana& menu, QMenu* madre);
   static QList<QWidget*> Alcanzables(QWidget* parte);
+  void ConPanel(const std::function<void(Progreso&)>& trabajo);
   void OrdenarTab();
   void AgregarVer();
   QWidget* Centro();

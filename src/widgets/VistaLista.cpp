@@ -3,10 +3,11 @@
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
-#include <QHeaderView>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QScopeGuard>
+#include <QScopedValueRollback>
 #include <QShortcut>
 #include <QStyledItemDelegate>
 #include <QTreeView>
@@ -20,6 +21,7 @@
 #include "widgets/Campos.h"
 #include "widgets/ModeloLista.h"
 #include "widgets/TextoQt.h"
+#include "widgets/TitulosLista.h"
 
 namespace utr {
 namespace {
@@ -29,7 +31,6 @@ constexpr std::size_t kMaximoConservado = 10000;
 constexpr int kLetrasALaVista = 60;  // of a cell at first; a double click on the border of the column shows all
 constexpr int kMargenCelda = 20;
 constexpr int kMargenRenglon = 6;
-constexpr int kMargenIcono = 28;
 constexpr int kEntreIconos = 2;
 constexpr int kAnchoMaximo = 4000;  // of a column
 
@@ -58,7 +59,21 @@ std::vector<std::pair<int, int>> LeerColumnas(const QStringList& disposicion, in
 // Cells with air around them.
 class Renglon : public QStyledItemDelegate {
  public:
-  using QStyledItemDelegate::QStyledItemDelegate;
+  explicit Renglon(QTreeView& arbol, const TitulosLista& titulos) : QStyledItemDelegate(&arbol), titulos_(titulos) {}
+
+  // The last column may be wider than its texts want: its numbers stand where its title does, on a ground of all of it.
+  void paint(QPainter* pintor, const QStyleOptionViewItem& opcion, const QModelIndex& indice) const override {
+    const int ancho = titulos_.AnchoDicho(indice.column());
+    QStyleOptionViewItem celda = opcion;
+    if (ancho < opcion.rect.width() && AlineadaADerecha(indice)) {
+      QStyleOptionViewItem fondo = opcion;
+      initStyleOption(&fondo, indice);
+      fondo.text.clear();
+      opcion.widget->style()->drawControl(QStyle::CE_ItemViewItem, &fondo, pintor, opcion.widget);
+      celda.rect.setWidth(ancho);
+    }
+    QStyledItemDelegate::paint(pintor, celda, indice);
+  }
 
   QSize sizeHint(const QStyleOptionViewItem& opcion, const QModelIndex& indice) const override {
     QSize tamano = QStyledItemDelegate::sizeHint(opcion, indice) + QSize(0, kMargenRenglon);
@@ -73,6 +88,13 @@ class Renglon : public QStyledItemDelegate {
     // Numbers stand clear of the column on their right.
     if (opcion->displayAlignment & Qt::AlignRight) opcion->text += QStringLiteral("  ");
   }
+
+ private:
+  static bool AlineadaADerecha(const QModelIndex& indice) {
+    return (indice.data(Qt::TextAlignmentRole).value<Qt::Alignment>() & Qt::AlignRight) != 0;
+  }
+
+  const TitulosLista& titulos_;
 };
 
 }  // namespace
@@ -81,7 +103,9 @@ VistaLista::VistaLista(Columnas columnas, QWidget* parent)
     : QWidget(parent),
       modelo_(new ModeloLista(std::move(columnas), this)),
       filtro_(new QLineEdit(this)),
-      arbol_(new QTreeView(this)) {
+      arbol_(new QTreeView(this)),
+      titulos_(new TitulosLista(arbol_)),
+      sin_aciertos_(new QLabel(arbol_->viewport())) {
   ArmarFiltro();
   ArmarArbol();
   ArmarAcciones();
@@ -126,16 +150,22 @@ void VistaLista::ArmarArbol() {
   arbol_->setAlternatingRowColors(true);
   arbol_->setSelectionMode(QAbstractItemView::ExtendedSelection);
   arbol_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-  arbol_->setItemDelegate(new Renglon(arbol_));
+  arbol_->setItemDelegate(new Renglon(*arbol_, *titulos_));
+  arbol_->setHeader(titulos_);
+  titulos_->setSectionsClickable(true);  // the view takes that away from a header that it is given
   arbol_->setModel(modelo_);
   arbol_->installEventFilter(this);
-  QHeaderView* titulos = arbol_->header();
-  titulos->setSectionsClickable(true);
-  titulos->setSectionsMovable(false);
-  titulos->setHighlightSections(false);
-  connect(titulos, &QHeaderView::sectionClicked, this,
+  sin_aciertos_->setObjectName(QStringLiteral("lblSinAciertos"));
+  sin_aciertos_->setTextFormat(Qt::PlainText);
+  sin_aciertos_->setAlignment(Qt::AlignCenter);
+  sin_aciertos_->setWordWrap(true);
+  sin_aciertos_->hide();
+  auto* medio = new QVBoxLayout(arbol_->viewport());
+  medio->addWidget(sin_aciertos_);
+  connect(modelo_, &QAbstractItemModel::modelReset, this, &VistaLista::DecirSinAciertos);
+  connect(titulos_, &QHeaderView::sectionClicked, this,
           [this](int columna) { ClicColumna(static_cast<std::size_t>(columna)); });
-  connect(titulos, &QHeaderView::sectionResized, this,
+  connect(titulos_, &QHeaderView::sectionResized, this,
           [this](int columna, int, int ancho) { AnotarAncho(columna, ancho); });
   connect(arbol_, &QTreeView::doubleClicked, this,
           [this](const QModelIndex& indice) { emit Activada(static_cast<std::size_t>(indice.row())); });
@@ -170,6 +200,7 @@ void VistaLista::Definir(Columnas columnas) {
 
 void VistaLista::Mostrar(TablaPtr tabla) {
   filtro_->clear();
+  if (orden_ && orden_->como_texto) QuitarOrden(false);
   const auto ajuste = qScopeGuard([this] { AjustarColumnas(); });
   modelo_->Cambiar([this, &tabla](ListaTabla& lista) {
     lista.Mostrar(std::move(tabla));
@@ -208,6 +239,17 @@ void VistaLista::Elegir(std::size_t posicion) {
   arbol_->scrollTo(indice);
 }
 
+void VistaLista::ElegirTodas(const std::function<bool(std::size_t fila)>& elegida) {
+  QItemSelection seleccion;
+  const int ultima = modelo_->columnCount() - 1;
+  for (std::size_t posicion = 0; posicion < Lista().Cantidad(); ++posicion) {
+    if (!elegida(Lista().Fila(posicion))) continue;
+    const int renglon = static_cast<int>(posicion);
+    seleccion.select(modelo_->index(renglon, 0), modelo_->index(renglon, ultima));
+  }
+  arbol_->selectionModel()->select(seleccion, QItemSelectionModel::ClearAndSelect);
+}
+
 void VistaLista::Ordenar(std::size_t columna, bool ascendente) {
   if (std::find(ajenas_.begin(), ajenas_.end(), columna) == ajenas_.end()) {
     columna_ordenada_ = columna;
@@ -226,8 +268,8 @@ void VistaLista::OrdenarComoTexto(std::size_t columna, bool ascendente) {
 void VistaLista::AplicarOrden(const OrdenLista& orden) {
   ascendente_ = !orden.descendente;
   orden_ = orden;
-  PonerIcono();
   Cambiar([&orden](ListaTabla& lista) { lista.Ordenar(orden); });
+  PonerIcono();
 }
 
 void VistaLista::QuitarOrden(bool ascendente) {
@@ -249,10 +291,22 @@ void VistaLista::RepetirOrden() {
 }
 
 void VistaLista::PonerIcono() {
-  QHeaderView* titulos = arbol_->header();
-  titulos->setSortIndicatorShown(columna_ordenada_.has_value());
-  titulos->setSortIndicator(columna_ordenada_ ? static_cast<int>(*columna_ordenada_) : -1,
-                            ascendente_ ? Qt::AscendingOrder : Qt::DescendingOrder);
+  const std::optional<std::size_t> cual = orden_ ? std::optional(orden_->columna) : columna_ordenada_;
+  titulos_->setSortIndicatorShown(cual.has_value());
+  titulos_->setSortIndicator(cual ? static_cast<int>(*cual) : -1,
+                             ascendente_ ? Qt::AscendingOrder : Qt::DescendingOrder);
+  const QScopedValueRollback<bool> ajustando(ajustando_, true);
+  if (cual) titulos_->DarLugar(static_cast<int>(*cual));
+}
+
+void VistaLista::DecirSinAciertos() {
+  const ListaTabla& lista = modelo_->Lista();
+  const bool ninguno = lista.Cantidad() == 0 && lista.Total() > 0;
+  sin_aciertos_->setVisible(ninguno);
+  sin_aciertos_->setText(ninguno
+                             ? QStringLiteral("Ningún renglón contiene \"%1\".\nEsc en el filtro los muestra todos.")
+                                   .arg(Q(lista.Filtro()))
+                             : QString());
 }
 
 // Rows keep their places in the table, so the current row and the selection are found again by them.
@@ -268,52 +322,39 @@ void VistaLista::Cambiar(const std::function<void(ListaTabla&)>& cambio) {
   }
   modelo_->Cambiar(cambio);
   if (fila_actual == kNinguna && elegidas.empty()) return;
-  QItemSelection seleccion;
-  QModelIndex nuevo_actual;
-  const int ultima = modelo_->columnCount() - 1;
-  for (std::size_t posicion = 0; posicion < lista.Cantidad(); ++posicion) {
-    const std::size_t fila = lista.Fila(posicion);
-    const int renglon = static_cast<int>(posicion);
-    if (fila_actual == fila) nuevo_actual = modelo_->index(renglon, 0);
-    if (elegidas.contains(fila)) seleccion.select(modelo_->index(renglon, 0), modelo_->index(renglon, ultima));
+  for (std::size_t posicion = 0; posicion < lista.Cantidad() && fila_actual != kNinguna; ++posicion) {
+    if (lista.Fila(posicion) != fila_actual) continue;
+    const QModelIndex nuevo = modelo_->index(static_cast<int>(posicion), 0);
+    arbol_->selectionModel()->setCurrentIndex(nuevo, QItemSelectionModel::NoUpdate);
+    arbol_->scrollTo(nuevo);
+    break;
   }
-  QItemSelectionModel* eleccion = arbol_->selectionModel();
-  if (nuevo_actual.isValid()) {
-    eleccion->setCurrentIndex(nuevo_actual, QItemSelectionModel::NoUpdate);
-    arbol_->scrollTo(nuevo_actual);
-  }
-  eleccion->select(seleccion, QItemSelectionModel::ClearAndSelect);
+  ElegirTodas([&elegidas](std::size_t fila) { return elegidas.contains(fila); });
 }
 
 void VistaLista::AjustarColumnas() {
-  ajustando_ = true;
-  const auto fin = qScopeGuard([this] { ajustando_ = false; });
+  const QScopedValueRollback<bool> ajustando(ajustando_, true);
   const ListaTabla& lista = modelo_->Lista();
-  // A last column of numbers would end far from its neighbour.
   const Columnas& columnas = lista.LasColumnas();
-  arbol_->header()->setStretchLastSection(columnas.empty() || columnas.back().orden != ClaseOrden::kNumero);
   const AnchoTexto celda(arbol_->fontMetrics());
-  const AnchoTexto titulo(arbol_->header()->fontMetrics());
   const int tope = kLetrasALaVista * arbol_->fontMetrics().averageCharWidth();
+  QList<int> anchos;
   for (std::size_t columna = 0; columna < columnas.size(); ++columna) {
-    int ancho = titulo(columnas[columna].titulo) + kMargenIcono;
     const int margen = kMargenCelda + (columna == 0 ? ancho_marca_ : 0);
+    int ancho = 0;
     for (const std::string_view texto : lista.TextosDistintos(columna)) ancho = std::max(ancho, celda(texto) + margen);
+    // The last column is what a long one ahead of it would push out of sight.
+    ancho = std::max(columna + 1 < columnas.size() ? std::min(ancho, tope) : ancho,
+                     titulos_->sectionSizeHint(static_cast<int>(columna)));
     const auto propio = anchos_propios_.find(static_cast<int>(columna));
-    if (conservar_anchos_ && propio != anchos_propios_.end()) {
-      ancho = propio->second;
-    } else if (columna + 1 < columnas.size()) {
-      ancho = std::min(ancho, tope);  // the last column is what a long one ahead of it would push out of sight
-    }
-    arbol_->setColumnWidth(static_cast<int>(columna), ancho);
+    anchos.append(conservar_anchos_ && propio != anchos_propios_.end() ? propio->second : ancho);
   }
+  titulos_->Decir(anchos);
 }
 
 // The last column takes the room that is left over, which is nobody's wish.
 void VistaLista::AnotarAncho(int columna, int ancho) {
-  const QHeaderView* titulos = arbol_->header();
-  const bool estirada = titulos->stretchLastSection() && titulos->visualIndex(columna) == titulos->count() - 1;
-  if (!ajustando_ && !estirada && ancho > 0) anchos_propios_[columna] = ancho;
+  if (!ajustando_ && !titulos_->Repartiendo() && ancho > 0) anchos_propios_[columna] = ancho;
 }
 
 void VistaLista::ConservarAnchos(bool si) {

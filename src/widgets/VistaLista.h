@@ -12,6 +12,7 @@
 #include "tables/Tabla.h"
 
 class QIcon;
+class QLabel;
 class QLineEdit;
 class QShortcut;
 class QTreeView;
@@ -19,13 +20,15 @@ class QTreeView;
 namespace utr {
 
 class ModeloLista;
+class TitulosLista;
 
 // The list of the system: a table's rows under titled columns, with a filter field over them.
 //
 // A click on a column title orders by that column and turns the order over at each click, the first one ascending; the
-// title then bears the icon of the order. Widths are fitted to titles and texts whenever a table is shown. Ctrl+F goes
-// to the filter field, which keeps the rows that hold the text in any column; Esc there empties it. Ctrl+C copies the
-// selected rows as tab-separated text, with the titles.
+// title then bears an arrow, up for ascending. Widths are fitted to titles and texts whenever a table is shown; the
+// last column takes the room that is left. Ctrl+F goes to the filter field, which keeps the rows that hold the text in
+// any column, and says where none does; Esc there empties it. Ctrl+C copies the selected rows as tab-separated text,
+// with the titles.
 class VistaLista : public QWidget {
   Q_OBJECT
 
@@ -36,9 +39,10 @@ class VistaLista : public QWidget {
   // Other columns, as many as before or not, without rows. The order in force stays where it has the column.
   void Definir(Columnas columnas);
 
-  // Shows the rows on show in the table, in the order last asked for, with the filter field emptied and the columns
-  // fitted. The table must not change or be closed while it is shown: empty the list first. A null table empties the
-  // list. Raises kCampo for a table without a field that a column needs; the list is empty then.
+  // Shows the rows on show in the table, in the order last asked for (but for an order by text, which lasts until
+  // then), with the filter field emptied and the columns fitted. The table must not change or be closed while it is
+  // shown: empty the list first. A null table empties the list. Raises kCampo for a table without a field that a column
+  // needs; the list is empty then.
   void Mostrar(TablaPtr tabla);
   void Vaciar();
 
@@ -54,9 +58,12 @@ class VistaLista : public QWidget {
   // Makes the row at that position current and the only one selected, and brings it into sight.
   void Elegir(std::size_t posicion);
 
-  // Orders by a column: by value as a click on its title does (the title gets the icon), or by its text without
-  // choosing a column, as the toolbar's two buttons do in some windows (no title bears an icon then). Current row and
-  // selection stay.
+  // Selects these rows, told by their identity in the table, and leaves the current row where it is.
+  void ElegirTodas(const std::function<bool(std::size_t fila)>& elegida);
+
+  // Orders by a column: by value as a click on its title does, or by its text without choosing a column, as the
+  // toolbar's two buttons do in some windows. The title bears the arrow either way, and says so where the texts of
+  // the column order otherwise than its values. Current row and selection stay.
   void Ordenar(std::size_t columna, bool ascendente);
   void OrdenarComoTexto(std::size_t columna, bool ascendente);
 
@@ -64,7 +71,7 @@ class VistaLista : public QWidget {
   // the table is said to stand, else ascending.
   void QuitarOrden(bool ascendente);
 
-  // The column whose title bears the icon.
+  // The column that was chosen to order by.
   std::optional<std::size_t> ColumnaOrdenada() const { return columna_ordenada_; }
 
   // The click on the title of a column, and the same on the column that bears the icon (nothing without one).
@@ -123,6 +130,7 @@ class VistaLista : public QWidget {
   void Cambiar(const std::function<void(ListaTabla&)>& cambio);
   void AplicarOrden(const OrdenLista& orden);
   void PonerIcono();
+  void DecirSinAciertos();
   void AjustarColumnas();
   void AnotarAncho(int columna, int ancho);
   void Copiar() const;
@@ -131,6 +139,8 @@ class VistaLista : public QWidget {
   QLineEdit* filtro_;
   QShortcut* buscar_ = nullptr;
   QTreeView* arbol_;
+  TitulosLista* titulos_;
+  QLabel* sin_aciertos_;
   std::optional<std::size_t> columna_ordenada_;
   std::optional<OrdenLista> orden_;
   bool ascendente_ = false;

@@ -12,13 +12,15 @@ namespace utr::prueba {
 class ImpresoraFalsa : public Impresora {
  public:
   std::vector<std::string> Nombres() override { return {"Oficina", "Laboratorio"}; }
-  void Imprimir(std::string_view nombre, std::string_view texto, LetraImpresion letra) override {
-    letras.push_back(letra);
-    trabajos.push_back(std::string(nombre) + ":" + std::string(texto));
+  bool Imprimir(const EleccionImpresora& eleccion, const DocumentoImpreso& documento, Progreso& progreso) override {
+    if (progreso.Cancelado()) return false;
+    documentos.push_back(documento);
+    trabajos.push_back(eleccion.nombre + ":" + documento.texto);
     if (falla) throw Error(482, "Imprimir", "Error de impresora");
+    return true;
   }
   std::vector<std::string> trabajos;
-  std::vector<LetraImpresion> letras;  // of each job
+  std::vector<DocumentoImpreso> documentos;  // of each job
   bool falla = false;
 };
 

@@ -14,6 +14,8 @@
 namespace utr {
 namespace {
 
+constexpr int kPorPulgada = 1200;
+
 struct Trazo {
   int pagina;
   QRectF lugar;
@@ -28,11 +30,12 @@ class MotorAnotador : public QPaintEngine {
   bool end() override { return true; }
   void updateState(const QPaintEngineState&) override {}
   void drawPixmap(const QRectF&, const QPixmap&, const QRectF&) override {}
+  void drawLines(const QLineF*, int) override {}
   void drawTextItem(const QPointF& punto, const QTextItem& texto) override {
     trazos.push_back({pagina,
                       QRectF(punto.x(), punto.y() - texto.ascent(), texto.width(), texto.ascent() + texto.descent()),
                       U(texto.text())});
-    puntos = texto.font().pointSizeF();
+    puntos = texto.font().pixelSize() * 72.0 / kPorPulgada;
   }
   Type type() const override { return QPaintEngine::User; }
 
@@ -43,7 +46,11 @@ class MotorAnotador : public QPaintEngine {
 
 class PapelAnotador : public QPdfWriter {
  public:
-  explicit PapelAnotador(QIODevice* salida) : QPdfWriter(salida) { setPageSize(QPageSize(QPageSize::A4)); }
+  explicit PapelAnotador(QIODevice* salida) : QPdfWriter(salida) {
+    setResolution(kPorPulgada);
+    setPageLayout(QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Portrait, QMarginsF(15, 15, 15, 15),
+                              QPageLayout::Millimeter));
+  }
   QPaintEngine* paintEngine() const override { return &motor; }
   bool newPage() override {
     ++motor.pagina;
@@ -56,9 +63,25 @@ class PruebaImpresora : public testing::Test {
  protected:
   PruebaImpresora() { salida.open(QIODevice::WriteOnly); }
 
-  int Dibujar(const std::string& texto) {
+  int Dibujar(DocumentoImpreso documento) {
     papel.motor.trazos.clear();
-    return DibujarDocumento(papel, texto, QGuiApplication::font());
+    papel.motor.pagina = 1;
+    return DibujarDocumento(papel, documento, QGuiApplication::font(), progreso);
+  }
+  int Dibujar(const std::string& texto) { return Dibujar(DocumentoImpreso{.texto = texto}); }
+
+  // The texts of a page from its top to its foot, those of one line from left to right.
+  std::vector<std::string> Pagina(int cual) const {
+    std::vector<Trazo> trazos;
+    for (const Trazo& trazo : papel.motor.trazos) {
+      if (trazo.pagina == cual) trazos.push_back(trazo);
+    }
+    std::stable_sort(trazos.begin(), trazos.end(), [](const Trazo& a, const Trazo& b) {
+      return std::pair(qRound(a.lugar.bottom()), a.lugar.x()) < std::pair(qRound(b.lugar.bottom()), b.lugar.x());
+    });
+    std::vector<std::string> textos;
+    for (const Trazo& trazo : trazos) textos.push_back(trazo.texto);
+    return textos;
   }
 
   // The first glyph run of each cell: runs of one line from left to right.
@@ -75,6 +98,7 @@ class PruebaImpresora : public testing::Test {
     }
   }
 
+  SinProgreso progreso;
   QBuffer salida;
   PapelAnotador papel{&salida};
 };
@@ -105,7 +129,7 @@ TEST_F(PruebaImpresora, TodoElTextoPasaALasPaginasQueHaganFalta) {
 TEST_F(PruebaImpresora, LasColumnasNoChocanPorAnchasQueSean) {
   Dibujar(Documento(3, "Nivel"));
   ExigirSinChoques();
-  EXPECT_GT(papel.motor.puntos, 6.5) << "ten ordinary columns are printed at a readable size";
+  EXPECT_GT(papel.motor.puntos, 6) << "ten ordinary columns are printed at a readable size";
   Dibujar(Documento(3, "Precipitación acumulada del pluviómetro de la estación meteorológica"));
   ExigirSinChoques();
   Dibujar(Documento(3, std::string(400, 'm')));
@@ -117,8 +141,48 @@ TEST_F(PruebaImpresora, LasColumnasNoChocanPorAnchasQueSean) {
 
 TEST_F(PruebaImpresora, UnaLineaEsUnaPagina) {
   EXPECT_EQ(Dibujar("Agenda"), 1);
-  ASSERT_EQ(papel.motor.trazos.size(), 1u);
-  EXPECT_EQ(papel.motor.puntos, 10);
+  EXPECT_EQ(Pagina(1), (std::vector<std::string>{"Agenda", "Página 1 de 1"}));
+}
+
+TEST_F(PruebaImpresora, CadaPaginaLlevaTitulosDeColumnaYPie) {
+  DocumentoImpreso documento{.texto = "Eventos\r\nFecha: hoy\r\nHora\tValor ",
+                             .titulo = "Eventos",
+                             .pie = "UTR 120  ·  Impreso: 15/03/2026 10:00:00",
+                             .titulos = 2,
+                             .numericas = {false, true}};
+  for (int i = 0; i < 150; ++i) documento.texto += "\r\n10:00\t" + std::to_string(i % 7 == 0 ? 5 : 12345);
+  const int paginas = Dibujar(documento);
+  ASSERT_GE(paginas, 3);
+  for (int pagina = 1; pagina <= paginas; ++pagina) {
+    std::vector<std::string> textos = Pagina(pagina);
+    if (pagina == 1) textos.erase(textos.begin(), textos.begin() + 2);
+    EXPECT_EQ(textos[0] + "|" + textos[1], "Hora|Valor") << pagina;
+    EXPECT_EQ(textos[2], "10:00") << "no line comes twice";
+    EXPECT_EQ(textos[textos.size() - 2], documento.pie);
+    EXPECT_EQ(textos.back(), "Página " + std::to_string(pagina) + " de " + std::to_string(paginas));
+  }
+  double derecha = 0;
+  for (const Trazo& trazo : papel.motor.trazos) {
+    if (trazo.texto != "5" && trazo.texto != "12345" && trazo.texto != "Valor") continue;
+    if (derecha == 0) derecha = trazo.lugar.right();
+    EXPECT_NEAR(trazo.lugar.right(), derecha, 8) << "numbers and their title end together: " << trazo.texto;
+  }
+}
+
+TEST_F(PruebaImpresora, CancelarNoImprimeNada) {
+  class Cancelador : public SinProgreso {
+   public:
+    explicit Cancelador(int cuando) : faltan(cuando) {}
+    bool Cancelado() override { return --faltan < 0; }
+    int faltan;
+  };
+  const DocumentoImpreso documento{.texto = Documento(500, "Nivel")};
+  for (const int cuando : {0, 1, 3}) {  // while it is measured, counted, drawn
+    Cancelador cancelador(cuando);
+    bool deshecho = false;
+    EXPECT_EQ(DibujarDocumento(papel, documento, QGuiApplication::font(), cancelador, [&] { deshecho = true; }), 0);
+    EXPECT_EQ(deshecho, cuando == 3) << "only what was begun is undone";
+  }
 }
 
 TEST(PruebaImpresoraReal, EscribeUnPdfYSinDispositivoNoHayPaginas) {
@@ -126,10 +190,12 @@ TEST(PruebaImpresoraReal, EscribeUnPdfYSinDispositivoNoHayPaginas) {
   QPrinter impresora(QPrinter::HighResolution);
   impresora.setOutputFormat(QPrinter::PdfFormat);
   impresora.setOutputFileName(Q((carpeta / "lista.pdf").string()));
-  EXPECT_GT(DibujarDocumento(impresora, Documento(200, "Nivel"), QGuiApplication::font()), 1);
+  SinProgreso nadie;
+  const DocumentoImpreso documento{.texto = Documento(200, "Nivel")};
+  EXPECT_GT(DibujarDocumento(impresora, documento, QGuiApplication::font(), nadie), 1);
   EXPECT_TRUE(prueba::LeerTodo(carpeta / "lista.pdf").starts_with("%PDF-"));
   impresora.setOutputFileName(Q((carpeta / "no" / "hay.pdf").string()));
-  EXPECT_EQ(DibujarDocumento(impresora, "x", QGuiApplication::font()), 0);
+  EXPECT_EQ(DibujarDocumento(impresora, documento, QGuiApplication::font(), nadie), 0);
 }
 
 }  // namespace

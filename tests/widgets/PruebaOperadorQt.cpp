@@ -8,8 +8,11 @@
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QTest>
 #include <QTimer>
+#include <QTreeView>
+#include <chrono>
 
 #include "support/Carpeta.h"
 #include "support/GuionVentanas.h"
@@ -269,6 +272,38 @@ TEST(PruebaOperadorQt, GuardarAgregaLaExtensionYPreguntaAntesDeReemplazar) {
     Pulsar(dialogo, "Guardar");
   });
   EXPECT_EQ(operador.ElegirGuardar(sin_carpeta), carpeta / "honda" / "dos.txt") << "the folder of the last file";
+}
+
+TEST(PruebaOperadorQt, LosArchivosSeVenConSuFechaElDiaPrimeroYLasCarpetasDelante) {
+  const prueba::Carpeta carpeta;
+  const auto momento = [](int dias) {
+    return std::filesystem::file_time_type::clock::now() - std::chrono::hours(24 * dias);
+  };
+  for (const auto& [nombre, dias] : {std::pair{"a.txt", 3}, {"b.txt", 40}, {"c.txt", 1}}) {
+    prueba::EscribirTodo(carpeta / nombre, "x");
+    std::filesystem::last_write_time(carpeta / nombre, momento(dias));
+  }
+  std::filesystem::create_directory(carpeta / "z");
+  OperadorQt operador;
+  PedidoArchivo pedido = Pedido(carpeta);
+  pedido.nombre = "propuesto.txt";
+  AlAbrirse([](QWidget* dialogo) {
+    EXPECT_EQ(U(dialogo->findChild<QLineEdit*>("fileNameEdit")->text()), "propuesto.txt");
+    auto* vista = dialogo->findChild<QTreeView*>("treeView");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return vista->model()->rowCount(vista->rootIndex()) == 4; }));
+    vista->sortByColumn(3, Qt::AscendingOrder);
+    std::string nombres;
+    for (int i = 0; i < 4; ++i) {
+      const QModelIndex fila = vista->model()->index(i, 0, vista->rootIndex());
+      nombres += U(fila.data().toString()) + " ";
+      EXPECT_TRUE(QRegularExpression("^\\d\\d/\\d\\d/\\d{4} \\d\\d:\\d\\d$")
+                      .match(fila.siblingAtColumn(3).data().toString())
+                      .hasMatch());
+    }
+    EXPECT_EQ(nombres, "z b.txt a.txt c.txt ");
+    Pulsar(dialogo, "Cancelar");
+  });
+  EXPECT_FALSE(operador.ElegirGuardar(pedido).has_value());
 }
 
 TEST(PruebaOperadorQt, UnDialogoCanceladoNoDaNada) {

@@ -5,12 +5,15 @@
 #include <QAbstractButton>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QPushButton>
+#include <QSpinBox>
 
 #include "base/Error.h"
 #include "support/GuionVentanas.h"
 #include "support/ModPrueba.h"
 #include "support/Tablas.h"
 #include "widgets/ServiciosLista.h"
+#include "widgets/TextoQt.h"
 #include "widgets/VistaLista.h"
 
 namespace utr {
@@ -218,6 +221,56 @@ TEST_F(PruebaServiciosLista, LaImpresoraSePideUnaVezYCadaCopiaEsUnTrabajo) {
   EXPECT_THAT(banco.impresora.trabajos, ElementsAre("Laboratorio:" + documento, "Laboratorio:" + documento));
   servicios.Imprimir(encabezado);
   EXPECT_EQ(banco.impresora.trabajos.size(), 4u);
+}
+
+TEST_F(PruebaServiciosLista, ElPapelDiceDeDondeYDeCuandoEs) {
+  Llenar();
+  banco.mod.eleccion_impresora = {"Oficina", 1};
+  banco.propiedades.Escribir(clave::kIdentificador, Propiedad{std::int64_t{120}}, Propiedad{std::int64_t{0}});
+  servicios.Imprimir(encabezado);
+  banco.mod.estacion = "Río Grande";
+  servicios.Imprimir(encabezado);
+  servicios.Imprimir([] { return EncabezadoLista{"Lista", {}, {}, "Archivo a.xml"}; });
+  servicios.ImprimirTexto("x");
+  const std::pair<const char*, const char*> esperados[] = {
+      {"Eventos de la UTR", "UTR 120  ·  Impreso: 15/03/2026 10:00:00"},
+      {"Eventos de la UTR", "Estación Río Grande, UTR 120  ·  Impreso: 15/03/2026 10:00:00"},
+      {"Lista", "Archivo a.xml  ·  Impreso: 15/03/2026 10:00:00"},
+      {"Eventos de la UTR", "Estación Río Grande, UTR 120  ·  Impreso: 15/03/2026 10:00:00"}};
+  for (std::size_t i = 0; i < std::size(esperados); ++i) {
+    EXPECT_EQ(banco.impresora.documentos[i].titulo, esperados[i].first);
+    EXPECT_EQ(banco.impresora.documentos[i].pie, esperados[i].second);
+  }
+  EXPECT_EQ(banco.impresora.documentos[0].titulos, 3u);
+  EXPECT_EQ(banco.impresora.documentos[2].titulos, 1u);
+  EXPECT_EQ(banco.impresora.documentos[3].titulos, std::nullopt);
+}
+
+TEST_F(PruebaServiciosLista, UnaImpresionCanceladaDejaLasCopiasQueFaltan) {
+  class Cancelador : public SinProgreso {
+    bool Cancelado() override { return ++preguntas_ > 1; }
+    int preguntas_ = 0;
+  } cancelador;
+  Llenar();
+  banco.mod.eleccion_impresora = {"Oficina", 3};
+  servicios.Enmarcar([&](const auto& trabajo) { trabajo(cancelador); });
+  servicios.Imprimir(encabezado);
+  EXPECT_EQ(banco.impresora.trabajos.size(), 1u);
+}
+
+TEST_F(PruebaServiciosLista, LaVistaPreviaMuestraLasPaginasYDesdeEllaSeImprime) {
+  GuionVentanas guion;
+  Llenar();
+  banco.mod.eleccion_impresora = {"Oficina", 1};
+  for (const char* boton : {"CmdCancel", "CmdOK"}) {
+    guion.Espera("DialogoVistaPrevia", [boton](QDialog& dialogo) {
+      EXPECT_EQ(U(dialogo.windowTitle()), "Vista previa: Eventos de la UTR");
+      EXPECT_EQ(U(Hallar<QSpinBox>(dialogo, "txtPagina").text()), "1 de 1");
+      Hallar<QPushButton>(dialogo, boton).click();
+    });
+    servicios.VistaPrevia(encabezado, &vista);
+  }
+  EXPECT_THAT(banco.impresora.trabajos, ElementsAre("Oficina:" + documento));
 }
 
 TEST_F(PruebaServiciosLista, NadaSeImprimeSinFilasSinEleccionNiSinImpresora) {

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QHeaderView>
+#include <QLabel>
 #include <QLineEdit>
 #include <QSignalSpy>
 #include <QTest>
@@ -71,13 +72,50 @@ TEST_F(PruebaVistaLista, UnTituloOrdenaPorValorYCadaClicLoInvierte) {
   EXPECT_EQ(vista.Arbol()->header()->sortIndicatorOrder(), Qt::AscendingOrder);
 }
 
-TEST_F(PruebaVistaLista, ElOrdenComoTextoNoLlevaIconoYElClicSiguienteLoInvierte) {
+TEST_F(PruebaVistaLista, ElOrdenComoTextoSeDiceYDuraHastaLaProximaLectura) {
   vista.Mostrar(Muestra());
   vista.OrdenarComoTexto(0, true);
   EXPECT_THAT(Columna(0), ElementsAre("01/02/2026", "02/01/2026", "05/01/2026", "10/12/2025"));
-  EXPECT_FALSE(vista.Arbol()->header()->isSortIndicatorShown());
+  const auto titulo = [this](int columna) {
+    return U(vista.Arbol()->model()->headerData(columna, Qt::Horizontal).toString());
+  };
+  EXPECT_TRUE(vista.Arbol()->header()->isSortIndicatorShown());
+  EXPECT_EQ(titulo(0), "Fecha (como texto)");
+  EXPECT_FALSE(vista.ColumnaOrdenada().has_value());
   ClicEnTitulo(0);
+  EXPECT_EQ(titulo(0), "Fecha");
   EXPECT_THAT(Columna(0), ElementsAre("01/02/2026", "05/01/2026", "02/01/2026", "10/12/2025"));
+  vista.OrdenarComoTexto(1, false);
+  EXPECT_EQ(titulo(1), "Canal") << "the order of a text is that of its letters";
+  vista.Mostrar(Muestra());
+  EXPECT_THAT(Columna(1), ElementsAre("EA1", "PLV", "EA2", "ED1"));
+  EXPECT_FALSE(vista.Arbol()->header()->isSortIndicatorShown());
+}
+
+TEST_F(PruebaVistaLista, LaUltimaColumnaTomaLoQueSobraYNuncaMenosQueLoSuyo) {
+  vista.Mostrar(Muestra());
+  QHeaderView* titulos = vista.Arbol()->header();
+  const auto borde = [titulos] { return titulos->sectionViewportPosition(2) + titulos->sectionSize(2); };
+  const auto ancho = [this] { return vista.Arbol()->viewport()->width(); };
+  EXPECT_EQ(borde(), ancho());
+  vista.resize(900, 300);
+  EXPECT_EQ(borde(), ancho());
+  titulos->resizeSection(0, 200);
+  EXPECT_EQ(borde(), ancho());
+  titulos->resizeSection(0, 2000);
+  EXPECT_GE(titulos->sectionSize(2), vista.Arbol()->fontMetrics().horizontalAdvance("10.000"));
+}
+
+TEST_F(PruebaVistaLista, UnFiltroSinAciertosLoDice) {
+  auto* aviso = vista.findChild<QLabel*>("lblSinAciertos");
+  vista.Vaciar();
+  EXPECT_FALSE(aviso->isVisible()) << "an empty list isn't the filter's doing";
+  vista.Mostrar(Muestra());
+  vista.CampoFiltro()->setText("zz");
+  EXPECT_TRUE(aviso->isVisible());
+  EXPECT_TRUE(aviso->text().contains("\"zz\""));
+  vista.CampoFiltro()->setText("EA");
+  EXPECT_FALSE(aviso->isVisible());
 }
 
 TEST_F(PruebaVistaLista, LaBarraRepiteElClicSoloDondeUnTituloLlevaIcono) {

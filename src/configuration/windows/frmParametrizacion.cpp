@@ -132,6 +132,7 @@ void frmParametrizacion::ArmarComandos() {
             ComandoGuardarCsv(),
             configurar,
             ComandoImprimir("mnuParamImprimir"),
+            ComandoVistaPrevia(),
             ComandoSalir("mnuParamSalir"),
             OrdenarPorLaFlecha(true),
             OrdenarPorLaFlecha(false),
@@ -239,7 +240,8 @@ void frmParametrizacion::ElegirCanal(std::int16_t canal) {
 }
 
 EncabezadoLista frmParametrizacion::Encabezado(bool) const {
-  return {"Canales de la UTR", {}};
+  const bool de_la_unidad = archivo_.empty() && lectura_.Fuente() == kFuenteUTR;
+  return {"Canales de la UTR", {}, {}, de_la_unidad ? std::string() : "Canales " + DeQuienSon()};
 }
 
 // --- Editing ---------------------------------------------------------------------------------------------------------

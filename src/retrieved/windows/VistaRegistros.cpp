@@ -59,8 +59,8 @@ void VistaRegistros::ComandosDeVista(const std::vector<MenuVentana>& menus, std:
   for (ComandoVentana& comando :
        std::vector{ComandoGuardar(nombres.guardar), ComandoGuardarCsv(), ComandoExportar(nombres.exportar),
                    ComandoConfigurarImpresora(nombres.configurar_impresora), ComandoImprimir(nombres.imprimir),
-                   ComandoSalir(nombres.salir), ComandoOrdenar(true), ComandoOrdenar(false), ComandoAyuda(),
-                   ComandoQueEsEsto()}) {
+                   ComandoVistaPrevia(), ComandoSalir(nombres.salir), ComandoOrdenar(true), ComandoOrdenar(false),
+                   ComandoAyuda(), ComandoQueEsEsto()}) {
     comandos.push_back(std::move(comando));
   }
   Comandos(menus, comandos, barra);
@@ -113,15 +113,15 @@ VistaRegistros::Periodo VistaRegistros::PeriodoElegido() const {
 }
 
 std::vector<std::string> VistaRegistros::LineasDesdeHasta() const {
-  return {"Desde: " + U(leido_.desde), "Hasta: " + U(leido_.hasta)};
+  return {"Desde: " + U(visto_.leido.desde), "Hasta: " + U(visto_.leido.hasta)};
 }
 
 std::string VistaRegistros::LineaFecha() const {
   return "Fecha: " + TextoFecha(mod_.reloj.Ahora());
 }
 
-QString VistaRegistros::TextoPeriodo(bool por_fechas) const {
-  if (por_fechas) return QStringLiteral("Desde: %1    Hasta: %2").arg(leido_.desde, leido_.hasta);
+QString VistaRegistros::TextoPeriodo(const Periodo& periodo, bool por_fechas) const {
+  if (por_fechas) return QStringLiteral("Desde: %1    Hasta: %2").arg(periodo.desde, periodo.hasta);
   return QStringLiteral("Leído: %1").arg(Q(TextoFechaHora(mod_.reloj.Ahora())));
 }
 
@@ -145,7 +145,7 @@ bool VistaRegistros::Leer(const PedidoLectura& pedido) {
     llegada = espera.Llamar([&] { fin = pedido.leer(); });
     if (!llegada) {
       Limpiar();
-      return Zona().Mostrar({picCancelada_});
+      return Ver({.panel = picCancelada_});
     }
     if (fin != FinLectura::kFechasAlReves) Visitas(mod_).Anotar();
     Listar(fin, pedido, periodo);
@@ -173,23 +173,45 @@ bool VistaRegistros::LeerAparte(const std::string& procedimiento, const std::fun
 void VistaRegistros::Listar(FinLectura fin, const PedidoLectura& pedido, const Periodo& periodo) {
   if (fin == FinLectura::kFechasAlReves) return;
   Limpiar();
-  leido_ = periodo;
-  Decir(lblPeriodo_, TextoPeriodo(pedido.por_fechas));
-  if (fin == FinLectura::kSinDatos) return Zona().Mostrar({pedido.sin_datos});
-  const Tabla& resultado = *Lector().Resultado();
-  // The list keeps the table for as long as it shows it, and asks for no mark of another one.
-  Lista().Marcar([marcas = MarcasRegistros(resultado)](std::size_t fila) { return PalabraDe(marcas.De(fila)); },
-                 IconoDe("aviso"));
-  Lista().Mostrar(Lector().Resultado());
-  Decir(lblCifras_, Q(TextoCifras(resultado, Canales())));
-  Decir(lblCantRegistros_, QString::fromUtf8(pedido.contador) + QString::number(Lista().Lista().Total()));
+  Visto visto;
+  visto.tabla = Lector().Resultado();
+  visto.leido = periodo;
+  visto.periodo = TextoPeriodo(periodo, pedido.por_fechas);
+  if (fin == FinLectura::kSinDatos) {
+    visto.panel = pedido.sin_datos;
+    return Ver(visto);
+  }
+  visto.cuenta = QString::fromUtf8(pedido.contador) + QString::number(visto.tabla->RecordCount());
+  visto.cifras = Q(TextoCifras(*visto.tabla, Canales()));
+  Ver(visto);
   Listado();
 }
 
-void VistaRegistros::Limpiar() {
-  Zona().Mostrar({});
+void VistaRegistros::Ver(const Visto& visto) {
   Lista().Vaciar();
-  for (QLabel* linea : {lblCantRegistros_, lblPeriodo_, lblCifras_}) Decir(linea, {});
+  visto_ = visto;
+  if (visto_.panel != nullptr) {
+    Zona().Mostrar({visto_.panel});
+  } else {
+    Zona().Mostrar({});
+    MostrarTabla();
+  }
+  Decir(lblCantRegistros_, visto_.cuenta);
+  Decir(lblPeriodo_, visto_.periodo);
+  Decir(lblCifras_, visto_.cifras);
+}
+
+void VistaRegistros::MostrarTabla() {
+  if (!visto_.tabla) return;
+  // The list keeps the table for as long as it shows it, and asks for no mark of another one.
+  Lista().Marcar([marcas = MarcasRegistros(*visto_.tabla)](std::size_t fila) { return PalabraDe(marcas.De(fila)); },
+                 IconoDe("aviso"));
+  Lista().Mostrar(visto_.tabla);
+  if (HayFilas()) Lista().Elegir(0);  // so that opening a record needs no click ahead of it
+}
+
+void VistaRegistros::Limpiar() {
+  Ver({});
   Vaciado();
 }
 

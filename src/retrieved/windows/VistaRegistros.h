@@ -62,7 +62,8 @@ class VistaRegistros : public VentanaLista {
   // Reads something that isn't for the list, in the same way.
   bool LeerAparte(const std::string& procedimiento, const std::function<void()>& leer);
 
-  // The list shows the rows of the reader, or none any more.
+  // A read brought the rows of the reader to the list, or took away what an earlier one had brought. Not when another
+  // frame's rows come back into sight.
   virtual void Listado() {}
   virtual void Vaciado() {}
 
@@ -92,18 +93,32 @@ class VistaRegistros : public VentanaLista {
   // The table of channels that goes with what is on show, or null.
   virtual const Tabla* Canales() const = 0;
   virtual const LectorRegistros& Lector() const = 0;
-  TablaPtr TablaDeImp() const override { return Lector().Resultado(); }
+  TablaPtr TablaDeImp() const override { return visto_.tabla; }
 
- private:
   // The texts of the pickers.
   struct Periodo {
     QString desde;
     QString hasta;
   };
 
+  // All that a read left on show, so that each of several frames may keep its own.
+  struct Visto {
+    TablaPtr tabla{};             // null: nothing was read
+    PanelAviso* panel = nullptr;  // why there is no list
+    QString cuenta{};
+    QString periodo{};
+    QString cifras{};
+    Periodo leido{};  // for documents
+  };
+  const Visto& LoVisto() const { return visto_; }
+  // Shows it in place of what is seen; the default is an empty list.
+  void Ver(const Visto& visto);
+
+ private:
   Periodo PeriodoElegido() const;
-  QString TextoPeriodo(bool por_fechas) const;
+  QString TextoPeriodo(const Periodo& periodo, bool por_fechas) const;
   void Listar(FinLectura fin, const PedidoLectura& pedido, const Periodo& periodo);
+  void MostrarTabla();
   void Limpiar();
 
   ModRTU& mod_;
@@ -115,7 +130,7 @@ class VistaRegistros : public VentanaLista {
   QDateTimeEdit* fin_ = nullptr;
   BarraPeriodos* periodos_ = nullptr;
   ControlesRecordados* recordar_ = nullptr;
-  Periodo leido_;  // of what is on show
+  Visto visto_;
 };
 
 }  // namespace utr

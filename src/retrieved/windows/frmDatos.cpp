@@ -217,15 +217,29 @@ void frmDatos::CargarCanales() {
 void frmDatos::MarcoElegido(int cual) {
   Accion(kMarcos[static_cast<std::size_t>(cual)])->setChecked(true);
   (cual == 0 ? traer_ : DatosInst_)->setDefault(true);
+  VerMarco(cual);
+}
+
+// Each frame has a list of its own, with its columns and its plot.
+void frmDatos::VerMarco(int cual) {
+  if (cual == marco_) return;
+  vistos_[static_cast<std::size_t>(marco_)] = LoVisto();
+  disposiciones_[static_cast<std::size_t>(marco_)] = Lista().Disposicion();
+  Ver({});
+  marco_ = cual;
+  Lista().QuitarOrden(false);
+  Lista().Definir(marco_ == 0 ? ColumnasDatos() : ColumnasInstantaneos());
+  Lista().Disponer(disposiciones_[static_cast<std::size_t>(marco_)]);
+  grafico_->setCurrentIndex(marco_);
+  Ver(vistos_[static_cast<std::size_t>(marco_)]);
 }
 
 void frmDatos::TraerDatos() {
+  hojas_->setCurrentIndex(0);
   PedidoLectura pedido;
   pedido.procedimiento = "cmd_Click";
   chkActualizar_->setChecked(false);  // the list is of the records now
   pedido.leer = [this] {
-    instantaneos_ = false;
-    Lista().Definir(ColumnasDatos());
     leido_ = {Desde(), Hasta(), U(Canales_->currentText()), CheckEscalados_->isChecked(), chkCartucho_->isChecked()};
     return lector_.TraerDatos(leido_);
   };
@@ -237,13 +251,10 @@ void frmDatos::TraerDatos() {
 }
 
 bool frmDatos::MostrarInstantaneos() {
+  hojas_->setCurrentIndex(1);
   PedidoLectura pedido;
   pedido.procedimiento = "DatosInst_Click";
-  pedido.leer = [this] {
-    instantaneos_ = true;
-    Lista().Definir(ColumnasInstantaneos());
-    return lector_.MostrarInstantaneos(OpEscalados_->isChecked(), chkNivelRef_->isChecked());
-  };
+  pedido.leer = [this] { return lector_.MostrarInstantaneos(OpEscalados_->isChecked(), chkNivelRef_->isChecked()); };
   pedido.sin_datos = PicSinDatosInst_;
   pedido.contador = kContador;
   return Leer(pedido);
@@ -271,20 +282,22 @@ void frmDatos::Turno() {
 // --- Beside the list -------------------------------------------------------------------------------------------------
 
 void frmDatos::Listado() {
-  if (instantaneos_) {
+  if (marco_ == 1) {
     grafico_->VerInstantaneos(*lector_.Resultado(), OpEscalados_->isChecked(), chkNivelRef_->isChecked());
   } else {
     grafico_->VerRegistros(*lector_.Resultado(), leido_);
   }
 }
 
+// What the other frame plotted stays, as its list does.
 void frmDatos::Vaciado() {
-  grafico_->Vaciar();
+  if (marco_ == 0) grafico_->Vaciar();
 }
 
 EncabezadoLista frmDatos::Encabezado(bool) const {
-  if (instantaneos_) return {"Datos instantáneos de la UTR", {LineaFecha()}};
-  return {"Datos históricos de la UTR", LineasDesdeHasta()};
+  if (marco_ == 1) return {"Datos instantáneos de la UTR", {LineaFecha()}};
+  return {"Datos históricos de la UTR", LineasDesdeHasta(),
+          "Datos " + U(Q(leido_.canal).section(QLatin1Char('_'), 0, 0))};
 }
 
 }  // namespace utr

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <QStringList>
+#include <array>
+
 #include "retrieved/windows/VistaRegistros.h"
 
 class QCheckBox;
@@ -42,6 +45,7 @@ class frmDatos : public VistaRegistros {
   void ActualizarSeguido(bool seguido);
   void Turno();
   void MarcoElegido(int cual);
+  void VerMarco(int cual);
 
   TablaPtr configuracion_;
   LectorDatos lector_;
@@ -60,8 +64,10 @@ class frmDatos : public VistaRegistros {
   QSpinBox* ActualizarCada_;
   QTimer* turno_;
   GraficoDeDatos* grafico_;
-  LectorDatos::Pedido leido_;  // the read of the records on show
-  bool instantaneos_ = false;  // what the list holds
+  LectorDatos::Pedido leido_;                 // of the historic records that were read last
+  int marco_ = 0;                             // whose list is on show
+  std::array<Visto, 2> vistos_;               // what each frame read last, while the other one is on show
+  std::array<QStringList, 2> disposiciones_;  // and how its columns stood
 };
 
 }  // namespace utr

@@ -58,7 +58,7 @@ frmVisualizador::frmVisualizador(ModRTU& mod, QWidget* parent)
   Armar(ArmarParametros(), {.cancelar = Boton("cmd", "&Cerrar"), .por_defecto = false}, kTamano, informe_, true);
   informe_->hide();
   cmdFile_->setFocus();
-  connect(informe_, &VistaInforme::ImprimirPedido, this, [this] { ImprimirTexto(informe_->Texto()); });
+  connect(informe_, &VistaInforme::ImprimirPedido, this, [this] { ImprimirTexto(informe_->Texto(), Origen()); });
 }
 
 QWidget* frmVisualizador::ArmarParametros() {
@@ -105,6 +105,7 @@ void frmVisualizador::ArmarComandos() {
             exportar,
             ComandoConfigurarImpresora("mnuPrintConfig"),
             ComandoImprimir("mnuPrint"),
+            ComandoVistaPrevia(),
             {.nombre = "mnuImprimirInforme",
              .texto = "Imprimir in&forme",
              .si = [this] { return !informe_->isHidden(); },
@@ -150,7 +151,10 @@ void frmVisualizador::Listar(ArchivoVisto visto) {
   Lista().QuitarOrden(false);
   visto_ = std::move(visto);
   Lista().Definir(visto_.columnas);
-  if (visto_.tabla->RecordCount() > 0) Lista().Mostrar(visto_.tabla);
+  if (visto_.tabla->RecordCount() > 0) {
+    Lista().Mostrar(visto_.tabla);
+    Lista().Elegir(0);
+  }
   const int tipo = visto_.de_eventos ? 0 : 1;
   FijarImp(tipo, kExitos[tipo]);
   Decir(lblCantRegistros_,
@@ -182,8 +186,13 @@ void frmVisualizador::VerInforme(const std::optional<InformeVisto>& informe) {
   Habilitar();
 }
 
+// What is seen may be of any station.
+std::string frmVisualizador::Origen() const {
+  return "Archivo " + ruta_.filename().string();
+}
+
 EncabezadoLista frmVisualizador::Encabezado(bool) const {
-  return {kVisualizador, {"Fecha: " + TextoFecha(mod_.reloj.Ahora())}};
+  return {kVisualizador, {"Fecha: " + TextoFecha(mod_.reloj.Ahora())}, ruta_.stem().string(), Origen()};
 }
 
 }  // namespace utr

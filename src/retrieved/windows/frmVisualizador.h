@@ -43,6 +43,7 @@ class frmVisualizador : public VentanaLista {
   void Listar(ArchivoVisto visto);
   void VerInforme(const std::optional<InformeVisto>& informe);
   void VerGrafico();
+  std::string Origen() const;
 
   ModRTU& mod_;
   ArchivoVisto visto_;  // its table is null while no file was opened

@@ -8,6 +8,7 @@
 #include <QTreeView>
 #include <QVBoxLayout>
 #include <limits>
+#include <set>
 
 #include "base/Texto.h"
 #include "schedule/AnotacionAgenda.h"
@@ -196,6 +197,7 @@ void frmAgendas::ArmarComandos() {
        ComandoGuardarCsv(),
        configurar,
        ComandoImprimir("mnuAgenPrint"),
+       ComandoVistaPrevia(),
        salir,
        ordenar(true),
        ordenar(false),
@@ -262,6 +264,8 @@ void frmAgendas::CargarColeccionAgenda(Tabla& tabla) {
 void frmAgendas::RecargarLista(bool ascendente) {
   const std::optional<std::size_t> actual = Lista().FilaActual();
   const std::string elegida = actual ? ClaveDe(*actual) : std::string();
+  std::set<std::string> elegidas;
+  for (const std::size_t posicion : Lista().FilasElegidas()) elegidas.insert(ClaveDe(posicion));
   const TablaPtr filas = horarios_.GetRecMembers();
   Lista().Vaciar();
   filas_ = filas;
@@ -275,6 +279,7 @@ void frmAgendas::RecargarLista(bool ascendente) {
   }
   Lista().Mostrar(filas);
   ElegirClave(elegida);
+  Lista().ElegirTodas([&](std::size_t fila) { return elegidas.contains(filas_->Filas().Texto(fila, 0)); });
   MostrarDuracion();
   Reflejar();
 }

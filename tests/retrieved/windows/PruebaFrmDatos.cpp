@@ -118,27 +118,35 @@ TEST_F(PruebaFrmDatos, LaInstantaneaVaciaTieneSuPanelYLaCortaSuMensaje) {
   EXPECT_THAT(Paneles(ventana), IsEmpty()) << "silence isn't an empty reading";
 }
 
-TEST_F(PruebaFrmDatos, ElTituloDelDocumentoSigueALaListaYNoAlMarco) {
-  driver.Devuelve("LeerInstantaneos", Instantaneos());
-  Pulsar(ventana, "DatosInst");
-  Elegir(ventana, "mnuDatHistoricos");
-  const auto ruta = banco.carpeta / "lista.txt";
-  operador.EsperaGuardar("Guardar como ...", ruta);
-  operador.Espera("La lista ha sido exportada con éxito");
-  Pulsar(ventana, "Save");
-  EXPECT_TRUE(prueba::LeerTodo(ruta).starts_with("Datos instantáneos de la UTR\r\nFecha: 15/03/2026\r\nFecha\tHora"));
-}
-
-TEST_F(PruebaFrmDatos, ElMenuCambiaDeMarcoYNadaSePierde) {
+TEST_F(PruebaFrmDatos, CadaMarcoTieneSuListaYSuDocumento) {
   driver.Devuelve("LeerDatos", Datos({{"", "00:10:00", "1", "1", "1", "1", "0", "0"}}));
+  driver.Devuelve("LeerInstantaneos", Instantaneos());
   Pulsar(ventana, "cmd(0)");
+  const std::string periodo = Texto(ventana, "lblPeriodo");
   Elegir(ventana, "mnuDatosInst");
   EXPECT_TRUE(Hijo<QWidget>(ventana, "DatosInst")->isVisible());
   EXPECT_FALSE(Hijo<QWidget>(ventana, "cmd(0)")->isVisible());
   EXPECT_TRUE(Hijo<QAction>(ventana, "mnuDatosInst")->isChecked());
-  Hijo<QTabWidget>(ventana, "fraDatos")->setCurrentIndex(0);
-  EXPECT_TRUE(Hijo<QAction>(ventana, "mnuDatHistoricos")->isChecked());
-  EXPECT_EQ(Filas(ventana).size(), 1u);
+  EXPECT_EQ(Filas(ventana).size(), 0u);
+  EXPECT_EQ(Texto(ventana, "lblPeriodo"), "");
+  EXPECT_FALSE(Hijo<QAction>(ventana, "mnuExportData")->isEnabled());
+  Pulsar(ventana, "DatosInst");
+  EXPECT_EQ(Filas(ventana).size(), 3u);
+  const std::pair<int, std::string> marcos[] = {
+      {0, "Datos históricos de la UTR\r\nDesde: 15/03/2026"},
+      {1, "Datos instantáneos de la UTR\r\nFecha: 15/03/2026\r\nFecha\tHora"}};
+  for (const auto& [marco, comienzo] : marcos) {
+    Hijo<QTabWidget>(ventana, "fraDatos")->setCurrentIndex(marco);
+    EXPECT_EQ(Filas(ventana).size(), marco == 0 ? 1u : 3u);
+    EXPECT_EQ(Texto(ventana, "lblPeriodo") == periodo, marco == 0);
+    const auto ruta = banco.carpeta / "lista.txt";
+    operador.EsperaGuardar("Guardar como ...", ruta);
+    operador.Espera("La lista ha sido exportada con éxito");
+    Pulsar(ventana, "Save");
+    EXPECT_TRUE(prueba::LeerTodo(ruta).starts_with(comienzo)) << prueba::LeerTodo(ruta);
+  }
+  EXPECT_EQ(operador.pedidos[0].nombre, "Datos EA01 15-03-2026 a 15-03-2026.txt");
+  EXPECT_EQ(operador.pedidos[1].nombre, "Datos instantáneos de la UTR 15-03-2026.txt");
 }
 
 TEST_F(PruebaFrmDatos, AbrirSigueALaListaYLoQueFaltaSeVeComoGuion) {
@@ -148,15 +156,13 @@ TEST_F(PruebaFrmDatos, AbrirSigueALaListaYLoQueFaltaSeVeComoGuion) {
   driver.Devuelve("LeerDatos", Datos({{"", "00:10:00", "1", "1", "1", "1", "0", "0"}, {"", "00:20:00", "1", "2"}}));
   Pulsar(ventana, "cmd(0)");
   EXPECT_TRUE(abrir->isEnabled());
-  abrir->trigger();  // no row is current: nothing opens
   guion.Espera("frmItemLista", [](QDialog& detalle) {
     EXPECT_EQ(U(detalle.windowTitle()), "Detalles: EA01");
     EXPECT_EQ(Texto(detalle, "lblDato(0)"), "14/03/2026");
     EXPECT_EQ(Texto(detalle, "lblColumna(4)"), "Valor : ");
     detalle.reject();
   });
-  Lista(ventana).Elegir(0);
-  abrir->trigger();
+  abrir->trigger();  // the first row is current behind a read
 }
 
 TEST_F(PruebaFrmDatos, ElFiltroDiceCuantasFilasSeVen) {

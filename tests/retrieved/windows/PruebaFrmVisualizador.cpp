@@ -156,7 +156,7 @@ TEST_F(PruebaFrmVisualizador, ElInformeSeVeSoloJuntoALoQueNombraYSeImprime) {
   Pulsar(ventana, "cmdImprimirInforme");
   Elegir(ventana, "mnuImprimirInforme");
   EXPECT_THAT(banco.impresora.trabajos, ElementsAre("Oficina:Recuperación\nrioEventos.xml", testing::_));
-  EXPECT_EQ(banco.impresora.letras.back(), LetraImpresion::kPareja) << "its columns are made with blanks";
+  EXPECT_EQ(banco.impresora.documentos.back().letra, LetraImpresion::kPareja) << "its columns are made with blanks";
 }
 
 TEST_F(PruebaFrmVisualizador, ElFiltroDeSiempreQuedaOculto) {
