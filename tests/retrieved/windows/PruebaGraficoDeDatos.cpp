@@ -3,6 +3,8 @@
 #include <QMenu>
 #include <QSpinBox>
 #include <QSplitter>
+#include <QStackedWidget>
+#include <QTabWidget>
 #include <QTimer>
 #include <QTimerEvent>
 
@@ -101,6 +103,30 @@ TEST_F(PruebaGraficoDeDatos, UnCanalSinDatosOQueFallaNoCambiaElGrafico) {
   Agregar(ventana, 0);
   EXPECT_EQ(Graficados(ventana).size(), 1U);
   EXPECT_EQ(Filas(ventana).size(), 3U);
+}
+
+TEST_F(PruebaGraficoDeDatos, CadaMarcoVuelveConSuGraficoSusCifrasYSusColumnas) {
+  const auto ir_a = [this](int marco) { Hijo<QTabWidget>(ventana, "fraDatos")->setCurrentIndex(marco); };
+  auto* grafico = Hijo<QStackedWidget>(ventana, "GraficoDeDatos");
+  Pulsar(ventana, "cmd(0)");
+  Agregar(ventana, 0);
+  const std::string cifras = Texto(ventana, "lblCifras");
+  Lista(ventana).Ordenar(1, false);
+  const QStringList columnas = Lista(ventana).Disposicion();
+  driver.Devuelve("LeerInstantaneos", Instantaneos("2048"));
+  Pulsar(ventana, "DatosInst");
+  const auto puntos = [grafico] { return grafico->findChild<MiniCurvas*>()->Curvas().Curvas().at(0).puntos.size(); };
+  EXPECT_EQ(puntos(), 1U);
+  EXPECT_EQ(grafico->currentIndex(), 1);
+  EXPECT_EQ(Texto(ventana, "lblCifras"), "");
+  ir_a(0);
+  EXPECT_EQ(grafico->currentIndex(), 0);
+  EXPECT_EQ(Graficados(ventana).size(), 2U) << "the channel that was added came from the unit";
+  EXPECT_EQ(Texto(ventana, "lblCifras"), cifras);
+  EXPECT_EQ(Lista(ventana).Disposicion(), columnas);
+  ir_a(1);
+  EXPECT_EQ(grafico->currentIndex(), 1);
+  EXPECT_EQ(puntos(), 1U) << "nothing was read";
 }
 
 TEST_F(PruebaGraficoDeDatos, LosEventosDelPeriodoConUnaSolaLectura) {
