@@ -302,13 +302,15 @@ std::string frmBitacora::DiaEnPalabras() const {
   return asientos_.empty() ? "-" : TextoFecha(asientos_.front().momento);
 }
 
+// Plots are of this run: they belong to no earlier visit and to no journal from elsewhere.
 InformeVisita frmBitacora::Informe() const {
+  const bool de_hoy = archivo_.empty() && dia_ == Dia(mod_.reloj.Ahora());
   return {.estacion = NombreDeEstacion(),
           .dia = DiaEnPalabras(),
           .impreso = TextoFechaHora(mod_.reloj.Ahora()),
           .datos = Datos(),
           .asientos = asientos_,
-          .figuras = figuras_};
+          .figuras = de_hoy ? figuras_ : std::vector<FiguraInforme>{}};
 }
 
 void frmBitacora::ImprimirInforme() {

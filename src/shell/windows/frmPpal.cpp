@@ -3,6 +3,7 @@
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QProcess>
+#include <QStringList>
 #include <QVBoxLayout>
 #include <QWhatsThis>
 #include <optional>
@@ -318,7 +319,9 @@ void frmPpal::MostrarBitacora() {
   std::vector<FiguraInforme> figuras;
   if (mod_.graficos != nullptr) {
     for (const auto& [ventana, grafico] : mod_.graficos->Todos()) {
-      figuras.push_back({U(grafico.titulo + ", " + grafico.periodo), grafico.pintar});
+      QStringList titulo{grafico.titulo, grafico.estacion, grafico.periodo};
+      titulo.removeAll(QString());
+      figuras.push_back({U(titulo.join(", ")), grafico.pintar});
     }
   }
   frmBitacora(mod_, std::move(figuras), this).exec();
