@@ -89,7 +89,7 @@ TablaPtr LecturaConfiguracion::LeerDeLaUTR() {
 }
 
 ResultadoRespaldo LecturaConfiguracion::Guardar(const Tabla& tabla, MotivoRespaldo motivo) {
-  const ResultadoRespaldo resultado = respaldos_.Guardar(tabla, motivo);
+  ResultadoRespaldo resultado = respaldos_.Guardar(tabla, motivo);
   const std::string fin = !resultado.Guardado() ? "[" + resultado.falla + "]"
                           : resultado.repetido  ? "ya estaba guardado"
                                                 : std::string(asiento::kHecho);

@@ -336,7 +336,7 @@ std::vector<std::string> CanalesDeTabla(const Tabla& tabla) {
     if (indice >= vistos.size()) vistos.resize(indice + 1);
     if (vistos[indice]) continue;
     vistos[indice] = true;
-    const std::string canal = columna.De(fila);
+    const std::string& canal = columna.De(fila);
     if (!canal.empty() && nuevo(canal)) canales.push_back(canal);
   }
   return canales;
