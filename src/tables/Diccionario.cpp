@@ -53,7 +53,7 @@ std::size_t DispersionSinCaso::operator()(std::string_view texto) const noexcept
 
 bool IgualdadSinCaso::operator()(std::string_view a, std::string_view b) const noexcept {
   if (a.size() != b.size()) return false;
-  return std::memcmp(a.data(), b.data(), a.size()) == 0 || IgualSinCaso(a, b);
+  return a == b || IgualSinCaso(a, b);
 }
 
 Diccionario::Clave Diccionario::ClaveDe(std::string_view texto) noexcept {

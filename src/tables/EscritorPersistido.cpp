@@ -74,7 +74,7 @@ class Renglones {
   void Crudo(std::string_view texto) {
     if (texto.size() > buffer_.size() - usados_) Volcar();
     if (texto.size() > buffer_.size()) buffer_.resize(texto.size());
-    std::memcpy(buffer_.data() + usados_, texto.data(), texto.size());
+    texto.copy(buffer_.data() + usados_, texto.size());
     usados_ += texto.size();
     en_linea_ += texto.size();
   }

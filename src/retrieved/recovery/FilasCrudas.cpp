@@ -73,7 +73,7 @@ std::uint32_t& TextosCrudos::LugarDe(std::string_view texto) {
 
 std::uint32_t& TextosCrudos::LugarDeCorto(std::string_view texto) {
   std::uint64_t bytes = 0;
-  std::memcpy(&bytes, texto.data(), texto.size());
+  if (!texto.empty()) std::memcpy(&bytes, texto.data(), texto.size());
   const auto largo = static_cast<std::uint32_t>(texto.size());
   Ranura* ranura = &Buscar(bytes, largo);
   if (ranura->numero != 0) return ranura->numero;
