@@ -10,6 +10,7 @@
 #include <cstdio>
 
 #include "app/PuertosDelPrograma.h"
+#include "base/CarpetaPrograma.h"
 #include "base/Reloj.h"
 #include "driver/ComunicadorAnotado.h"
 #include "driver/ComunicadorElegido.h"
@@ -62,7 +63,7 @@ int main(int argc, char** argv) {
   QTranslator complemento;
   CargarCatalogo(complemento, "complemento_es");
 
-  const QString carpeta = QCoreApplication::applicationDirPath();
+  const QString carpeta = utr::Q(utr::CarpetaDeDatos().string());
   // Ahead of the driver, which must not touch the station of the instance that runs.
   utr::InstanciaUnica instancia(carpeta);
   if (!instancia.Tomar()) return 0;

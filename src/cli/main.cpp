@@ -1,9 +1,9 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <filesystem>
 #include <vector>
 
+#include "base/CarpetaPrograma.h"
 #include "base/Reloj.h"
 #include "console/Consola.h"
 
@@ -21,10 +21,8 @@ void OcuparDescriptores() {
 
 int main(int argc, char** argv) {
   OcuparDescriptores();
-  std::error_code falla;
-  const auto propio = std::filesystem::read_symlink("/proc/self/exe", falla);
   utr::RelojSistema reloj;
   const std::vector<std::string_view> argumentos(argv + 1, argv + argc);
   return utr::consola::Correr(argumentos,
-                              {.carpeta = propio.parent_path(), .version = ADMINUTR_VERSION, .reloj = reloj});
+                              {.carpeta = utr::CarpetaDeDatos(), .version = ADMINUTR_VERSION, .reloj = reloj});
 }

@@ -1,5 +1,6 @@
 #include "configuration/Catalogo.h"
 
+#include "base/CarpetaPrograma.h"
 #include "base/Texto.h"
 #include "configuration/Canales.h"
 #include "driver/Utilidades.h"
@@ -26,7 +27,8 @@ std::string Buscar(const TablaPtr& tabla, std::string_view id) {
 }  // namespace
 
 Catalogo::Catalogo(const std::filesystem::path& carpeta)
-    : parametros_(carpeta / "Parametros.xml"), unidades_(carpeta / "Unidades.xml") {}
+    : parametros_(ArchivoDelPrograma(carpeta, "Parametros.xml")),
+      unidades_(ArchivoDelPrograma(carpeta, "Unidades.xml")) {}
 
 bool Catalogo::CargarParametros() {
   Cargar(parametros_);

@@ -10,9 +10,9 @@
 
 namespace utr {
 
-// The two catalogue files beside the executable: names of measured parameters and of units by their id. Each is read
-// once, on first use, and kept. A file that is missing, empty or can't be understood leaves its table out: nothing is
-// raised, lists show their fixed entry and descriptions their fallback.
+// The two catalogue files of the program (ArchivoDelPrograma): names of measured parameters and of units by their id.
+// Each is read once, on first use, and kept. A file that is missing, empty or can't be understood leaves its table out:
+// nothing is raised, lists show their fixed entry and descriptions their fallback.
 class Catalogo {
  public:
   explicit Catalogo(const std::filesystem::path& carpeta);

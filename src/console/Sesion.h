@@ -20,7 +20,7 @@ namespace utr::consola {
 
 // Where a command line runs.
 struct Entorno {
-  std::filesystem::path carpeta;  // of the program: catalogues, book, logs
+  std::filesystem::path carpeta;  // where the program writes: book, logs, ports
   std::string version;
   Reloj& reloj;
   int salida = 1;   // descriptor of what was asked for

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "base/CarpetaPrograma.h"
 #include "base/Fechas.h"
 #include "base/Numeros.h"
 #include "base/Texto.h"
@@ -119,7 +120,7 @@ TablaPtr CrearRegistrosEventos() {
 }
 
 TablaPtr CargarEventos(const std::filesystem::path& carpeta) {
-  const std::filesystem::path ruta = carpeta / "Eventos.xml";
+  const std::filesystem::path ruta = ArchivoDelPrograma(carpeta, "Eventos.xml");
   auto tabla = std::make_shared<Tabla>();
   if (!ExisteArchivo(ruta) || !IgnorandoErrores([&] { tabla->Open(ruta); })) return nullptr;
   return tabla;

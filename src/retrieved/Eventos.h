@@ -15,7 +15,8 @@ namespace utr {
 // text.
 TablaPtr CrearRegistrosEventos();
 
-// The description table "Eventos.xml" in the folder of the executable; null when it is missing or can't be understood.
+// The description table "Eventos.xml" of the program (ArchivoDelPrograma); null when it is missing or can't be
+// understood.
 TablaPtr CargarEventos(const std::filesystem::path& carpeta);
 
 // "<code>#<name>#<label of value 1>#<label of value 2>", the code trimmed; "<code>#-#-#-" without a row or a table. The

@@ -4,6 +4,7 @@
 #include <fstream>
 #include <iterator>
 
+#include "base/CarpetaPrograma.h"
 #include "base/Error.h"
 #include "driver/Utilidades.h"
 
@@ -33,7 +34,7 @@ std::string LeerRegistrando(RegistroErrores& registro, const std::filesystem::pa
 std::string LeerArchivoPrograma(RegistroErrores& registro, const std::filesystem::path& carpeta,
                                 std::string_view nombre) {
   // The log names it so, whatever the file is.
-  return LeerRegistrando(registro, carpeta / nombre, "leyendo archivo de bkp");
+  return LeerRegistrando(registro, ArchivoDelPrograma(carpeta, nombre), "leyendo archivo de bkp");
 }
 
 std::string LeerArchivoBinario(RegistroErrores& registro, const std::filesystem::path& ruta) {

@@ -8,8 +8,8 @@
 
 namespace utr {
 
-// The whole content of a file in the folder of the executable, byte for byte; empty when there is no such file. A file
-// that can't be read is logged and raised.
+// The whole content of a file of the program (ArchivoDelPrograma), byte for byte; empty when there is no such file. A
+// file that can't be read is logged and raised.
 std::string LeerArchivoPrograma(RegistroErrores& registro, const std::filesystem::path& carpeta,
                                 std::string_view nombre);
 

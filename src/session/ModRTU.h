@@ -47,7 +47,7 @@ struct ModRTU {
   Diario& diario;                   // of what was done to the unit
   BitacoraVisita& bitacora;         // which keeps it
   Atender atender;                  // lets events of the interface run
-  std::filesystem::path carpeta;    // folder of the executable: settings, logs, catalogues, help
+  std::filesystem::path carpeta;    // where the program writes (CarpetaDeDatos)
   std::string nombre = "AdminUTR";  // name of the executable, without extension
   std::filesystem::path archivo_ayuda{};
   EleccionImpresora eleccion_impresora{};   // no name until one was chosen

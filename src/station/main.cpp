@@ -4,6 +4,7 @@
 #include <csignal>
 #include <iostream>
 
+#include "base/CarpetaPrograma.h"
 #include "base/Error.h"
 #include "driver/link/transport/Descriptor.h"
 #include "driver/simulated/server/Servidor.h"
@@ -30,9 +31,7 @@ void Advertir(std::string_view linea) {
 
 void Correr(const utr::simulada::Opciones& opciones) {
   const utr::enlace::Descriptor fin = SenialesDeFin();
-  std::error_code falla;
-  const auto propio = std::filesystem::read_symlink("/proc/self/exe", falla);
-  const auto modelo = opciones.control ? std::filesystem::path{} : propio.parent_path() / "UTRSimulada.toml";
+  const auto modelo = opciones.control ? std::filesystem::path{} : utr::CarpetaDelEjecutable() / "UTRSimulada.toml";
   const utr::simulada::Voces voces{Decir, Advertir};
   utr::simulada::Servidor servidor(opciones, modelo, voces);
   servidor.Correr(fin.Numero(), opciones.control ? STDIN_FILENO : -1, Decir);
@@ -46,6 +45,8 @@ int main(int argc, char** argv) {
     const auto opciones = utr::simulada::LeerOpciones(argumentos);
     if (opciones.ayuda) {
       std::cout << utr::simulada::Ayuda();
+    } else if (opciones.version) {
+      std::cout << "utr-estacion " ADMINUTR_VERSION "\n";
     } else {
       Correr(opciones);
     }

@@ -8,6 +8,7 @@
 #include <QTreeView>
 #include <QVBoxLayout>
 
+#include "base/CarpetaPrograma.h"
 #include "base/Numeros.h"
 #include "base/Texto.h"
 #include "configuration/Predefinidas.h"
@@ -155,7 +156,7 @@ int frmPredefinidas::CargarParametrizaciones(int IdDescripcionSensores) {
 bool frmPredefinidas::Elegir() {
   const auto elegido = mod_.operador.ElegirAbrir({.titulo = "Abrir parametrizaciones...",
                                                   .filtro = "Archivos de parametrización (*.ipf)|*.ipf",
-                                                  .carpeta = mod_.carpeta,
+                                                  .carpeta = CarpetaCon(mod_.carpeta, ".ipf"),
                                                   .nombre = {}});
   if (!elegido || !Abrir(*elegido)) return false;
   Usar(*elegido);

@@ -24,7 +24,7 @@ struct Entorno {
   Operador& operador;
   Reloj& reloj;
   Atender atender;
-  std::filesystem::path carpeta;            // folder of the executable
+  std::filesystem::path carpeta;            // where the program writes (CarpetaDeDatos)
   std::string nombre;                       // its name, without extension
   std::string aviso{};                      // what panel 1 of the status bar says at the beginning
   SituacionDelEnlace* situacion = nullptr;  // who is at the other end; none: the simulated station

@@ -8,6 +8,7 @@
 #include <QWhatsThis>
 #include <optional>
 
+#include "base/CarpetaPrograma.h"
 #include "configuration/Catalogo.h"
 #include "configuration/FilasDeCanales.h"
 #include "configuration/windows/MostrarConfiguracion.h"
@@ -337,7 +338,7 @@ void frmPpal::MostrarLibroEstaciones() {
 }
 
 void frmPpal::LanzarMandadero() {
-  const QString programa = Q((mod_.carpeta / "Mandadero.exe").string());
+  const QString programa = Q(ArchivoDelPrograma(mod_.carpeta, "Mandadero.exe").string());
   if (QProcess::startDetached(programa, {})) return;
   mod_.operador.Mostrar(
       {"La operación solicitada no puede ser completada", Titulo(), Icono::kCritico, Botones::kAceptar});

@@ -17,8 +17,10 @@ class Fallas;
 enum class Op : std::uint8_t;
 }  // namespace simulada
 
-// The contract over a simulated station. In `carpeta`, the folder of the executable, it keeps:
-//   UTRSimulada.toml     the scenario, read again at the next call whenever it has changed; optional
+// The contract over a simulated station. In `carpeta`, where the program writes, it keeps:
+//   UTRSimulada.toml     the scenario, read again at the next call whenever it has changed; optional, and the one that
+//   came
+//                        with an installed program stands in for it
 //   UTRSimulada.estado   what the unit remembers between runs; written after each change and at the end
 //   UTRSimulada.candado  taken for as long as the program runs, so that no two programs keep the same state
 //   Comunicador.log      one line a call

@@ -2,6 +2,7 @@
 
 #include <sys/stat.h>
 
+#include "base/CarpetaPrograma.h"
 #include "base/Error.h"
 
 namespace utr::simulada {
@@ -72,11 +73,16 @@ EstacionViva::Firma EstacionViva::FirmaDe(const std::string& ruta) {
 
 void EstacionViva::RevisarEscenario() {
   if (carpeta.empty()) return;
-  const Firma firma = FirmaDe(ruta_escenario_);
+  std::string ruta = ruta_escenario_;
+  Firma firma = FirmaDe(ruta);
+  if (!firma.hay) {  // that of the package, then
+    ruta = ArchivoDelPrograma(carpeta, archivos_.escenario).string();
+    firma = FirmaDe(ruta);
+  }
   if (firma == firma_) return;
   firma_ = firma;
   try {
-    std::string texto = LeerTextoEscenario(ruta_escenario_);
+    std::string texto = LeerTextoEscenario(ruta);
     Escenario nuevo = LeerEscenarioDeTexto(texto);
     if (EstaQuieto(nuevo)) Adoptar(std::move(nuevo), std::move(texto));
   } catch (...) {

@@ -24,6 +24,7 @@ Una estación de práctica al otro extremo de un cable: la UTR simulada en un pr
   --control                 obedece órdenes por la entrada estándar (para pruebas)
   --hora FECHA              con --control, la hora en la que comienza y se queda su reloj
   --ayuda                   muestra esto
+  --version                 muestra la versión
 
 Cada opción de línea puede repetirse. Sin ninguna: --tcp 1502 --linea COM4 --modem COM5.
 Termina con Ctrl+C y guarda su estado.
@@ -92,6 +93,8 @@ Opciones LeerOpciones(std::span<const std::string_view> argumentos) {
     const std::string_view nombre = argumentos[i];
     if (nombre == "--ayuda" || nombre == "--help" || nombre == "-h") {
       opciones.ayuda = true;
+    } else if (nombre == "--version") {
+      opciones.version = true;
     } else if (nombre == "--control") {
       opciones.control = true;
     } else {
@@ -102,7 +105,7 @@ Opciones LeerOpciones(std::span<const std::string_view> argumentos) {
       opcion->leer(opciones, argumentos[i]);
     }
   }
-  if (opciones.ayuda) return opciones;
+  if (opciones.ayuda || opciones.version) return opciones;
   if (opciones.hora && !opciones.control) Mal("--hora va con --control");
   if (opciones.carpeta.empty()) Mal("No se sabe en qué carpeta guardarse: falta --carpeta");
   const bool escucha =

@@ -26,6 +26,7 @@ struct Opciones {
   bool control = false;
   std::optional<FechaHora> hora;  // at which the clock stands from the beginning, with --control
   bool ayuda = false;
+  bool version = false;
 };
 
 // Reads the arguments behind the program's name. Without a listener among them the station has the usual ones: TCP
