@@ -1,9 +1,9 @@
 #pragma once
 
 #include <algorithm>
-#include <filesystem>
-#include <optional>
+#include <functional>
 #include <string>
+#include <utility>
 
 #include "app/Eleccion.h"
 #include "driver/CarpetaDeEstacion.h"
@@ -17,17 +17,15 @@ namespace utr {
 // the machine's devices, each with a number of its own.
 class PuertosDelPrograma : public ListaDePuertos {
  public:
-  PuertosDelPrograma(ComunicadorSimulado& simulado, NumerosDePuerto& numeros, Eleccion eleccion)
-      : simulado_(simulado), numeros_(numeros), eleccion_(eleccion) {}
+  // `avisar` is told what the operator should know of the numbers, when a list has brought it up.
+  PuertosDelPrograma(ComunicadorSimulado& simulado, NumerosDePuerto& numeros, Eleccion eleccion,
+                     std::function<void(const std::string&)> avisar)
+      : simulado_(simulado), numeros_(numeros), eleccion_(eleccion), avisar_(std::move(avisar)) {}
 
-  std::vector<PuertoSerie> Listar() override { return numeros_.Repartir(Simulados(), Dispositivos()); }
-
-  // The device of a number, to be opened now: none where it was a line of a station that has ended, whose name may lead
-  // to a terminal of somebody else.
-  std::optional<std::string> Dispositivo(int numero) const {
-    auto ruta = numeros_.De(numero);
-    if (ruta && EstacionDetenida(std::filesystem::path(*ruta).parent_path())) ruta.reset();
-    return ruta;
+  std::vector<PuertoSerie> Listar() override {
+    auto puertos = numeros_.Repartir(Simulados(), Dispositivos());
+    if (!numeros_.Aviso().empty()) avisar_(numeros_.Aviso());
+    return puertos;
   }
 
   // A port of the simulated station: one that it has, and that never was a device's.
@@ -59,6 +57,7 @@ class PuertosDelPrograma : public ListaDePuertos {
   ComunicadorSimulado& simulado_;
   NumerosDePuerto& numeros_;
   Eleccion eleccion_;
+  std::function<void(const std::string&)> avisar_;
 };
 
 }  // namespace utr

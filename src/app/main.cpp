@@ -44,7 +44,8 @@ utr::enlace::Avisos AvisosPara(utr::SituacionDelEnlace& situacion) {
                 situacion.PonerClase(de_practica ? utr::ClaseDeUnidad::kDePractica : utr::ClaseDeUnidad::kReal);
               },
           .trafico = [&situacion](const utr::enlace::Trafico& trafico) { situacion.PonerCuenta(CuentaDe(trafico)); },
-          .puerto = [&situacion](bool abierto) { situacion.PonerPuerto(abierto); }};
+          .puerto = [&situacion](bool abierto) { situacion.PonerPuerto(abierto); },
+          .fin_de_llamada = [&situacion] { situacion.PonerFinDeLlamada(); }};
 }
 
 }  // namespace
@@ -81,12 +82,13 @@ int main(int argc, char** argv) {
   utr::Bitacora bitacora(utr::Ruta(carpeta));
   utr::NumerosDePuerto numeros(utr::Ruta(carpeta) / "Puertos.toml");
   utr::enlace::TendidoDelEquipo tendido;
-  utr::PuertosDelPrograma puertos(simulado, numeros, *eleccion);
+  utr::PuertosDelPrograma puertos(simulado, numeros, *eleccion,
+                                  [&](const std::string& aviso) { situacion.PonerAviso(aviso); });
   utr::ComunicadorEnlace* por_linea = nullptr;
   utr::FallasPorLinea fallas(
       simulado, [&] { return por_linea->DePractica(); }, reloj, atender);
   utr::ComunicadorEnlace enlace({.tendido = tendido,
-                                 .dispositivos = [&](int numero) { return puertos.Dispositivo(numero); },
+                                 .dispositivos = [&](int numero) { return numeros.Abrible(numero); },
                                  .reloj = reloj,
                                  .atender = [&] { fallas.Atiende(); },
                                  .bitacora = bitacora,

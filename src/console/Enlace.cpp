@@ -36,11 +36,18 @@ PedidoEnlace Resolver(const PedidoEnlace& pedido, const fs::path& carpeta) {
   return resuelto;
 }
 
+// A device that was told by its name.
+std::string DispositivoLlamado(const std::string& dispositivo) {
+  if (!EstacionDetenida(fs::path(dispositivo).parent_path())) return dispositivo;
+  throw Error(error_enlace::kPuertoInexistente, kOrigen,
+              "La estación que tendió el puerto " + dispositivo + " no está en marcha");
+}
+
 // The device of a port's number: that which the program knows by it, else the line of a station on this machine.
 std::optional<std::string> DispositivoDe(const fs::path& carpeta, int numero) {
   const NumerosDePuerto numeros(carpeta / "Puertos.toml");
   if (!numeros.Aviso().empty()) throw Error(error::kArchivo, kOrigen, numeros.Aviso());
-  if (auto propio = numeros.De(numero)) return propio;
+  if (numeros.De(numero)) return numeros.Abrible(numero);
   const std::string nombre = "COM" + std::to_string(numero);
   for (const Dispositivo& linea : LineasDeEstacion(CarpetaDeEstacion())) {
     if (fs::path(linea.ruta).filename() == nombre) return linea.ruta;
@@ -51,7 +58,8 @@ std::optional<std::string> DispositivoDe(const fs::path& carpeta, int numero) {
 }  // namespace
 
 struct Enlace::Partes {
-  Partes(const PedidoEnlace& un_pedido, fs::path donde, Reloj& un_reloj, Atender atender, Bitacora& bitacora)
+  Partes(const PedidoEnlace& un_pedido, fs::path donde, Reloj& un_reloj, Atender atender, Bitacora& bitacora,
+         const std::function<void()>& de_practica)
       : carpeta(std::move(donde)), pedido(Resolver(un_pedido, carpeta)), reloj(un_reloj) {
     if (pedido.simulada) {
       driver = std::make_unique<ComunicadorSimulado>(carpeta, reloj, std::move(atender));
@@ -61,11 +69,15 @@ struct Enlace::Partes {
         .tendido = tendido,
         .dispositivos =
             [this](int numero) {
-              return pedido.dispositivo.empty() ? DispositivoDe(carpeta, numero) : std::optional(pedido.dispositivo);
+              return pedido.dispositivo.empty() ? DispositivoDe(carpeta, numero)
+                                                : std::optional(DispositivoLlamado(pedido.dispositivo));
             },
         .reloj = reloj,
         .atender = std::move(atender),
-        .bitacora = bitacora});
+        .bitacora = bitacora,
+        .avisos = {.identificada = [de_practica](bool si) {
+          if (si) de_practica();
+        }}});
     driver = std::make_unique<ComunicadorAnotado>(*linea, bitacora, reloj);
   }
 
@@ -95,8 +107,9 @@ struct Enlace::Partes {
   std::unique_ptr<Comunicador> driver;
 };
 
-Enlace::Enlace(const PedidoEnlace& pedido, fs::path carpeta, Reloj& reloj, Atender atender, Bitacora& bitacora)
-    : partes_(std::make_unique<Partes>(pedido, std::move(carpeta), reloj, std::move(atender), bitacora)) {}
+Enlace::Enlace(const PedidoEnlace& pedido, fs::path carpeta, Reloj& reloj, Atender atender, Bitacora& bitacora,
+               const std::function<void()>& de_practica)
+    : partes_(std::make_unique<Partes>(pedido, std::move(carpeta), reloj, std::move(atender), bitacora, de_practica)) {}
 
 Enlace::~Enlace() {
   IgnorandoErrores([this] { partes_->driver->Desconectar(); });

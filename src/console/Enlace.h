@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 
 #include "base/Reloj.h"
@@ -15,8 +16,10 @@ namespace utr::consola {
 class Enlace {
  public:
   // Opens nothing yet. Raises kLlamada for a station that the book doesn't have, kArchivo for a book that can't be
-  // read. `carpeta`: that of the program.
-  Enlace(const PedidoEnlace& pedido, std::filesystem::path carpeta, Reloj& reloj, Atender atender, Bitacora& bitacora);
+  // read. `carpeta`: that of the program. `de_practica` is called when a station over a wire has said that it is one to
+  // practise with.
+  Enlace(const PedidoEnlace& pedido, std::filesystem::path carpeta, Reloj& reloj, Atender atender, Bitacora& bitacora,
+         const std::function<void()>& de_practica);
   ~Enlace();  // closes it
   Enlace(const Enlace&) = delete;
   Enlace& operator=(const Enlace&) = delete;

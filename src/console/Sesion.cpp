@@ -19,7 +19,9 @@ Sesion::Sesion(const Entorno& entorno, const Opciones& opciones)
       progreso_(entorno.errores, entorno.reloj) {}
 
 void Sesion::Preparar() {
-  enlace_ = std::make_unique<Enlace>(opciones_.enlace, entorno_.carpeta, entorno_.reloj, Atencion(), bitacora_);
+  enlace_ = std::make_unique<Enlace>(opciones_.enlace, entorno_.carpeta, entorno_.reloj, Atencion(), bitacora_, [this] {
+    if (!std::exchange(de_practica_, true)) Avisar("Quien contesta es una estación de práctica");
+  });
 }
 
 void Sesion::Abrir() {

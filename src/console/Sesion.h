@@ -83,7 +83,8 @@ class Sesion {
   Catalogo catalogo_;
   ProgresoConsola progreso_;
   bool paciente_ = false;
-  int oidas_ = 0;  // interruptions that were acted on
+  int oidas_ = 0;             // interruptions that were acted on
+  bool de_practica_ = false;  // the operator was told so
   Fase fase_ = Fase::kArgumentos;
   std::unique_ptr<Enlace> enlace_;
 };

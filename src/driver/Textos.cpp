@@ -110,7 +110,8 @@ bool EsDireccionIP(std::string_view texto) {
   const auto partes = Separar(texto, '.');
   if (partes.size() != 4) return false;
   for (const std::string_view parte : partes) {
-    if (parte.size() > 3 || !LeerEnteroSolo(parte, 255)) return false;
+    // With a zero ahead some read it in base 8, and others not at all.
+    if ((parte.size() > 1 && parte.front() == '0') || !LeerEnteroSolo(parte, 255)) return false;
   }
   return true;
 }

@@ -46,7 +46,7 @@ struct Enlace {
 // Reads "9600,n,8,1", "9600n,8,1" and "192.168.0.1,n,8,1"; nothing for any other form.
 std::optional<Enlace> LeerEnlace(std::string_view texto);
 
-// True for four decimal numbers from 0 to 255 joined by ".".
+// True for four decimal numbers from 0 to 255 joined by ".", without zeros ahead of them.
 bool EsDireccionIP(std::string_view texto);
 
 }  // namespace utr

@@ -1,5 +1,7 @@
 #include "session/Conexion.h"
 
+#include <utility>
+
 #include "services/RegistroErrores.h"
 #include "session/AjustesEnlace.h"
 
@@ -28,7 +30,7 @@ void Conexion::MarcarConectado(bool conectado) {
 }
 
 void Conexion::OlvidarLlamada() {
-  en_llamada_ = false;
+  if (std::exchange(en_llamada_, false)) Avisar();
 }
 
 void Conexion::Conectar(std::string_view enlace, std::string_view puerto) {

@@ -34,7 +34,7 @@ class Conexion {
   void TomarDeAjustes();
   void FijarPorIP(bool por_ip);
   void MarcarConectado(bool conectado);
-  // A call that stood counts no more; the driver is not asked.
+  // A call that stood counts no more: it was lost, or is given up. The driver is not asked.
   void OlvidarLlamada();
 
   // Opens the link, in which no call stands then: `enlace` is the link settings text, `puerto` the serial or TCP port.

@@ -82,11 +82,11 @@ std::vector<Dispositivo> LineasDeEstacion(const std::filesystem::path& carpeta) 
   return lineas;
 }
 
-std::string NombreDuradero(const std::string& ruta, const std::filesystem::path& por_identidad) {
+std::string NombreDuradero(const std::string& ruta, const std::filesystem::path& enlaces) {
   std::error_code falla;
   const std::filesystem::path dispositivo = std::filesystem::canonical(ruta, falla);
   if (falla) return ruta;
-  for (std::filesystem::directory_iterator i(por_identidad, falla), fin; !falla && i != fin; i.increment(falla)) {
+  for (std::filesystem::directory_iterator i(enlaces, falla), fin; !falla && i != fin; i.increment(falla)) {
     std::error_code de_este;
     if (std::filesystem::canonical(i->path(), de_este) == dispositivo && !de_este) return i->path().string();
   }
@@ -181,6 +181,12 @@ std::vector<PuertoSerie> NumerosDePuerto::Repartir(std::span<const PuertoSerie> 
 std::optional<std::string> NumerosDePuerto::De(int numero) const {
   const auto par = dispositivos_.find(numero);
   return par == dispositivos_.end() ? std::nullopt : std::optional(par->second);
+}
+
+std::optional<std::string> NumerosDePuerto::Abrible(int numero) const {
+  auto ruta = De(numero);
+  if (ruta && EstacionDetenida(std::filesystem::path(*ruta).parent_path())) ruta.reset();
+  return ruta;
 }
 
 }  // namespace utr

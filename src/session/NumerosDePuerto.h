@@ -21,9 +21,9 @@ struct Dispositivo {
 // device that is there; none once that station has ended, however it did.
 std::vector<Dispositivo> LineasDeEstacion(const std::filesystem::path& carpeta);
 
-// The name of a device that stays with it when others are plugged in or out: the link in `por_identidad` (the system's
-// folder of such links) that leads to it, else the name itself.
-std::string NombreDuradero(const std::string& ruta, const std::filesystem::path& por_identidad);
+// The name of a device that stays with it when others are plugged in or out: the link in `enlaces` (one of the system's
+// folders of such links) that leads to it, else the name itself.
+std::string NombreDuradero(const std::string& ruta, const std::filesystem::path& enlaces);
 
 // Which device each port number stands for, from 1 to 10. A device that is seen for the first time takes the lowest
 // number that is free (of its own name, "COM4", where that one is) and keeps it: the pairs are kept in a file beside
@@ -40,6 +40,10 @@ class NumerosDePuerto {
 
   // The device of a number, at hand or not; nothing for a number that no device ever had.
   std::optional<std::string> De(int numero) const;
+
+  // The same, to be opened now: nothing also for a line of a station that has ended, whose name may lead to a terminal
+  // of somebody else.
+  std::optional<std::string> Abrible(int numero) const;
 
   // What the operator should know: that the file can't be read or written, or that no number is left. Empty: nothing.
   const std::string& Aviso() const noexcept { return aviso_; }

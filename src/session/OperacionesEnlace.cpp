@@ -27,6 +27,11 @@ bool Probar(ModRTU& mod, std::int32_t puerto, std::int32_t velocidad) {
   return responde;
 }
 
+// What the machine refused names its device, since a number alone doesn't say which one that is.
+std::string DetalleDe(const Error& falla) {
+  return falla.ErrorDelSistema() == 0 ? std::string() : ". " + falla.Descripcion();
+}
+
 void AvisarSinComandos(ModRTU& mod) {
   // Only a warning: a modem that needs no commands can be called all the same.
   mod.operador.Mostrar({"Debe especificar los comandos de inicialización del modem", "Atención", Icono::kExclamacion,
@@ -94,15 +99,18 @@ bool LlamarPorTelefono(ModRTU& mod, const EntradaEnlace& entrada, std::string_vi
 std::string AbrirPuerto(ModRTU& mod, std::string_view enlace, std::string_view puerto) {
   const std::optional<Error> falla = FallaDe([&] { mod.conexion.Conectar(enlace, puerto); });
   if (!falla || mod.conexion.PorIP()) return {};
-  return falla->Numero() == error::kPuertoEnUso ? "El puerto requerido se encuentra abierto"
-                                                : "Error en el puerto de comunicación";
+  return (falla->Numero() == error::kPuertoEnUso ? "El puerto requerido se encuentra abierto"
+                                                 : "Error en el puerto de comunicación") +
+         DetalleDe(*falla);
 }
 
 Mensaje MensajeDePuerto(const Error& falla, std::string_view titulo) {
   if (falla.Numero() == error::kPuertoEnUso) {
-    return {"El puerto requerido se encuentra en uso", std::string(titulo), Icono::kInformacion, Botones::kAceptar};
+    return {"El puerto requerido se encuentra en uso" + DetalleDe(falla), std::string(titulo), Icono::kInformacion,
+            Botones::kAceptar};
   }
-  return {"Error en el puerto de comunicación", std::string(titulo), Icono::kCritico, Botones::kAceptar};
+  return {"Error en el puerto de comunicación" + DetalleDe(falla), std::string(titulo), Icono::kCritico,
+          Botones::kAceptar};
 }
 
 TextosPanel InfoPanel(ModRTU& mod) {

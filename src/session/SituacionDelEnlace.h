@@ -39,6 +39,20 @@ class SituacionDelEnlace {
   }
   void AlCambiarElPuerto(std::function<void(bool abierto)> aviso) { aviso_de_puerto_ = std::move(aviso); }
 
+  // A call that stood over the line doesn't any more, however it ended.
+  void PonerFinDeLlamada() {
+    if (aviso_de_llamada_) aviso_de_llamada_();
+  }
+  void AlTerminarLaLlamada(std::function<void()> aviso) { aviso_de_llamada_ = std::move(aviso); }
+
+  // Something about ports that the operator should know; the last one is kept for whoever comes later.
+  void PonerAviso(const std::string& aviso) {
+    ultimo_aviso_ = aviso;
+    if (con_aviso_) con_aviso_(aviso);
+  }
+  const std::string& Aviso() const noexcept { return ultimo_aviso_; }
+  void AlAvisar(std::function<void(const std::string&)> con_aviso) { con_aviso_ = std::move(con_aviso); }
+
   // Who shows it; one at a time, none with an empty function. Told at each change, also in the middle of an operation.
   void AlCambiar(std::function<void()> aviso) { aviso_ = std::move(aviso); }
 
@@ -47,6 +61,9 @@ class SituacionDelEnlace {
   CuentaDeLinea cuenta_;
   std::function<void()> aviso_;
   std::function<void(bool)> aviso_de_puerto_;
+  std::function<void()> aviso_de_llamada_;
+  std::string ultimo_aviso_;
+  std::function<void(const std::string&)> con_aviso_;
 };
 
 // "Estación simulada", and the sentence that says more.

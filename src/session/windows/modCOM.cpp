@@ -12,7 +12,10 @@ std::vector<Dispositivo> DispositivosDelEquipo() {
   std::vector<Dispositivo> dispositivos;
   for (const QSerialPortInfo& puerto : QSerialPortInfo::availablePorts()) {
     const QString descripcion = puerto.description().isEmpty() ? QStringLiteral("Puerto serie") : puerto.description();
-    dispositivos.push_back({NombreDuradero(U(puerto.systemLocation()), "/dev/serial/by-id"), U(descripcion)});
+    // Adapters of a kind that have no serial number share their name by identity, and only where they are plugged in
+    // tells one from the other.
+    const char* enlaces = puerto.serialNumber().isEmpty() ? "/dev/serial/by-path" : "/dev/serial/by-id";
+    dispositivos.push_back({NombreDuradero(U(puerto.systemLocation()), enlaces), U(descripcion)});
   }
   return dispositivos;
 }

@@ -55,7 +55,7 @@ int Main::Correr(Apariencia* apariencia) {
   if (apariencia != nullptr) ventana.Vestir(*apariencia);
   if (situacion_ != nullptr) ventana.Seguir(*situacion_);
   ventana.Cargar();
-  ventana.Avisar(aviso_);
+  ventana.Avisar(aviso_.empty() && situacion_ != nullptr ? situacion_->Aviso() : aviso_);
   ventana.show();
   const int codigo = QApplication::exec();
   CerrarBitacora();

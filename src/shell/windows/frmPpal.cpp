@@ -83,6 +83,8 @@ frmPpal::~frmPpal() {
   if (situacion_ == nullptr) return;
   situacion_->AlCambiar({});
   situacion_->AlCambiarElPuerto({});
+  situacion_->AlTerminarLaLlamada({});
+  situacion_->AlAvisar({});
 }
 
 void frmPpal::Seguir(SituacionDelEnlace& situacion) {
@@ -94,6 +96,8 @@ void frmPpal::Seguir(SituacionDelEnlace& situacion) {
   };
   situacion.AlCambiar(mostrar);
   situacion.AlCambiarElPuerto([this](bool abierto) { mod_.conexion.MarcarConectado(abierto); });
+  situacion.AlTerminarLaLlamada([this] { mod_.conexion.OlvidarLlamada(); });
+  situacion.AlAvisar([this](const std::string& aviso) { Avisar(aviso); });
   mostrar();
 }
 

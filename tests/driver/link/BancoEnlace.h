@@ -55,10 +55,18 @@ class BancoEnlace : public Banco, private enlace::Tendido {
   }
 
   std::vector<bool> puertos;  // what the driver told of its port
+  int fines_de_llamada = 0;   // and of its calls
+  int aperturas = 0;          // of TCP connections that were tried
+  int aperturas_mudas = 0;    // of these, from now on, that nobody answers
 
   // Over TCP, what answers a request in place of the station; nothing leaves it to the station. For units that aren't
   // like ours.
   std::function<std::optional<protocolo::Bytes>(protocolo::VistaBytes pdu)> en_lugar;
+
+  // What the station says to a request, however it came.
+  std::optional<protocolo::Bytes> ContestarDeVeras(protocolo::VistaBytes pdu) {
+    return estacion_->unidad.Responder(protocolo::kUnicaUnidad, pdu, true);
+  }
 
   void Escenario(const std::string& texto) {
     const bool con_tiempos = texto.find("[tiempos]") != std::string::npos;
@@ -84,7 +92,8 @@ class BancoEnlace : public Banco, private enlace::Tendido {
                                       },
                                   .bitacora = bitacora_,
                                   .plazos = plazos,
-                                  .avisos = {.puerto = [this](bool abierto) { puertos.push_back(abierto); }}});
+                                  .avisos = {.puerto = [this](bool abierto) { puertos.push_back(abierto); },
+                                             .fin_de_llamada = [this] { ++fines_de_llamada; }}});
   }
 
  private:
@@ -152,7 +161,9 @@ class BancoEnlace : public Banco, private enlace::Tendido {
     return Tender<simulada::Extremo>(velocidad, simulada::ClaseDeLinea::kSerie);
   }
   std::unique_ptr<enlace::Linea> AbrirTcp(const std::string& adonde, int puerto_tcp) override {
-    if (adonde != direccion || std::to_string(puerto_tcp) != puerto_ip) {
+    ++aperturas;
+    const bool muda = aperturas_mudas > 0 && aperturas_mudas-- > 0;
+    if (muda || adonde != direccion || std::to_string(puerto_tcp) != puerto_ip) {
       Lanzar(error_enlace::kDireccionMuda, "BancoEnlace");
     }
     return Tender<simulada::Extremo>(0, simulada::ClaseDeLinea::kTcp);

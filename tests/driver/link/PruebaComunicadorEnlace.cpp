@@ -228,10 +228,42 @@ TEST_F(Enlace, LaLlamadaQueSeCortaSeDiceYNoSeMarcaDeNuevo) {
   banco.Escenario("[linea]\ncorta_despues = 1\n");
   EXPECT_EQ(NumeroDeError([&] { Driver().LeerDatos("", "", 0); }), error_enlace::kLineaPerdida);
   EXPECT_FALSE(Driver().EstadoEnlace());
+  EXPECT_TRUE(Driver().EstadoPuerto());
+  EXPECT_EQ(banco.fines_de_llamada, 1);
   banco.Escenario("");
+  const std::uint64_t antes = Pedidos();
   EXPECT_EQ(Driver().LeerFechaHora(), "") << "nobody dials but the operator";
+  EXPECT_EQ(Pedidos(), antes) << "behind the port there is a modem, which would take it for commands";
   EXPECT_TRUE(Driver().LlamarTelefono("4800", "ATZ"));
   EXPECT_NE(Driver().LeerFechaHora(), "");
+}
+
+TEST_F(Enlace, UnaConexionQueNoSaleSeVuelveAIntentar) {
+  PorTcp();
+  banco.aperturas_mudas = 2;
+  EXPECT_NE(Driver().LeerFechaHora(), "");
+  EXPECT_EQ(banco.aperturas, 3);
+  Driver().DireccionIP(banco.direccion_muda);
+  EXPECT_EQ(Driver().LeerFechaHora(), "");
+  EXPECT_EQ(banco.aperturas, 6);
+  EXPECT_EQ(Driver().LeerPagina("35", true), "");
+  EXPECT_EQ(banco.aperturas, 7) << "silence is the ordinary case there";
+  banco.aperturas_mudas = 2;
+  Driver().Conectar(banco.direccion + ",n,8,1", banco.puerto_ip);
+  EXPECT_EQ(banco.aperturas, 10);
+}
+
+// Whoever opens a device again may find there what it still had to say.
+TEST_F(Enlace, ElSilencioTrasUnaFaltaRigeAunqueSeConecteDeNuevo) {
+  banco.Conectar();
+  ASSERT_NE(Driver().LeerFechaHora(), "");
+  banco.Escenario("[equipo]\nmuda = true\n");
+  ASSERT_EQ(Driver().LeerPagina("35", true), "");
+  const std::int64_t falto = banco.reloj.Milisegundos();
+  banco.Escenario("");
+  banco.Conectar();
+  EXPECT_NE(Driver().LeerFechaHora(), "");
+  EXPECT_GE(banco.reloj.Milisegundos() - falto, banco.plazos.silencio);
 }
 
 TEST_F(Enlace, LaUnidadQueNoEsLaLlamadaNoSeToca) {

@@ -18,8 +18,9 @@ class LineaGuion : public Linea {
  public:
   explicit LineaGuion(RelojFalso& reloj) : reloj_(reloj) {}
 
-  Bytes espera;    // is heard before anything is asked
-  Bytes contesta;  // is heard after a request
+  Bytes espera;          // is heard before anything is asked
+  Bytes contesta;        // is heard after a request
+  bool derrama = false;  // and noise without end
   int pedidos = 0;
 
   bool Lista(int) override { return true; }
@@ -29,6 +30,11 @@ class LineaGuion : public Linea {
     return bytes.size();
   }
   std::size_t Recibir(Bytes& destino, int milisegundos) override {
+    if (derrama) {
+      reloj_.Adelantar(0.001);
+      destino.insert(destino.end(), 512, 0x55);
+      return 512;
+    }
     if (espera.empty()) {
       reloj_.Adelantar(std::max(milisegundos, 1) / 1000.0);
       return 0;
@@ -54,14 +60,16 @@ struct Charla {
     linea->contesta = protocolo::TramaRtu(120, Bytes{4, 2, 0, 7});
     conversacion = std::make_unique<Conversacion>(std::move(linea_propia), medio, 9600, espera, plazos, trafico);
   }
-  std::optional<Bytes> Intentar() {
-    return conversacion->Intentar({.direccion = 120, .pdu = Bytes(5, 4), .respuesta = 4, .es_suya = [](VistaBytes pdu) {
-                                     return pdu.size() == 4;
-                                   }});
+  std::optional<Bytes> Intentar(std::int64_t plazo = 0) {
+    return conversacion->Intentar(
+        {.direccion = 120, .pdu = Bytes(5, 4), .respuesta = 4, .plazo = plazo, .es_suya = [](VistaBytes pdu) {
+           return pdu.size() == 4 || pdu.size() == 2;
+         }});
   }
 
   RelojFalso reloj;
-  Espera espera{reloj, {}};
+  int cedidas = 0;
+  Espera espera{reloj, [this] { ++cedidas; }};
   Plazos plazos;
   Trafico trafico;
   LineaGuion* linea = nullptr;
@@ -90,6 +98,49 @@ TEST(Conversacion, LaLlamadaQueSeCortoEnSilencioSeDiceAntesDePedir) {
     } else {
       EXPECT_TRUE(c.Intentar()) << caso.ruido;
     }
+  }
+}
+
+// The interface lives on meanwhile, and the operation ends in silence.
+TEST(Conversacion, UnOtroQueNoCallaNuncaNoDetieneNada) {
+  for (const Medio medio : {Medio::kSerie, Medio::kLlamada, Medio::kTcp}) {
+    Charla c(medio);
+    c.linea->derrama = true;
+    const std::int64_t antes = c.reloj.Milisegundos();
+    EXPECT_FALSE(c.Intentar());
+    EXPECT_FALSE(c.Intentar()) << "what was missed could still come";
+    EXPECT_EQ(c.linea->pedidos, 2);
+    EXPECT_LE(c.reloj.Milisegundos() - antes, 40000);
+    EXPECT_GE(c.cedidas, (c.reloj.Milisegundos() - antes) / 100);
+  }
+}
+
+// It comes from the way to the unit, so that it says nothing of what there is; the unit's own answer may follow.
+TEST(Conversacion, LoQueDiceUnaPasarelaNoEsUnaRespuesta) {
+  const struct {
+    std::uint8_t excepcion;
+    bool de_la_unidad;
+  } casos[] = {{1, true}, {2, true}, {3, true}, {4, true}, {6, true}, {0x0A, false}, {0x0B, false}};
+  for (const Medio medio : {Medio::kSerie, Medio::kLlamada}) {
+    for (const auto& caso : casos) {
+      Charla c(medio);
+      c.linea->contesta = protocolo::TramaRtu(120, Bytes{0x84, caso.excepcion});
+      EXPECT_EQ(c.Intentar().has_value(), caso.de_la_unidad) << int{caso.excepcion};
+      const std::int64_t antes = c.reloj.Milisegundos();
+      c.conversacion->EsperarTurno();
+      const std::int64_t silencio = medio == Medio::kLlamada ? c.plazos.silencio_en_llamada : c.plazos.silencio;
+      EXPECT_EQ(c.reloj.Milisegundos() - antes >= silencio, !caso.de_la_unidad) << int{caso.excepcion};
+    }
+  }
+}
+
+TEST(Conversacion, UnPedidoConPlazoPropioNoEsperaElDeLaLinea) {
+  for (const std::int64_t plazo : {std::int64_t{0}, std::int64_t{2000}}) {
+    Charla c(Medio::kLlamada);
+    c.linea->contesta.clear();
+    const std::int64_t antes = c.reloj.Milisegundos();
+    EXPECT_FALSE(c.Intentar(plazo));
+    EXPECT_EQ(c.reloj.Milisegundos() - antes > 2100, plazo == 0);
   }
 }
 

@@ -22,8 +22,9 @@ class ModemGuion : public Linea {
   std::map<std::string, std::string> dice{{"AT", "OK\r\n"}, {"ATZ", "OK\r\n"}, {"ATH", "OK\r\n"}};
   bool con_dtr = false;
   bool mudo = false;
-  std::string recibido;  // all that was sent to it
-  std::string senial;    // changes of DTR
+  const char* derrama = "";  // what it says without end, if anything
+  std::string recibido;      // all that was sent to it
+  std::string senial;        // changes of DTR
 
   bool Lista(int) override { return true; }
   std::size_t Enviar(std::span<const std::uint8_t> bytes, int) override {
@@ -41,6 +42,7 @@ class ModemGuion : public Linea {
   }
   std::size_t Recibir(std::vector<std::uint8_t>& destino, int milisegundos) override {
     reloj_.Adelantar(std::max(milisegundos, 1) / 1000.0);
+    if (salida_.empty()) salida_ = derrama;
     const std::string trozo = salida_.substr(0, 3);
     salida_.erase(0, trozo.size());
     destino.insert(destino.end(), trozo.begin(), trozo.end());
@@ -100,6 +102,17 @@ TEST(Modem, UnComandoRechazadoOUnModemMudoNoMarcan) {
   const std::int64_t antes = e.reloj.Milisegundos();
   EXPECT_FALSE(e.modem.Llamar("4800", "ATZ"));
   EXPECT_LE(e.reloj.Milisegundos() - antes, 4000);
+}
+
+TEST(Modem, UnoQueHablaSinFinTerminaEnSuPlazo) {
+  for (const char* dice : {"basura", "RING\r\n", "BUSY\r\n"}) {
+    Escena e;
+    e.linea.mudo = true;
+    e.linea.derrama = dice;
+    const std::int64_t antes = e.reloj.Milisegundos();
+    EXPECT_FALSE(e.modem.Llamar("4800", "ATZ")) << dice;
+    EXPECT_LE(e.reloj.Milisegundos() - antes, 5000) << dice;
+  }
 }
 
 // What a modem says of the call that was given up isn't the fate of the next one.

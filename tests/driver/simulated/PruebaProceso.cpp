@@ -242,6 +242,8 @@ TEST(OpcionesDeLaEstacion, SeLeenOSeRechazan) {
   for (const Argumentos& malas : {Argumentos{"--tcp"},
                                   {"--tcp", "70000"},
                                   {"--tcp", "1.2.3:1"},
+                                  {"--tcp", "127.000.000.001:1502"},
+                                  {"--tcp", "010.0.0.1:1502"},
                                   {"--tcp", "502x"},
                                   {"--linea", "COM0"},
                                   {"--linea", "COM11"},

@@ -4,6 +4,7 @@
 
 #include "base/Error.h"
 #include "driver/ErroresDeEnlace.h"
+#include "driver/link/protocol/Pdu.h"
 #include "driver/link/transport/Modem.h"
 
 namespace utr::enlace {
@@ -11,13 +12,24 @@ namespace utr::enlace {
 namespace {
 
 constexpr std::int64_t kBitsPorByte = 10;
-constexpr std::int64_t kVecesSilencio = 5;      // after which a line that never falls silent is spoken on all the same
-constexpr std::int64_t kHuecosPorTrama = 4;     // that a frame may have
-constexpr std::int32_t kPeorVelocidad = 300;    // between two modems, whatever the port's is
-constexpr std::uint8_t kBitDeExcepcion = 0x80;  // in the function of an answer
-constexpr std::size_t kEnvolturaRtu = 3;        // bytes around a PDU
+constexpr std::int64_t kVecesSilencio = 5;    // after which a line that never falls silent is spoken on all the same
+constexpr std::int64_t kHuecosPorTrama = 4;   // that a frame may have
+constexpr std::int32_t kPeorVelocidad = 300;  // between two modems, whatever the port's is
+constexpr std::size_t kEnvolturaRtu = 3;      // bytes around a PDU
 constexpr std::size_t kMayorCrudo = 4096;
-constexpr std::size_t kLargoDelAviso = 10;  // "NO CARRIER"
+constexpr std::size_t kMayorRuido = 256 * 1024;  // bytes ahead of a request; who sends more doesn't wait to be asked
+constexpr std::size_t kLargoDelAviso = 10;       // "NO CARRIER"
+
+bool EsExcepcion(const Bytes& pdu) {
+  return (pdu.front() & protocolo::kBitDeExcepcion) != 0;
+}
+
+// It comes from the way to the unit: the unit itself has said nothing.
+bool EsDelCamino(const Bytes& pdu) {
+  return EsExcepcion(pdu) && pdu.size() == 2 &&
+         (pdu[1] == static_cast<std::uint8_t>(protocolo::Excepcion::kSinCamino) ||
+          pdu[1] == static_cast<std::uint8_t>(protocolo::Excepcion::kUnidadMuda));
+}
 
 }  // namespace
 
@@ -43,6 +55,7 @@ std::int64_t Conversacion::Hueco() const {
 // Until the first byte of the answer may come. Of a call the modems' speed isn't known: they take the request at once
 // and may be long in sending it.
 std::int64_t Conversacion::Plazo(const Pedido& pedido) const {
+  if (pedido.plazo != 0) return pedido.plazo;
   const std::int64_t minimo = pedido.escribe ? plazos_.escritura : 0;
   if (medio_ == Medio::kTcp) return std::max(plazos_.tcp, minimo);
   if (medio_ == Medio::kLlamada) return std::max(plazos_.llamada, minimo) + TiempoDe(pedido.pdu.size());
@@ -51,21 +64,29 @@ std::int64_t Conversacion::Plazo(const Pedido& pedido) const {
 
 // What is dropped may be a modem that says that the call has ended while nobody spoke.
 void Conversacion::EsperarTurno() {
-  const std::int64_t silencio = medio_ == Medio::kLlamada ? plazos_.silencio_en_llamada : plazos_.silencio;
+  const std::int64_t silencio = Silencio();
   const std::int64_t tope = espera_.Ahora() + kVecesSilencio * silencio;
-  Bytes ruido;
-  const auto desechar = [&] {
+  std::size_t desechados = 0;
+  const auto desechar = [&](Bytes ruido) {
+    desechados += ruido.size();
     Acumular(ruido);
-    ruido.clear();
     if (medio_ == Medio::kLlamada) BuscarFinDeLlamada({});
   };
+  // What has arrived already. A peer that pours without end is spoken to all the same.
+  const auto vaciar = [&] {
+    for (Bytes ruido; desechados < kMayorRuido && linea_->Recibir(ruido, 0) > 0; ruido.clear()) {
+      desechar(ruido);
+      espera_.Ceder();
+    }
+  };
   crudo_.clear();
-  while (linea_->Recibir(ruido, 0) > 0) desechar();
+  vaciar();
   while (espera_.Ahora() < std::min(callar_hasta_, tope)) {
+    Bytes ruido;
     if (espera_.Recibir(*linea_, ruido, std::min(callar_hasta_, tope))) callar_hasta_ = espera_.Ahora() + silencio;
-    desechar();
+    desechar(std::move(ruido));
   }
-  while (linea_->Recibir(ruido, 0) > 0) desechar();
+  vaciar();
   callar_hasta_ = 0;
 }
 
@@ -80,10 +101,13 @@ void Conversacion::Enviar(const Pedido& pedido) {
   espera_.Enviar(*linea_, trama, espera_.Ahora() + Plazo(pedido));
 }
 
+std::int64_t Conversacion::Silencio() const {
+  return medio_ == Medio::kLlamada ? plazos_.silencio_en_llamada : plazos_.silencio;
+}
+
 // From a missed answer on the line is left alone for as long as it may still bring it.
 void Conversacion::Fallar() {
-  const std::int64_t silencio = medio_ == Medio::kLlamada ? plazos_.silencio_en_llamada : plazos_.silencio;
-  callar_hasta_ = espera_.Ahora() + silencio;
+  callar_hasta_ = espera_.Ahora() + Silencio();
   gastada_ = medio_ == Medio::kTcp;
 }
 
@@ -93,15 +117,21 @@ std::optional<Bytes> Conversacion::Intentar(const Pedido& pedido) {
     Enviar(pedido);
     auto respuesta = Escuchar(pedido);
     if (!respuesta) Fallar();
-    if (respuesta && medio_ != Medio::kTcp && (respuesta->front() & kBitDeExcepcion) != 0) {
-      // It says nothing of what it answers, so that a second copy would refuse the next request.
-      callar_hasta_ = espera_.Ahora() + Hueco();
-    }
+    if (respuesta && EsExcepcion(*respuesta)) return Sopesada(*std::move(respuesta));
     return respuesta;
   } catch (...) {
     Fallar();
     throw;
   }
+}
+
+// An exception. On a serial line it says nothing of what it answers, so that a second copy would refuse the next
+// request; and behind that of a gateway the unit's own answer may still come.
+std::optional<Bytes> Conversacion::Sopesada(Bytes excepcion) {
+  const bool del_camino = EsDelCamino(excepcion);
+  if (medio_ != Medio::kTcp) callar_hasta_ = espera_.Ahora() + (del_camino ? Silencio() : Hueco());
+  if (del_camino) return std::nullopt;
+  return excepcion;
 }
 
 // The next frame that answers the request, if it is there; frames that answer something else are dropped.

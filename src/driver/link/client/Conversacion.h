@@ -30,6 +30,7 @@ struct Pedido {
   Bytes pdu;
   std::size_t respuesta = 0;  // length of the PDU that is expected at the most
   bool escribe = false;
+  std::int64_t plazo = 0;  // milliseconds for its answer, in place of what the line has for all; 0: those
   std::function<bool(VistaBytes)> es_suya;  // whether a PDU answers it, exceptions included
 };
 
@@ -40,15 +41,21 @@ class Conversacion {
   Conversacion(std::unique_ptr<Linea> linea, Medio medio, std::int32_t velocidad, Espera& espera, const Plazos& plazos,
                Trafico& trafico);
 
-  // Sends the request once and gives the PDU of its answer; nothing when none came in time. Raises what the line and
-  // the wait raise, and kLineaPerdida when a modem says that the call has ended.
+  // Sends the request once and gives the PDU of its answer; nothing when none came in time, or when a gateway says that
+  // the unit behind it gave it none. Raises what the line and the wait raise, and kLineaPerdida when a modem says that
+  // the call has ended.
   std::optional<Bytes> Intentar(const Pedido& pedido);
 
-  // Waits until the line may be spoken on. Raises as Intentar does.
+  // Waits until the line may be spoken on, or for so long that it never will be any better. Raises as Intentar does.
   void EsperarTurno();
 
   // A connection that can't be used any more, for an answer may still come on it or what came made no sense.
   bool Gastada() const { return gastada_; }
+
+  // Until when an answer that was missed may still come in, by the clock; 0: there is none. Whoever opens the same line
+  // again hands it on.
+  std::int64_t CallarHasta() const { return callar_hasta_; }
+  void CallarHasta(std::int64_t momento) { callar_hasta_ = momento; }
 
   Linea& Canal() { return *linea_; }
   void PonerMedio(Medio medio) { medio_ = medio; }
@@ -61,7 +68,9 @@ class Conversacion {
   void Enviar(const Pedido& pedido);
   std::optional<Bytes> Escuchar(const Pedido& pedido);
   std::optional<Bytes> Hallar(const Pedido& pedido);
+  std::int64_t Silencio() const;
   void Fallar();
+  std::optional<Bytes> Sopesada(Bytes excepcion);
   void Acumular(VistaBytes bytes);
   void BuscarFinDeLlamada(VistaBytes bytes);
 

@@ -18,6 +18,7 @@ using paginas::VistaPagina;
 
 namespace {
 
+constexpr const char* kOrigen = "Comunicador";
 constexpr std::uint16_t kRegistrosDeCabeza = 5;
 constexpr int kPilas = 9;
 
@@ -57,8 +58,9 @@ TablaPtr ComunicadorEnlace::Interior::LeerCanales() {
   resumen_.reset();
   pilas_.clear();
   const auto imagen = unidad.LeerImagen(archivo::kCanales);
-  const auto filas = imagen ? LeerImagenDeCanales(*imagen) : std::nullopt;
-  if (!filas) return nullptr;
+  if (!imagen) return nullptr;
+  const auto filas = LeerImagenDeCanales(*imagen);
+  if (!filas) throw Error(error_enlace::kOtraVersion, kOrigen, "La UTR da una tabla de canales que no se entiende");
   TablaPtr tabla = TablaDeCanales(filas->filas);
   resumen_ = ResumenDe(*imagen);
   for (const TablaPtr canal = tabla->Clone(); !canal->Eof(); canal->MoveNext()) {
@@ -69,21 +71,30 @@ TablaPtr ComunicadorEnlace::Interior::LeerCanales() {
   return tabla;
 }
 
-std::optional<int> ComunicadorEnlace::Interior::PilaDe(int canal, const Resumen& resumen) {
-  if (resumen_ != resumen) LeerCanales();
+// Without the table nobody knows where the channel's records are; none of them would read as "no data".
+std::optional<int> ComunicadorEnlace::Interior::PilaDe(int canal, const std::optional<Resumen>& resumen) {
+  const bool a_mano = resumen && resumen_ == resumen;
+  if (!a_mano && !LeerCanales()) {
+    throw Error(error_enlace::kLecturaNegada, kOrigen, "La UTR no da su tabla de canales");
+  }
   const auto pila = pilas_.find(canal);
   return pila == pilas_.end() ? std::nullopt : std::optional(pila->second);
 }
 
-// All that a read of records begins with, in one request. Nothing: the unit doesn't have that memory.
+// In one request where the unit takes it, else what can be had of it. Nothing: the unit doesn't have that memory.
 std::optional<ComunicadorEnlace::Interior::Cabezas> ComunicadorEnlace::Interior::LeerCabezas(CualMemoria memoria) {
   const std::uint16_t anillos = memoria == CualMemoria::kFlash ? registro::kAnillos : registro::kAnillosDelCartucho;
   const enlace::Leido leido = unidad.LeerArchivos({{archivo::kRegistros, anillos, kRegistrosDeCabezales},
                                                    {archivo::kCanales, 0, kRegistrosDeCabeza},
                                                    {archivo::kRegistros, registro::kReloj, kLargoDeReloj}});
-  if (!leido.Bien()) return std::nullopt;
-  return Cabezas{enlace::CabezalesDe(RegistrosDe(leido.partes[0])), LeerCabeza(leido.partes[1]).value_or(Resumen{}),
-                 LeerReloj(RegistrosDe(leido.partes[2]))};
+  if (leido.Bien()) {
+    return Cabezas{enlace::CabezalesDe(RegistrosDe(leido.partes[0])), LeerCabeza(leido.partes[1]),
+                   LeerReloj(RegistrosDe(leido.partes[2]))};
+  }
+  const auto solos = enlace::LeerCabezalesDe(unidad, memoria);
+  if (!solos) return std::nullopt;
+  const auto reloj = unidad.LeerRegistros(registro::kReloj, kLargoDeReloj);
+  return Cabezas{*solos, std::nullopt, reloj ? LeerReloj(*reloj) : std::nullopt};
 }
 
 TablaPtr ComunicadorEnlace::Interior::LeerDatos(CualMemoria memoria, std::string_view desde, std::string_view hasta,

@@ -15,7 +15,7 @@
 namespace utr {
 
 // What every operation does around its own work: it keeps others off the line, begins anew for Cancelar, and turns the
-// silence of the unit into what its contract says.
+// silence of the unit, or a read that it refuses, into what its contract says.
 struct ComunicadorEnlace::Interior {
   explicit Interior(Partes partes);
 
@@ -24,7 +24,7 @@ struct ComunicadorEnlace::Interior {
   template <class Hacer>
   auto EnTurno(Hacer hacer, bool olvida = true) -> decltype(hacer());
 
-  // The same for what asks the unit: `silencio` is the result when it doesn't answer.
+  // The same for what asks the unit and tells by its result that it failed: `silencio` is that result.
   template <class Resultado, class Hacer>
   Resultado Preguntar(Resultado silencio, Hacer hacer, bool olvida = true);
 
@@ -35,14 +35,15 @@ struct ComunicadorEnlace::Interior {
   bool Entregar(protocolo::Codigo codigo, const Tabla& tabla);
 
   // The stack of a channel (1 to 23) as the unit's table of channels has it, which is read when another one is at hand
-  // than that of `resumen`.
-  std::optional<int> PilaDe(int canal, const protocolo::Resumen& resumen);
+  // than that of `resumen`; nothing for a channel without one. Raises kLecturaNegada for a unit that
+  // doesn't give the table.
+  std::optional<int> PilaDe(int canal, const std::optional<protocolo::Resumen>& resumen);
   TablaPtr LeerCanales();
 
-  // The pages of a ring, decoded into `filas` by what it does with a page.
+  // What a read of records begins with: the heads of the rings, which table of channels the unit has, its clock.
   struct Cabezas {
     protocolo::Cabezales anillos;
-    protocolo::Resumen canales;
+    std::optional<protocolo::Resumen> canales;
     std::optional<FechaHora> reloj;
   };
   std::optional<Cabezas> LeerCabezas(enlace::CualMemoria memoria);
@@ -53,9 +54,11 @@ struct ComunicadorEnlace::Interior {
   TablaPtr LeerPendientes();
   std::string LeerPaginaFlash(int pista, int pagina);
 
-  // Tells of the port once an operation has left it open or closed.
-  void AvisarPuerto() {
+  // Tells of the port once an operation has left it open or closed, and of a call that doesn't stand any more.
+  void AvisarCamino() {
     const bool habia = std::exchange(habia_puerto_, via.HayPuerto());
+    const bool en_llamada = std::exchange(habia_llamada_, via.EnLlamada());
+    if (en_llamada && !habia_llamada_ && partes.avisos.fin_de_llamada) partes.avisos.fin_de_llamada();
     if (habia != habia_puerto_ && partes.avisos.puerto) partes.avisos.puerto(habia_puerto_);
   }
 
@@ -76,6 +79,7 @@ struct ComunicadorEnlace::Interior {
   std::optional<protocolo::Resumen> resumen_;              // of the table whose stacks are at hand
   std::map<int, int> pilas_;                               // by channel
   bool habia_puerto_ = false;
+  bool habia_llamada_ = false;
 };
 
 template <class Hacer>
@@ -86,7 +90,7 @@ auto ComunicadorEnlace::Interior::EnTurno(Hacer hacer, bool olvida) -> decltype(
     ~Turno() {
       interior.en_curso = false;
       interior.unidad.Terminar();
-      interior.AvisarPuerto();
+      interior.AvisarCamino();
     }
     Turno(const Turno&) = delete;
     Turno& operator=(const Turno&) = delete;
@@ -105,7 +109,7 @@ Resultado ComunicadorEnlace::Interior::Preguntar(Resultado silencio, Hacer hacer
         try {
           return hacer();
         } catch (const Error& falla) {
-          if (falla.Numero() != error::kSinRespuesta) throw;
+          if (falla.Numero() != error::kSinRespuesta && falla.Numero() != error_enlace::kLecturaNegada) throw;
           return silencio;
         }
       },

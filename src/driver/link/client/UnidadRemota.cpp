@@ -30,17 +30,42 @@ bool EsReinicio(Codigo codigo) {
   return codigo == Codigo::kReinicio || codigo == Codigo::kReinicioDePuesta;
 }
 
-// While it stands, nothing that waits can be cancelled.
+// While it stands, nothing that waits can be cancelled, or everything can.
 class Obstinacion {
  public:
-  explicit Obstinacion(Espera& espera) : espera_(espera) { espera_.Obstinarse(true); }
-  ~Obstinacion() { espera_.Obstinarse(false); }
+  explicit Obstinacion(Espera& espera, bool activa = true) : espera_(espera), antes_(espera.Obstinada()) {
+    espera_.Obstinarse(activa);
+  }
+  ~Obstinacion() { espera_.Obstinarse(antes_); }
   Obstinacion(const Obstinacion&) = delete;
   Obstinacion& operator=(const Obstinacion&) = delete;
 
  private:
   Espera& espera_;
+  bool antes_;
 };
+
+// The unit has refused what was asked, and nothing has happened. Any other exception (it failed, it is still at it)
+// says nothing of an order: only its result does.
+bool EsRechazo(std::uint8_t excepcion) {
+  return excepcion == static_cast<std::uint8_t>(Excepcion::kFuncion) ||
+         excepcion == static_cast<std::uint8_t>(Excepcion::kDireccion) ||
+         excepcion == static_cast<std::uint8_t>(Excepcion::kValor) ||
+         excepcion == static_cast<std::uint8_t>(Excepcion::kOcupada);
+}
+
+[[noreturn]] void NoSeEntiende(const std::string& que) {
+  throw Error(error_enlace::kOtraVersion, kOrigen, "La UTR habla otra versión del protocolo: " + que);
+}
+
+[[noreturn]] void Negada(std::uint8_t excepcion) {
+  throw Error(error_enlace::kLecturaNegada, kOrigen,
+              "La UTR rechazó la lectura (excepción " + std::to_string(excepcion) + ")");
+}
+
+[[noreturn]] void SigueOcupada() {
+  throw Error(error::kSinRespuesta, kOrigen, "La UTR sigue ocupada con otro pedido");
+}
 
 }  // namespace
 
@@ -97,46 +122,53 @@ Bytes UnidadRemota::Preguntar(const Pedido& pedido) {
       Contar();
       return *std::move(respuesta);
     }
-    if (!hay_camino_) break;
+    if (!hay_camino_ && !via_.PuedeReintentar()) break;
     if (reabrir_ && !std::exchange(perdonada, true)) --intento;
   }
   via_.Contestada(false);
   Lanzar(error::kSinRespuesta, kOrigen);
 }
 
-// Asks a unit that may be at something else, and again for a while.
-std::optional<Bytes> UnidadRemota::SiLibre(std::uint8_t funcion,
+// Asks a unit that may be at something else, and again for a while; the exception that says so comes back after that.
+std::optional<Bytes> UnidadRemota::SiLibre(const Pedido& pedido,
                                            const std::function<std::optional<Bytes>()>& preguntar) {
   const std::int64_t hasta = espera_.Ahora() + plazos_.ocupada;
   for (;;) {
     auto respuesta = preguntar();
-    const auto excepcion = respuesta ? LeerExcepcion(*respuesta, funcion) : std::nullopt;
+    const auto excepcion = respuesta ? LeerExcepcion(*respuesta, pedido.pdu.front()) : std::nullopt;
     const bool ocupada = excepcion == static_cast<std::uint8_t>(Excepcion::kOcupada);
     if (!ocupada || espera_.Ahora() >= hasta) return respuesta;
-    espera_.Pausar(plazos_.sondeo);
+    EsperarLibre(pedido);
   }
+}
+
+// An order that a busy unit hasn't taken can still be given up.
+void UnidadRemota::EsperarLibre(const Pedido& pedido) {
+  const bool es_orden = pedido.pdu.front() == funcion::kEscribirRegistros;
+  const Obstinacion obstinacion(espera_, espera_.Obstinada() && !es_orden);
+  espera_.Pausar(plazos_.sondeo);
 }
 
 Bytes UnidadRemota::PreguntarSiLibre(const Pedido& pedido) {
-  return *SiLibre(pedido.pdu.front(), [&] { return std::optional(Preguntar(pedido)); });
+  return *SiLibre(pedido, [&] { return std::optional(Preguntar(pedido)); });
 }
 
-// Asks the unit who it is, once. False: it didn't answer.
+// Asks the unit who it is, once. False: it didn't answer. Only what it says tells its version: that it has no such
+// function or no such register, or another number.
 bool UnidadRemota::Identificar() {
   std::vector<PedidoDeArchivo> partes{{archivo::kRegistros, registro::kIdentificador, kLargoDeIdentidad}};
   const Pedido pedido = PedidoDeArchivos(partes);
-  const auto respuesta = SiLibre(funcion::kLeerArchivos,
-                                 [&] { return EnLinea([&](Conversacion& linea) { return linea.Intentar(pedido); }); });
+  const auto respuesta =
+      SiLibre(pedido, [&] { return EnLinea([&](Conversacion& linea) { return linea.Intentar(pedido); }); });
   if (!respuesta) return false;
-  if (LeerExcepcion(*respuesta, funcion::kLeerArchivos) == static_cast<std::uint8_t>(Excepcion::kOcupada)) {
-    throw Error(error::kSinRespuesta, kOrigen, "La UTR sigue ocupada con otro pedido");
+  if (const auto excepcion = LeerExcepcion(*respuesta, funcion::kLeerArchivos)) {
+    const auto cual = static_cast<Excepcion>(*excepcion);
+    if (cual == Excepcion::kOcupada) SigueOcupada();
+    if (cual == Excepcion::kFuncion || cual == Excepcion::kDireccion) NoSeEntiende("desconocida");
+    Negada(*excepcion);
   }
-  const auto leidas = LeerRespuestaDeArchivos(*respuesta, partes);
-  const auto registros = leidas ? RegistrosDe(leidas->front()) : std::vector<std::uint16_t>{};
-  if (registros.empty() || registros[registro::kVersion] != kVersionDelMapa) {
-    const std::string version = registros.empty() ? "desconocida" : std::to_string(registros[registro::kVersion]);
-    throw Error(error_enlace::kOtraVersion, kOrigen, "La UTR habla otra versión del protocolo: " + version);
-  }
+  const auto registros = RegistrosDe(LeerRespuestaDeArchivos(*respuesta, partes)->front());
+  if (registros[registro::kVersion] != kVersionDelMapa) NoSeEntiende(std::to_string(registros[registro::kVersion]));
   propia_ = registros[registro::kIdentificador];
   if (llamada_ != 0 && propia_ != 0 && llamada_ != propia_) {
     via_.Contestada(false);
@@ -191,31 +223,42 @@ Pedido UnidadRemota::PedidoDeArchivos(std::vector<PedidoDeArchivo>& partes) {
 Leido UnidadRemota::LeerArchivos(std::vector<PedidoDeArchivo> partes) {
   const Pedido pedido = PedidoDeArchivos(partes);
   const Bytes respuesta = PreguntarSiLibre(pedido);
-  if (const auto excepcion = LeerExcepcion(respuesta, funcion::kLeerArchivos)) return {excepcion, {}};
+  if (const auto excepcion = LeerExcepcion(respuesta, funcion::kLeerArchivos)) {
+    if (*excepcion == static_cast<std::uint8_t>(Excepcion::kOcupada)) SigueOcupada();
+    return {excepcion, {}};
+  }
   auto leidas = LeerRespuestaDeArchivos(respuesta, partes);
   leidas->pop_back();
   return {std::nullopt, *std::move(leidas)};
 }
 
+std::optional<std::vector<Bytes>> UnidadRemota::LeerSiHay(std::vector<PedidoDeArchivo> partes) {
+  Leido leido = LeerArchivos(std::move(partes));
+  if (leido.NoHay()) return std::nullopt;
+  if (!leido.Bien()) Negada(*leido.excepcion);
+  return std::move(leido.partes);
+}
+
 std::optional<std::vector<std::uint16_t>> UnidadRemota::LeerRegistros(std::uint16_t desde, std::size_t cuantos) {
-  const Leido leido = LeerArchivos({{archivo::kRegistros, desde, static_cast<std::uint16_t>(cuantos)}});
-  if (!leido.Bien()) return std::nullopt;
-  return RegistrosDe(leido.partes.front());
+  const auto leido = LeerSiHay({{archivo::kRegistros, desde, static_cast<std::uint16_t>(cuantos)}});
+  if (!leido) return std::nullopt;
+  return RegistrosDe(leido->front());
 }
 
 std::optional<Bytes> UnidadRemota::LeerImagen(std::uint16_t archivo) {
   for (int vez = 0; vez < kLecturasDeTabla; ++vez) {
-    const Leido cabeza = LeerArchivos({{archivo, 0, kRegistrosDeCabeza}});
-    const auto resumen = cabeza.Bien() ? LeerCabeza(cabeza.partes.front()) : std::nullopt;
-    if (!resumen) return std::nullopt;
+    const auto cabeza = LeerSiHay({{archivo, 0, kRegistrosDeCabeza}});
+    if (!cabeza) return std::nullopt;
+    const auto resumen = LeerCabeza(cabeza->front());
+    if (!resumen) NoSeEntiende("sus tablas no se entienden");
     Bytes imagen;
     const std::size_t piezas = PiezasDe(resumen->largo);
     for (std::size_t pieza = 0; pieza < piezas; pieza += kPaginasPorPedido) {
       const std::size_t cuantas = std::min<std::size_t>(kPaginasPorPedido, piezas - pieza);
-      const Leido leido = LeerArchivos({{archivo, static_cast<std::uint16_t>(1 + pieza),
-                                         static_cast<std::uint16_t>(cuantas * kRegistrosPorPagina)}});
-      if (!leido.Bien()) break;
-      imagen.insert(imagen.end(), leido.partes.front().begin(), leido.partes.front().end());
+      const auto leido = LeerSiHay({{archivo, static_cast<std::uint16_t>(1 + pieza),
+                                     static_cast<std::uint16_t>(cuantas * kRegistrosPorPagina)}});
+      if (!leido) break;  // it has become shorter
+      imagen.insert(imagen.end(), leido->front().begin(), leido->front().end());
     }
     imagen.resize(std::min<std::size_t>(imagen.size(), resumen->largo));
     if (imagen.size() == resumen->largo && Crc32(imagen) == resumen->control) return imagen;
@@ -282,12 +325,14 @@ std::optional<ResultadoDeOrden> UnidadRemota::Cumplir(const Orden& orden) {
   const Pedido pedido = PedidoDe(orden);
   for (int intento = 0; intento < intentos_; ++intento) {
     const Bytes respuesta = PreguntarSiLibre(pedido);
-    if (LeerExcepcion(respuesta, funcion::kEscribirRegistros)) return std::nullopt;
+    const auto excepcion = LeerExcepcion(respuesta, funcion::kEscribirRegistros);
+    if (excepcion && EsRechazo(*excepcion)) return std::nullopt;
     try {
       if (auto resultado = Concluir(orden)) return resultado;
     } catch (const Error& falla) {
       // It was acknowledged, and a unit that restarts answers nobody.
-      if (falla.Numero() != error::kSinRespuesta || !EsReinicio(orden.codigo)) throw;
+      const bool se_fue = falla.Numero() == error::kSinRespuesta && EsReinicio(orden.codigo);
+      if (!se_fue || excepcion) throw;
       return ResultadoDeOrden{orden.sesion, orden.secuencia, EstadoDeOrden::kHecha, Motivo::kNinguno};
     }
   }
@@ -318,8 +363,11 @@ bool UnidadRemota::PonerEnHora() {
   const Obstinacion obstinacion(espera_);
   const auto registros = RegistrosDeReloj(reloj_.Ahora());
   const Orden orden = NuevaOrden(Codigo::kReloj, {registros.begin(), registros.end()});
-  const auto respuesta = Intentar(PedidoDe(orden));
-  if (respuesta && LeerExcepcion(*respuesta, funcion::kEscribirRegistros)) return false;
+  Pedido pedido = PedidoDe(orden);
+  pedido.plazo = plazos_.escritura;
+  const auto respuesta = Intentar(pedido);
+  const auto excepcion = respuesta ? LeerExcepcion(*respuesta, funcion::kEscribirRegistros) : std::nullopt;
+  if (excepcion && EsRechazo(*excepcion)) return false;
   const auto resultado = Concluir(orden);
   return resultado && resultado->estado == EstadoDeOrden::kHecha;
 }

@@ -19,6 +19,8 @@ struct Leido {
   std::vector<Bytes> partes;
 
   bool Bien() const { return !excepcion; }
+  // The unit says that it has no such register, file or record.
+  bool NoHay() const { return excepcion == static_cast<std::uint8_t>(protocolo::Excepcion::kDireccion); }
 };
 
 // What the computer is told of the way beside the answers; each may be empty.
@@ -26,13 +28,15 @@ struct Avisos {
   std::function<void(bool de_practica)> identificada{};  // a unit has said who it is
   std::function<void(const Trafico&)> trafico{};         // now and then, while much is asked of the unit
   std::function<void(bool abierto)> puerto{};            // the serial port was closed or lost, or is open again
+  std::function<void()> fin_de_llamada{};                // a call that stood doesn't any more
 };
 
 // A unit at the other end of the way, asked in the words of its protocol. Before anything else it is asked who it is,
 // whenever that may have changed.
 //
-// Every request raises kSinRespuesta when no answer came to any of its tries, and when another unit answers than the
-// one that was called; kOtraVersion for a unit that speaks another version of the map; and what the line raises.
+// Every request raises kSinRespuesta when no answer came to any of its tries, when the unit is at something else for
+// too long, and when another unit answers than the one that was called; kOtraVersion for a unit that speaks another
+// version of the map; and what the line raises.
 class UnidadRemota {
  public:
   UnidadRemota(Via& via, Espera& espera, Reloj& reloj, const Plazos& plazos, Avisos avisos);
@@ -56,10 +60,14 @@ class UnidadRemota {
   // of a unit that is at something else: it is asked again for a while.
   Leido LeerArchivos(std::vector<protocolo::PedidoDeArchivo> partes);
 
-  // Input registers of one block; nothing for an exception.
+  // The same for what a unit may lack: nothing when it says that it has no such thing. Raises kLecturaNegada for any
+  // other exception, which says nothing of what there is.
+  std::optional<std::vector<Bytes>> LeerSiHay(std::vector<protocolo::PedidoDeArchivo> partes);
+
+  // Input registers of one block, as LeerSiHay.
   std::optional<std::vector<std::uint16_t>> LeerRegistros(std::uint16_t desde, std::size_t cuantos);
 
-  // Has an order carried out, once. False: refused. A sent order isn't cancelled any more.
+  // Has an order carried out, once. False: refused. An order that the unit has taken isn't cancelled any more.
   bool Ordenar(protocolo::Codigo codigo, const std::vector<std::uint16_t>& argumentos);
 
   // The order that sets the clock to the computer's time at the moment when it is sent. It isn't repeated.
@@ -69,15 +77,17 @@ class UnidadRemota {
   bool Entregar(protocolo::Codigo codigo, VistaBytes imagen);
 
   // The image of a table that the unit holds, of one state from its first byte to its last. Nothing when the unit
-  // doesn't have the table.
+  // doesn't have the table. Raises as LeerSiHay, kOtraVersion for a head that makes no sense, and kCambiante for a
+  // table that is another one each time.
   std::optional<Bytes> LeerImagen(std::uint16_t archivo);
 
  private:
   std::optional<Bytes> EnLinea(const std::function<std::optional<Bytes>(Conversacion&)>& hacer);
   std::optional<Bytes> Intentar(const Pedido& pedido);
   Bytes Preguntar(const Pedido& pedido);
-  std::optional<Bytes> SiLibre(std::uint8_t funcion, const std::function<std::optional<Bytes>()>& preguntar);
+  std::optional<Bytes> SiLibre(const Pedido& pedido, const std::function<std::optional<Bytes>()>& preguntar);
   Bytes PreguntarSiLibre(const Pedido& pedido);
+  void EsperarLibre(const Pedido& pedido);
   bool Identificar();
   void Conocer();
   Pedido PedidoDeArchivos(std::vector<protocolo::PedidoDeArchivo>& partes);

@@ -25,7 +25,7 @@ void Via::Conectar(std::string_view enlace, std::string_view puerto) {
   if (pedido->por_ip) {
     direccion_ = pedido->direccion;
     puerto_ip_ = numero;
-    if (!AbrirIp()) {
+    if (!AbrirIpConIntentos()) {
       throw Error(error_enlace::kDireccionMuda, kOrigen,
                   "La dirección " + direccion_ + ", puerto " + std::to_string(numero) + ", no responde");
     }
@@ -49,7 +49,26 @@ void Via::AbrirSerie() {
   }
   serie_ = std::make_unique<Conversacion>(tendido_.AbrirSerie(*dispositivo, velocidad_), Medio::kSerie, velocidad_,
                                           espera_, plazos_, trafico_);
+  if (*dispositivo == dispositivo_) serie_->CallarHasta(callar_hasta_);
+  dispositivo_ = *dispositivo;
   perdida_ = false;
+}
+
+// What it still may bring is remembered, for whoever opens the same device again.
+void Via::CerrarSerie() {
+  if (serie_) callar_hasta_ = serie_->CallarHasta();
+  serie_.reset();
+}
+
+bool Via::HayDireccion() const {
+  return puerto_ip_ != 0 && EsDireccionIP(direccion_);
+}
+
+bool Via::AbrirIpConIntentos() {
+  for (int intento = 0; intento < plazos_.intentos; ++intento) {
+    if (AbrirIp()) return true;
+  }
+  return false;
 }
 
 bool Via::AbrirIp() {
@@ -80,16 +99,17 @@ bool Via::Colgar() {
 
 void Via::Desconectar() {
   Colgar();
-  serie_.reset();
+  CerrarSerie();
   ip_.reset();
   por_ip_ = false;
-  perdida_ = false;
+  perdida_ = llamada_perdida_ = false;
 }
 
 bool Via::Llamar(std::string_view numero, std::string_view comandos) {
+  if (!serie_ && perdida_) AbrirSerie();
   if (!serie_ || numero.empty()) return false;
   if (!Colgar()) {
-    serie_.reset();
+    CerrarSerie();
     perdida_ = true;
     return false;
   }
@@ -101,7 +121,7 @@ bool Via::Llamar(std::string_view numero, std::string_view comandos) {
     throw;
   }
   serie_->PonerMedio(Medio::kLlamada);
-  caida_ = false;
+  caida_ = llamada_perdida_ = false;
   return true;
 }
 
@@ -134,10 +154,10 @@ bool Via::PuertoIP(std::string_view puerto) {
 Conversacion* Via::Abierta() {
   if (por_ip_) {
     const bool sirve = ip_ && !ip_->Gastada();
-    return sirve || (puerto_ip_ != 0 && EsDireccionIP(direccion_) && AbrirIp()) ? ip_.get() : nullptr;
+    return sirve || (HayDireccion() && AbrirIp()) ? ip_.get() : nullptr;
   }
   if (!serie_ && perdida_) AbrirSerie();
-  return serie_.get();
+  return llamada_perdida_ ? nullptr : serie_.get();
 }
 
 bool Via::Perder(const Error& falla) {
@@ -147,12 +167,13 @@ bool Via::Perder(const Error& falla) {
     ip_.reset();
     return true;
   }
-  // Of a call that ended the port is still there: what is heard on it from now on is the modem.
-  const bool llamada = serie_ && serie_->DeMedio() == Medio::kLlamada;
-  if (llamada && falla.ErrorDelSistema() == 0) {
+  // Of a call that the modem says has ended the port is still there.
+  const bool la_llamada_sola = EnLlamada() && falla.ErrorDelSistema() == 0;
+  llamada_perdida_ = llamada_perdida_ || EnLlamada();
+  if (la_llamada_sola) {
     serie_->PonerMedio(Medio::kSerie);
   } else {
-    serie_.reset();
+    CerrarSerie();
     perdida_ = true;
   }
   return false;

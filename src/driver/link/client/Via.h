@@ -33,18 +33,22 @@ class Via {
   bool PuertoIP(std::string_view puerto);
 
   // The line on which the unit is reached, opened when need be: over IP a connection that isn't there or was closed,
-  // after a lost port the same device once more. None: nobody could be reached. Raises when the port can't be opened
-  // again.
+  // after a lost port the same device once more. None: nobody could be reached, or a call was lost, which only the
+  // operator places again. Raises when the port can't be opened again.
   Conversacion* Abierta();
 
-  // The line failed with an error; a port that is gone counts as closed from now on. True: another try may do, since
-  // over IP a connection is opened again.
+  // Nobody could be reached, but another try may do.
+  bool PuedeReintentar() const { return por_ip_ && HayDireccion(); }
+
+  // The line failed with an error; a port that is gone counts as closed from now on, and so does a call. True: another
+  // try may do, since over IP a connection is opened again.
   bool Perder(const Error& falla);
 
   // An answer came, or the unit went silent or away.
   void Contestada(bool contestada) { caida_ = !contestada; }
 
   bool HayPuerto() const { return serie_ != nullptr; }
+  bool EnLlamada() const { return serie_ && serie_->DeMedio() == Medio::kLlamada; }
   bool Arriba() const { return (por_ip_ ? ip_ != nullptr : serie_ != nullptr) && !caida_; }
   const std::string& Ajustes() const { return ajustes_; }
   const Trafico& Cuenta() const { return trafico_; }
@@ -52,7 +56,10 @@ class Via {
 
  private:
   void AbrirSerie();
+  void CerrarSerie();
+  bool HayDireccion() const;
   bool AbrirIp();
+  bool AbrirIpConIntentos();
   bool Colgar();
 
   Tendido& tendido_;
@@ -64,7 +71,10 @@ class Via {
   std::unique_ptr<Conversacion> ip_;
   int puerto_serie_ = 0;
   std::int32_t velocidad_ = 0;
-  bool perdida_ = false;  // the port went away without being asked to
+  std::string dispositivo_;        // that was opened last
+  std::int64_t callar_hasta_ = 0;  // an answer that was missed there may come until then
+  bool perdida_ = false;           // the port went away without being asked to
+  bool llamada_perdida_ = false;   // the call did, and behind the port there is a modem that takes commands
   bool por_ip_ = false;
   std::string direccion_;
   int puerto_ip_ = 0;

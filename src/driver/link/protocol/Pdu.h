@@ -31,6 +31,9 @@ enum class Excepcion : std::uint8_t {
   kValor = 3,      // a count or a value that makes no sense
   kFalla = 4,      // the unit failed
   kOcupada = 6,    // it is at something else; the same request may do later
+  // Of a gateway on the way to the unit, which hasn't got an answer for the client.
+  kSinCamino = 0x0A,
+  kUnidadMuda = 0x0B,
 };
 
 // Big-endian numbers of two and four bytes.

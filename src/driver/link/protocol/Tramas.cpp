@@ -67,6 +67,14 @@ Numero Resto(VistaBytes bytes) {
   return resto;
 }
 
+// A frame of that length; nothing when its check isn't right.
+std::optional<Trama> TramaEntera(VistaBytes bytes) {
+  const std::size_t sin_control = bytes.size() - 2;
+  const auto control = static_cast<std::uint16_t>(bytes[sin_control] | (bytes[sin_control + 1] << 8));
+  if (Crc16(bytes.first(sin_control)) != control) return std::nullopt;
+  return Trama{bytes[0], 0, Bytes(bytes.begin() + 1, bytes.begin() + static_cast<std::ptrdiff_t>(sin_control))};
+}
+
 }  // namespace
 
 std::uint16_t Crc16(VistaBytes bytes) {
@@ -111,24 +119,25 @@ void ReceptorRtu::Recibir(VistaBytes bytes) {
   bytes_.insert(bytes_.end(), bytes.begin(), bytes.end());
 }
 
+// What is dropped ahead of the frame goes in one piece, so that a flood costs no more than its bytes.
 std::optional<Trama> ReceptorRtu::Proxima() {
-  while (bytes_.size() >= 2) {
-    const LargoDePdu medida = MedirPdu(sentido_, VistaBytes{bytes_}.subspan(1));
-    if (medida.clase == Clase::kFaltan) return std::nullopt;
-    if (medida.clase == Clase::kSabido) {
-      const std::size_t largo = medida.largo + 3;
-      if (bytes_.size() < largo) return std::nullopt;
-      const VistaBytes entera{bytes_.data(), largo};
-      const auto control = static_cast<std::uint16_t>(entera[largo - 2] | (entera[largo - 1] << 8));
-      if (Crc16(entera.first(largo - 2)) == control) {
-        Trama trama{entera[0], 0, Bytes(entera.begin() + 1, entera.end() - 2)};
-        bytes_.erase(bytes_.begin(), bytes_.begin() + static_cast<std::ptrdiff_t>(largo));
-        return trama;
-      }
-    }
-    Descartar(1);
+  std::optional<Trama> trama;
+  std::size_t desde = 0;
+  std::size_t largo = 0;
+  for (; bytes_.size() - desde >= 2; ++desde) {
+    const VistaBytes resto = VistaBytes{bytes_}.subspan(desde);
+    const LargoDePdu medida = MedirPdu(sentido_, resto.subspan(1));
+    if (medida.clase == Clase::kFaltan) break;
+    if (medida.clase == Clase::kDesconocido) continue;
+    if (resto.size() < medida.largo + 3) break;
+    trama = TramaEntera(resto.first(medida.largo + 3));
+    if (!trama) continue;
+    largo = medida.largo + 3;
+    break;
   }
-  return std::nullopt;
+  Descartar(desde);
+  bytes_.erase(bytes_.begin(), bytes_.begin() + static_cast<std::ptrdiff_t>(largo));
+  return trama;
 }
 
 void ReceptorRtu::Cortar() {

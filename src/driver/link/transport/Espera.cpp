@@ -1,6 +1,7 @@
 #include "driver/link/transport/Espera.h"
 
 #include <algorithm>
+#include <cerrno>
 
 #include "base/Error.h"
 #include "driver/ErroresDeEnlace.h"
@@ -43,7 +44,7 @@ void Espera::Enviar(Linea& linea, std::span<const std::uint8_t> bytes, std::int6
     bytes = bytes.subspan(linea.Enviar(bytes, PasoHasta(hasta)));
     Ceder();
     if (!bytes.empty() && Ahora() >= hasta) {
-      throw Error(error_enlace::kLineaPerdida, kOrigen, "La línea no toma lo que se le manda");
+      throw Error(error_enlace::kLineaPerdida, kOrigen, "La línea no toma lo que se le manda", ETIMEDOUT);
     }
   }
 }
@@ -65,7 +66,7 @@ void Espera::Pausar(std::int64_t milisegundos) {
 
 void Espera::Desoir(Linea& linea, std::int64_t milisegundos) {
   std::vector<std::uint8_t> ruido;
-  for (const std::int64_t hasta = Ahora() + milisegundos; Ahora() < hasta;) Recibir(linea, ruido, hasta);
+  for (const std::int64_t hasta = Ahora() + milisegundos; Ahora() < hasta; ruido.clear()) Recibir(linea, ruido, hasta);
 }
 
 void Espera::EsperarSilencio(Linea& linea, std::int64_t milisegundos, std::int64_t hasta) {

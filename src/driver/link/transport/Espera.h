@@ -30,11 +30,13 @@ class Espera {
 
   // What happens from here on can't be cancelled any more, or can again.
   void Obstinarse(bool activo) { obstinada_ = activo; }
+  bool Obstinada() const { return obstinada_; }
 
   // Appends what arrives until `hasta` at the latest. False: nothing came. Raises kCancelada, and what the line raises.
   bool Recibir(Linea& linea, std::vector<std::uint8_t>& destino, std::int64_t hasta);
 
-  // Hands all the bytes over. Raises kLineaPerdida when the line doesn't take them until `hasta`.
+  // Hands all the bytes over. Raises kLineaPerdida, with the system's number of a time-out, when the line doesn't take
+  // them until `hasta`.
   void Enviar(Linea& linea, std::span<const std::uint8_t> bytes, std::int64_t hasta);
 
   // Waits until the line stands. False: not until `hasta`.

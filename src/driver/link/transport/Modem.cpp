@@ -61,6 +61,7 @@ Modem::Palabra Modem::Siguiente(std::int64_t hasta) {
       continue;
     }
     if (recibido_.size() > kMayorLinea) recibido_.clear();
+    if (espera_.Ahora() > hasta) return Palabra::kNinguna;  // who talks without end says nothing
     if (!espera_.Recibir(linea_, recibido_, hasta)) return Palabra::kNinguna;
   }
 }

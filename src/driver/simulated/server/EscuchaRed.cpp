@@ -94,7 +94,11 @@ class EscuchaRed final : public Escucha {
     sockaddr_in lugar{};
     lugar.sin_family = AF_INET;
     lugar.sin_port = htons(red_.puerto);
-    ::inet_pton(AF_INET, red_.direccion.c_str(), &lugar.sin_addr);
+    // Without an address it would be all of the machine's.
+    if (::inet_pton(AF_INET, red_.direccion.c_str(), &lugar.sin_addr) != 1) {
+      errno = EADDRNOTAVAIL;
+      NoEscucha(red_);
+    }
     auto* comun = reinterpret_cast<sockaddr*>(&lugar);
     if (::bind(descriptor_.Numero(), comun, sizeof lugar) != 0) NoEscucha(red_);
     if (::listen(descriptor_.Numero(), kMayorEspera) != 0) NoEscucha(red_);
