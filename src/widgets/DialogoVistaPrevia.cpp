@@ -12,6 +12,7 @@
 #include <QSpinBox>
 #include <QVBoxLayout>
 
+#include "widgets/Accesibilidad.h"
 #include "widgets/Campos.h"
 #include "widgets/Compaginado.h"
 #include "widgets/ImpresoraQt.h"
@@ -32,6 +33,7 @@ class HojaVista : public QWidget {
  public:
   HojaVista(const Compaginado& hojas, const QPrinter& papel) : hojas_(hojas), papel_(papel) {
     setObjectName("picHoja");
+    DarRol(*this, QAccessible::Graphic);
     setAccessibleName(QStringLiteral("Hoja"));
   }
 
@@ -89,6 +91,7 @@ DialogoVistaPrevia::DialogoVistaPrevia(const DocumentoImpreso& documento, const 
   mando->addStretch(1);
   marco_ = new QScrollArea;
   marco_->setObjectName("marcoHoja");
+  marco_->setAccessibleName(QStringLiteral("Hoja"));
   marco_->setBackgroundRole(QPalette::Mid);
   marco_->setAlignment(Qt::AlignHCenter);
   marco_->setWidget(hoja_);

@@ -1,5 +1,6 @@
 #include "widgets/EstiloPropio.h"
 
+#include <QApplication>
 #include <QGroupBox>
 #include <QPainter>
 #include <QStyleOption>
@@ -158,7 +159,10 @@ void EstiloPropio::drawControl(ControlElement elemento, const QStyleOption* opci
 }
 
 int EstiloPropio::pixelMetric(PixelMetric medida, const QStyleOption* opcion, const QWidget* control) const {
-  const int propia = QProxyStyle::pixelMetric(medida, opcion, control);
+  int propia = QProxyStyle::pixelMetric(medida, opcion, control);
+  // A mark is as high as the words beside it, whatever their size.
+  if (EsMarca(medida) && medida != PM_ScrollBarExtent)
+    propia = std::max(propia, QFontMetrics(control != nullptr ? control->font() : QApplication::font()).ascent());
   return tema_ == Tema::kExteriores && EsMarca(medida) ? propia * 3 / 2 : propia;
 }
 

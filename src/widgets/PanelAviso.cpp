@@ -5,6 +5,7 @@
 #include <QStackedLayout>
 #include <QVBoxLayout>
 
+#include "widgets/Accesibilidad.h"
 #include "widgets/Campos.h"
 
 namespace utr {
@@ -17,6 +18,7 @@ constexpr int kAnchoFlotante = 64;  // characters in a line of a floating panel
 PanelAviso::PanelAviso(const char* nombre, const QString& texto, QWidget* parent)
     : QFrame(parent), etiqueta_(new QLabel(texto, this)), detalle_(new QLabel(this)) {
   setObjectName(QString::fromLatin1(nombre));
+  DarRol(*this, QAccessible::AlertMessage);
   setAccessibleName(texto);
   setFrameShape(QFrame::StyledPanel);
   setBackgroundRole(QPalette::ToolTipBase);
@@ -31,6 +33,7 @@ PanelAviso::PanelAviso(const char* nombre, const QString& texto, QWidget* parent
   detalle_->setObjectName("lblDetalle");
   detalle_->setTextFormat(Qt::PlainText);
   detalle_->setAlignment(Qt::AlignCenter);
+  detalle_->setWordWrap(true);  // what is told meanwhile makes no window wider than its screen
   detalle_->setForegroundRole(QPalette::ToolTipText);
   detalle_->hide();
   caja->addWidget(detalle_);
@@ -73,7 +76,11 @@ void PanelAviso::Ver(bool visto) {
     move((parentWidget()->width() - width()) / 2, (parentWidget()->height() - height()) / 2);
     raise();
   }
-  if (zona_ == nullptr) return setVisible(visto);
+  if (zona_ == nullptr) {
+    setVisible(visto);
+    if (visto) Anunciar(*this);
+    return;
+  }
   if (visto) return zona_->Mostrar({this});
   if (!isHidden()) zona_->Mostrar({});
 }
@@ -102,6 +109,7 @@ void ZonaLista::Mostrar(std::initializer_list<PanelAviso*> paneles) {
     panel->setVisible(std::find(paneles.begin(), paneles.end(), panel) != paneles.end());
   }
   pila_->setCurrentWidget(paneles.size() == 0 ? lista_ : fondo_);
+  for (PanelAviso* panel : paneles) Anunciar(*panel);
 }
 
 }  // namespace utr

@@ -57,6 +57,17 @@ class ProgresoEnPanel : public SinProgreso {
   const bool& cancelado_;
 };
 
+// A line that stands in one row where there is room for it, and wraps where there isn't: what was read makes no window
+// wider than its screen.
+class LineaDicha : public QLabel {
+ public:
+  explicit LineaDicha(QWidget* parent) : QLabel(parent) {
+    setTextFormat(Qt::PlainText);
+    setWordWrap(true);
+  }
+  QSize sizeHint() const override { return {fontMetrics().horizontalAdvance(text()) + 2, QLabel::sizeHint().height()}; }
+};
+
 // One over the other, with a bar between them that the operator moves; the upper one takes what is left over.
 QWidget* Dividir(QWidget* arriba, QWidget* abajo) {
   auto* partes = new QSplitter(Qt::Vertical);
@@ -83,7 +94,7 @@ VentanaLista::VentanaLista(const ContextoListas& contexto, std::filesystem::path
       zona_(new ZonaLista(lista_, this)),
       picInfo_(Panel("picInfo", "Esta operación demorará unos instantes. Por favor espere...")),
       lineas_(new QHBoxLayout),
-      lblFiltradas_(new QLabel(this)) {
+      lblFiltradas_(new LineaDicha(this)) {
   setObjectName(Q(descripcion.palabras.modulo));
   setWindowTitle(QString::fromUtf8(descripcion.titulo));
   setWindowFlags(Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowMaximizeButtonHint |
@@ -282,7 +293,7 @@ PanelAviso* VentanaLista::Panel(const char* nombre, const char* texto) {
 }
 
 QLabel* VentanaLista::Linea(const char* nombre) {
-  auto* linea = new QLabel(this);
+  auto* linea = new LineaDicha(this);
   linea->setObjectName(QString::fromLatin1(nombre));
   lineas_->addWidget(linea);
   Decir(linea, {});

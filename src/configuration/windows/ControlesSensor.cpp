@@ -300,6 +300,7 @@ void ControlesSensor::ArmarReparos() {
   marco_reparos = SinTitulo("marcoReparos");
   auto* icono = new QLabel;
   icono->setPixmap(IconoDe("aviso").pixmap(16, 16));
+  icono->setAccessibleName("Aviso");
   lblReparos = Muestra("lblReparos");
   lblReparos->setTextInteractionFlags(Qt::TextSelectableByMouse);
   cmdReparo = Boton("cmdReparo", "Ir al primero");

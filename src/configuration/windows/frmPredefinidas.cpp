@@ -53,10 +53,9 @@ Columnas ColumnasDe(const Tabla* conjuntos) {
           sensor};
 }
 
-QLabel* RotuloDeValor(const QString& nombre, const char* rotulo) {
+QLabel* NuevoValor(const QString& nombre) {
   auto* valor = new QLabel;
   valor->setObjectName(nombre);
-  valor->setAccessibleName(Q(rotulo));
   valor->setTextFormat(Qt::PlainText);
   valor->setTextInteractionFlags(Qt::TextSelectableByMouse);
   valor->setFrameShape(QFrame::StyledPanel);
@@ -121,8 +120,10 @@ QWidget* frmPredefinidas::PanelDeFamilia(int familia) {
   for (std::size_t i = 0; i < datos.rotulos.size(); ++i) {
     const int fila = static_cast<int>(i) % kRenglones;
     const int columna = static_cast<int>(i) / kRenglones * kColumnasDeValor;
-    valores.push_back(RotuloDeValor(QString("%1(%2)").arg(datos.arreglo).arg(i), datos.rotulos[i]));
-    reja->addWidget(new QLabel(datos.rotulos[i]), fila, columna);
+    valores.push_back(NuevoValor(QString("%1(%2)").arg(datos.arreglo).arg(i)));
+    auto* rotulo = new QLabel(datos.rotulos[i]);
+    rotulo->setBuddy(valores.back());  // the value is what a screen reader reads there, as labelled by its title
+    reja->addWidget(rotulo, fila, columna);
     reja->addWidget(valores.back(), fila, columna + 1);
   }
   for (int par = 0; par < kPares; ++par) {

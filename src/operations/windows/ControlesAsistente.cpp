@@ -71,6 +71,7 @@ LineaAviso::LineaAviso(const char* nombre) : texto_(new QLabel) {
   setObjectName(QString::fromLatin1(nombre));
   auto* icono = new QLabel;
   icono->setPixmap(IconoDe("aviso").pixmap(16, 16));
+  icono->setAccessibleName("Aviso");
   texto_->setTextFormat(Qt::PlainText);
   texto_->setWordWrap(true);
   texto_->setTextInteractionFlags(Qt::TextSelectableByMouse);
@@ -96,7 +97,8 @@ ControlesAsistente::ControlesAsistente(QDialog& dialogo) : pasos(Nombrado(new QS
   picInfo->hide();
   auto* todo = new QVBoxLayout(&dialogo);
   todo->setContentsMargins(kMargenVentana, kMargenVentana, kMargenVentana, kMargenVentana);
-  todo->addWidget(pasos, 1);
+  // What a step has to say may be more, by its end, than what the window was made for.
+  todo->addWidget(new AreaDesplazable(pasos, &dialogo), 1);
   todo->addWidget(picInfo);
   todo->addSpacing(kSobreElPie);
   ArmarNavegacion();

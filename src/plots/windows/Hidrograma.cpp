@@ -14,6 +14,7 @@
 #include "plots/windows/CurvaSerie.h"
 #include "plots/windows/MarcasGrafico.h"
 #include "retrieved/series/TextoSerie.h"
+#include "widgets/Accesibilidad.h"
 #include "widgets/TextoQt.h"
 
 namespace utr {
@@ -44,6 +45,7 @@ VentanaTiempo ConAire(VentanaTiempo ventana) {
 Hidrograma::Hidrograma(QWidget* parent) : QWidget(parent), lienzo_(new QCustomPlot(this)), lugar_(lienzo_->axisRect()) {
   setObjectName("Hidrograma");
   setFocusPolicy(Qt::StrongFocus);
+  DarRol(*this, QAccessible::Chart);
   setAccessibleName(QStringLiteral("Gráfico"));
   setWhatsThis(
       QStringLiteral("Los registros en el tiempo. La rueda acerca y aleja; arrastrar acerca a lo marcado, con "

@@ -6,6 +6,7 @@
 #include "base/Fechas.h"
 #include "plots/windows/ColoresGrafico.h"
 #include "retrieved/series/TextoSerie.h"
+#include "widgets/Accesibilidad.h"
 #include "widgets/TextoQt.h"
 
 namespace utr {
@@ -44,6 +45,7 @@ QPolygonF Puntos(const Curva& curva, std::int64_t ahora, const QRectF& lugar) {
 
 MiniCurvas::MiniCurvas(QWidget* parent) : QWidget(parent) {
   setObjectName("MiniCurvas");
+  DarRol(*this, QAccessible::Chart);
   setAccessibleName(QStringLiteral("Valores de la última media hora"));
   setWhatsThis(QStringLiteral(
       "Los valores presentes de la última media hora, un canal por renglón, cada uno en su propia escala."));

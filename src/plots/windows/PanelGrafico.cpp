@@ -72,7 +72,6 @@ void PanelGrafico::Armar() {
   eventos_->setWhatsThis(QStringLiteral("Lee los eventos del período y los muestra como banderas."));
   eventos_->setVisible(opciones_.con_eventos);
   hechos_->setObjectName("GraficoHechos");
-  hechos_->setAccessibleName(QStringLiteral("Punto del gráfico"));
   hechos_->setTextFormat(Qt::PlainText);
   hechos_->setTextInteractionFlags(Qt::TextSelectableByMouse);
   hechos_->setWordWrap(true);

@@ -43,6 +43,7 @@ GraficoDeDatos::GraficoDeDatos(ModRTU& mod, const TablaPtr& configuracion, const
       minis_(new MiniCurvas) {
   setObjectName("GraficoDeDatos");
   auto* desliza = new QScrollArea;
+  desliza->setAccessibleName(minis_->accessibleName());
   desliza->setWidget(minis_);
   desliza->setWidgetResizable(true);
   desliza->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

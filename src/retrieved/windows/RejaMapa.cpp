@@ -7,6 +7,7 @@
 #include <array>
 #include <optional>
 
+#include "widgets/Accesibilidad.h"
 #include "widgets/Temas.h"
 #include "widgets/TextoQt.h"
 
@@ -84,6 +85,7 @@ void PintarEstado(QPainter& pintor, const QRect& celda, EstadoPagina estado, con
 
 RejaMapa::RejaMapa(const MapaMemoria& mapa, QWidget* parent) : QAbstractScrollArea(parent), mapa_(mapa) {
   setObjectName("Mapa");
+  DarRol(*this, QAccessible::Chart);
   setAccessibleName(QStringLiteral("Mapa de la memoria"));
   setFocusPolicy(Qt::StrongFocus);
   viewport()->setMouseTracking(true);

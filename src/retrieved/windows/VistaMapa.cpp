@@ -29,6 +29,7 @@ QPixmap Muestra(EstadoPagina estado, const QWidget& donde) {
 QHBoxLayout* EntradaDe(EstadoPagina estado, const QString& palabra, const QWidget& donde) {
   auto* dibujo = new QLabel;
   dibujo->setPixmap(Muestra(estado, donde));
+  dibujo->setAccessibleName(palabra);
   auto* entrada = new QHBoxLayout;
   entrada->setSpacing(kEntreRenglones);
   entrada->addWidget(dibujo);

@@ -187,6 +187,7 @@ QWidget* frmProcesar::ArmarConfiguracion() {
   if (configuracion_.anterior) {
     auto* icono = new QLabel;
     icono->setPixmap(IconoDe("aviso").pixmap(kLadoIcono, kLadoIcono));
+    icono->setAccessibleName(QStringLiteral("Aviso"));
     fila->addWidget(icono, 0, Qt::AlignTop);
   }
   auto* lblConfiguracion = new QLabel(QStringLiteral("Configuración que se aplica: ") + Q(configuracion_.EnPalabras()));

@@ -12,6 +12,7 @@
 #include <array>
 
 #include "base/Texto.h"
+#include "widgets/Accesibilidad.h"
 #include "widgets/TextoQt.h"
 
 namespace utr {
@@ -99,6 +100,7 @@ void PanelProximas::Cambiar(const QString& texto) {
 
 LineaDeTiempo::LineaDeTiempo(QWidget* parent) : QWidget(parent) {
   setObjectName("LineaDeTiempo");
+  DarRol(*this, QAccessible::Chart);
   setAccessibleName("Línea de las próximas 24 horas");
   setWhatsThis(
       "Los horarios de la agenda en las próximas 24 horas, según la hora de esta computadora. Las barras son "

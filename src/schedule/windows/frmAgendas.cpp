@@ -113,6 +113,7 @@ QWidget* frmAgendas::ArmarEncima() {
 QWidget* frmAgendas::ArmarNoLeida() {
   auto* icono = new QLabel;
   icono->setPixmap(IconoDe("aviso").pixmap(kLadoIcono, kLadoIcono));
+  icono->setAccessibleName("Aviso");
   auto* texto = Parrafo("lblNoLeida");
   texto->setText("La agenda de la UTR no se leyó: lo que se grabe la reemplaza entera");
   QFont negrita = texto->font();

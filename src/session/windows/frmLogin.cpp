@@ -20,6 +20,7 @@ frmLogin::frmLogin(ModRTU& mod, std::string clave, QWidget* parent)
   SinSaltosDeLinea(*txtPassword_);
   auto* figura = new QLabel;
   figura->setPixmap(IconoDe("adminutr").pixmap(48, 48));
+  figura->setAccessibleName("AdminUTR");
   auto* entrada = new QVBoxLayout;
   entrada->addWidget(Rotulo("lblLabels", "&Ingrese su contraseña", txtPassword_));
   entrada->addWidget(txtPassword_);

@@ -32,6 +32,7 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
   setWindowTitle("Acerca de la aplicación");
   auto* figura = new QLabel;
   figura->setPixmap(IconoDe("adminutr").pixmap(64, 64));
+  figura->setAccessibleName("AdminUTR");
   auto* lblTitle = new QLabel(Q(kTitulo));
   lblTitle->setObjectName("lblTitle");
   QFont letra = lblTitle->font();

@@ -1,0 +1,206 @@
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
+#include <QCoreApplication>
+#include <QLineEdit>
+#include <QMenu>
+#include <QTabWidget>
+#include <QTreeView>
+#include <filesystem>
+#include <memory>
+
+#include "driver/BancoSimulado.h"
+#include "shell/windows/frmPpal.h"
+#include "support/GuionVentanas.h"
+#include "support/ModPrueba.h"
+#include "support/RevisionVentana.h"
+
+namespace utr {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Every window of the program over the simulated station, each looked at as the operator finds it.
+class TodasLasVentanas : public testing::TestWithParam<int> {
+ protected:
+  TodasLasVentanas() : conexion_(banco_.Driver(), base_.propiedades) {
+    for (const auto& archivo : fs::directory_iterator(CARPETA_DATOS)) {
+      if (archivo.is_regular_file() && archivo.path().extension() != ".icf")
+        fs::copy_file(archivo, base_.carpeta / archivo.path().filename());
+    }
+    banco_.Escenario(prueba::LeerTodo(fs::path(CARPETA_DATOS) / "UTRSimulada.toml"));
+    QFont letra = letra_;
+    letra.setPointSizeF(letra.pointSizeF() * GetParam() / 100);
+    QApplication::setFont(letra);
+    ventana_ = std::make_unique<frmPpal>(mod_);
+    Al("frmPresentacion", [](QDialog& d) { Pulsar(d, "AceptarLecturaCFG"); });
+    ventana_->Cargar();
+    ventana_->show();
+    Mirar(*ventana_);
+  }
+  ~TodasLasVentanas() override {
+    ventana_.reset();
+    QApplication::setFont(letra_);
+  }
+
+  static void Pulsar(QObject& donde, const char* nombre) { Hallar<QAbstractButton>(donde, nombre).click(); }
+  static void Accionar(QObject& donde, const char* nombre) {
+    auto& accion = Hallar<QAction>(donde, nombre);
+    EXPECT_TRUE(accion.isEnabled()) << nombre;
+    accion.trigger();
+  }
+  static void Cerrar(QDialog& d) { d.reject(); }
+  void Ejecutar(const char* nombre) { Accionar(*ventana_, nombre); }
+
+  // The next window that opens; what is done in it, once it was looked at.
+  void Al(const char* nombre, std::function<void(QDialog&)> paso = Cerrar) {
+    ventanas_.Espera(nombre, [this, paso = std::move(paso)](QDialog& d) {
+      Mirar(d);
+      paso(d);
+    });
+  }
+  void DarClave() {
+    Al("frmLogin", [](QDialog& d) {
+      Hallar<QLineEdit>(d, "txtPassword").setText("Pampas");
+      Pulsar(d, "CmdOK");
+    });
+  }
+  // An action that asks for the password and opens a window.
+  void ConClave(const char* accion, const char* nombre, std::function<void(QDialog&)> paso = Cerrar) {
+    DarClave();
+    Al(nombre, std::move(paso));
+    Ejecutar(accion);
+  }
+  void Mirar(QWidget& ventana) {
+    QCoreApplication::processEvents();
+    const std::string nombre = ventana.objectName().toStdString();
+    for (const std::string& reparo : ReparosDeAcceso(ventana)) ADD_FAILURE() << nombre << ": " << reparo;
+    for (const std::string& reparo : ReparosDeTamano(ventana)) ADD_FAILURE() << nombre << ": " << reparo;
+  }
+
+  prueba::BancoSimulado banco_;
+  prueba::ModPrueba base_;
+  Conexion conexion_;
+  ModRTU mod_{.comunicador = banco_.Driver(),
+              .propiedades = base_.propiedades,
+              .registro = base_.registro,
+              .operador = base_.operador,
+              .reloj = banco_.reloj,
+              .catalogo = base_.catalogo,
+              .puertos = base_.puertos,
+              .impresora = base_.impresora,
+              .conexion = conexion_,
+              .diario = base_.diario,
+              .bitacora = base_.bitacora,
+              .atender = {},
+              .carpeta = base_.carpeta.Ruta(),
+              .eleccion_impresora = {.nombre = "Oficina"}};
+  GuionVentanas ventanas_;
+  QFont letra_ = QApplication::font();
+  std::unique_ptr<frmPpal> ventana_;
+};
+
+TEST_P(TodasLasVentanas, SeVenEnterasYSeDicen) {
+  for (const char* vista : {"mnuViewLargeIcons", "mnuViewSmallIcons", "mnuViewList", "mnuViewDetails"}) {
+    Ejecutar(vista);
+    Mirar(*ventana_);
+  }
+  Al("frmAgendas", [this](QDialog& d) {
+    Al("frmUno");
+    Accionar(d, "mnuAgenHorarioNuevo");
+    Al("frmPeriodos");
+    Accionar(d, "mnuAgenPeriodoNuevo");
+    d.reject();
+  });
+  Ejecutar("mnuAcciones(0)");
+  Al("frmEventos", [this](QDialog& d) {
+    Pulsar(d, "Periodo(3)");
+    Accionar(d, "mnuEvTraerPor(0)");
+    Mirar(d);
+    Al("frmItemLista");
+    Accionar(d, "mnuEvAbrir");
+    d.reject();
+  });
+  Ejecutar("mnuAcciones(1)");
+  Al("frmDatos", [this](QDialog& d) {
+    Pulsar(d, "Periodo(3)");
+    Pulsar(d, "cmd(0)");
+    Mirar(d);
+    Al("DialogoVistaPrevia");
+    Accionar(d, "mnuVistaPrevia");
+    Al("DialogoCsv");
+    Accionar(d, "mnuGuardarCsv");
+    Al("frmDescarga");
+    Accionar(d, "mnuDescargarTodo");
+    d.findChild<QTabWidget*>()->setCurrentIndex(1);
+    Pulsar(d, "DatosInst");
+    Mirar(d);
+    d.reject();
+  });
+  Ejecutar("mnuAcciones(2)");
+  Al("frmParametrizacion", [this](QDialog& d) {
+    DarClave();
+    Al("frmParamCfg", [this](QDialog& sensor) {
+      base_.operador.EsperaAbrir("Abrir parametrizaciones...", base_.carpeta / "ParametrizacionesEjemplo.ipf");
+      Al("frmPredefinidas");
+      Pulsar(sensor, "LeerParam");
+      sensor.reject();
+    });
+    emit Hallar<QTreeView>(d, "Lista").doubleClicked(Hallar<QTreeView>(d, "Lista").currentIndex());
+    d.reject();
+  });
+  Ejecutar("mnuAcciones(3)");
+  Al("frmConfirmPass");
+  Ejecutar("mnuAcciones(5)");
+  Al("frmAsistRemota", [this](QDialog& d) {
+    Pulsar(d, "cmdNav(3)");
+    Mirar(d);
+    Al("frmParamCfg", [](QDialog& sensor) { Pulsar(sensor, "cmdDejarRestantes"); });
+    Pulsar(d, "cmdNav(3)");
+    Mirar(d);
+    Al("frmAgendas", [](QDialog& agenda) { Pulsar(agenda, "cmd(0)"); });
+    Pulsar(d, "cmdNav(3)");
+    Mirar(d);
+    d.reject();
+  });
+  Ejecutar("mnuAcciones(6)");
+  Al("frmPuerto", [this](QDialog& d) {
+    Pulsar(d, "optIP");
+    Mirar(d);
+    d.reject();
+  });
+  Ejecutar("mnuAcciones(7)");
+  Al("frmSalidasDigitales");
+  Ejecutar("mnuAcciones(8)");
+  ConClave("mnuAccAvanzadas(0)", "frmComandos", [this](QDialog& d) {
+    if (auto* hojas = d.findChild<QTabWidget*>()) {
+      for (int hoja = 0; hoja < hojas->count(); ++hoja) {
+        hojas->setCurrentIndex(hoja);
+        Mirar(d);
+      }
+    }
+    d.reject();
+  });
+  ConClave("mnuAccAvanzadas(1)", "frmParametrizacion");
+  ConClave("mnuAccAvanzadas(2)", "frmLectorFlash");
+  ConClave("mnuAccAvanzadas(4)", "frmVisualizador");
+  ConClave("mnuAccAvanzadas(5)", "frmColaTransmicion");
+  Al("frmBitacora");
+  Ejecutar("mnuVisita(0)");
+  Al("frmLibroEstaciones", [this](QDialog& d) {
+    Al("frmEstacion");
+    Accionar(d, "mnuLibNueva");
+    d.reject();
+  });
+  Ejecutar("mnuVisita(1)");
+  Al("frmAbout");
+  Ejecutar("mnuHelpAbout");
+}
+
+INSTANTIATE_TEST_SUITE_P(Texto, TodasLasVentanas, testing::Values(100, 200));
+
+}  // namespace
+}  // namespace utr
