@@ -1,12 +1,10 @@
-# Run at each build with DATOS (our data folder), CATALOGOS (translation catalogues), DESTINO (the executable's folder) and
-# ENTREGADOS (what earlier builds delivered of the files that people edit).
+# Run at each build with DATOS (our data folder), CATALOGOS (translation catalogues), AYUDA (the help), DESTINO (the
+# executable's folder) and ENTREGADOS (what earlier builds delivered of the files that people edit).
 
 # Ours: the delivered copy always follows the source.
 file(GLOB propios ${DATOS}/*.xml ${DATOS}/*.icf ${DATOS}/*.ipf)
 file(COPY ${propios} DESTINATION ${DESTINO})
-if(IS_DIRECTORY ${DATOS}/Ayuda)
-  file(COPY ${DATOS}/Ayuda DESTINATION ${DESTINO})
-endif()
+file(COPY ${AYUDA} DESTINATION ${DESTINO}/Ayuda)
 file(COPY ${CATALOGOS} DESTINATION ${DESTINO}/translations)
 
 # The trainer's and the operator's: a copy that was edited stays; one that wasn't follows the source.
