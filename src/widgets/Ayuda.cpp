@@ -1,23 +1,21 @@
 #include "widgets/Ayuda.h"
 
-#include <QDesktopServices>
+#include <QCoreApplication>
 #include <QPushButton>
 #include <QShortcut>
-#include <QUrl>
 
 #include "driver/Utilidades.h"
-#include "widgets/TextoQt.h"
 
 namespace utr {
 
-void AbrirAyuda(const std::filesystem::path& archivo) {
-  if (!HayAyuda(archivo)) return;
-  QDesktopServices::openUrl(QUrl::fromLocalFile(Q(archivo.string())));
+void AbrirAyuda(const std::filesystem::path& archivo, const QWidget& desde, EntradaAyuda entrada) {
+  auto* ayudante = QCoreApplication::instance()->findChild<Ayudante*>(QString(), Qt::FindDirectChildrenOnly);
+  if (ayudante != nullptr && HayAyuda(archivo)) ayudante->Mostrar(archivo, entrada, desde);
 }
 
 void ServirAyuda(QPushButton& boton, const std::filesystem::path& archivo) {
   boton.setEnabled(HayAyuda(archivo));
-  QObject::connect(&boton, &QPushButton::clicked, &boton, [archivo] { AbrirAyuda(archivo); });
+  QObject::connect(&boton, &QPushButton::clicked, &boton, [&boton, archivo] { AbrirAyuda(archivo, boton); });
   new QShortcut(QKeySequence::HelpContents, &boton, &boton, &QPushButton::click);
 }
 

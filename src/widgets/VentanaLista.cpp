@@ -270,7 +270,7 @@ ComandoVentana VentanaLista::ComandoAyuda() {
           .ayuda = "Ayuda",
           .tecla = QKeySequence::HelpContents,
           .si = [this] { return HayAyuda(archivo_ayuda_); },
-          .hacer = [this] { AbrirAyuda(archivo_ayuda_); }};
+          .hacer = [this] { AbrirAyuda(archivo_ayuda_, *this); }};
 }
 
 ComandoVentana VentanaLista::ComandoQueEsEsto() {

@@ -144,7 +144,7 @@ void frmAsistRemota::Navegar(int boton) {
   const std::int16_t paso = estado_.paso;
   switch (boton) {
     case kAyuda:
-      return AbrirAyuda(mod_.archivo_ayuda);
+      return AbrirAyuda(mod_.archivo_ayuda, *this);
     case kCancelar:
       return reject();
     case kAnterior:

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 
+#include "help/windows/AyudanteQt.h"
 #include "session/ArchivoAyuda.h"
 #include "session/ArchivoBitacora.h"
 #include "session/windows/frmLogin.h"
@@ -91,6 +92,7 @@ int Ejecutar(const Entorno& entorno) {
   RuedaInofensiva rueda;
   qApp->installEventFilter(&rueda);
   Main principal(entorno);
+  const AyudanteQt ayudante(principal.Mod().archivo_ayuda, entorno.operador);
   return principal.Entrar() ? principal.Correr(&apariencia) : 0;
 }
 

@@ -178,7 +178,8 @@ void MenuPpal::ArmarAyuda(QMainWindow* ventana) {
   contenido->setShortcut(QKeySequence("F1"));
   que->setShortcut(QKeySequence("Shift+F1"));
   de_ayuda_ = {contenido, buscar};
-  for (const QAction* accion : de_ayuda_) connect(accion, &QAction::triggered, this, &MenuPpal::AyudaPedida);
+  connect(contenido, &QAction::triggered, this, [this] { emit AyudaPedida(EntradaAyuda::kContenido); });
+  connect(buscar, &QAction::triggered, this, [this] { emit AyudaPedida(EntradaAyuda::kBuscar); });
   connect(que, &QAction::triggered, this, &MenuPpal::QueEsEsto);
   mnuHelp->addSeparator();
   connect(Entrada(mnuHelp, "mnuHelpAbout", "&Acerca de la aplicación"), &QAction::triggered, this, &MenuPpal::AcercaDe);
@@ -214,7 +215,7 @@ void MenuPpal::ArmarBarra(QMainWindow* ventana) {
   }
   barra->addSeparator();
   de_ayuda_.push_back(Agregar(barra, "Help", "Ayuda", "ayuda", nullptr));
-  connect(de_ayuda_.back(), &QAction::triggered, this, &MenuPpal::AyudaPedida);
+  connect(de_ayuda_.back(), &QAction::triggered, this, [this] { emit AyudaPedida(EntradaAyuda::kContenido); });
   connect(Agregar(barra, "Help What's This", "¿Qué es esto?", "que-es-esto", nullptr), &QAction::triggered, this,
           &MenuPpal::QueEsEsto);
   NombrarBotonesDeQt(*barra);

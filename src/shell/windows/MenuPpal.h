@@ -10,6 +10,7 @@
 
 #include "session/SituacionDelEnlace.h"
 #include "shell/windows/ListaAcciones.h"
+#include "widgets/Ayuda.h"
 
 class QActionGroup;
 class QLabel;
@@ -54,7 +55,7 @@ class MenuPpal : public QObject {
   void Conectar();
   void Desconectar();
   void BarraDeEstado(bool visible);
-  void AyudaPedida();
+  void AyudaPedida(EntradaAyuda entrada);
   void QueEsEsto();
   void AcercaDe();
   void Salir();

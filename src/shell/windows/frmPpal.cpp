@@ -119,7 +119,8 @@ void frmPpal::ConectarControles() {
     lista_->FijarVista(vista);
     menu_->FijarVista(vista);
   });
-  connect(menu_, &MenuPpal::AyudaPedida, this, [this] { AbrirAyuda(mod_.archivo_ayuda); });
+  connect(menu_, &MenuPpal::AyudaPedida, this,
+          [this](EntradaAyuda entrada) { AbrirAyuda(mod_.archivo_ayuda, *this, entrada); });
   connect(menu_, &MenuPpal::QueEsEsto, this, [] { QWhatsThis::enterWhatsThisMode(); });
   connect(menu_, &MenuPpal::AcercaDe, this,
           [this] { Operar("mnuHelpAbout_Click", [this] { frmAbout(this).exec(); }); });
