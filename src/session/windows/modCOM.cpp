@@ -1,12 +1,25 @@
 #include "session/windows/modCOM.h"
 
+#include <unistd.h>
+
 #include <QSerialPortInfo>
+#include <cerrno>
 
 #include "session/Puertos.h"
 #include "widgets/AyudaCombos.h"
 #include "widgets/TextoQt.h"
 
 namespace utr {
+
+namespace {
+
+// What the operator should know ahead of trying: serial ports belong to a group that new users aren't in.
+QString Permiso(const QString& ruta) {
+  const bool negado = ::access(ruta.toLocal8Bit().constData(), R_OK | W_OK) != 0 && errno == EACCES;
+  return negado ? QStringLiteral(" (sin permiso: grupo dialout)") : QString();
+}
+
+}  // namespace
 
 std::vector<Dispositivo> DispositivosDelEquipo() {
   std::vector<Dispositivo> dispositivos;
@@ -15,7 +28,8 @@ std::vector<Dispositivo> DispositivosDelEquipo() {
     // Adapters of a kind that have no serial number share their name by identity, and only where they are plugged in
     // tells one from the other.
     const char* enlaces = puerto.serialNumber().isEmpty() ? "/dev/serial/by-path" : "/dev/serial/by-id";
-    dispositivos.push_back({NombreDuradero(U(puerto.systemLocation()), enlaces), U(descripcion)});
+    dispositivos.push_back(
+        {NombreDuradero(U(puerto.systemLocation()), enlaces), U(descripcion + Permiso(puerto.systemLocation()))});
   }
   return dispositivos;
 }

@@ -34,8 +34,10 @@ speed_t CodigoDe(std::int32_t velocidad) {
   if (en_uso) {
     throw Error(error::kPuertoEnUso, kOrigen, "Otro programa tiene el puerto " + dispositivo, error_del_sistema);
   }
-  const char* motivo = error_del_sistema == EACCES ? "No hay permiso para abrir el puerto " : "No se abre el puerto ";
-  throw Error(error_enlace::kPuertoInexistente, kOrigen, motivo + dispositivo, error_del_sistema);
+  const std::string motivo = error_del_sistema == EACCES
+                                 ? "No hay permiso para abrir el puerto " + dispositivo + " (grupo dialout)"
+                                 : "No se abre el puerto " + dispositivo;
+  throw Error(error_enlace::kPuertoInexistente, kOrigen, motivo, error_del_sistema);
 }
 
 // Bytes as they are, with nothing added, dropped or waited for, and no notice taken of the carrier: a modem is talked
