@@ -32,15 +32,23 @@ double Numero(const Tabla& fila, std::string_view campo) {
   return NumeroDeRegistro(Texto(fila, campo));
 }
 
+// A rain gauge has no lowest valid reading but 0.
 bool SinValidacion(const Tabla& fila, CaraSensor cara) {
-  return CeldaDe(CampoSensor::kMinValid, cara) == Celda::kActiva &&
-         Numero(fila, "MaxValid") <= Numero(fila, "MinValid");
+  const double minimo = CeldaDe(CampoSensor::kMinValid, cara) == Celda::kActiva ? Numero(fila, "MinValid") : 0;
+  return Numero(fila, "MaxValid") <= minimo;
+}
+
+// Whether scaled records of the channel are in the units of its limits: without a span they stay counts, but for those
+// of a rain gauge.
+bool EnUnidades(const Tabla& fila, TipoSensor tipo) {
+  return GuardaHistoria(tipo) && (tipo == TipoSensor::kPluviometro || Val(Texto(fila, "Span")) > 0);
 }
 
 std::vector<LimiteSerie> LimitesDe(const Tabla& fila, std::int16_t canal) {
   std::vector<LimiteSerie> limites;
-  const auto cara = CaraDe(static_cast<std::int16_t>(LeerTipo(Texto(fila, "Tipo")).value_or(TipoSensor{6})), canal);
-  if (!cara) return limites;
+  const auto tipo = LeerTipo(Texto(fila, "Tipo"));
+  const auto cara = tipo ? CaraDe(static_cast<std::int16_t>(*tipo), canal) : std::nullopt;
+  if (!cara || !EnUnidades(fila, *tipo)) return limites;
   const bool con_alarmas = AlarmaHabilitada(LeerFlags(Texto(fila, "Flags")));
   for (const CampoLimite& uno : kLimites) {
     const bool es_alarma = uno.limite.clase == ClaseLimite::kAlarma;

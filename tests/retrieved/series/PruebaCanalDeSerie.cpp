@@ -22,13 +22,18 @@ TEST(PruebaCanalDeSerie, LimitesQueElTipoTiene) {
     const char* flags;
     const char* maximo;
     const char* limites;
+    const char* span = "4096";
   };
   constexpr Caso kCasos[] = {
       {"1", "0", "3", "9", "AMax=7 AMin=2 MaxValid=9 MinValid=1"},
       {"1", "0", "1", "9", "MaxValid=9 MinValid=1"},  // alarms not enabled
       {"2", "0", "3", "1", "AMax=7 AMin=2"},          // nothing between the limits: never set
       {"4", "1", "3", "9", "AMax=7 AMin=2 AlMaxPico=8 AlMinPico=3 MaxValid=9 MinValid=1"},
-      {"15", "5", "3", "9", "MaxValid=9"},
+      {"15", "5", "3", "9", "MaxValid=9", "0"},
+      {"15", "5", "3", "0", ""},      // never set
+      {"1", "0", "3", "9", "", "0"},  // without a span the records stay counts
+      {"4", "1", "3", "9", "", "-4096"},
+      {"4", "4", "3", "9", ""},  // a kind without a history
       {"16", "7", "3", "9", ""},
       {"2", "6", "3", "9", ""},  // a kind that is none
   };
@@ -36,6 +41,7 @@ TEST(PruebaCanalDeSerie, LimitesQueElTipoTiene) {
     const auto tabla = TablaDeCanales({{{"Canal", caso.canal},
                                         {"Tipo", caso.tipo},
                                         {"Flags", caso.flags},
+                                        {"Span", caso.span},
                                         {"MaxValid", caso.maximo},
                                         {"MinValid", "1"},
                                         {"AMax", "7"},
