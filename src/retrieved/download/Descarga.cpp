@@ -132,18 +132,34 @@ void Descarga::Correr(Progreso& progreso) {
     cancelada_ = progreso.Cancelado();
     if (cancelada_) break;
     progreso.Texto(pieza.que);
-    sigue = Leer(pieza) && (Juntas(pieza) || Guardar(pieza));
+    sigue = Leer(pieza) && Guardar(pieza);
     cancelada_ = progreso.Cancelado() && !sigue;
     if (pieza.estado == EstadoPieza::kFalta) progreso.Descartado(pieza.que, pieza.porque);
     sigue = sigue || (fallas_seguidas_ > 0 && fallas_seguidas_ < kFallasSeguidas && !cancelada_);
   }
-  // Also behind a cancel: what came is worth its file.
-  if (pedido_.datos && pedido_.formato == FormatoDescarga::kPorTiempo) GuardarPorTiempo();
-  Pieza& resumen = piezas_.back();
-  Escribir(resumen, [this](const fs::path& ruta) {
+  EscribirResumen();
+  progreso.Posicion(static_cast<std::int64_t>(piezas_.size()));
+}
+
+std::size_t Descarga::SinGuardar() const {
+  return static_cast<std::size_t>(std::count_if(piezas_.begin(), piezas_.end(), [](const Pieza& pieza) {
+    return pieza.leida && pieza.estado != EstadoPieza::kGuardada;
+  }));
+}
+
+void Descarga::GuardarLoLeido(const fs::path& carpeta) {
+  carpeta_ = carpeta;
+  bool sigue = true;
+  for (std::size_t i = 0; i + 1 < piezas_.size() && sigue; ++i) {
+    if (piezas_[i].leida && piezas_[i].estado != EstadoPieza::kGuardada) sigue = Guardar(piezas_[i]);
+  }
+  EscribirResumen();
+}
+
+void Descarga::EscribirResumen() {
+  Escribir(piezas_.back(), [this](const fs::path& ruta) {
     EscribirEntero(ruta, [this](std::ostream& salida) { salida << Resumen(); });
   });
-  progreso.Posicion(static_cast<std::int64_t>(piezas_.size()));
 }
 
 // False: it couldn't be read.
@@ -189,12 +205,14 @@ bool Descarga::Escribir(Pieza& pieza, const std::function<void(const fs::path& r
   const auto falla = FallaDe([&] { escribir(carpeta_ / pieza.archivo); });
   pieza.estado = falla ? EstadoPieza::kFalta : EstadoPieza::kGuardada;
   pieza.porque = falla ? PorQue(*falla) : "";
+  if (!falla) pieza.carpeta = carpeta_;
   if (falla) registro_.RegistrarError(*falla, kModulo, "Escribir");
   return !falla;
 }
 
 bool Descarga::Guardar(Pieza& pieza) {
   if (!pieza.leida) return true;
+  if (Juntas(pieza)) return GuardarPorTiempo();
   const bool como_tabla = pieza.clase == ClasePieza::kConfiguracion || pedido_.formato == FormatoDescarga::kTablas;
   const bool escrita = Escribir(pieza, [&](const fs::path& ruta) {
     if (como_tabla) return pieza.leida->GuardarSobre(ruta);
@@ -208,7 +226,8 @@ bool Descarga::Guardar(Pieza& pieza) {
   return true;
 }
 
-// All channels that were read so far, in place of the file of an earlier run.
+// All channels that were read so far, in place of the file that lacks the last one of them: whatever ends the run, what
+// came has its file.
 bool Descarga::GuardarPorTiempo() {
   std::vector<Pieza*> canales;
   std::vector<TablaPtr> tablas;
@@ -217,7 +236,6 @@ bool Descarga::GuardarPorTiempo() {
     canales.push_back(&pieza);
     tablas.push_back(pieza.leida);
   }
-  if (canales.empty()) return true;
   Pieza archivo = *canales.front();
   const bool escrito = Escribir(archivo, [&](const fs::path& ruta) {
     EscribirEntero(ruta, [&](std::ostream& salida) { EscribirPorTiempo(salida, tablas, pedido_.csv); });
@@ -227,9 +245,14 @@ bool Descarga::GuardarPorTiempo() {
     if (!escrito && canal->estado == EstadoPieza::kGuardada) continue;
     canal->estado = archivo.estado;
     canal->porque = archivo.porque;
+    canal->carpeta = archivo.carpeta;
     if (escrito) canal->registros = canal->leida->RecordCount();
   }
   return escrito;
+}
+
+std::string Descarga::Donde(const Pieza& pieza) const {
+  return pieza.carpeta == carpeta_ ? pieza.archivo : (pieza.carpeta / pieza.archivo).string();
 }
 
 std::string Descarga::Resumen() const {
@@ -242,7 +265,7 @@ std::string Descarga::Resumen() const {
     texto += "\r\n" + pieza.que + ": " + TextoEstado(pieza);
     if (pieza.estado == EstadoPieza::kGuardada)
       texto +=
-          fmt::format(", {} {} en {}", pieza.registros, pieza.registros == 1 ? "registro" : "registros", pieza.archivo);
+          fmt::format(", {} {} en {}", pieza.registros, pieza.registros == 1 ? "registro" : "registros", Donde(pieza));
   }
   return texto + "\r\n";
 }

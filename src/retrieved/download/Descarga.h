@@ -44,8 +44,9 @@ enum class ClasePieza : std::uint8_t { kConfiguracion, kCanal, kEventos, kCola, 
 // One thing to take: where it goes to and what became of it.
 struct Pieza {
   ClasePieza clase = ClasePieza::kCanal;
-  std::string que{};      // "EA01_Nivel", "Eventos"
-  std::string archivo{};  // its name in the folder
+  std::string que{};                // "EA01_Nivel", "Eventos"
+  std::string archivo{};            // its name in the folder
+  std::filesystem::path carpeta{};  // where it was written; empty: it wasn't
   EstadoPieza estado = EstadoPieza::kPendiente;
   std::string porque{};       // why it is missing
   std::size_t registros = 0;  // rows that were written
@@ -83,8 +84,18 @@ class Descarga {
   bool Completa() const;
   bool Cancelada() const noexcept { return cancelada_; }
 
+  // The file of a piece that was written: its name, with the folder where that is another one.
+  std::string Donde(const Pieza& pieza) const;
+
   // How many are in that state, the summary apart.
   std::size_t Cuantas(EstadoPieza estado) const;
+
+  // How many came from the unit and have no file, which is what is lost with the download.
+  std::size_t SinGuardar() const;
+
+  // Writes these into that folder, which is the one of the download from now on, without asking the unit; the channels
+  // of one table by time go there together. Raises nothing, as Correr.
+  void GuardarLoLeido(const std::filesystem::path& carpeta);
 
  private:
   void AgregarPieza(ClasePieza clase, const std::string& que, const std::string& nombre);
@@ -93,6 +104,7 @@ class Descarga {
   bool Guardar(Pieza& pieza);
   bool Escribir(Pieza& pieza, const std::function<void(const std::filesystem::path& ruta)>& escribir);
   bool GuardarPorTiempo();
+  void EscribirResumen();
   bool Juntas(const Pieza& pieza) const;
   std::string Resumen() const;
 

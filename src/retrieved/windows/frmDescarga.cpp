@@ -1,5 +1,7 @@
 #include "retrieved/windows/frmDescarga.h"
 
+#include <fmt/format.h>
+
 #include <QCheckBox>
 #include <QDateTimeEdit>
 #include <QFormLayout>
@@ -28,6 +30,7 @@ namespace utr {
 namespace {
 
 constexpr const char* kDescargarTodo = "Descargar todo";
+constexpr const char* kElegirCarpeta = "Carpeta de las descargas ...";
 constexpr QSize kTamano(900, 700);
 constexpr int kEntreControles = 6;
 constexpr int kEntreColumnas = 24;
@@ -253,8 +256,7 @@ void frmDescarga::Explicar() {
 }
 
 void frmDescarga::ElegirCarpeta() {
-  const auto elegida =
-      mod_.operador.ElegirAbrir({"Carpeta de las descargas ...", {}, Ruta(carpeta_->text()).parent_path(), {}});
+  const auto elegida = mod_.operador.ElegirAbrir({kElegirCarpeta, {}, Ruta(carpeta_->text()).parent_path(), {}});
   if (elegida) carpeta_->setText(Q(elegida->string()));
 }
 
@@ -284,20 +286,59 @@ bool frmDescarga::SePuede(const PedidoDescarga& pedido) {
 
 void frmDescarga::Descargar() {
   const PedidoDescarga pedido = Pedido();
-  if (Ocupacion::Ocupada(*this) || !SePuede(pedido)) return;
+  if (Ocupacion::Ocupada(*this) || !SePuede(pedido) || !Abandonar()) return;
   csv_->Recordar();
   RegistrandoYMostrando(
       mod_.registro, mod_.operador, U(objectName()), "Descargar", kDescargarTodo, Redaccion::kCompletarse, [&] {
-        const auto carpeta = NuevaCarpetaDeDescarga(
-            Ruta(carpeta_->text()), mod_.propiedades.LeerEntero(clave::kIdentificador, 0), mod_.reloj.Ahora());
+        const auto carpeta = NuevaCarpeta(Ruta(carpeta_->text()));
         const ContextoRegistros contexto{mod_.comunicador, mod_.reloj, mod_.catalogo, mod_.registro};
         descarga_ = std::make_unique<Descarga>(contexto, configuracion_, mod_.atender, mod_.carpeta, pedido, carpeta);
         Correr();
       });
 }
 
+std::filesystem::path frmDescarga::NuevaCarpeta(const std::filesystem::path& donde) const {
+  return NuevaCarpetaDeDescarga(donde, mod_.propiedades.LeerEntero(clave::kIdentificador, 0), mod_.reloj.Ahora());
+}
+
 void frmDescarga::Seguir() {
-  if (!Ocupacion::Ocupada(*this) && descarga_ && !descarga_->Completa()) Correr();
+  if (Ocupacion::Ocupada(*this) || !descarga_ || descarga_->Completa()) return;
+  RegistrandoYMostrando(mod_.registro, mod_.operador, U(objectName()), "Seguir", kDescargarTodo,
+                        Redaccion::kCompletarse, [this] { Correr(); });
+}
+
+// What came from the unit and no disk took goes with the window: true where there is none, or the operator gives it up.
+bool frmDescarga::Abandonar() {
+  if (!descarga_) return true;
+  while (const std::size_t cuantas = descarga_->SinGuardar()) {
+    const std::string partes = cuantas == 1
+                                   ? "Se leyó de la UTR 1 parte que no se pudo guardar"
+                                   : fmt::format("Se leyeron de la UTR {} partes que no se pudieron guardar", cuantas);
+    const Respuesta respuesta = mod_.operador.Mostrar({.texto = partes + " y se perderá lo leído.\n¿Qué desea hacer?",
+                                                       .titulo = kDescargarTodo,
+                                                       .icono = Icono::kExclamacion,
+                                                       .botones = Botones::kOpciones,
+                                                       .opciones = {"Guardar en otra carpeta", "Perder lo leído"},
+                                                       .defecto = Respuesta::kPrimera});
+    if (respuesta == Respuesta::kSegunda) return true;
+    if (respuesta != Respuesta::kPrimera) return false;
+    GuardarEnOtra();
+  }
+  return true;
+}
+
+void frmDescarga::GuardarEnOtra() {
+  const auto elegida = mod_.operador.ElegirAbrir({kElegirCarpeta, {}, Ruta(carpeta_->text()).parent_path(), {}});
+  if (!elegida) return;
+  RegistrandoYMostrando(mod_.registro, mod_.operador, U(objectName()), "GuardarEnOtra", kDescargarTodo,
+                        Redaccion::kCompletarse, [&] {
+                          {
+                            const Ocupacion ocupacion(*this, AlTrabajar());
+                            descarga_->GuardarLoLeido(NuevaCarpeta(*elegida));
+                          }
+                          Listar();
+                          DecirFinal(true);
+                        });
 }
 
 void frmDescarga::Correr() {
@@ -329,7 +370,7 @@ void frmDescarga::Listar() {
     tabla->Set("Que", pieza.que);
     tabla->Set("Estado", TextoEstado(pieza));
     tabla->Set("Registros", guardada && pieza.clase != ClasePieza::kResumen ? std::to_string(pieza.registros) : "");
-    tabla->Set("Archivo", guardada ? pieza.archivo : "");
+    tabla->Set("Archivo", guardada ? descarga_->Donde(pieza) : "");
   }
   tabla->UpdateBatch();
   Lista().Mostrar(tabla);
@@ -366,6 +407,7 @@ EncabezadoLista frmDescarga::Encabezado(bool) const {
 }
 
 void frmDescarga::done(int resultado) {
+  if (!Abandonar()) return;
   recordar_->Guardar();
   VentanaLista::done(resultado);
 }

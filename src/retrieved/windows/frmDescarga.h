@@ -46,8 +46,11 @@ class frmDescarga : public VentanaLista {
   PedidoDescarga Pedido() const;
   bool SePuede(const PedidoDescarga& pedido);
   void Descargar();
+  std::filesystem::path NuevaCarpeta(const std::filesystem::path& donde) const;
   void Seguir();
   void Correr();
+  bool Abandonar();
+  void GuardarEnOtra();
   void Listar();
   void DecirFinal(bool con_mensaje);
 
