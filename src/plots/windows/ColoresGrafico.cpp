@@ -5,12 +5,9 @@
 namespace utr {
 namespace {
 
-// The three curves of each theme: far apart in hue and in lightness, so that they are told apart in grey too.
-constexpr QRgb kCurvasDe[][kCurvas] = {
-    {0xff0b5cad, 0xffb3470b, 0xff2d7d32},  // light
-    {0xff6cb6ff, 0xffffb066, 0xff7fd88a},  // dark
-    {0xff0000c0, 0xffa02000, 0xff005500},  // outdoors
-};
+// As far apart in hue as the colours of a theme go. Limits and events share what is left: a dotted line across and a
+// flag aren't taken for each other.
+constexpr std::array<Matiz, kCurvas> kCurvasDe{Matiz::kAcento, Matiz::kAviso, Matiz::kBien};
 
 }  // namespace
 
@@ -24,10 +21,10 @@ ColoresGrafico ColoresDeGrafico(const QPalette& de_la_ventana) {
   colores.reja.setAlpha(40);
   colores.cursor = colores.texto;
   colores.alarma = ColorDe(Matiz::kMal, paleta);
-  colores.validacion = ColorDe(Matiz::kAviso, paleta);
+  colores.validacion = ColorDe(Matiz::kAparte, paleta);
   colores.no_validado = ColorDe(Matiz::kAlerta, paleta);
-  colores.evento = ColorDe(Matiz::kAcento, paleta);
-  for (std::size_t i = 0; i < kCurvas; ++i) colores.curvas[i] = kCurvasDe[static_cast<std::size_t>(TemaDe(paleta))][i];
+  colores.evento = ColorDe(Matiz::kAparte, paleta);
+  for (std::size_t i = 0; i < kCurvas; ++i) colores.curvas.at(i) = ColorDe(kCurvasDe.at(i), paleta);
   return colores;
 }
 

@@ -84,7 +84,9 @@ std::optional<VentanaTiempo> TodoElTiempo(const ContenidoGrafico& contenido) {
     if (!todo) todo = {desde, hasta};
     todo = {std::min(todo->desde, desde), std::max(todo->hasta, hasta)};
   }
-  return todo;
+  if (!todo || contenido.eventos.empty()) return todo;
+  return VentanaTiempo{std::min(todo->desde, static_cast<double>(contenido.eventos.front().momento)),
+                       std::max(todo->hasta, static_cast<double>(contenido.eventos.back().momento))};
 }
 
 Extension ExtensionDe(const CanalGrafico& canal, const VentanaTiempo& ventana) {

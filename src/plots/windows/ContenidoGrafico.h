@@ -24,7 +24,7 @@ struct EventoGrafico {
   QString texto;
 };
 
-// The flags of a table of events, RegistrosEventos; those whose date can't be read are left out.
+// The flags of a table of events, RegistrosEventos, in the order of time; those whose date can't be read are left out.
 std::vector<EventoGrafico> EventosDeTabla(const Tabla& eventos);
 
 // All that a plot shows. The first channel is the one that was read, whose rows stand in the list.
@@ -33,11 +33,11 @@ struct ContenidoGrafico {
   QString estacion;
   QString periodo;  // the span as its reader was told it; empty: that of the records
   std::vector<CanalGrafico> canales;
-  std::vector<EventoGrafico> eventos;
+  std::vector<EventoGrafico> eventos;      // ascending
   std::optional<VentanaTiempo> ventana{};  // what is in sight of it; nothing: all
 };
 
-// From the first to the last record of all channels; nothing without any.
+// From the first to the last record of all channels, and on to events beyond them; nothing without any record.
 std::optional<VentanaTiempo> TodoElTiempo(const ContenidoGrafico& contenido);
 
 // The extent of values that an axis shows for a channel: what lies in that span of time, with room around it, and the

@@ -15,7 +15,9 @@ constexpr double kPuntoSuelto = 2.2;  // radius of a point that no line reaches
 constexpr double kCruz = 3.5;         // half the size of the mark of a value that wasn't validated
 constexpr int kVelo = 55;             // of the band
 constexpr double kBarraMinima = 1.5;
-constexpr double kSobreElEje = 3;  // of the words at the foot
+constexpr double kSobreElEje = 3;      // of the words at the foot
+constexpr double kBajoBanderas = 10;   // and of those at the top
+constexpr int kFondoDePalabras = 200;  // of 255, where they lie over a curve
 
 // Whether most columns hold several points. Such a line is a row of upright strokes, which are drawn many times faster
 // than a line that goes up and down.
@@ -158,9 +160,16 @@ void CurvaSerie::DibujarNoValidados(QCPPainter& pintor, const Pasos& pasos) cons
 void CurvaSerie::DibujarLimites(QCPPainter& pintor) const {
   const QRectF lugar = mKeyAxis->axisRect()->rect();
   const double alto = QFontMetricsF(mKeyAxis->tickLabelFont()).height();
-  double encima = lugar.top();
+  double encima = lugar.top() + kBajoBanderas;
   double debajo = lugar.bottom() - kSobreElEje;
   pintor.setFont(mKeyAxis->tickLabelFont());
+  QColor fondo = colores_.fondo;
+  fondo.setAlpha(kFondoDePalabras);
+  const auto decir = [&](double arriba, Qt::Alignment lado, const QString& texto) {
+    const QRectF sitio(lugar.left() + 4, arriba, lugar.width() - 8, alto);
+    pintor.fillRect(pintor.boundingRect(sitio, static_cast<int>(lado), texto), fondo);
+    pintor.drawText(sitio, static_cast<int>(lado), texto);
+  };
   for (const LimiteSerie& limite : canal_.limites) {
     const QColor color = limite.clase == ClaseLimite::kAlarma ? colores_.alarma : colores_.validacion;
     pintor.setPen(QPen(color, 1, limite.clase == ClaseLimite::kAlarma ? Qt::DashLine : Qt::DotLine));
@@ -172,14 +181,13 @@ void CurvaSerie::DibujarLimites(QCPPainter& pintor) const {
       const double y = mValueAxis->coordToPixel(limite.valor);
       pintor.drawLine(QLineF(lugar.left(), y, lugar.right(), y));
       const double sitio = y - alto < lugar.top() ? y : y - alto;
-      pintor.drawText(QRectF(lugar.left() + 4, sitio, lugar.width() - 8, alto),
-                      limite.clase == ClaseLimite::kAlarma ? Qt::AlignLeft : Qt::AlignRight, texto);
+      decir(sitio, limite.clase == ClaseLimite::kAlarma ? Qt::AlignLeft : Qt::AlignRight, texto);
       continue;
     }
     const bool arriba = (limite.valor > rango.upper) != mValueAxis->rangeReversed();
     texto = (arriba ? QStringLiteral("▲ ") : QStringLiteral("▼ ")) + texto;
     if (!arriba) debajo -= alto;
-    pintor.drawText(QRectF(lugar.left() + 4, arriba ? encima : debajo, lugar.width() - 8, alto), Qt::AlignRight, texto);
+    decir(arriba ? encima : debajo, Qt::AlignRight, texto);
     if (arriba) encima += alto;
   }
 }

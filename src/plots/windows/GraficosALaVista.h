@@ -14,7 +14,7 @@ namespace utr {
 struct GraficoVisto {
   QString titulo;    // "Datos históricos de la UTR: EA01 Nivel del río"
   QString estacion;  // empty where it isn't known
-  QString periodo;   // the span in sight
+  QString periodo;   // the span that was asked for, and what of it was in sight
   // Paints the plot (curves and axes, without title) into that rectangle, in the colours of paper. May be called at any
   // time while the program runs: it holds its own data. The painter is left as it was.
   std::function<void(QPainter& pintor, const QRectF& lugar)> pintar;

@@ -34,6 +34,10 @@ QString EtiquetaDe(const Serie& serie) {
   return unidad.isEmpty() || unidad == QLatin1String("-") ? titulo : titulo + QStringLiteral(" (%1)").arg(unidad);
 }
 
+QString TextoEvento(const EventoGrafico& evento) {
+  return Q(TextoMomento(evento.momento)) + QStringLiteral(", ") + evento.texto;
+}
+
 // One record has no span: an hour around it.
 VentanaTiempo ConAire(VentanaTiempo ventana) {
   const double aire = ventana.hasta > ventana.desde ? (ventana.hasta - ventana.desde) * kMargenTiempo : 1800;
@@ -50,7 +54,7 @@ Hidrograma::Hidrograma(QWidget* parent) : QWidget(parent), lienzo_(new QCustomPl
   setWhatsThis(
       QStringLiteral("Los registros en el tiempo. La rueda acerca y aleja; arrastrar acerca a lo marcado, con "
                      "Mayúsculas corre el período; un clic elige el registro más cercano. Con el teclado: flechas, "
-                     "Inicio, Fin, + y -, Av Pág y Re Pág."));
+                     "Inicio, Fin, + y -, Av Pág y Re Pág; con Control, izquierda y derecha van de evento en evento."));
   auto* caja = new QVBoxLayout(this);
   caja->setContentsMargins(0, 0, 0, 0);
   caja->addWidget(lienzo_);
@@ -92,6 +96,7 @@ void Hidrograma::Mostrar(ContenidoGrafico contenido) {
   contenido_ = std::move(contenido);
   if (contenido_.canales.size() > kCurvas) contenido_.canales.resize(kCurvas);
   cursor_.reset();
+  evento_.reset();
   ArmarCurvas();
   banderas_->Poner(contenido_.eventos);
   leyenda_->Decir(PorQueNada(contenido_));
@@ -122,9 +127,13 @@ void Hidrograma::ArmarCurvas() {
 }
 
 void Hidrograma::PonerEventos(std::vector<EventoGrafico> eventos) {
+  const bool todo = VeTodo();
   contenido_.eventos = std::move(eventos);
   banderas_->Poner(contenido_.eventos);
+  evento_.reset();
+  todo ? Todo() : AjustarRango();
   Redibujar();
+  PonerCursor();
 }
 
 // --- Looks -----------------------------------------------------------------------------------------------------------
@@ -185,6 +194,11 @@ void Hidrograma::Todo() {
   Ver(ConAire(TodoElTiempo(contenido_).value_or(VentanaTiempo{0, kDia})));
 }
 
+bool Hidrograma::VeTodo() const {
+  const auto todo = TodoElTiempo(contenido_);
+  return !todo || (contenido_.ventana->desde <= todo->desde && contenido_.ventana->hasta >= todo->hasta);
+}
+
 void Hidrograma::Ultimas(double segundos) {
   const auto todo = TodoElTiempo(contenido_);
   if (!todo) return;
@@ -200,8 +214,9 @@ void Hidrograma::AjustarRango() {
   const QCPRange rango = tiempo->range();
   const double largo =
       std::clamp(rango.size(), std::min(kMinimoEnVista, todo.hasta - todo.desde), todo.hasta - todo.desde);
-  const double desde =
-      std::clamp(rango.size() == largo ? rango.lower : rango.center() - largo / 2, todo.desde, todo.hasta - largo);
+  // All of it in sight: rounding may put the last start that fits ahead of the first one.
+  const double ultima = std::max(todo.desde, todo.hasta - largo);
+  const double desde = std::clamp(rango.size() == largo ? rango.lower : rango.center() - largo / 2, todo.desde, ultima);
   tiempo->setRange(desde, desde + largo);
   contenido_.ventana = VentanaTiempo{desde, desde + largo};
   FormatearTiempos();
@@ -227,10 +242,8 @@ void Hidrograma::FormatearTiempos() {
 void Hidrograma::Acercar(double factor) {
   const VentanaTiempo& vista = *contenido_.ventana;
   double centro = (vista.desde + vista.hasta) / 2;
-  if (cursor_) {
-    const auto momento = static_cast<double>(contenido_.canales[cursor_->canal].serie->Tiempos()[cursor_->punto]);
-    if (momento >= vista.desde && momento <= vista.hasta) centro = momento;
-  }
+  if (const auto momento = MomentoDelCursor(); momento && *momento >= vista.desde && *momento <= vista.hasta)
+    centro = *momento;
   const double medio = (vista.hasta - vista.desde) / 2 * factor;
   Ver({centro - medio, centro + medio});
 }
@@ -247,24 +260,44 @@ void Hidrograma::Senalar(const Punto& punto) {
   if (punto.canal >= contenido_.canales.size() || punto.punto >= contenido_.canales[punto.canal].serie->Cantidad())
     return;
   cursor_ = punto;
-  const auto momento = static_cast<double>(contenido_.canales[punto.canal].serie->Tiempos()[punto.punto]);
-  const VentanaTiempo& vista = *contenido_.ventana;
-  const double medio = (vista.hasta - vista.desde) / 2;
-  if (momento < vista.desde || momento > vista.hasta) Ver({momento - medio, momento + medio});
+  evento_.reset();
+  TraerALaVista();
+  PonerCursor();
+}
+
+void Hidrograma::SenalarEvento(std::size_t evento) {
+  if (evento >= contenido_.eventos.size()) return;
+  cursor_.reset();
+  evento_ = evento;
+  TraerALaVista();
   PonerCursor();
 }
 
 void Hidrograma::SinCursor() {
   cursor_.reset();
+  evento_.reset();
   PonerCursor();
+}
+
+std::optional<double> Hidrograma::MomentoDelCursor() const {
+  if (evento_) return static_cast<double>(contenido_.eventos[*evento_].momento);
+  if (cursor_) return static_cast<double>(contenido_.canales[cursor_->canal].serie->Tiempos()[cursor_->punto]);
+  return std::nullopt;
+}
+
+void Hidrograma::TraerALaVista() {
+  const double momento = *MomentoDelCursor();
+  const VentanaTiempo& vista = *contenido_.ventana;
+  const double medio = (vista.hasta - vista.desde) / 2;
+  if (momento < vista.desde || momento > vista.hasta) Ver({momento - medio, momento + medio});
 }
 
 void Hidrograma::PonerCursor() {
   std::optional<CursorGrafico::Sitio> sitio;
+  if (const auto momento = MomentoDelCursor()) sitio = {*momento, std::nan(""), ejes_.front()};
   if (cursor_) {
-    const Serie& serie = *contenido_.canales[cursor_->canal].serie;
-    sitio = {static_cast<double>(serie.Tiempos()[cursor_->punto]), serie.Valores()[cursor_->punto],
-             ejes_[cursor_->canal]};
+    sitio->valor = contenido_.canales[cursor_->canal].serie->Valores()[cursor_->punto];
+    sitio->valores = ejes_[cursor_->canal];
   }
   linea_->Poner(sitio);
   lienzo_->layer(QString::fromLatin1(kCapaCursor))->replot();
@@ -273,7 +306,17 @@ void Hidrograma::PonerCursor() {
 }
 
 QString Hidrograma::Hechos() const {
+  if (evento_) return HechosDelEvento();
   return cursor_ ? Q(TextoPunto(*contenido_.canales[cursor_->canal].serie, cursor_->punto)) : QString();
+}
+
+// Flags of one moment are drawn on one another, and only words tell them apart.
+QString Hidrograma::HechosDelEvento() const {
+  QStringList hechos;
+  for (const EventoGrafico& evento : contenido_.eventos) {
+    if (evento.momento == contenido_.eventos[*evento_].momento) hechos.append(TextoEvento(evento));
+  }
+  return hechos.join('\n');
 }
 
 QString Hidrograma::HechosEn(double momento) const {
@@ -315,6 +358,7 @@ void Hidrograma::MoverCursor(std::ptrdiff_t pasos) {
   if (canal >= contenido_.canales.size()) return;
   const auto cuantos = static_cast<std::ptrdiff_t>(contenido_.canales[canal].serie->Cantidad());
   if (cuantos == 0) return;
+  if (evento_) return IrAlMasCercano(canal, *MomentoDelCursor());
   const std::ptrdiff_t desde = cursor_ ? static_cast<std::ptrdiff_t>(cursor_->punto) : (pasos > 0 ? -1 : cuantos);
   const Punto punto{canal, static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(desde + pasos, 0, cuantos - 1))};
   Senalar(punto);
@@ -325,11 +369,30 @@ void Hidrograma::CambiarDeCanal(int sentido) {
   if (!cursor_ || contenido_.canales.size() < 2) return MoverCursor(1);
   const std::size_t cuantos = contenido_.canales.size();
   const std::size_t otro = (cursor_->canal + cuantos + static_cast<std::size_t>(sentido + 1) - 1) % cuantos;
-  const auto momento = static_cast<double>(contenido_.canales[cursor_->canal].serie->Tiempos()[cursor_->punto]);
-  const auto punto = contenido_.canales[otro].serie->MasCercano(momento, std::numeric_limits<double>::infinity());
+  IrAlMasCercano(otro, *MomentoDelCursor());
+}
+
+void Hidrograma::IrAlMasCercano(std::size_t canal, double momento) {
+  const auto punto = contenido_.canales[canal].serie->MasCercano(momento, std::numeric_limits<double>::infinity());
   if (!punto) return;
-  Senalar({otro, *punto});
-  emit PuntoElegido({otro, *punto});
+  Senalar({canal, *punto});
+  emit PuntoElegido({canal, *punto});
+}
+
+// To the nearest event of another moment, seen from the cursor or else from the end of what is in sight.
+void Hidrograma::CambiarDeEvento(int sentido) {
+  const auto& eventos = contenido_.eventos;
+  const double desde = MomentoDelCursor().value_or(sentido > 0 ? contenido_.ventana->desde : contenido_.ventana->hasta);
+  const double hito = evento_ ? desde : desde - sentido;  // from a record an event of its own moment counts too
+  const auto detras = [&](const EventoGrafico& uno) { return static_cast<double>(uno.momento) > hito; };
+  const auto delante = [&](const EventoGrafico& uno) { return static_cast<double>(uno.momento) < hito; };
+  if (sentido > 0) {
+    const auto cual = std::find_if(eventos.begin(), eventos.end(), detras);
+    if (cual != eventos.end()) SenalarEvento(static_cast<std::size_t>(cual - eventos.begin()));
+  } else {
+    const auto cual = std::find_if(eventos.rbegin(), eventos.rend(), delante);
+    if (cual != eventos.rend()) SenalarEvento(static_cast<std::size_t>(eventos.rend() - cual) - 1);
+  }
 }
 
 // --- Input -----------------------------------------------------------------------------------------------------------
@@ -338,9 +401,9 @@ void Hidrograma::keyPressEvent(QKeyEvent* evento) {
   constexpr std::ptrdiff_t kMuchos = std::numeric_limits<std::int32_t>::max();
   switch (evento->key()) {
     case Qt::Key_Left:
-      return MoverCursor(-1);
+      return (evento->modifiers() & Qt::ControlModifier) != 0 ? CambiarDeEvento(-1) : MoverCursor(-1);
     case Qt::Key_Right:
-      return MoverCursor(1);
+      return (evento->modifiers() & Qt::ControlModifier) != 0 ? CambiarDeEvento(1) : MoverCursor(1);
     case Qt::Key_Home:
       return MoverCursor(-kMuchos);
     case Qt::Key_End:
@@ -373,6 +436,12 @@ void Hidrograma::ApretarBoton(const QPoint& lugar, bool mover) {
   lienzo_->setSelectionRectMode(mover ? QCP::srmNone : QCP::srmZoom);
 }
 
+void Hidrograma::BajoElPuntero(int x) {
+  QString hechos = HechosEn(lugar_->axis(QCPAxis::atBottom)->pixelToCoord(x));
+  for (const EventoGrafico* bandera : banderas_->Cerca(x)) hechos += '\n' + TextoEvento(*bandera);
+  emit Dicho(hechos.isEmpty() ? Hechos() : hechos.trimmed());
+}
+
 bool Hidrograma::eventFilter(QObject* objeto, QEvent* evento) {
   if (objeto != lienzo_) return QWidget::eventFilter(objeto, evento);
   const auto* raton = dynamic_cast<QMouseEvent*>(evento);
@@ -383,14 +452,9 @@ bool Hidrograma::eventFilter(QObject* objeto, QEvent* evento) {
     case QEvent::MouseButtonRelease:
       if (raton->button() == Qt::LeftButton && (raton->pos() - apretado_).manhattanLength() <= kClic) Elegir(apretado_);
       break;
-    case QEvent::MouseMove: {
-      if (raton->buttons() != Qt::NoButton) break;
-      QString hechos = HechosEn(lugar_->axis(QCPAxis::atBottom)->pixelToCoord(raton->pos().x()));
-      for (const EventoGrafico* bandera : banderas_->Cerca(raton->pos().x(), 2))
-        hechos += QStringLiteral("\n%1, %2").arg(Q(TextoMomento(bandera->momento)), bandera->texto);
-      emit Dicho(hechos.isEmpty() ? Hechos() : hechos.trimmed());
+    case QEvent::MouseMove:
+      if (raton->buttons() == Qt::NoButton) BajoElPuntero(raton->pos().x());
       break;
-    }
     case QEvent::Leave:
       emit Dicho(Hechos());
       break;

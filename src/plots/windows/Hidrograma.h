@@ -23,8 +23,8 @@ class LeyendaVacia;
 //
 // The wheel zooms around the pointer, a drag over a span zooms to it, and with Shift or the middle button it moves the
 // span; a click picks the nearest point. By keys: Left and Right go from record to record of the channel at hand, Up
-// and Down to another channel, Home and End to its first and last record, + and - zoom, PageUp and PageDown move the
-// span.
+// and Down to another channel, Home and End to its first and last record, with Ctrl Left and Right from event to event,
+// + and - zoom, PageUp and PageDown move the span.
 class Hidrograma : public QWidget {
   Q_OBJECT
 
@@ -38,22 +38,25 @@ class Hidrograma : public QWidget {
 
   // What is shown, with the window in sight.
   const ContenidoGrafico& Contenido() const noexcept { return contenido_; }
+  // Nothing of it lies out of sight.
+  bool VeTodo() const;
 
   void Ver(const VentanaTiempo& ventana);
   void Todo();
   void Ultimas(double segundos);  // of what there is
 
-  // Puts the cursor on a point of a channel, and brings it into sight.
+  // Puts the cursor on a point of a channel, or on the flag of an event, and brings it into sight.
   struct Punto {
     std::size_t canal = 0;
     std::size_t punto = 0;
     bool operator==(const Punto&) const = default;
   };
   void Senalar(const Punto& punto);
+  void SenalarEvento(std::size_t evento);
   void SinCursor();
-  const std::optional<Punto>& Cursor() const noexcept { return cursor_; }
+  const std::optional<Punto>& Cursor() const noexcept { return cursor_; }  // nothing while it is on an event
 
-  // What the cursor stands at, in words; empty without one.
+  // What the cursor stands at, in words: the point, or all events of that moment. Empty without one.
   QString Hechos() const;
   // What lies at that moment: the nearest record of each channel. Empty where none is near.
   QString HechosEn(double momento) const;
@@ -89,6 +92,12 @@ class Hidrograma : public QWidget {
   void Elegir(const QPoint& lugar);
   void MoverCursor(std::ptrdiff_t pasos);
   void CambiarDeCanal(int sentido);
+  void IrAlMasCercano(std::size_t canal, double momento);
+  void CambiarDeEvento(int sentido);
+  void TraerALaVista();
+  std::optional<double> MomentoDelCursor() const;
+  void BajoElPuntero(int x);
+  QString HechosDelEvento() const;
   void Acercar(double factor);
   void Correr(double parte);
   void PonerCursor();
@@ -96,6 +105,7 @@ class Hidrograma : public QWidget {
 
   ContenidoGrafico contenido_;
   std::optional<Punto> cursor_;
+  std::optional<std::size_t> evento_;  // where the cursor is, in place of a point
   QCustomPlot* lienzo_;
   QCPAxisRect* lugar_;
   std::array<QCPAxis*, kCurvas> ejes_{};

@@ -39,10 +39,10 @@ void BanderasEventos::draw(QCPPainter* painter) {
   }
 }
 
-std::vector<const EventoGrafico*> BanderasEventos::Cerca(double x, std::size_t cuantos) const {
+std::vector<const EventoGrafico*> BanderasEventos::Cerca(double x) const {
   std::vector<const EventoGrafico*> cerca;
   for (const EventoGrafico& evento : eventos_) {
-    if (cerca.size() < cuantos && std::abs(PixelDe(*lugar_, evento) - x) <= kBandera / 2) cerca.push_back(&evento);
+    if (std::abs(PixelDe(*lugar_, evento) - x) <= kBandera / 2) cerca.push_back(&evento);
   }
   return cerca;
 }

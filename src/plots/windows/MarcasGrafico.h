@@ -19,8 +19,8 @@ class BanderasEventos : public QCPLayerable {
   void Poner(std::vector<EventoGrafico> eventos) { eventos_ = std::move(eventos); }
   void Colorear(const ColoresGrafico& colores) { color_ = colores.evento; }
 
-  // The events whose flags lie within reach of that pixel, at most so many.
-  std::vector<const EventoGrafico*> Cerca(double x, std::size_t cuantos) const;
+  // The events whose flags lie within reach of that pixel.
+  std::vector<const EventoGrafico*> Cerca(double x) const;
 
  protected:
   void applyDefaultAntialiasingHint(QCPPainter* painter) const override;

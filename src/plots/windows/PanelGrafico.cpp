@@ -1,10 +1,12 @@
 #include "plots/windows/PanelGrafico.h"
 
 #include <QCheckBox>
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMenu>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -31,7 +33,8 @@ PanelGrafico::PanelGrafico(const ContextoListas& contexto, OpcionesPanelGrafico 
       grafico_(new Hidrograma),
       canales_(new QMenu(this)),
       eventos_(new QCheckBox(QStringLiteral("Eventos"))),
-      hechos_(new QLabel) {
+      hechos_(new QLabel),
+      sitio_(new QScrollArea) {
   setObjectName("PanelGrafico");
   Armar();
   connect(grafico_, &Hidrograma::PuntoElegido, this,
@@ -76,8 +79,14 @@ void PanelGrafico::Armar() {
   hechos_->setTextInteractionFlags(Qt::TextSelectableByMouse);
   hechos_->setWordWrap(true);
   hechos_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-  hechos_->setFixedHeight(fontMetrics().lineSpacing() * kRenglonesDeHechos + kEntre);
-  hechos_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+  sitio_->setObjectName("GraficoSitioDeHechos");
+  sitio_->setAccessibleName(hechos_->accessibleName());
+  sitio_->setWidget(hechos_);
+  sitio_->setWidgetResizable(true);
+  sitio_->setFrameShape(QFrame::NoFrame);
+  sitio_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  sitio_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+  AjustarLetra();
   const auto fila = [](std::initializer_list<QWidget*> izquierda, std::initializer_list<QWidget*> derecha) {
     auto* caja = new QHBoxLayout;
     caja->setSpacing(kEntre);
@@ -92,7 +101,16 @@ void PanelGrafico::Armar() {
   caja->addLayout(fila({botones_[0], botones_[1], botones_[2]}, {botones_[3], botones_[4]}));
   caja->addLayout(fila({agregar_, quitar_}, {eventos_}));
   caja->addWidget(grafico_, 1);
-  caja->addWidget(hechos_);
+  caja->addWidget(sitio_);
+}
+
+void PanelGrafico::AjustarLetra() {
+  sitio_->setFixedHeight(fontMetrics().lineSpacing() * kRenglonesDeHechos + kEntre);
+}
+
+void PanelGrafico::changeEvent(QEvent* evento) {
+  QWidget::changeEvent(evento);
+  if (evento->type() == QEvent::FontChange) AjustarLetra();
 }
 
 // --- What is on show -------------------------------------------------------------------------------------------------
@@ -117,20 +135,23 @@ void PanelGrafico::Ofrecer(const QStringList& canales) {
 void PanelGrafico::Agregar(const QString& texto, CanalGrafico canal) {
   ContenidoGrafico contenido = grafico_->Contenido();
   contenido.canales.push_back(std::move(canal));
-  contenido.ventana.reset();
   agregados_.append(texto);
-  const auto cursor = grafico_->Cursor();
-  grafico_->Mostrar(std::move(contenido));
-  if (cursor) grafico_->Senalar(*cursor);
-  ActualizarBotones();
+  MostrarOtros(std::move(contenido));
 }
 
 void PanelGrafico::QuitarAgregados() {
   ContenidoGrafico contenido = grafico_->Contenido();
   contenido.canales.resize(std::min<std::size_t>(contenido.canales.size(), 1));
-  contenido.ventana.reset();
   agregados_.clear();
+  MostrarOtros(std::move(contenido));
+}
+
+// Other channels of the same read: the operator goes on where he is.
+void PanelGrafico::MostrarOtros(ContenidoGrafico contenido) {
+  if (grafico_->VeTodo()) contenido.ventana.reset();
+  const auto cursor = grafico_->Cursor();
   grafico_->Mostrar(std::move(contenido));
+  if (cursor) grafico_->Senalar(*cursor);
   ActualizarBotones();
 }
 
@@ -188,6 +209,18 @@ void PanelGrafico::SenalarFila(std::optional<std::size_t> fila) {
 
 void PanelGrafico::Decir(const QString& texto) {
   hechos_->setText(texto);
+  // Tab reaches it where there is more than fits.
+  const bool sobra = hechos_->heightForWidth(sitio_->viewport()->width()) > sitio_->viewport()->height();
+  sitio_->setFocusPolicy(sobra ? Qt::StrongFocus : Qt::NoFocus);
+}
+
+void PanelGrafico::showEvent(QShowEvent* evento) {
+  QWidget::showEvent(evento);
+  Decir(hechos_->text());
+}
+
+void PanelGrafico::Avisar(const QString& aviso) {
+  Decir(aviso + '\n' + grafico_->Hechos());
 }
 
 void PanelGrafico::Anotar() {

@@ -12,6 +12,7 @@ class QCheckBox;
 class QLabel;
 class QMenu;
 class QPushButton;
+class QScrollArea;
 
 namespace utr {
 
@@ -40,7 +41,7 @@ class PanelGrafico : public QWidget {
 
   // The channels that may be added, as texts; those that are on show already aren't offered twice.
   void Ofrecer(const QStringList& canales);
-  // Adds what the operator asked for.
+  // Adds what the operator asked for. What is in sight stays in sight.
   void Agregar(const QString& texto, CanalGrafico canal);
 
   void PonerEventos(std::vector<EventoGrafico> eventos);
@@ -48,6 +49,9 @@ class PanelGrafico : public QWidget {
 
   // The row of the list that is current: its point gets the cursor. Nothing, or a row without a point: no cursor.
   void SenalarFila(std::optional<std::size_t> fila);
+
+  // Says that ahead of the facts of the cursor, until there is another one.
+  void Avisar(const QString& aviso);
 
   Hidrograma& Grafico() { return *grafico_; }
 
@@ -59,11 +63,17 @@ class PanelGrafico : public QWidget {
   // The operator wants the events of the span; when he doesn't any more they go by themselves.
   void EventosPedidos();
 
+ protected:
+  void changeEvent(QEvent* evento) override;
+  void showEvent(QShowEvent* evento) override;
+
  private:
   QPushButton* NuevoBoton(const char* nombre, const char* texto, const char* ayuda, const std::function<void()>& hacer);
   void Armar();
   void ActualizarBotones();
   void QuitarAgregados();
+  void MostrarOtros(ContenidoGrafico contenido);
+  void AjustarLetra();
   void ElegidoPunto(std::size_t canal, std::size_t punto);
   void MarcarEventos(bool marcado);
   void Anotar();
@@ -81,6 +91,7 @@ class PanelGrafico : public QWidget {
   QPushButton* quitar_ = nullptr;
   QCheckBox* eventos_;
   QLabel* hechos_;
+  QScrollArea* sitio_;  // of these
   QStringList ofrecidos_;
   QStringList agregados_;
   bool senalando_ = false;

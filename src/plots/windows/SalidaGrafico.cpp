@@ -27,11 +27,18 @@ constexpr QSize kImagen(1600, 1000);
 constexpr int kPuntosPorPulgada = 300;
 constexpr double kEntreRenglones = 1.25;
 
+[[noreturn]] void NoSePuedeDibujar() {
+  throw Error(error::kArchivo, "GuardarGrafico", "No se pudo dibujar el gráfico");
+}
+
+// The span that was asked for, and what is in sight of it.
 QString PeriodoDe(const ContenidoGrafico& contenido) {
   const auto todo = TodoElTiempo(contenido);
   if (!contenido.ventana || !todo) return contenido.periodo;
-  return TextoVentana(
-      {std::max(contenido.ventana->desde, todo->desde), std::min(contenido.ventana->hasta, todo->hasta)});
+  const QString a_la_vista =
+      TextoVentana({std::max(contenido.ventana->desde, todo->desde), std::min(contenido.ventana->hasta, todo->hasta)});
+  if (contenido.periodo.isEmpty()) return a_la_vista;
+  return contenido.periodo + QStringLiteral("    A la vista: ") + a_la_vista;
 }
 
 QByteArray ComoPdf(const ContenidoGrafico& contenido) {
@@ -44,22 +51,24 @@ QByteArray ComoPdf(const ContenidoGrafico& contenido) {
   escritor.setPageSize(QPageSize(QPageSize::A4));
   escritor.setPageOrientation(QPageLayout::Landscape);
   escritor.setPageMargins({15, 15, 15, 15}, QPageLayout::Millimeter);
-  QPainter pintor(&escritor);
+  QPainter pintor;
+  if (!pintor.begin(&escritor)) NoSePuedeDibujar();
   PintarLamina(contenido, pintor, pintor.viewport());
-  pintor.end();
+  if (!pintor.end() || bytes.data().isEmpty()) NoSePuedeDibujar();
   return bytes.data();
 }
 
 QByteArray ComoPng(const ContenidoGrafico& contenido) {
   QImage imagen(kImagen, QImage::Format_RGB32);
   imagen.fill(Qt::white);
-  QPainter pintor(&imagen);
+  QPainter pintor;
+  if (!pintor.begin(&imagen)) NoSePuedeDibujar();
   pintor.setRenderHint(QPainter::Antialiasing);
   PintarLamina(contenido, pintor, QRectF(QPointF(0, 0), kImagen).adjusted(30, 30, -30, -30));
   pintor.end();
   QBuffer bytes;
   bytes.open(QIODevice::WriteOnly);
-  imagen.save(&bytes, "PNG");
+  if (!imagen.save(&bytes, "PNG")) NoSePuedeDibujar();
   return bytes.data();
 }
 

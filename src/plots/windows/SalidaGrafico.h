@@ -20,7 +20,7 @@ void PintarGrafico(const ContenidoGrafico& contenido, QPainter& pintor, const QR
 void PintarLamina(const ContenidoGrafico& contenido, QPainter& pintor, const QRectF& lugar);
 
 // One page of PDF, or a picture, as the ending of the name tells (".png"; else PDF); whole or not at all. Raises
-// kArchivo.
+// kArchivo, also when it can't be drawn.
 void GuardarGrafico(const ContenidoGrafico& contenido, const std::filesystem::path& ruta);
 
 // One page, as often as told. Raises Error 482 when the printer doesn't take it.

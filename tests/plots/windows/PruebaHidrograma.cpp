@@ -99,6 +99,32 @@ TEST_F(PruebaHidrograma, UnClicEligeElRegistroMasCercanoYUnArrastreAcerca) {
   EXPECT_EQ(elegidos.size(), 1U) << "a drag picks nothing";
 }
 
+TEST_F(PruebaHidrograma, LosEventosSeRecorrenConElTecladoYTodosSeDicen) {
+  grafico.Mostrar(ContenidoDe({CanalDe("EA01", {{"10:00", "1"}, {"10:10", "2"}, {"10:20", "3"}})}));
+  const auto momento = grafico.Contenido().canales[0].serie->Tiempos()[1];
+  grafico.PonerEventos({{momento, "Lluvia"}, {momento, "Puerta"}, {momento, "Reinicio"}, {momento + 7200, "Otro"}});
+  EXPECT_TRUE(grafico.VeTodo()) << "an event behind the last record is in sight too";
+  const auto con_control = [this](Qt::Key tecla) { QTest::keyClick(&grafico, tecla, Qt::ControlModifier); };
+  con_control(Qt::Key_Right);
+  EXPECT_EQ(U(grafico.Hechos()),
+            "15/03/2026 10:10:00, Lluvia\n15/03/2026 10:10:00, Puerta\n15/03/2026 10:10:00, Reinicio");
+  EXPECT_EQ(U(grafico.accessibleDescription()), U(grafico.Hechos()));
+  grafico.Ver({0, 1});
+  con_control(Qt::Key_Right);
+  EXPECT_EQ(U(grafico.Hechos()), "15/03/2026 12:10:00, Otro");
+  EXPECT_GE(grafico.Contenido().ventana->hasta, static_cast<double>(momento + 7200));
+  con_control(Qt::Key_Right);
+  EXPECT_EQ(U(grafico.Hechos()), "15/03/2026 12:10:00, Otro") << "there is none behind it";
+  con_control(Qt::Key_Left);
+  EXPECT_THAT(U(grafico.Hechos()), HasSubstr("Puerta"));
+  EXPECT_TRUE(elegidos.empty()) << "no row belongs to an event";
+  Teclas({Qt::Key_Right});
+  EXPECT_THAT(elegidos, ElementsAre(1)) << "on to the record nearest to it";
+  con_control(Qt::Key_Left);
+  grafico.PonerEventos({});
+  EXPECT_EQ(U(grafico.Hechos()), "");
+}
+
 TEST_F(PruebaHidrograma, NadaSinDatosNiConUnoSolo) {
   for (const auto& contenido :
        {ContenidoDe({}), ContenidoDe({CanalDe("EA01", {})}), ContenidoDe({CanalDe("EA01", {{"10:00", "N/D"}})})}) {
@@ -127,7 +153,9 @@ TEST_F(PruebaHidrograma, LoVistoSePintaDeNuevoSinSuVentana) {
   GraficosALaVista vistos;
   {
     Hidrograma otro;
-    otro.Mostrar(ContenidoDe({nivel}));
+    ContenidoGrafico contenido = ContenidoDe({nivel});
+    contenido.periodo = QStringLiteral("Desde: 14/03/2026");
+    otro.Mostrar(contenido);
     vistos.Poner("frmDatos", VistoDe(otro.Contenido()));
     vistos.Poner("frmVisualizador", VistoDe(ContenidoDe({lluvia})));
     vistos.Poner("frmDatos", VistoDe(otro.Contenido()));
@@ -135,7 +163,7 @@ TEST_F(PruebaHidrograma, LoVistoSePintaDeNuevoSinSuVentana) {
   ASSERT_EQ(vistos.Todos().size(), 2U);
   const GraficoVisto& visto = vistos.Todos().back().second;
   EXPECT_EQ(U(visto.titulo), "Datos de prueba");
-  EXPECT_THAT(U(visto.periodo), HasSubstr("15/03/2026 10:"));
+  EXPECT_EQ(U(visto.periodo), "Desde: 14/03/2026    A la vista: 15/03/2026 10:00:00 a 15/03/2026 10:20:00");
   QImage imagen(500, 300, QImage::Format_RGB32);
   imagen.fill(Qt::white);
   QPainter pintor(&imagen);

@@ -65,6 +65,25 @@ TEST_F(PruebaPanelGrafico, HastaTresCanalesYCadaUnoUnaVez) {
     EXPECT_FALSE(Boton(boton).isEnabled()) << boton;
 }
 
+TEST_F(PruebaPanelGrafico, OtroCanalNoMueveLoQueSeVe) {
+  panel.Ofrecer({"EA02"});
+  panel.Grafico().Ultimas(300);
+  panel.SenalarFila(2);
+  const VentanaTiempo antes = *panel.Grafico().Contenido().ventana;
+  const auto igual = [&] {
+    const VentanaTiempo& ahora = *panel.Grafico().Contenido().ventana;
+    return ahora.desde == antes.desde && ahora.hasta == antes.hasta;
+  };
+  panel.Agregar("EA02", CanalDe("EA02", {{"09:00", "9"}}));
+  EXPECT_TRUE(igual());
+  Boton("GraficoQuitar").click();
+  EXPECT_TRUE(igual());
+  EXPECT_EQ(panel.Grafico().Cursor(), (Hidrograma::Punto{0, 2}));
+  panel.Grafico().Todo();
+  panel.Agregar("EA02", CanalDe("EA02", {{"09:00", "9"}}));
+  EXPECT_TRUE(panel.Grafico().VeTodo()) << "and with all in sight all stays in sight";
+}
+
 TEST_F(PruebaPanelGrafico, SoloElCanalDeLaListaEligeSuFila) {
   std::vector<std::size_t> filas;
   QObject::connect(&panel, &PanelGrafico::FilaElegida, [&](std::size_t fila) { filas.push_back(fila); });
