@@ -8,7 +8,7 @@
 #include "driver/CanalesUTR.h"
 #include "retrieved/series/CanalDeSerie.h"
 #include "retrieved/series/Momentos.h"
-#include "retrieved/series/Serie.h"
+#include "retrieved/series/NumerosDeColumna.h"
 #include "retrieved/series/TextoSerie.h"
 
 namespace utr {
@@ -80,17 +80,11 @@ std::string TextoValores(const Serie& serie) {
   return partes.empty() ? "" : "; " + Unir(partes, ", ");
 }
 
-std::string CifrasDeDatos(const Tabla& tabla, const Tabla* configuracion) {
-  const std::vector<std::string> canales = CanalesDeTabla(tabla);
+std::string CifrasDeDatos(const SeriesDeTabla& series) {
   CifrasSerie todas;
-  std::string valores;
-  for (const std::string& canal : canales) {
-    const Serie serie(tabla, {canal, MinutosDe(configuracion, canal)});
-    Sumar(todas, serie.Cifras());
-    valores = TextoValores(serie);
-  }
-  std::string texto = TextoSpan(todas.primero, todas.ultimo) + "; " + TextoCuentas(todas);
-  return canales.size() == 1 ? texto + valores : texto + "; " + Cuantos(canales.size(), "canal", "canales");
+  for (const auto& serie : series) Sumar(todas, serie->Cifras());
+  const std::string texto = TextoSpan(todas.primero, todas.ultimo) + "; " + TextoCuentas(todas);
+  return texto + (series.size() == 1 ? TextoValores(*series[0]) : "; " + Cuantos(series.size(), "canal", "canales"));
 }
 
 bool Tiene(const Tabla& tabla, const char* campo) {
@@ -99,31 +93,39 @@ bool Tiene(const Tabla& tabla, const char* campo) {
 
 }  // namespace
 
-std::string TextoCifras(const Tabla& tabla, const Tabla* configuracion) {
+SeriesDeTabla SeriesDe(const Tabla& tabla, const Tabla* configuracion) {
+  SeriesDeTabla series;
+  for (const std::string& canal : CanalesDeTabla(tabla)) {
+    const OpcionesSerie opciones{canal, MinutosDe(configuracion, canal)};
+    series.push_back(std::make_shared<const Serie>(tabla, opciones));
+  }
+  return series;
+}
+
+std::string TextoCifras(const Tabla& tabla, const SeriesDeTabla& series) {
   if (tabla.RecordCount() == 0 || !Tiene(tabla, "Fecha")) return {};
   if (Tiene(tabla, "Codigo")) return CifrasDeEventos(tabla);
   if (!Tiene(tabla, "Canal") || !Tiene(tabla, "Valor") || !Tiene(tabla, "Validacion")) return {};
-  return CifrasDeDatos(tabla, configuracion);
+  return CifrasDeDatos(series);
 }
 
+// A file may hold its numbers as numbers.
 MarcasRegistros::MarcasRegistros(const Tabla& tabla) {
   if (!Tiene(tabla, "Valor") || !Tiene(tabla, "Validacion")) return;
-  tabla_ = &tabla;
-  valor_ = tabla.IndiceCampo("Valor");
-  validacion_ = tabla.IndiceCampo("Validacion");
-  const auto anotar = [&](std::size_t campo, std::vector<bool>& anotados, bool nulo, const auto& es) {
-    const TextosColumna textos = tabla.Textos(campo);
-    anotados.push_back(nulo);
-    for (std::size_t i = 1; i <= textos.Cantidad(); ++i) anotados.push_back(es(textos.Texto(i)));
+  const auto marcar_si = [](MarcaRegistro marca, const auto& es) {
+    return [marca, es](std::string_view texto) { return es(texto) ? marca : MarcaRegistro::kNinguna; };
   };
-  anotar(valor_, sin_valor_, true, [](std::string_view texto) { return !EsNumerico(texto); });
-  anotar(validacion_, sin_validar_, false, [](std::string_view texto) { return EsNumerico(texto) && Val(texto) == 0; });
-}
-
-MarcaRegistro MarcasRegistros::De(std::size_t fila) const {
-  if (tabla_ == nullptr) return MarcaRegistro::kNinguna;
-  if (sin_valor_[tabla_->Textos(valor_).De(fila)]) return MarcaRegistro::kSinValor;
-  return sin_validar_[tabla_->Textos(validacion_).De(fila)] ? MarcaRegistro::kSinValidar : MarcaRegistro::kNinguna;
+  const auto sin_valor = [](std::string_view texto) { return !EsNumerico(texto); };
+  const auto sin_validar = [](std::string_view texto) { return EsNumerico(texto) && Val(texto) == 0; };
+  const ColumnaLeida<MarcaRegistro> valores(tabla, tabla.IndiceCampo("Valor"),
+                                            marcar_si(MarcaRegistro::kSinValor, sin_valor), MarcaRegistro::kSinValor);
+  const ColumnaLeida<MarcaRegistro> validaciones(tabla, tabla.IndiceCampo("Validacion"),
+                                                 marcar_si(MarcaRegistro::kSinValidar, sin_validar),
+                                                 MarcaRegistro::kNinguna);
+  marcas_ = valores.Todas();
+  for (std::size_t fila = 0; fila < marcas_.size(); ++fila) {
+    if (marcas_[fila] == MarcaRegistro::kNinguna) marcas_[fila] = validaciones.De(fila);
+  }
 }
 
 }  // namespace utr

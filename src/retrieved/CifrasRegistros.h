@@ -1,38 +1,40 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
+#include "retrieved/series/Serie.h"
 #include "tables/Tabla.h"
 
 // What there is to say of a table of records as a whole, and which of its rows aren't to be trusted like the others.
 // Figures are those of the series; see series/Serie.h.
 namespace utr {
 
+// The series of a table of records, one a channel in the order in which they come first: made once, for whoever tells
+// figures and whoever draws. `configuracion` tells how often a channel records; null: its records do. None for a table
+// without Fecha, Canal or Valor.
+using SeriesDeTabla = std::vector<std::shared_ptr<const Serie>>;
+SeriesDeTabla SeriesDe(const Tabla& tabla, const Tabla* configuracion);
+
 // One line on what a read brought: the first and the last record that are there, how many, those without a value, not
 // validated, without a date and missing in between, gaps, times that the clock went back; of a single channel minimum,
-// maximum and mean, and what fell in all. `configuracion` tells how often a channel records; null: its records do.
-// Of events the first, the last and how many. Empty for a table without rows and for present values.
-std::string TextoCifras(const Tabla& tabla, const Tabla* configuracion);
+// maximum and mean, and what fell in all. Of events the first, the last and how many. Empty for a table without rows
+// and for present values. `series`: those of the table.
+std::string TextoCifras(const Tabla& tabla, const SeriesDeTabla& series);
 
 enum class MarcaRegistro : std::uint8_t { kNinguna, kSinValor, kSinValidar };
 
-// The marks of the rows of a table by their identity. The table must live and not change meanwhile. Tables without the
-// fields Valor and Validacion have none.
+// The marks of the rows of a table by their identity. Tables without the fields Valor and Validacion have none.
 class MarcasRegistros {
  public:
-  MarcasRegistros() = default;
   explicit MarcasRegistros(const Tabla& tabla);
 
-  MarcaRegistro De(std::size_t fila) const;
+  MarcaRegistro De(std::size_t fila) const { return fila < marcas_.size() ? marcas_[fila] : MarcaRegistro::kNinguna; }
 
  private:
-  const Tabla* tabla_ = nullptr;
-  std::size_t valor_ = 0;  // places of the fields
-  std::size_t validacion_ = 0;
-  std::vector<bool> sin_valor_;  // by the number of the text, 0: null
-  std::vector<bool> sin_validar_;
+  std::vector<MarcaRegistro> marcas_;  // of all rows, or none
 };
 
 }  // namespace utr

@@ -95,6 +95,7 @@ TablaPtr LectorDatos::LeerInstantaneos() {
   if (fresca) return leida;
   LlamarEventos();
   contexto_.comunicador.Pausa(kPausaInstantaneos);
+  LlamarEventos();
   return contexto_.comunicador.LeerInstantaneos();
 }
 

@@ -25,7 +25,7 @@ enum class FinLectura {
 class LectorRegistros {
  public:
   // `configuracion`: the channel table or null, the reader's own from now on. `atender` is called ahead of each driver
-  // call.
+  // call; what it raises ends the read.
   LectorRegistros(const ContextoRegistros& contexto, TablaPtr configuracion, Atender atender);
 
   // The private copy of what was read last: null before any read and after one that brought no table or failed, without

@@ -50,21 +50,27 @@ ControlesRecordados::ControlesRecordados(const QString& ventana, QWidget* parent
 
 void ControlesRecordados::Reponer(QList<QWidget*> campos, VistaLista* lista) {
   campos_ = std::move(campos);
-  lista_ = lista;
-  lista_->ConservarAnchos(isChecked());
-  connect(this, &QCheckBox::toggled, lista_, &VistaLista::ConservarAnchos);
+  lista->ConservarAnchos(isChecked());
+  connect(this, &QCheckBox::toggled, lista, &VistaLista::ConservarAnchos);
+  const QStringList columnas = Columnas(kLista, [lista] { return lista->Disposicion(); });
   if (!isChecked()) return;
   for (QWidget* campo : std::as_const(campos_)) ReponerEstado(*campo, recuerdos_);
-  lista_->Disponer(recuerdos_.Textos(kLista));
+  lista->Disponer(columnas);
+}
+
+QStringList ControlesRecordados::Columnas(const QString& nombre, std::function<QStringList()> disposicion) {
+  columnas_[nombre] = std::move(disposicion);
+  return isChecked() ? recuerdos_.Textos(nombre) : QStringList();
 }
 
 void ControlesRecordados::Guardar() {
   recuerdos_.Guardar(kMarca, isChecked());
-  for (const QWidget* campo : std::as_const(campos_)) {
-    isChecked() ? recuerdos_.Guardar(campo->objectName(), EstadoDe(*campo)) : recuerdos_.Olvidar(campo->objectName());
-  }
-  if (lista_ == nullptr) return;
-  isChecked() ? recuerdos_.Guardar(kLista, lista_->Disposicion()) : recuerdos_.Olvidar(kLista);
+  const auto guardar = [this](const QString& nombre, const auto& valor) {
+    isChecked() ? recuerdos_.Guardar(nombre, valor()) : recuerdos_.Olvidar(nombre);
+  };
+  for (const QWidget* campo : std::as_const(campos_))
+    guardar(campo->objectName(), [campo] { return EstadoDe(*campo); });
+  for (const auto& [nombre, disposicion] : columnas_) guardar(nombre, disposicion);
 }
 
 }  // namespace utr

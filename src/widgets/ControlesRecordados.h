@@ -2,6 +2,8 @@
 
 #include <QCheckBox>
 #include <QList>
+#include <functional>
+#include <map>
 
 #include "widgets/Recuerdos.h"
 
@@ -22,13 +24,18 @@ class ControlesRecordados : public QCheckBox {
   // was kept is put back now, where it still makes sense; to be called when the fields hold what they start with.
   void Reponer(QList<QWidget*> campos, VistaLista* lista);
 
+  // Another set of columns by that name, or the list's own ("columnas") told by someone else, for a window that shows
+  // several in one list. `disposicion`: how they stand, asked when the window is left. Gives what was kept of them,
+  // empty where nothing was; behind Reponer.
+  QStringList Columnas(const QString& nombre, std::function<QStringList()> disposicion);
+
   // To be called when the window is left.
   void Guardar();
 
  private:
   Recuerdos recuerdos_;
   QList<QWidget*> campos_;
-  VistaLista* lista_ = nullptr;
+  std::map<QString, std::function<QStringList()>> columnas_;
 };
 
 }  // namespace utr

@@ -360,8 +360,18 @@ void VentanaLista::AgregarVer() {
   boton->setAccessibleName(ver_->toolTip());
 }
 
-// The list, and what stands beside it.
+// The list, what stands beside it, and the line below both.
 QWidget* VentanaLista::Centro() {
+  if (bajo_la_lista_ == nullptr) return ListaYLado();
+  auto* centro = new QWidget;
+  auto* pila = new QVBoxLayout(centro);
+  pila->setContentsMargins(0, 0, 0, 0);
+  pila->addWidget(ListaYLado(), 1);
+  pila->addWidget(bajo_la_lista_);
+  return centro;
+}
+
+QWidget* VentanaLista::ListaYLado() {
   if (al_lado_ == nullptr) return zona_;
   auto* partes = new QSplitter(Qt::Horizontal);
   partes->setObjectName("Division");

@@ -80,6 +80,9 @@ class VentanaLista : public QDialog {
   // for each user.
   void AlLado(QWidget* parte, const ComandoVentana& ver);
 
+  // A line right below the list and what is beside it, ahead of Armar.
+  void BajoLaLista(QWidget* linea) { bajo_la_lista_ = linea; }
+
   // Another caption of the window, and with it another title of the messages of the list services.
   void Titular(const QString& titulo);
 
@@ -131,6 +134,7 @@ class VentanaLista : public QDialog {
   void OrdenarTab();
   void AgregarVer();
   QWidget* Centro();
+  QWidget* ListaYLado();
   void Contar();
 
   Operador& operador_;
@@ -148,6 +152,7 @@ class VentanaLista : public QDialog {
   QWidget* encima_ = nullptr;
   QWidget* debajo_ = nullptr;
   QWidget* al_lado_ = nullptr;
+  QWidget* bajo_la_lista_ = nullptr;
   QAction* ver_ = nullptr;  // folds it
   PieDialogo pie_;
 };

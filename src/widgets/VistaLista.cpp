@@ -382,6 +382,7 @@ void VistaLista::Disponer(const QStringList& disposicion) {
   for (int lugar = 0; lugar < titulos->count(); ++lugar) {
     const auto [columna, ancho] = columnas[static_cast<std::size_t>(lugar)];
     titulos->moveSection(titulos->visualIndex(columna), lugar);
+    anchos_propios_.erase(columna);
     if (ancho > 0) anchos_propios_[columna] = ancho;
   }
   AjustarColumnas();

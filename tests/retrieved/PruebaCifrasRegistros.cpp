@@ -43,7 +43,7 @@ TEST(CifrasRegistros, LoQueHayEnLoLeido) {
        "Primero: 14/03/2026 12:00:00, último: 15/03/2026 11:00:00; 2 eventos"},
       {TablaDeTextos({"Fecha", "Hora", "Canal", "Valor"}, {{"15/03/2026", "11:00:00", "1", "2"}}), ""},
   };
-  for (const Caso& caso : casos) EXPECT_EQ(TextoCifras(*caso.tabla, canales.get()), caso.texto);
+  for (const Caso& caso : casos) EXPECT_EQ(TextoCifras(*caso.tabla, SeriesDe(*caso.tabla, canales.get())), caso.texto);
 }
 
 TEST(CifrasRegistros, SeMarcaLoQueNoTieneValorONoFueValidado) {

@@ -9,7 +9,7 @@
 
 #include "base/Texto.h"
 #include "retrieved/ColumnasRegistros.h"
-#include "retrieved/series/Momentos.h"
+#include "retrieved/series/Serie.h"
 
 namespace utr {
 namespace {
@@ -41,9 +41,8 @@ std::string ConPalabra(const ListaTabla& lista, const char* palabra) {
 class CanalPorTiempo {
  public:
   CanalPorTiempo(const TablaPtr& tabla, const OpcionesCsv& opciones)
-      : lista_(std::make_unique<ListaTabla>(ColumnasDatos())), momentos_(MomentosDe(*tabla)) {
+      : lista_(std::make_unique<ListaTabla>(ColumnasDatos())), serie_(*tabla) {
     lista_->Mostrar(tabla);
-    std::replace(momentos_.begin(), momentos_.end(), kSinMomento, kNunca);
     orden_.resize(lista_->Cantidad());
     std::iota(orden_.begin(), orden_.end(), std::uint32_t{0});
     std::stable_sort(orden_.begin(), orden_.end(), [this](auto a, auto b) { return DePosicion(a) < DePosicion(b); });
@@ -71,7 +70,11 @@ class CanalPorTiempo {
   }
 
  private:
-  std::int64_t DePosicion(std::uint32_t posicion) const { return momentos_[lista_->Fila(posicion)]; }
+  // A row without a date is no point, and comes at the end.
+  std::int64_t DePosicion(std::uint32_t posicion) const {
+    const auto punto = serie_.Punto(lista_->Fila(posicion));
+    return punto ? serie_.Tiempos()[*punto] : kNunca;
+  }
 
   bool Hay(std::size_t columna) const {
     const auto textos = lista_->TextosDistintos(columna);
@@ -80,8 +83,8 @@ class CanalPorTiempo {
   }
 
   std::unique_ptr<ListaTabla> lista_;
-  std::vector<std::int64_t> momentos_;  // by row
-  std::vector<std::uint32_t> orden_;    // positions in the list
+  Serie serie_;
+  std::vector<std::uint32_t> orden_;  // positions in the list
   std::size_t siguiente_ = 0;
   std::vector<std::string> titulos_;
   std::vector<ColumnaCsv> cuando_;

@@ -14,7 +14,7 @@
 namespace utr {
 
 // A column read as something else than its texts, each distinct text read once. `nulo` is what a null gives. The table
-// must not change meanwhile. Internal to the folder.
+// must not change meanwhile.
 template <typename Cosa>
 class ColumnaLeida {
  public:

@@ -24,9 +24,8 @@ FechaHora ComienzoDelDia(FechaHora fecha) {
 }
 
 // Limits are in engineering units: over counts they would lie.
-CanalGrafico CanalGraficoDe(const Tabla& registros, const CanalDeSerie& canal, bool escalados) {
-  return {std::make_shared<const Serie>(registros, OpcionesSerie{{}, canal.minutos}),
-          escalados ? canal.limites : std::vector<LimiteSerie>{}};
+CanalGrafico CanalGraficoDe(std::shared_ptr<const Serie> serie, const CanalDeSerie& canal, bool escalados) {
+  return {std::move(serie), escalados ? canal.limites : std::vector<LimiteSerie>{}};
 }
 
 }  // namespace
@@ -59,6 +58,7 @@ ComandoVentana GraficoDeDatos::ComandoVer() {
 }
 
 void GraficoDeDatos::Enlazar(VistaLista& lista) {
+  lista_ = &lista;
   EnlazarConLista(*panel_, lista);
 }
 
@@ -70,10 +70,10 @@ QString GraficoDeDatos::Periodo() const {
   return QStringLiteral("Desde: %1    Hasta: %2").arg(Q(TextoFecha(pedido_.desde)), Q(TextoFecha(pedido_.hasta)));
 }
 
-void GraficoDeDatos::VerRegistros(const Tabla& registros, const LectorDatos::Pedido& pedido) {
+void GraficoDeDatos::VerRegistros(std::shared_ptr<const Serie> serie, const LectorDatos::Pedido& pedido) {
   pedido_ = pedido;
   ContenidoGrafico contenido;
-  contenido.canales.push_back(CanalGraficoDe(registros, CanalDe(pedido.canal), pedido.escalados));
+  contenido.canales.push_back(CanalGraficoDe(std::move(serie), CanalDe(pedido.canal), pedido.escalados));
   contenido.titulo = QStringLiteral("Datos históricos de la UTR: %1").arg(Q(TituloSerie(*contenido.canales[0].serie)));
   contenido.periodo = Periodo();
   if (const std::int32_t identificador = mod_.propiedades.LeerEntero(clave::kIdentificador, 0); identificador != 0)
@@ -84,6 +84,7 @@ void GraficoDeDatos::VerRegistros(const Tabla& registros, const LectorDatos::Ped
     if (canal != pedido.canal) otros.append(Q(canal));
   }
   panel_->Ofrecer(otros);
+  if (lista_ != nullptr) SenalarFilaActual(*panel_, *lista_);
   setCurrentIndex(0);
 }
 
@@ -110,7 +111,9 @@ void GraficoDeDatos::AgregarCanal(const QString& entrada) {
   if (fin != FinLectura::kListado)
     return Informar(mod_.operador, U(window()->windowTitle()),
                     "Sin datos para el canal durante las fechas seleccionada");
-  panel_->Agregar(entrada, CanalGraficoDe(*lector_.Resultado(), CanalDe(pedido.canal), pedido.escalados));
+  const CanalDeSerie canal = CanalDe(pedido.canal);
+  auto serie = std::make_shared<const Serie>(*lector_.Resultado(), OpcionesSerie{{}, canal.minutos});
+  panel_->Agregar(entrada, CanalGraficoDe(std::move(serie), canal, pedido.escalados));
 }
 
 void GraficoDeDatos::TraerEventos() {

@@ -41,8 +41,8 @@ class GraficoDeDatos : public QStackedWidget {
   // Cursor of the plot and current row go together.
   void Enlazar(VistaLista& lista);
 
-  // The records of a read, or the present values of one.
-  void VerRegistros(const Tabla& registros, const LectorDatos::Pedido& pedido);
+  // The records of a read, which are in the list already, or the present values of one.
+  void VerRegistros(std::shared_ptr<const Serie> serie, const LectorDatos::Pedido& pedido);
   void VerInstantaneos(const Tabla& valores, bool escalados, bool con_nivel);
   // The list is empty. The curves of the present values stay for the next read of them.
   void Vaciar();
@@ -59,6 +59,7 @@ class GraficoDeDatos : public QStackedWidget {
   LectorDatos lector_;  // of added channels
   LectorDatos::Pedido pedido_;
   std::pair<bool, bool> forma_{};  // in which the present values were shown
+  const VistaLista* lista_ = nullptr;
   PanelGrafico* panel_;
   MiniCurvas* minis_;
 };

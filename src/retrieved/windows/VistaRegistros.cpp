@@ -3,13 +3,16 @@
 #include <QDateTimeEdit>
 #include <QFormLayout>
 #include <QLabel>
+#include <QScopedValueRollback>
 
+#include "base/Error.h"
+#include "driver/ErroresDeEnlace.h"
 #include "retrieved/windows/BarraPeriodos.h"
+#include "retrieved/windows/LineaDeCifras.h"
 #include "session/windows/EsperaDeUnidad.h"
 #include "session/windows/Visitas.h"
 #include "widgets/Campos.h"
 #include "widgets/ControlesRecordados.h"
-#include "widgets/Iconos.h"
 #include "widgets/PanelAviso.h"
 #include "widgets/TextoQt.h"
 #include "widgets/VistaLista.h"
@@ -19,18 +22,6 @@ namespace {
 
 constexpr QSize kTamano(960, 620);
 
-QString PalabraDe(MarcaRegistro marca) {
-  switch (marca) {
-    case MarcaRegistro::kSinValor:
-      return QStringLiteral("Sin valor");
-    case MarcaRegistro::kSinValidar:
-      return QStringLiteral("Sin validar");
-    case MarcaRegistro::kNinguna:
-      break;
-  }
-  return {};
-}
-
 }  // namespace
 
 VistaRegistros::VistaRegistros(ModRTU& mod, const DescripcionLista& descripcion, Columnas columnas, QWidget* parent)
@@ -38,15 +29,8 @@ VistaRegistros::VistaRegistros(ModRTU& mod, const DescripcionLista& descripcion,
       mod_(mod),
       lblCantRegistros_(Linea("lblCantRegistros")),
       lblPeriodo_(Linea("lblPeriodo")),
-      lblCifras_(new QLabel),
-      picCancelada_(Panel("picCancelada", "La lectura fue cancelada; nada de lo que llegó se muestra")) {
-  lblCifras_->setObjectName("lblCifras");
-  lblCifras_->setTextFormat(Qt::PlainText);
-  lblCifras_->setWordWrap(true);
-  lblCifras_->setTextInteractionFlags(Qt::TextSelectableByMouse);
-  lblCifras_->setWhatsThis(QStringLiteral("El resumen de lo leído, cualquiera sea el filtro de la lista."));
-  lblCifras_->hide();
-}
+      lblCifras_(NuevaLineaDeCifras()),
+      picCancelada_(Panel("picCancelada", "La lectura fue cancelada; nada de lo que llegó se muestra")) {}
 
 void VistaRegistros::ComandosDeVista(const std::vector<MenuVentana>& menus, std::vector<ComandoVentana> comandos,
                                      const NombresMenu& nombres) {
@@ -93,6 +77,10 @@ QWidget* VistaRegistros::NuevaBarraPeriodos() {
 void VistaRegistros::Recordar(QList<QWidget*> campos) {
   campos.append({inicio_, fin_});
   recordar_->Reponer(campos, &Lista());
+}
+
+QStringList VistaRegistros::RecordarColumnas(const QString& nombre, std::function<QStringList()> disposicion) {
+  return recordar_->Columnas(nombre, std::move(disposicion));
 }
 
 void VistaRegistros::done(int resultado) {
@@ -142,7 +130,7 @@ bool VistaRegistros::Leer(const PedidoLectura& pedido) {
     OpcionesOcupacion opciones = AlTrabajar();
     EsperaDeUnidad espera(mod_, opciones);
     const Ocupacion ocupacion(*this, opciones);
-    llegada = espera.Llamar([&] { fin = pedido.leer(); });
+    llegada = Llamar(espera, [&] { fin = pedido.leer(); });
     if (!llegada) {
       Limpiar();
       return Ver({.panel = picCancelada_});
@@ -165,9 +153,22 @@ bool VistaRegistros::LeerAparte(const std::string& procedimiento, const std::fun
                                             OpcionesOcupacion opciones = AlTrabajar();
                                             EsperaDeUnidad espera(mod_, opciones);
                                             const Ocupacion ocupacion(*this, opciones);
-                                            llegada = espera.Llamar(leer);
+                                            llegada = Llamar(espera, leer);
                                           });
   return bien && llegada;
+}
+
+bool VistaRegistros::Llamar(EsperaDeUnidad& espera, const std::function<void()>& llamada) {
+  const QScopedValueRollback<const EsperaDeUnidad*> en_curso(espera_, &espera);
+  return espera.Llamar(llamada);
+}
+
+Atender VistaRegistros::AtenderLectura() {
+  return [this] {
+    if (mod_.atender) mod_.atender();
+    if (espera_ != nullptr && espera_->Cancelada())
+      throw Error(error_enlace::kCancelada, "VistaRegistros", "La operación fue cancelada");
+  };
 }
 
 void VistaRegistros::Listar(FinLectura fin, const PedidoLectura& pedido, const Periodo& periodo) {
@@ -182,7 +183,8 @@ void VistaRegistros::Listar(FinLectura fin, const PedidoLectura& pedido, const P
     return Ver(visto);
   }
   visto.cuenta = QString::fromUtf8(pedido.contador) + QString::number(visto.tabla->RecordCount());
-  visto.cifras = Q(TextoCifras(*visto.tabla, Canales()));
+  visto.series = SeriesDe(*visto.tabla, Canales());
+  visto.cifras = Q(TextoCifras(*visto.tabla, visto.series));
   Ver(visto);
   Listado();
 }
@@ -203,9 +205,7 @@ void VistaRegistros::Ver(const Visto& visto) {
 
 void VistaRegistros::MostrarTabla() {
   if (!visto_.tabla) return;
-  // The list keeps the table for as long as it shows it, and asks for no mark of another one.
-  Lista().Marcar([marcas = MarcasRegistros(*visto_.tabla)](std::size_t fila) { return PalabraDe(marcas.De(fila)); },
-                 IconoDe("aviso"));
+  MarcarRegistros(Lista(), *visto_.tabla);
   Lista().Mostrar(visto_.tabla);
   if (HayFilas()) Lista().Elegir(0);  // so that opening a record needs no click ahead of it
 }

@@ -14,6 +14,7 @@ namespace utr {
 
 class BarraPeriodos;
 class ControlesRecordados;
+class EsperaDeUnidad;
 
 // Pixels between controls that stand one over the other, and between columns of them.
 inline constexpr int kEntreControles = 6;
@@ -59,6 +60,10 @@ class VistaRegistros : public VentanaLista {
   // True: it ended without a failure, and the operator didn't end it.
   bool Leer(const PedidoLectura& pedido);
 
+  // What a reader calls between the calls of one read. Raises kCancelada once the operator has cancelled it: the driver
+  // hears of that only in the middle of a call.
+  Atender AtenderLectura();
+
   // Reads something that isn't for the list, in the same way.
   bool LeerAparte(const std::string& procedimiento, const std::function<void()>& leer);
 
@@ -75,6 +80,8 @@ class VistaRegistros : public VentanaLista {
   // The view is found as it was left where that tick is on: pickers, these fields, columns. When all of them are
   // filled.
   void Recordar(QList<QWidget*> campos);
+  // How columns stood that aren't on show, as ControlesRecordados::Columnas.
+  QStringList RecordarColumnas(const QString& nombre, std::function<QStringList()> disposicion);
   FechaHora Desde() const;
   FechaHora Hasta() const;
 
@@ -107,6 +114,7 @@ class VistaRegistros : public VentanaLista {
     PanelAviso* panel = nullptr;  // why there is no list
     QString cuenta{};
     QString periodo{};
+    SeriesDeTabla series{};  // of the table
     QString cifras{};
     Periodo leido{};  // for documents
   };
@@ -120,6 +128,7 @@ class VistaRegistros : public VentanaLista {
   void Listar(FinLectura fin, const PedidoLectura& pedido, const Periodo& periodo);
   void MostrarTabla();
   void Limpiar();
+  bool Llamar(EsperaDeUnidad& espera, const std::function<void()>& llamada);
 
   ModRTU& mod_;
   QLabel* lblCantRegistros_;
@@ -131,6 +140,7 @@ class VistaRegistros : public VentanaLista {
   BarraPeriodos* periodos_ = nullptr;
   ControlesRecordados* recordar_ = nullptr;
   Visto visto_;
+  const EsperaDeUnidad* espera_ = nullptr;  // of the read that runs
 };
 
 }  // namespace utr

@@ -7,11 +7,14 @@
 #include <QComboBox>
 #include <QFormLayout>
 #include <QHBoxLayout>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollBar>
 #include <QSpinBox>
 #include <QTabWidget>
 #include <QTimer>
+#include <QTreeView>
 #include <QVBoxLayout>
 #include <array>
 
@@ -26,9 +29,11 @@
 namespace utr {
 namespace {
 
+constexpr std::size_t kColumnaCanal = 2;
+
 DescripcionLista Descripcion() {
   return {.titulo = "Datos de la UTR",
-          .columna_titulo = 2,
+          .columna_titulo = kColumnaCanal,
           .palabras = {.modulo = "frmDatos",
                        .titulo_ventana = "Datos de la UTR",
                        .titulo_guardar = "Guardar como ...",
@@ -43,6 +48,7 @@ constexpr std::array kMarcos{"mnuDatHistoricos", "mnuDatosInst"};
 constexpr int kCadaMinimo = 10;
 constexpr int kCadaMaximo = 3600;
 constexpr int kCadaComun = 60;
+constexpr int kOtroIntento = 1000;  // milliseconds until a turn that had to wait is tried again
 constexpr QLatin1String kCada("actualizar cada");
 
 constexpr const char* kContador = "Cantidad de Registros Cargados: ";
@@ -68,7 +74,7 @@ QVBoxLayout* Apilar(std::initializer_list<QWidget*> controles) {
 frmDatos::frmDatos(ModRTU& mod, TablaPtr configuracion, QWidget* parent)
     : VistaRegistros(mod, Descripcion(), ColumnasDatos(), parent),
       configuracion_(configuracion ? configuracion->Clone() : nullptr),
-      lector_(Contexto(), std::move(configuracion), mod.atender),
+      lector_(Contexto(), std::move(configuracion), AtenderLectura()),
       picSinDatos_(Panel("picSinDatos", "Sin datos para el canal durante las fechas seleccionada")),
       PicSinDatosInst_(Panel("PicSinDatosInst", "Sin datos en la lectura instantánea. Por favor intente de nuevo...")),
       hojas_(new QTabWidget),
@@ -93,7 +99,12 @@ frmDatos::frmDatos(ModRTU& mod, TablaPtr configuracion, QWidget* parent)
   ArmarVista(ArmarMarcos(), Boton("cmd(1)", "&Cerrar"));
   ArmarComandos();
   CargarCanales();
+  disposiciones_.fill(Lista().Disposicion());
   Recordar({Canales_, CheckEscalados_, chkCartucho_, OpEscalados_, OpSinEscalar_, chkNivelRef_});
+  RecordarColumnas(QStringLiteral("columnas"), [this] { return DisposicionDe(0); });
+  const QStringList instantaneos =
+      RecordarColumnas(QStringLiteral("columnas instantáneos"), [this] { return DisposicionDe(1); });
+  if (!instantaneos.isEmpty()) disposiciones_[1] = instantaneos;
   MarcoElegido(0);
 }
 
@@ -220,6 +231,10 @@ void frmDatos::MarcoElegido(int cual) {
   VerMarco(cual);
 }
 
+QStringList frmDatos::DisposicionDe(int marco) const {
+  return marco == marco_ ? Lista().Disposicion() : disposiciones_[static_cast<std::size_t>(marco)];
+}
+
 // Each frame has a list of its own, with its columns and its plot.
 void frmDatos::VerMarco(int cual) {
   if (cual == marco_) return;
@@ -263,20 +278,51 @@ bool frmDatos::MostrarInstantaneos() {
 // --- Again and again -------------------------------------------------------------------------------------------------
 
 void frmDatos::ActualizarSeguido(bool seguido) {
-  if (seguido) {
-    Turno();
-  } else {
-    turno_->stop();
-  }
+  if (!seguido) return turno_->stop();
+  hojas_->setCurrentIndex(1);
+  Turno();
 }
 
-// The next turn is counted from the end of this one, so that none starts inside another. While a dialog stands over the
-// window, or it is at work, the turn waits: the list mustn't change under what the operator looks at.
+// The next turn is counted from the end of this one, so that none starts inside another. It waits while the operator is
+// at something else: at the other frame, in a dialog over the window or in what popped up from it.
 void frmDatos::Turno() {
   const QWidget* encima = QApplication::activeModalWidget();
-  const bool libre = !Ocupacion::Ocupada(*this) && (encima == nullptr || encima == this);
-  if (libre && !MostrarInstantaneos()) return chkActualizar_->setChecked(false);
-  if (chkActualizar_->isChecked()) turno_->start(ActualizarCada_->value() * 1000);
+  const bool libre = marco_ == 1 && !Ocupacion::Ocupada(*this) && (encima == nullptr || encima == this) &&
+                     QApplication::activePopupWidget() == nullptr;
+  if (libre) {
+    const SitioEnLista sitio = DondeEsta();
+    if (!MostrarInstantaneos()) return chkActualizar_->setChecked(false);
+    Volver(sitio);
+  }
+  if (chkActualizar_->isChecked()) turno_->start(libre ? ActualizarCada_->value() * 1000 : kOtroIntento);
+}
+
+frmDatos::SitioEnLista frmDatos::DondeEsta() {
+  SitioEnLista sitio;
+  sitio.filtro = Lista().CampoFiltro()->text();
+  if (const auto actual = Lista().FilaActual()) sitio.actual = CanalEn(*actual);
+  for (const std::size_t posicion : Lista().FilasElegidas()) sitio.elegidos.insert(CanalEn(posicion));
+  sitio.arriba = Lista().Arbol()->verticalScrollBar()->value();
+  sitio.izquierda = Lista().Arbol()->horizontalScrollBar()->value();
+  return sitio;
+}
+
+// Rows of another read are known by their channels.
+void frmDatos::Volver(const SitioEnLista& sitio) {
+  Lista().CampoFiltro()->setText(sitio.filtro);
+  std::set<std::size_t> elegidas;
+  for (std::size_t posicion = 0; posicion < Lista().Lista().Cantidad(); ++posicion) {
+    const std::string canal = CanalEn(posicion);
+    if (canal == sitio.actual) Lista().Elegir(posicion);
+    if (sitio.elegidos.contains(canal)) elegidas.insert(Lista().Lista().Fila(posicion));
+  }
+  if (!elegidas.empty()) Lista().ElegirTodas([&](std::size_t fila) { return elegidas.contains(fila); });
+  Lista().Arbol()->verticalScrollBar()->setValue(sitio.arriba);
+  Lista().Arbol()->horizontalScrollBar()->setValue(sitio.izquierda);
+}
+
+std::string frmDatos::CanalEn(std::size_t posicion) const {
+  return Lista().Lista().Texto(posicion, kColumnaCanal);
 }
 
 // --- Beside the list -------------------------------------------------------------------------------------------------
@@ -284,8 +330,8 @@ void frmDatos::Turno() {
 void frmDatos::Listado() {
   if (marco_ == 1) {
     grafico_->VerInstantaneos(*lector_.Resultado(), OpEscalados_->isChecked(), chkNivelRef_->isChecked());
-  } else {
-    grafico_->VerRegistros(*lector_.Resultado(), leido_);
+  } else if (!LoVisto().series.empty()) {
+    grafico_->VerRegistros(LoVisto().series.front(), leido_);
   }
 }
 

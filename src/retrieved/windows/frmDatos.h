@@ -2,6 +2,8 @@
 
 #include <QStringList>
 #include <array>
+#include <set>
+#include <string>
 
 #include "retrieved/windows/VistaRegistros.h"
 
@@ -44,6 +46,18 @@ class frmDatos : public VistaRegistros {
   QLayout* ArmarActualizar();
   void ActualizarSeguido(bool seguido);
   void Turno();
+  // What the operator looks at in the list of the present values.
+  struct SitioEnLista {
+    QString filtro;
+    std::string actual;  // channel of the current row
+    std::set<std::string> elegidos;
+    int arriba = 0;
+    int izquierda = 0;
+  };
+  SitioEnLista DondeEsta();
+  void Volver(const SitioEnLista& sitio);
+  std::string CanalEn(std::size_t posicion) const;
+  QStringList DisposicionDe(int marco) const;
   void MarcoElegido(int cual);
   void VerMarco(int cual);
 

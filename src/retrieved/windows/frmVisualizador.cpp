@@ -12,6 +12,7 @@
 #include "retrieved/series/TextoSerie.h"
 #include "retrieved/windows/EnlaceGrafico.h"
 #include "retrieved/windows/GraficoDeDatos.h"
+#include "retrieved/windows/LineaDeCifras.h"
 #include "retrieved/windows/VistaInforme.h"
 #include "widgets/Campos.h"
 #include "widgets/TextoQt.h"
@@ -48,13 +49,17 @@ frmVisualizador::frmVisualizador(ModRTU& mod, QWidget* parent)
       informe_(new VistaInforme),
       grafico_(new PanelGrafico(
           mod.Listas(), {.ventana = objectName(), .titulo = windowTitle(), .una_tabla = true, .vistos = mod.graficos})),
-      lblCantRegistros_(Linea("lblCantRegistros")) {
+      lblCantRegistros_(Linea("lblCantRegistros")),
+      lblCifras_(NuevaLineaDeCifras()) {
   AlLado(grafico_, GraficoDeDatos::ComandoVer());
   EnlazarConLista(*grafico_, Lista());
   connect(grafico_, &PanelGrafico::CanalPedido, this, [this](const QString& canal) {
-    grafico_->Agregar(canal, {std::make_shared<const Serie>(*visto_.tabla, OpcionesSerie{U(canal), {}}), {}});
+    for (const auto& serie : series_) {
+      if (Q(serie->Canal()) == canal) return grafico_->Agregar(canal, {serie, {}});
+    }
   });
   ArmarComandos();
+  BajoLaLista(lblCifras_);
   Armar(ArmarParametros(), {.cancelar = Boton("cmd", "&Cerrar"), .por_defecto = false}, kTamano, informe_, true);
   informe_->hide();
   cmdFile_->setFocus();
@@ -151,6 +156,7 @@ void frmVisualizador::Listar(ArchivoVisto visto) {
   Lista().QuitarOrden(false);
   visto_ = std::move(visto);
   Lista().Definir(visto_.columnas);
+  MarcarRegistros(Lista(), *visto_.tabla);
   if (visto_.tabla->RecordCount() > 0) {
     Lista().Mostrar(visto_.tabla);
     Lista().Elegir(0);
@@ -159,20 +165,22 @@ void frmVisualizador::Listar(ArchivoVisto visto) {
   FijarImp(tipo, kExitos[tipo]);
   Decir(lblCantRegistros_,
         QStringLiteral("Cantidad de Registros Cargados: ") + QString::number(visto_.tabla->RecordCount()));
+  series_ = SeriesDe(*visto_.tabla, nullptr);
+  Decir(lblCifras_, Q(TextoCifras(*visto_.tabla, series_)));
   VerGrafico();
 }
 
 // The first channel of the file; the others can be added. Neither interval nor limits are known here.
 void frmVisualizador::VerGrafico() {
-  QStringList canales;
-  for (const std::string& canal : CanalesDeTabla(*visto_.tabla)) canales.append(Q(canal));
-  if (canales.isEmpty()) return;
+  if (series_.empty()) return;
+  QStringList otros;
+  for (std::size_t i = 1; i < series_.size(); ++i) otros.append(Q(series_[i]->Canal()));
   ContenidoGrafico contenido;
-  const auto serie = std::make_shared<const Serie>(*visto_.tabla, OpcionesSerie{U(canales.takeFirst()), {}});
-  contenido.titulo = QStringLiteral("%1: %2").arg(QString::fromUtf8(kVisualizador), Q(TituloSerie(*serie)));
-  contenido.canales.push_back({serie, {}});
+  contenido.titulo = QStringLiteral("%1: %2").arg(QString::fromUtf8(kVisualizador), Q(TituloSerie(*series_[0])));
+  contenido.canales.push_back({series_[0], {}});
   grafico_->Mostrar(std::move(contenido));
-  grafico_->Ofrecer(canales);
+  grafico_->Ofrecer(otros);
+  SenalarFilaActual(*grafico_, Lista());
 }
 
 void frmVisualizador::MuestraInforme(const std::filesystem::path& ruta) {

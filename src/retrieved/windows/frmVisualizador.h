@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <optional>
 
+#include "retrieved/CifrasRegistros.h"
 #include "retrieved/recovery/ArchivoVisto.h"
 #include "session/ModRTU.h"
 #include "widgets/VentanaLista.h"
@@ -47,6 +48,7 @@ class frmVisualizador : public VentanaLista {
 
   ModRTU& mod_;
   ArchivoVisto visto_;  // its table is null while no file was opened
+  SeriesDeTabla series_;
   std::filesystem::path ruta_;
   QLineEdit* lblFile_;
   QPushButton* cmdFile_;
@@ -55,6 +57,7 @@ class frmVisualizador : public VentanaLista {
   VistaInforme* informe_;
   PanelGrafico* grafico_;
   QLabel* lblCantRegistros_;
+  QLabel* lblCifras_;
 };
 
 }  // namespace utr

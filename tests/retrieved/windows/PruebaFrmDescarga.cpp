@@ -1,11 +1,13 @@
 #include <QProgressBar>
 #include <QRadioButton>
 #include <functional>
+#include <optional>
 
 #include "driver/ErroresDeEnlace.h"
 #include "retrieved/windows/BancoVistas.h"
 #include "retrieved/windows/frmDescarga.h"
 #include "session/SituacionDelEnlace.h"
+#include "support/DispositivoLleno.h"
 
 namespace utr {
 namespace {
@@ -85,6 +87,43 @@ TEST_F(PruebaFrmDescarga, SeCancelaAlMedioYQuedaLoQueVino) {
   EXPECT_EQ(Estados()[1], "EA01_Meteorologico|guardada");
   EXPECT_EQ(Estados()[3], "Eventos|pendiente");
   EXPECT_FALSE(Hijo<QWidget>(ventana, "cmdSeguir")->isHidden());
+}
+
+TEST_F(PruebaFrmDescarga, CerrarConLoLeidoSinGuardarLoPregunta) {
+  constexpr const char* kPregunta = "Se leyó de la UTR 1 parte que no se pudo guardar";
+  std::optional<DispositivoLleno> lleno;
+  driver.al_llamar = [&](const std::string& llamada) {
+    if (llamada.starts_with("LeerEventos")) lleno.emplace(16);
+  };
+  operador.EsperaParte("La descarga no está completa");
+  Pulsar(ventana, "cmdDescargar");
+  lleno.reset();
+  driver.al_llamar = {};
+  driver.llamadas.clear();
+  operador.EsperaParte(kPregunta, Respuesta::kCancelar);
+  ventana.close();
+  EXPECT_TRUE(ventana.isVisible());
+  operador.EsperaParte(kPregunta, Respuesta::kCancelar);
+  Pulsar(ventana, "cmdDescargar");
+  EXPECT_TRUE(driver.llamadas.empty()) << "another download doesn't drop it either";
+  operador.EsperaParte(kPregunta, Respuesta::kPrimera);
+  operador.EsperaAbrir("Carpeta de las descargas ...", banco.carpeta / "otra");
+  operador.EsperaParte("La descarga no está completa. Falta 1 parte");
+  ventana.close();
+  EXPECT_FALSE(ventana.isVisible());
+  const std::filesystem::directory_iterator carpeta(banco.carpeta / "otra");
+  EXPECT_TRUE(std::filesystem::exists(carpeta->path() / "Eventos.csv"));
+  EXPECT_TRUE(driver.llamadas.empty());
+}
+
+TEST_F(PruebaFrmDescarga, LoLeidoSePierdeSoloSiSeDice) {
+  std::optional<DispositivoLleno> lleno;
+  driver.al_llamar = [&](const std::string&) { lleno.emplace(16); };
+  operador.EsperaParte("La descarga no está completa");
+  Pulsar(ventana, "cmdDescargar");
+  operador.EsperaParte("Se leyó de la UTR 1 parte", Respuesta::kSegunda);
+  ventana.close();
+  EXPECT_FALSE(ventana.isVisible());
 }
 
 TEST_F(PruebaFrmDescarga, LoQueNoTieneSentidoSeDiceAntesDeEmpezar) {

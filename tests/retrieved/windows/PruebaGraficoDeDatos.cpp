@@ -1,5 +1,6 @@
 #include <QCheckBox>
 #include <QComboBox>
+#include <QHeaderView>
 #include <QMenu>
 #include <QSpinBox>
 #include <QSplitter>
@@ -7,6 +8,7 @@
 #include <QTabWidget>
 #include <QTimer>
 #include <QTimerEvent>
+#include <QTreeView>
 
 #include "plots/windows/Hidrograma.h"
 #include "plots/windows/MiniCurvas.h"
@@ -14,6 +16,7 @@
 #include "retrieved/windows/BancoVistas.h"
 #include "retrieved/windows/frmDatos.h"
 #include "retrieved/windows/frmVisualizador.h"
+#include "session/SituacionDelEnlace.h"
 
 namespace utr {
 namespace {
@@ -79,6 +82,46 @@ TEST_F(PruebaGraficoDeDatos, CursorYRenglonVanJuntos) {
   Lista(ventana).Elegir(2);
   EXPECT_EQ(Grafico(ventana).Cursor(), (Hidrograma::Punto{0, 0}));
   EXPECT_THAT(Texto(ventana, "GraficoHechos"), HasSubstr("14/03/2026 00:10:00, 5"));
+  Lista(ventana).CampoFiltro()->setText("00:10");
+  Grafico(ventana).Senalar({0, 2});
+  emit Grafico(ventana).PuntoElegido({0, 2});
+  EXPECT_EQ(Texto(ventana, "GraficoHechos"),
+            "El filtro de la lista oculta el renglón de este registro.\n" + U(Grafico(ventana).Hechos()));
+}
+
+TEST_F(PruebaGraficoDeDatos, TrasUnaLecturaElCursorEstaEnElRenglonActual) {
+  Lista(ventana).Ordenar(1, false);
+  Pulsar(ventana, "cmd(0)");
+  EXPECT_EQ(Lista(ventana).FilaActual(), 0U);
+  EXPECT_EQ(Grafico(ventana).Cursor(), (Hidrograma::Punto{0, 2}));
+}
+
+TEST_F(PruebaGraficoDeDatos, SinSpanLosRegistrosQuedanEnCuentasYSinLimites) {
+  frmDatos otra(banco.mod, TablaDeCanales({{{"Canal", "1"}, {"Flags", "3"}, {"Span", "0"}, {"AMax", "7"}}}));
+  Pulsar(otra, "cmd(0)");
+  EXPECT_EQ(Graficados(otra)[0].serie->Valores()[0], 2048);
+  EXPECT_THAT(Graficados(otra)[0].limites, IsEmpty());
+}
+
+TEST_F(PruebaGraficoDeDatos, RecordarGuardaLasColumnasDeCadaMarco) {
+  const auto titulos = [](const QWidget& vista) { return Lista(vista).Arbol()->header(); };
+  const auto ir_a = [](const QWidget& vista, int marco) {
+    Hijo<QTabWidget>(vista, "fraDatos")->setCurrentIndex(marco);
+  };
+  {
+    frmDatos dejada(banco.mod, CanalesConLimites());
+    dejada.show();
+    Hijo<QAbstractButton>(dejada, "chkRecordar")->setChecked(true);
+    titulos(dejada)->moveSection(9, 0);
+    ir_a(dejada, 1);
+    EXPECT_EQ(titulos(dejada)->logicalIndex(0), 0) << "a list of its own";
+    titulos(dejada)->moveSection(4, 0);
+    dejada.close();
+  }
+  frmDatos otra(banco.mod, CanalesConLimites());
+  EXPECT_EQ(titulos(otra)->logicalIndex(0), 9);
+  ir_a(otra, 1);
+  EXPECT_EQ(titulos(otra)->logicalIndex(0), 4);
 }
 
 TEST_F(PruebaGraficoDeDatos, OtroCanalSeLeeDelMismoPeriodoParaElGraficoSolo) {
@@ -192,6 +235,56 @@ TEST_F(PruebaActualizar, CadaTurnoEsLaLecturaEnteraHastaQueUnaFalla) {
   EXPECT_FALSE(Turno()->isActive());
 }
 
+TEST_F(PruebaActualizar, UnTurnoEsperaMientrasElOperadorMiraOtraCosa) {
+  ventana.show();
+  Seguido()->setChecked(true);
+  const std::size_t antes = driver.llamadas.size();
+  Hijo<QTabWidget>(ventana, "fraDatos")->setCurrentIndex(0);
+  Esperar();
+  EXPECT_EQ(driver.llamadas.size(), antes);
+  EXPECT_EQ(Hijo<QTabWidget>(ventana, "fraDatos")->currentIndex(), 0);
+  EXPECT_TRUE(Turno()->isActive());
+  Hijo<QTabWidget>(ventana, "fraDatos")->setCurrentIndex(1);
+  QMenu desplegado(&ventana);
+  desplegado.addAction("uno");
+  desplegado.popup(QPoint(10, 10));
+  Esperar();
+  EXPECT_EQ(driver.llamadas.size(), antes) << "nor under a menu";
+  desplegado.close();
+  Esperar();
+  EXPECT_GT(driver.llamadas.size(), antes);
+  EXPECT_TRUE(Seguido()->isChecked());
+}
+
+TEST_F(PruebaActualizar, UnTurnoDejaFiltroRenglonYEleccionDondeEstaban) {
+  Seguido()->setChecked(true);
+  Lista(ventana).CampoFiltro()->setText("PLV");
+  Lista(ventana).Elegir(0);
+  Esperar();
+  EXPECT_EQ(U(Lista(ventana).CampoFiltro()->text()), "PLV");
+  ASSERT_EQ(Filas(ventana).size(), 1U);
+  EXPECT_EQ(Lista(ventana).FilaActual(), 0U);
+  Lista(ventana).CampoFiltro()->clear();
+  Lista(ventana).Elegir(1);
+  driver.Devuelve("LeerInstantaneos", Instantaneos("1024"));
+  Esperar();
+  EXPECT_EQ(Lista(ventana).FilaActual(), 1U);
+  EXPECT_THAT(Lista(ventana).FilasElegidas(), ElementsAre(1U));
+}
+
+TEST_F(PruebaActualizar, CancelarEnLaPausaTerminaLaLectura) {
+  SituacionDelEnlace situacion;
+  situacion.PonerClase(ClaseDeUnidad::kReal);
+  banco.mod.situacion = &situacion;
+  driver.al_llamar = [&](const std::string& llamada) {
+    if (llamada == "Pausa(3)") Pulsar(ventana, "CancelarLectura");
+  };
+  Seguido()->setChecked(true);
+  EXPECT_THAT(driver.llamadas, ElementsAre("LeerInstantaneos()", "Pausa(3)", "Cancelar(no)"));
+  EXPECT_THAT(Paneles(ventana), ElementsAre("picCancelada"));
+  EXPECT_FALSE(Seguido()->isChecked());
+}
+
 TEST_F(PruebaActualizar, LeerLosHistoricosLoDetieneYOtraFormaEmpiezaCurvasNuevas) {
   Seguido()->setChecked(true);
   Hijo<QAbstractButton>(ventana, "OpSinEscalar")->setChecked(true);
@@ -215,6 +308,13 @@ TEST_F(PruebaGraficoDeDatos, ElVisorGraficaLosCanalesDelArchivo) {
   ASSERT_EQ(Graficados(visor).size(), 1U);
   EXPECT_THAT(Graficados(visor)[0].serie->Tramos(), ElementsAre(TramoSerie{0, 2}, TramoSerie{2, 4}));
   EXPECT_TRUE(visor.findChild<QCheckBox*>("GraficoEventos")->isHidden());
+  EXPECT_EQ(Grafico(visor).Cursor(), (Hidrograma::Punto{0, 0})) << "the row that is current";
+  EXPECT_EQ(
+      Texto(visor, "lblCifras"),
+      "Primero: 14/03/2026 10:00:00, último: 14/03/2026 11:10:00; 5 registros, 1 sin validar, faltan 4, 1 hueco; 2 "
+      "canales");
+  const auto* modelo = Lista(visor).Arbol()->model();
+  EXPECT_EQ(U(modelo->index(2, 0).data(Qt::AccessibleDescriptionRole).toString()), "Sin validar");
   Agregar(visor, 0);
   ASSERT_EQ(Graficados(visor).size(), 2U);
   Lista(visor).Elegir(1);
@@ -224,6 +324,7 @@ TEST_F(PruebaGraficoDeDatos, ElVisorGraficaLosCanalesDelArchivo) {
   TablaDeTextos({"Fecha", "Hora", "Codigo"}, {{"14/03/2026", "10:00:00", "3"}})->Save(banco.carpeta / "ev.xml");
   visor.MuestraArchivo(banco.carpeta / "ev.xml");
   EXPECT_THAT(Graficados(visor), IsEmpty());
+  EXPECT_EQ(Texto(visor, "lblCifras"), "Primero: 14/03/2026 10:00:00, último: 14/03/2026 10:00:00; 1 evento");
 }
 
 }  // namespace
