@@ -61,6 +61,7 @@ struct Opciones {
   bool cartucho = false;
   bool crudos = false;
   bool con_nivel = false;
+  bool cifras = false;
   std::vector<std::int16_t> canales;  // empty: all that have a history
 
   // Dump.

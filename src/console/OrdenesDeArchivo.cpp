@@ -143,6 +143,7 @@ Codigo VerTabla(Sesion& sesion) {
     return Codigo::kSinDatos;
   }
   sesion.Entregar(visto.tabla, visto.columnas, {"Visualizador", {"Fecha: " + TextoFecha(sesion.ElReloj().Ahora())}});
+  sesion.Resumir(*visto.tabla, nullptr);
   return Codigo::kHecho;
 }
 

@@ -80,6 +80,7 @@ Codigo LeerDatos(Sesion& sesion) {
   }
   if (todos->RecordCount() == 0) return SinDatos(sesion);
   sesion.Entregar(todos, ColumnasDatos(), {"Datos históricos de la UTR", LineasDesdeHasta(opciones, TextoFecha)});
+  sesion.Resumir(*todos, configuracion.get());
   return Codigo::kHecho;
 }
 
@@ -96,6 +97,7 @@ Codigo LeerEventos(Sesion& sesion) {
   const auto lineas =
       opciones.pendientes ? std::vector{LineaFecha(sesion)} : LineasDesdeHasta(opciones, TextoFechaHora);
   sesion.Entregar(lector.Resultado(), ColumnasEventos(), {"Eventos de la UTR", lineas});
+  sesion.Resumir(*lector.Resultado(), configuracion.get());
   return Codigo::kHecho;
 }
 

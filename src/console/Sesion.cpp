@@ -7,6 +7,8 @@
 #include "console/Interrupcion.h"
 #include "console/Salida.h"
 #include "driver/ErroresDeEnlace.h"
+#include "retrieved/CifrasRegistros.h"
+#include "retrieved/series/TextoSerie.h"
 
 namespace utr::consola {
 
@@ -61,6 +63,15 @@ void Sesion::Entregar(const TablaPtr& tabla, const TablaPtr& de_lista, Columnas 
   Entregable que{tabla, ListaTabla(std::move(columnas)), std::move(encabezado)};
   que.lista.Mostrar(de_lista);
   consola::Entregar(que, opciones_.destino, entorno_.salida);
+}
+
+void Sesion::Resumir(const Tabla& tabla, const Tabla* configuracion) {
+  if (!opciones_.cifras) return;
+  const SeriesDeTabla series = SeriesDe(tabla, configuracion);
+  for (const auto& serie : series) Avisar(TituloSerie(*serie) + ": " + TextoCifras(tabla, {serie}));
+  if (!series.empty()) return;
+  const std::string cifras = TextoCifras(tabla, series);
+  Avisar(cifras.empty() ? "La tabla no es de registros: no hay cifras" : cifras);
 }
 
 void Sesion::Decir(const std::string& linea) {

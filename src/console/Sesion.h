@@ -69,6 +69,10 @@ class Sesion {
   // The same with another table for the list.
   void Entregar(const TablaPtr& tabla, const TablaPtr& de_lista, Columnas columnas, EncabezadoLista encabezado);
 
+  // The figures of the records that were delivered, a line for each channel, where the options want them.
+  // `configuracion`: the table of channels, or null.
+  void Resumir(const Tabla& tabla, const Tabla* configuracion);
+
   // A line of the result, and one of what went wrong.
   void Decir(const std::string& linea);
   void Avisar(const std::string& linea);

@@ -20,11 +20,13 @@ constexpr std::int32_t kMayorPuerto = 65535;
 constexpr std::int32_t kVelocidades[] = {300, 1200, 2400, 4800, 9600, 19200};
 
 constexpr DescripcionOrden kOrdenes[] = {
-    {Orden::kLeerDatos, "leer-datos", "", 0, kEnlace | kSalida | kArchivo | kFechas | kDatos | kCartucho | kCrudos,
+    {Orden::kLeerDatos, "leer-datos", "", 0,
+     kEnlace | kSalida | kArchivo | kFechas | kDatos | kCartucho | kCrudos | kCifras,
      "los registros históricos de uno o más canales",
      "Lee los registros históricos de los canales entre dos fechas, días enteros, en unidades de ingeniería.\n"},
-    {Orden::kLeerEventos, "leer-eventos", "", 0, kEnlace | kSalida | kArchivo | kFechas | kEventos | kCartucho,
-     "los eventos de la estación", "Lee los eventos de la estación entre dos fechas, o los que tiene pendientes.\n"},
+    {Orden::kLeerEventos, "leer-eventos", "", 0,
+     kEnlace | kSalida | kArchivo | kFechas | kEventos | kCartucho | kCifras, "los eventos de la estación",
+     "Lee los eventos de la estación entre dos fechas, o los que tiene pendientes.\n"},
     {Orden::kInstantaneos, "instantaneos", "", 0, kEnlace | kSalida | kArchivo | kInstantaneos | kCrudos,
      "lo que miden ahora todos los canales", "Lee el valor presente de cada canal habilitado.\n"},
     {Orden::kConfiguracion, "configuracion", "", 0, kEnlace | kSalida | kArchivo, "la configuración de canales",
@@ -39,7 +41,7 @@ constexpr DescripcionOrden kOrdenes[] = {
     {Orden::kRecuperar, "recuperar", "ARCHIVO.bkp...", 1000, kRecuperar, "procesa archivos de recuperación",
      "Convierte archivos de recuperación de una estación en tablas: una por canal, la cola y los eventos, con un\n"
      "informe. Dice la ruta de cada una. No se conecta con nada.\n"},
-    {Orden::kVerTabla, "ver-tabla", "ARCHIVO", 1, kSalida | kArchivo, "una tabla guardada",
+    {Orden::kVerTabla, "ver-tabla", "ARCHIVO", 1, kSalida | kArchivo | kCifras, "una tabla guardada",
      "Muestra una tabla guardada por el programa: resultados, configuraciones (.ucg, .icf), exportaciones (.imp).\n"},
 };
 
@@ -204,6 +206,8 @@ constexpr DescripcionOpcion kOpciones[] = {
      [](Lectura& l, std::string_view) { l.opciones.cartucho = true; }},
     {"--crudos", "", kCrudos, "cuentas en lugar de unidades de ingeniería",
      [](Lectura& l, std::string_view) { l.opciones.crudos = true; }},
+    {"--cifras", "", kCifras, "dice además, por la salida de errores, el resumen de los registros de cada canal",
+     [](Lectura& l, std::string_view) { l.opciones.cifras = true; }},
     {"--nivel-referencia", "", kInstantaneos, "suma el nivel de referencia",
      [](Lectura& l, std::string_view) { l.opciones.con_nivel = true; }},
     {"--carpeta", "CARPETA", kRespaldo, "en cuya carpeta Respaldos se guarda; sin ella, la del programa",

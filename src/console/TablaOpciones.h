@@ -34,6 +34,7 @@ inline constexpr unsigned kRecuperar = 256;
 inline constexpr unsigned kArchivo = 512;  // --archivo, which a dump has too
 inline constexpr unsigned kCartucho = 1024;
 inline constexpr unsigned kCrudos = 2048;
+inline constexpr unsigned kCifras = 4096;
 }  // namespace clase
 
 struct DescripcionOrden {
