@@ -34,7 +34,7 @@ void CargarCatalogo(QTranslator& catalogo, const QString& nombre) {
 }
 
 utr::CuentaDeLinea CuentaDe(const utr::enlace::Trafico& trafico) {
-  return {trafico.enviados, trafico.recibidos, trafico.reintentos};
+  return {trafico.enviados, trafico.recibidos, trafico.reintentos, trafico.paginas};
 }
 
 // What the driver over a wire learns goes to whoever shows it.

@@ -48,9 +48,11 @@ std::string DetalleDe(ClaseDeUnidad clase) {
 std::string TextoDe(const CuentaDeLinea& cuenta) {
   const std::uint64_t bytes = cuenta.enviados + cuenta.recibidos;
   if (bytes == 0) return {};
-  const std::string reintentos =
-      std::to_string(cuenta.reintentos) + (cuenta.reintentos == 1 ? " reintento" : " reintentos");
-  return std::to_string(bytes) + " bytes, " + reintentos;
+  const auto cuantos = [](std::uint64_t numero, const char* uno, const char* varios) {
+    return std::to_string(numero) + (numero == 1 ? uno : varios);
+  };
+  const std::string paginas = cuenta.paginas == 0 ? "" : cuantos(cuenta.paginas, " página, ", " páginas, ");
+  return std::to_string(bytes) + " bytes, " + paginas + cuantos(cuenta.reintentos, " reintento", " reintentos");
 }
 
 }  // namespace utr

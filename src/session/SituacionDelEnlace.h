@@ -19,6 +19,7 @@ struct CuentaDeLinea {
   std::uint64_t enviados = 0;   // bytes
   std::uint64_t recibidos = 0;  // bytes
   std::uint64_t reintentos = 0;
+  std::uint64_t paginas = 0;  // of the memory of units
 
   bool operator==(const CuentaDeLinea&) const = default;
 };
@@ -70,7 +71,7 @@ class SituacionDelEnlace {
 std::string TextoDe(ClaseDeUnidad clase);
 std::string DetalleDe(ClaseDeUnidad clase);
 
-// "12345 bytes, 3 reintentos"; empty for a line on which nothing went.
+// "12345 bytes, 42 páginas, 3 reintentos", the pages where there were any; empty for a line on which nothing went.
 std::string TextoDe(const CuentaDeLinea& cuenta);
 
 }  // namespace utr

@@ -72,7 +72,8 @@ void EsperaDeUnidad::Mostrar() {
   const CuentaDeLinea ahora = CuentaDe(mod_);
   const CuentaDeLinea cuenta{.enviados = ahora.enviados - al_comenzar_.enviados,
                              .recibidos = ahora.recibidos - al_comenzar_.recibidos,
-                             .reintentos = ahora.reintentos - al_comenzar_.reintentos};
+                             .reintentos = ahora.reintentos - al_comenzar_.reintentos,
+                             .paginas = ahora.paginas - al_comenzar_.paginas};
   if (const std::string linea = TextoDe(cuenta); !linea.empty()) texto += QStringLiteral(": ") + Q(linea);
   panel_.Detallar(texto);
 }

@@ -328,6 +328,7 @@ TEST_F(Enlace, UnaFlashEnteraConUnoPorCientoDePerdidasEsLaFlash) {
   }
   EXPECT_EQ(distintas, 0);
   EXPECT_GT(banco.Enlace().Cuenta().reintentos, 50U);
+  EXPECT_EQ(banco.Enlace().Cuenta().paginas, 32U * 1024U);
 }
 
 TEST_F(Enlace, UnDiaDeUnCanalCuestaSeisPedidosMasQueSusPaginas) {

@@ -382,6 +382,8 @@ TEST_F(Ppal, DiceSiempreQuienEstaAlOtroExtremo) {
   EXPECT_EQ(colores.size(), 4U) << "a colour of its own for each";
   situacion.PonerCuenta({.enviados = 10, .recibidos = 20, .reintentos = 1});
   EXPECT_EQ(Panel("Trafico"), "30 bytes, 1 reintento");
+  situacion.PonerCuenta({.enviados = 10, .recibidos = 20, .reintentos = 0, .paginas = 12});
+  EXPECT_EQ(Panel("Trafico"), "30 bytes, 12 páginas, 0 reintentos");
   Ejecutar("mnuViewStatusBar");
   EXPECT_TRUE(Hallar<QLabel>(*ventana, "Unidad").isVisible()) << "without the status bar too";
   situacion.PonerClase(ClaseDeUnidad::kSimulada);

@@ -22,6 +22,7 @@ struct Trafico {
   std::uint64_t recibidos = 0;  // bytes
   std::uint64_t pedidos = 0;
   std::uint64_t reintentos = 0;  // requests that were sent again
+  std::uint64_t paginas = 0;     // of a memory, that came whole or not
 };
 
 // A request, and what tells its answer from others.

@@ -74,6 +74,7 @@ std::vector<PaginaLeida> LeerPaginas(UnidadRemota& unidad, CualMemoria memoria,
       paginas.emplace_back(Bytes(byte, byte + paginas::kBytesPagina));
     }
   }
+  unidad.ContarPaginas(paginas.size());
   if (leido.Bien()) return paginas;
   if (lugares.size() == 1) return {std::nullopt};
   for (const LugarEnMemoria& lugar : lugares) paginas.push_back(LeerPaginas(unidad, memoria, {lugar}).front());

@@ -60,6 +60,9 @@ class UnidadRemota {
   // of a unit that is at something else: it is asked again for a while.
   Leido LeerArchivos(std::vector<protocolo::PedidoDeArchivo> partes);
 
+  // Pages of a memory came with the last read.
+  void ContarPaginas(std::size_t cuantas) { via_.ContarPaginas(cuantas); }
+
   // The same for what a unit may lack: nothing when it says that it has no such thing. Raises kLecturaNegada for any
   // other exception, which says nothing of what there is.
   std::optional<std::vector<Bytes>> LeerSiHay(std::vector<protocolo::PedidoDeArchivo> partes);

@@ -53,6 +53,7 @@ class Via {
   const std::string& Ajustes() const { return ajustes_; }
   const Trafico& Cuenta() const { return trafico_; }
   void ContarReintento() { ++trafico_.reintentos; }
+  void ContarPaginas(std::size_t cuantas) { trafico_.paginas += cuantas; }
 
  private:
   void AbrirSerie();
