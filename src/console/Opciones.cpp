@@ -120,7 +120,9 @@ class Lector {
       Mal("Falta el archivo que lee " + std::string(orden_->nombre));
     if (l_.opciones.pendientes && (l_.con_fechas || l_.opciones.cartucho))
       Mal("--pendientes no va con fechas ni con --cartucho");
-    if (l_.opciones.hasta < l_.opciones.desde) Mal("--hasta es anterior a --desde");
+    if (l_.opciones.hasta < l_.opciones.desde)
+      Mal(l_.con_desde ? "--hasta es anterior a --desde"
+                       : "Falta --desde: sin ella se lee desde hoy, y --hasta es anterior");
     if (l_.opciones.continuar && l_.opciones.destino.archivo.empty())
       Mal("--continuar quiere en --archivo el archivo que sigue");
     ComprobarFormato();

@@ -23,6 +23,17 @@ namespace fs = std::filesystem;
   throw Error(error::kArchivo, "adminutr-cli", texto);
 }
 
+bool EsOtraCosaQueUnArchivo(const fs::path& ruta) {
+  std::error_code nada;
+  const fs::file_status que = fs::status(ruta, nada);
+  return fs::exists(que) && !fs::is_regular_file(que);
+}
+
+// A pipe would wait for ever for somebody who writes to it.
+void ExigirArchivoDeDisco(const fs::path& ruta) {
+  if (EsOtraCosaQueUnArchivo(ruta)) FallaDeArchivo("No es un archivo de disco: " + ruta.string());
+}
+
 // --- Dump ------------------------------------------------------------------------------------------------------------
 
 // An earlier file with what crashes have left of reads that went on from it.
@@ -37,9 +48,7 @@ struct Anterior {
 fs::path RutaDelVolcado(const Sesion& sesion) {
   const fs::path& pedida = sesion.LasOpciones().destino.archivo;
   if (pedida.empty()) return NombreArchivoFlash(fs::current_path(), sesion.ElReloj().Ahora());
-  std::error_code nada;
-  const fs::file_status que = fs::status(pedida, nada);
-  if (fs::exists(que) && !fs::is_regular_file(que)) FallaDeArchivo("No es un archivo de disco: " + pedida.string());
+  ExigirArchivoDeDisco(pedida);
   return pedida;
 }
 
@@ -51,6 +60,23 @@ std::string CuantasFallaron(std::size_t paginas) {
 std::string LoQueFalta(const LectorFlash& lector) {
   if (lector.Cancelada()) return "La estación dejó de contestar";
   return lector.Fallidas().empty() ? "" : CuantasFallaron(lector.Fallidas().size());
+}
+
+// The table of channels beside the dump, which is whole by then. Raises what keeps it from being there.
+void GuardarConfiguracion(Sesion& sesion, const fs::path& volcado) {
+  sesion.SerPaciente(false);
+  const std::string donde = "la memoria está entera en " + volcado.string();
+  const auto guardar = [&] {
+    const TablaPtr tabla = sesion.Driver().ConfiguracionAlmacenada(true);
+    ExigirSinInterrumpir();
+    if (!tabla || !tabla->Abierta() || tabla->RecordCount() == 0)
+      throw Error(error::kSinRespuesta, "volcar", "No se pudo completar la lectura de la configuración");
+    sesion.PasarAArchivos();
+    tabla->GuardarSobre(RutaDeConfiguracion(volcado));
+  };
+  const std::optional<Error> falla = FallaDe(guardar);
+  if (Interrupcion::Veces() > 0) throw Error(error_enlace::kCancelada, "volcar", "Interrumpido: " + donde);
+  if (falla) throw Error(falla->Numero(), falla->Origen(), EnUnRenglon(*falla) + "; " + donde);
 }
 
 // --- Recovery --------------------------------------------------------------------------------------------------------
@@ -73,7 +99,7 @@ Codigo Volcar(Sesion& sesion) {
   if (opciones.continuar) anterior.emplace(ruta);
   sesion.Abrir();
   ProbarEnlace(sesion.Driver());
-  if (anterior) anterior->lectura.ComprobarEquipo(sesion.Driver(), sesion.Atencion());
+  if (anterior) anterior->lectura.ComprobarEquipo(sesion.Driver(), sesion.AtencionEntreLlamadas());
   ExigirSinInterrumpir();
   sesion.SerPaciente(true);
   MapaMemoria mapa(UsoMapa::kLectura);
@@ -100,11 +126,7 @@ Codigo Volcar(Sesion& sesion) {
     sesion.Avisar(falta + "; " + donde);
     return Codigo::kSinRespuesta;
   }
-  if (opciones.con_configuracion &&
-      !ExportarConfiguracionLeida(sesion.Driver(), sesion.Registro(), sesion.Avance(), RutaDeConfiguracion(ruta))) {
-    sesion.Avisar("No se pudo completar la lectura de la configuración; la memoria está entera en " + ruta.string());
-    return Codigo::kSinRespuesta;
-  }
+  if (opciones.con_configuracion) GuardarConfiguracion(sesion, ruta);
   sesion.Decir(ruta.string());
   return Codigo::kHecho;
 }
@@ -113,6 +135,8 @@ Codigo Recuperar(Sesion& sesion) {
   sesion.PasarAArchivos();
   const Opciones& opciones = sesion.LasOpciones();
   const fs::path configuracion = RutaConfiguracion(opciones);
+  ExigirArchivoDeDisco(configuracion);
+  for (const fs::path& archivo : opciones.archivos) ExigirArchivoDeDisco(archivo);
   PedidoProceso pedido;
   pedido.configuracion = LeerArchivoDeCanales(sesion.Driver(), configuracion.string());
   pedido.descripciones = CargarEventos(sesion.Carpeta());
@@ -137,7 +161,9 @@ Codigo Recuperar(Sesion& sesion) {
 
 Codigo VerTabla(Sesion& sesion) {
   sesion.PasarAArchivos();
-  const ArchivoVisto visto = AbrirParaVer(sesion.LasOpciones().archivos.front());
+  const fs::path& archivo = sesion.LasOpciones().archivos.front();
+  ExigirArchivoDeDisco(archivo);
+  const ArchivoVisto visto = AbrirParaVer(archivo);
   if (visto.tabla->RecordCount() == 0) {
     sesion.Avisar("La tabla no tiene filas");
     return Codigo::kSinDatos;

@@ -68,7 +68,7 @@ Codigo LeerDatos(Sesion& sesion) {
   sesion.Abrir();
   const TablaPtr configuracion = sesion.LeerConfiguracion();
   if (!configuracion) return Codigo::kSinDatos;
-  LectorDatos lector(sesion.Contexto(), configuracion, sesion.Atencion());
+  LectorDatos lector(sesion.Contexto(), configuracion, sesion.AtencionEntreLlamadas());
   const std::vector<std::string> entradas = EntradasDe(lector, sesion);
   if (entradas.empty()) return Codigo::kSinDatos;
   const TablaPtr todos = CrearRegistrosDatos();
@@ -89,7 +89,7 @@ Codigo LeerEventos(Sesion& sesion) {
   sesion.Abrir();
   const TablaPtr configuracion = sesion.LeerConfiguracion();
   if (!configuracion) return Codigo::kSinDatos;
-  LectorEventos lector(sesion.Contexto(), configuracion, sesion.Atencion(), sesion.Carpeta());
+  LectorEventos lector(sesion.Contexto(), configuracion, sesion.AtencionEntreLlamadas(), sesion.Carpeta());
   sesion.Avance().Texto("Leyendo los eventos...");
   const FinLectura fin = opciones.pendientes ? lector.TraerPendientes()
                                              : lector.TraerPorFecha(opciones.desde, opciones.hasta, opciones.cartucho);
@@ -106,7 +106,7 @@ Codigo Instantaneos(Sesion& sesion) {
   sesion.Abrir();
   const TablaPtr configuracion = sesion.LeerConfiguracion();
   if (!configuracion) return Codigo::kSinDatos;
-  LectorDatos lector(sesion.Contexto(), configuracion, sesion.Atencion());
+  LectorDatos lector(sesion.Contexto(), configuracion, sesion.AtencionEntreLlamadas());
   sesion.Avance().Texto("Leyendo los valores presentes...");
   if (lector.MostrarInstantaneos(!opciones.crudos, opciones.con_nivel) != FinLectura::kListado) return SinDatos(sesion);
   sesion.Entregar(lector.Resultado(), ColumnasInstantaneos(), {"Datos instantáneos de la UTR", {LineaFecha(sesion)}});

@@ -27,6 +27,9 @@ struct Entorno {
   int errores = 2;  // and of what went wrong
 };
 
+// Raises kCancelada when the program was interrupted.
+void ExigirSinInterrumpir();
+
 // What an order works with, made once for it.
 class Sesion {
  public:
@@ -44,10 +47,16 @@ class Sesion {
   ContextoRegistros Contexto() { return {Driver(), entorno_.reloj, catalogo_, registro_}; }
   Catalogo& ElCatalogo() noexcept { return catalogo_; }
 
-  // Lets an interruption be heard: it ends the call of the driver that is under way, which then raises. While
+  // Lets an interruption be heard by the driver: it ends the call that is under way, which then raises. While
   // `paciente` holds, only the second one does.
   Atender Atencion() {
     return [this] { Oir(); };
+  }
+  // The same for work between the calls, where there is none to end: it raises itself, unless `paciente` holds.
+  Atender AtencionEntreLlamadas() {
+    return [this] {
+      if (!paciente_) ExigirSinInterrumpir();
+    };
   }
   void SerPaciente(bool paciente) noexcept { paciente_ = paciente; }
 
@@ -92,9 +101,6 @@ class Sesion {
   Fase fase_ = Fase::kArgumentos;
   std::unique_ptr<Enlace> enlace_;
 };
-
-// Raises kCancelada when the program was interrupted.
-void ExigirSinInterrumpir();
 
 // The orders. Each gives how it ended, with a word told of what isn't kHecho, or raises.
 Codigo LeerDatos(Sesion& sesion);

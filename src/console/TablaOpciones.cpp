@@ -35,7 +35,7 @@ constexpr DescripcionOrden kOrdenes[] = {
     {Orden::kRespaldo, "respaldo", "", 0, kEnlace | kRespaldo, "guarda la configuración como respaldo",
      "Lee la configuración y la guarda entre los respaldos de la estación, como hace el programa en cada lectura: si\n"
      "el último respaldo dice lo mismo no agrega otro. Dice la ruta del archivo.\n"},
-    {Orden::kVolcar, "volcar", "", 0, kEnlace | kVolcado | kArchivo, "la memoria entera a un archivo de recuperación",
+    {Orden::kVolcar, "volcar", "", 0, kEnlace | kVolcado, "la memoria entera a un archivo de recuperación",
      "Lee la memoria página por página en un archivo de recuperación (.bkp) y dice su ruta. Sin --pilas, --cola ni\n"
      "--eventos lee todo. Interrumpido, el archivo vale hasta donde llegó, y --continuar sigue desde ahí.\n"},
     {Orden::kRecuperar, "recuperar", "ARCHIVO.bkp...", 1000, kRecuperar, "procesa archivos de recuperación",
@@ -192,7 +192,7 @@ constexpr DescripcionOpcion kOpciones[] = {
     {"--desde", "FECHA", kFechas, "01/02/2005, 2005-02-01, hoy, ayer u hoy-7 (hace siete días); sin ella, hoy",
      [](Lectura& l, std::string_view v) {
        l.opciones.desde = LeerMomento("--desde", v, l, false);
-       l.con_fechas = true;
+       l.con_fechas = l.con_desde = true;
      }},
     {"--hasta", "FECHA", kFechas, "incluida; sin ella, hoy",
      [](Lectura& l, std::string_view v) {
@@ -212,6 +212,10 @@ constexpr DescripcionOpcion kOpciones[] = {
      [](Lectura& l, std::string_view) { l.opciones.con_nivel = true; }},
     {"--carpeta", "CARPETA", kRespaldo, "en cuya carpeta Respaldos se guarda; sin ella, la del programa",
      [](Lectura& l, std::string_view v) { l.opciones.carpeta = v; }},
+    {"--archivo", "ARCHIVO", kVolcado,
+     "el archivo .bkp; sin ella, uno con la fecha y la hora en la carpeta actual.\nUno que ya estaba queda como "
+     ".anterior hasta que el nuevo está entero",
+     LeerArchivo},
     {"--pilas", "N[,...]", kVolcado, "pilas de datos, de 0 a 8, o todas", LeerPilas},
     {"--cola", "", kVolcado, "la cola de transmisión",
      [](Lectura& l, std::string_view) { l.opciones.seleccion.cola = true; }},

@@ -17,6 +17,7 @@ struct Lectura {
   bool con_identificador = false;
   bool con_puerto = false;
   bool con_fechas = false;
+  bool con_desde = false;
   bool con_csv = false;
 };
 
@@ -31,7 +32,7 @@ inline constexpr unsigned kInstantaneos = 32;
 inline constexpr unsigned kRespaldo = 64;
 inline constexpr unsigned kVolcado = 128;
 inline constexpr unsigned kRecuperar = 256;
-inline constexpr unsigned kArchivo = 512;  // --archivo, which a dump has too
+inline constexpr unsigned kArchivo = 512;
 inline constexpr unsigned kCartucho = 1024;
 inline constexpr unsigned kCrudos = 2048;
 inline constexpr unsigned kCifras = 4096;

@@ -52,10 +52,12 @@ DatosVisita LeerDatosVisita(const fs::path& carpeta, const FechaHora& dia) {
   DatosVisita datos;
   std::error_code falla;
   if (fs::symlink_status(archivo, falla).type() == fs::file_type::not_found) return datos;
-  std::ifstream entrada(archivo, std::ios::binary);
+  const bool de_disco = fs::is_regular_file(archivo, falla);  // to open a pipe would wait for its other end
+  std::ifstream entrada;
+  if (de_disco) entrada.open(archivo, std::ios::binary);
   std::ostringstream todo;
-  const bool leido = entrada && fs::is_regular_file(archivo, falla) &&
-                     (entrada.peek() == std::ifstream::traits_type::eof() || todo << entrada.rdbuf());
+  const bool leido =
+      de_disco && entrada && (entrada.peek() == std::ifstream::traits_type::eof() || todo << entrada.rdbuf());
   if (!leido) Fallar(archivo, "no se puede leer");
   try {
     const toml::table raiz = toml::parse(todo.str());

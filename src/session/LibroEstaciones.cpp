@@ -80,11 +80,13 @@ bool TieneControl(std::string_view texto) {
 std::optional<std::string> Bytes(const fs::path& archivo) {
   std::error_code falla;
   if (fs::symlink_status(archivo, falla).type() == fs::file_type::not_found) return std::nullopt;
+  const bool de_disco = fs::is_regular_file(archivo, falla);  // to open a pipe would wait for its other end
   std::ostringstream todo;
   errno = 0;
-  std::ifstream entrada(archivo, std::ios::binary);
-  const bool leido = entrada && fs::is_regular_file(archivo, falla) &&
-                     (entrada.peek() == std::ifstream::traits_type::eof() || todo << entrada.rdbuf());
+  std::ifstream entrada;
+  if (de_disco) entrada.open(archivo, std::ios::binary);
+  const bool leido =
+      de_disco && entrada && (entrada.peek() == std::ifstream::traits_type::eof() || todo << entrada.rdbuf());
   if (!leido || entrada.bad())
     throw Error(error::kArchivo, kModulo, fmt::format("{}: no se puede leer", archivo.filename().string()), errno);
   return todo.str();

@@ -127,6 +127,7 @@ TEST(OpcionesConsola, LoQueNoPuedeSerSeDice) {
       {"leer-datos --simulada --desde hoy-", "--desde quiere un número"},
       {"leer-datos --simulada --desde 2026-03-15T10:30", "leer-datos lee días enteros"},
       {"leer-datos --simulada --desde hoy --hasta ayer", "--hasta es anterior a --desde"},
+      {"leer-datos --simulada --hasta ayer", "Falta --desde: sin ella se lee desde hoy"},
       {"leer-datos --simulada --canal EA99", "--canal no conoce el canal \"EA99\""},
       {"leer-datos --simulada --canal 27", "--canal no conoce el canal \"27\""},
       {"leer-datos --simulada --salida pdf", "--salida quiere csv, xml o txt"},

@@ -60,15 +60,15 @@ class UnidadRemota {
   // of a unit that is at something else: it is asked again for a while.
   Leido LeerArchivos(std::vector<protocolo::PedidoDeArchivo> partes);
 
-  // Pages of a memory came with the last read.
-  void ContarPaginas(std::size_t cuantas) { via_.ContarPaginas(cuantas); }
-
   // The same for what a unit may lack: nothing when it says that it has no such thing. Raises kLecturaNegada for any
   // other exception, which says nothing of what there is.
   std::optional<std::vector<Bytes>> LeerSiHay(std::vector<protocolo::PedidoDeArchivo> partes);
 
   // Input registers of one block, as LeerSiHay.
   std::optional<std::vector<std::uint16_t>> LeerRegistros(std::uint16_t desde, std::size_t cuantos);
+
+  // Pages of a memory came with the last read.
+  void ContarPaginas(std::size_t cuantas) { via_.ContarPaginas(cuantas); }
 
   // Has an order carried out, once. False: refused. An order that the unit has taken isn't cancelled any more.
   bool Ordenar(protocolo::Codigo codigo, const std::vector<std::uint16_t>& argumentos);
