@@ -29,7 +29,7 @@ class PuertosDelPrograma : public ListaDePuertos {
   }
 
   // A port of the simulated station: one that it has, and that never was a device's.
-  bool EsSimulado(int numero) {
+  bool EsSimulado(int numero) override {
     const auto simulados = Simulados();
     const bool tiene =
         std::any_of(simulados.begin(), simulados.end(), [numero](const auto& p) { return p.numero == numero; });

@@ -30,6 +30,8 @@ class ListaDePuertos {
  public:
   virtual ~ListaDePuertos() = default;
   virtual std::vector<PuertoSerie> Listar() = 0;
+  // Whether the simulated station is what that number reaches on this machine.
+  virtual bool EsSimulado(int numero) = 0;
 };
 
 // The state that the whole program shares, made once in Main and handed by reference to whoever needs it. Built with

@@ -21,6 +21,7 @@ class Lista : public ListaDePuertos {
     if (falla) Lanzar(error::kLlamada, "Listar");
     return puertos;
   }
+  bool EsSimulado(int) override { return false; }
   std::vector<PuertoSerie> puertos;
   bool falla = false;
 };

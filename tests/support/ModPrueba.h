@@ -1,5 +1,6 @@
 #pragma once
 
+#include <set>
 #include <string>
 #include <vector>
 
@@ -17,7 +18,9 @@ namespace utr::prueba {
 class PuertosFalsos : public ListaDePuertos {
  public:
   std::vector<PuertoSerie> Listar() override { return puertos; }
+  bool EsSimulado(int numero) override { return simulados.contains(numero); }
   std::vector<PuertoSerie> puertos;
+  std::set<int> simulados;
 };
 
 // The shared state of the program over stand-ins, in a folder of its own. Link utr_session,

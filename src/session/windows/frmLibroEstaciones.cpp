@@ -3,6 +3,7 @@
 #include <QPushButton>
 
 #include "base/Texto.h"
+#include "session/Puertos.h"
 #include "session/windows/frmEstacion.h"
 #include "widgets/Campos.h"
 #include "widgets/PanelAviso.h"
@@ -157,9 +158,24 @@ EncabezadoLista frmLibroEstaciones::Encabezado(bool) const {
 
 void frmLibroEstaciones::Activar() {
   const Estacion* actual = Actual();
-  if (actual == nullptr) return;
+  if (actual == nullptr || !ConfirmarPuerto(*actual)) return;
   elegida_ = *actual;
   accept();
+}
+
+// Books go from machine to machine, and a number isn't the same port on each: nobody is to practise on a unit, or to
+// take what the simulated station says for the river.
+bool frmLibroEstaciones::ConfirmarPuerto(const Estacion& estacion) {
+  if (estacion.medio == MedioEstacion::kIP) return true;
+  const bool simulada = estacion.medio == MedioEstacion::kSimulado;
+  if (mod_.puertos.EsSimulado(estacion.puerto) == simulada) return true;
+  const std::string puerto = "En esta máquina " + TextoPuerto(estacion.puerto);
+  return Preguntar(mod_.operador, U(windowTitle()),
+                   puerto +
+                       (simulada ? " no es de la estación simulada: por él se llega a lo que haya en la línea"
+                                 : " es de la estación simulada: lo que se lea no viene de " + estacion.nombre) +
+                       "\n¿Desea elegirla de todos modos?",
+                   Respuesta::kNo);
 }
 
 void frmLibroEstaciones::Nueva() {

@@ -35,6 +35,7 @@ class frmLibroEstaciones : public VentanaLista {
   void Leer();
   void Mostrar(const std::string& elegida = {});
   const Estacion* Actual() const;
+  bool ConfirmarPuerto(const Estacion& estacion);
   void Nueva();
   void Modificar();
   void Borrar();

@@ -118,6 +118,30 @@ TEST_F(Libro, ImportarPreguntaPorLasQueYaEstan) {
   EXPECT_EQ(LeerTodo(carpeta / "copia.toml"), LeerTodo(archivo));
 }
 
+TEST_F(Libro, UnPuertoQueAquiEsOtraCosaSeAdvierte) {
+  EscribirTodo(archivo,
+               "version = 1\n[[estacion]]\nnombre = \"Arroyo\"\npuerto = 3\n"
+               "[[estacion]]\nnombre = \"Práctica\"\nenlace = \"simulado\"\npuerto = 2\n");
+  puertos.simulados = {3};
+  const auto elegir = [this](int lugar) {
+    Abrir();
+    auto& arbol = Hallar<QTreeView>(*ventana, "Lista");
+    arbol.setCurrentIndex(arbol.model()->index(lugar, 0));
+    Pulsar(*ventana, "cmdElegir");
+    return ventana->Elegida().has_value();
+  };
+  operador.EsperaParte("En esta máquina COM 3 es de la estación simulada: lo que se lea no viene de Arroyo",
+                       Respuesta::kNo);
+  EXPECT_FALSE(elegir(0));
+  operador.EsperaParte("En esta máquina COM 2 no es de la estación simulada", Respuesta::kNo);
+  EXPECT_FALSE(elegir(1));
+  operador.EsperaParte("¿Desea elegirla de todos modos?", Respuesta::kSi);
+  EXPECT_TRUE(elegir(1));
+  puertos.simulados = {2};
+  EXPECT_TRUE(elegir(0));
+  EXPECT_TRUE(elegir(1));
+}
+
 // Picks the station of that place in the book, from inside a dialog of the connection.
 void Elegir(GuionVentanas& ventanas, QDialog& dialogo, int lugar) {
   ventanas.Espera("frmLibroEstaciones", [lugar](QDialog& libro) {
