@@ -31,31 +31,29 @@ std::string Canal(std::int16_t desde_cero) {
 
 }  // namespace
 
-void ComunicadorConDiario::Anotar(std::string comando, std::string antes, std::string escrito, std::string resultado,
-                                  ClaseAsiento clase) {
-  diario_.AnotarLlamada({.momento = reloj_.Ahora(),
-                         .comando = std::move(comando),
-                         .antes = std::move(antes),
-                         .escrito = std::move(escrito),
-                         .resultado = std::move(resultado),
-                         .clase = clase});
-}
-
 // `dato`: what is written, as the reads call it; empty: nothing that can be read.
 template <class Hacer>
 bool ComunicadorConDiario::Escribir(std::string comando, std::string_view dato, std::string escrito, Hacer hacer) {
   std::string antes = dato.empty() ? asiento::kNada : leido_ == dato ? valor_leido_ : std::string(asiento::kSinLeer);
   leido_.clear();
-  const auto anotar = [&](std::string resultado) {
-    Anotar(std::move(comando), std::move(antes), std::move(escrito), std::move(resultado), ClaseAsiento::kEscritura);
+  Asiento nota{.momento = reloj_.Ahora(),
+               .comando = std::move(comando),
+               .antes = std::move(antes),
+               .escrito = std::move(escrito),
+               .resultado = std::string("sin terminar") + asiento::kSinConfirmar};
+  const std::uint64_t empezado = diario_.Empezar(nota);
+  const auto terminar = [&](std::string resultado) {
+    nota.momento = reloj_.Ahora();
+    nota.resultado = std::move(resultado);
+    diario_.Terminar(empezado, std::move(nota));
   };
   try {
     const bool hecho = hacer();
-    anotar(hecho ? asiento::kHecho : std::string(asiento::kNoAceptado) + asiento::kSinConfirmar);
+    terminar(hecho ? asiento::kHecho : std::string(asiento::kNoAceptado) + asiento::kSinConfirmar);
     return hecho;
   } catch (...) {
     const Error falla = ErrorActual();
-    anotar("[" + falla.Descripcion() + "]" + asiento::kSinConfirmar);
+    terminar("[" + falla.Descripcion() + "]" + asiento::kSinConfirmar);
     throw falla;
   }
 }
@@ -64,7 +62,12 @@ template <class Hacer>
 TablaPtr ComunicadorConDiario::Leer(std::string comando, std::string_view unidades, Hacer hacer) {
   leido_.clear();
   const auto anotar = [&](std::string resultado) {
-    Anotar(std::move(comando), asiento::kNada, asiento::kNada, std::move(resultado), ClaseAsiento::kLectura);
+    diario_.AnotarLlamada({.momento = reloj_.Ahora(),
+                           .comando = std::move(comando),
+                           .antes = asiento::kNada,
+                           .escrito = asiento::kNada,
+                           .resultado = std::move(resultado),
+                           .clase = ClaseAsiento::kLectura});
   };
   try {
     TablaPtr tabla = hacer();

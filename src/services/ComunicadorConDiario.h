@@ -11,7 +11,8 @@
 namespace utr {
 
 // Tells the journal of every write, every command and every long read that passes to another driver, and of how it
-// ended. It makes no call of its own: what stood in the unit before is told where the call just ahead has read it.
+// ended; of a write ahead of it too, since a program that is cut off in the middle can't tell any more. It makes no
+// call of its own: what stood in the unit before is told where the call just ahead has read it.
 class ComunicadorConDiario final : public ComunicadorReenviado {
  public:
   // All must outlive it.
@@ -61,7 +62,6 @@ class ComunicadorConDiario final : public ComunicadorReenviado {
   bool Escribir(std::string comando, std::string_view dato, std::string escrito, Hacer hacer);
   template <class Hacer>
   TablaPtr Leer(std::string comando, std::string_view unidades, Hacer hacer);
-  void Anotar(std::string comando, std::string antes, std::string escrito, std::string resultado, ClaseAsiento clase);
 
   Diario& diario_;
   const Reloj& reloj_;

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <utility>
 
 #include "services/RegistroErrores.h"
@@ -16,41 +17,56 @@ std::string Llamada(std::int32_t estacion) {
 }  // namespace
 
 Diario::Tarea::Tarea(Diario& diario) : diario_(diario), estacion_(diario.Estacion()) {
-  if (diario_.tareas_ == 0) diario_.Completar();
   diario_.ReunirPaginas();
-  desde_ = diario_.llamadas_.size();
+  desde_ = diario_.proximo_;
   ++diario_.tareas_;
 }
 
 Diario::Tarea::~Tarea() {
   IgnorandoErrores([this] { diario_.ReunirPaginas(); });
-  if (--diario_.tareas_ > 0) return;
-  for (Asiento& llamada : std::exchange(diario_.llamadas_, {})) {
-    IgnorandoErrores([&] { diario_.Guardar(std::move(llamada)); });
-  }
+  if (--diario_.tareas_ == 0) diario_.Afirmar();
 }
 
 void Diario::Tarea::Anotar(Asiento asiento) {
   diario_.paginas_.reset();
-  diario_.llamadas_.resize(desde_);
+  std::vector<std::uint64_t> suyas;
+  for (const Asiento& llamada : diario_.asientos_) {
+    if (llamada.provisional && llamada.orden >= desde_) suyas.push_back(llamada.orden);
+  }
   asiento.estacion = estacion_;
-  diario_.Guardar(std::move(asiento));
+  diario_.Poner(std::move(asiento), suyas);
 }
 
 void Diario::Anotar(Asiento asiento) {
   if (tareas_ == 0) Completar();
   asiento.estacion = Estacion();
-  Guardar(std::move(asiento));
+  Poner(std::move(asiento));
 }
 
 void Diario::AnotarLlamada(Asiento asiento) {
-  asiento.estacion = Estacion();
   ReunirPaginas();
-  Reunir(std::move(asiento));
+  asiento.estacion = Estacion();
+  asiento.provisional = tareas_ > 0;
+  Poner(std::move(asiento));
+}
+
+std::uint64_t Diario::Empezar(Asiento asiento) {
+  ReunirPaginas();
+  asiento.estacion = Estacion();
+  asiento.provisional = true;
+  return Poner(std::move(asiento));
+}
+
+void Diario::Terminar(std::uint64_t empezado, Asiento asiento) {
+  const auto suyo =
+      std::find_if(asientos_.begin(), asientos_.end(), [&](const Asiento& uno) { return uno.orden == empezado; });
+  asiento.estacion = suyo == asientos_.end() ? Estacion() : suyo->estacion;
+  asiento.provisional = tareas_ > 0;
+  Poner(std::move(asiento), {empezado});
 }
 
 void Diario::AnotarPaginaFlash(bool respondida) {
-  if (!paginas_) paginas_ = Paginas();
+  if (!paginas_) paginas_ = Paginas{.empezado = Empezar(LecturaDePaginas("sin terminar"))};
   ++(respondida ? paginas_->leidas : paginas_->fallidas);
 }
 
@@ -60,39 +76,51 @@ void Diario::Completar() {
 
 void Diario::AnotarOtroIdentificador(std::int32_t anterior, std::int32_t nuevo) {
   const auto anotar = [&](std::int32_t estacion, std::string_view donde, std::int32_t otra) {
-    Guardar({.momento = reloj_.Ahora(),
-             .comando = "Cambio de identificador",
-             .antes = std::to_string(anterior),
-             .escrito = std::to_string(nuevo),
-             .resultado = fmt::format("{} en la bitácora {}", donde, Llamada(otra)),
-             .clase = ClaseAsiento::kNota,
-             .estacion = estacion});
+    Poner({.momento = reloj_.Ahora(),
+           .comando = "Cambio de identificador",
+           .antes = std::to_string(anterior),
+           .escrito = std::to_string(nuevo),
+           .resultado = fmt::format("{} en la bitácora {}", donde, Llamada(otra)),
+           .clase = ClaseAsiento::kNota,
+           .estacion = estacion});
   };
   if (anterior == nuevo) return;
   anotar(anterior, "sigue", nuevo);
   anotar(nuevo, "lo anterior está", anterior);
 }
 
-void Diario::Guardar(Asiento asiento) {
+std::uint64_t Diario::Poner(Asiento asiento, const std::vector<std::uint64_t>& retirados) {
+  asiento.orden = proximo_++;
+  if (unidad_) asiento.unidad = unidad_();
+  std::erase_if(asientos_, [&](const Asiento& uno) {
+    return std::find(retirados.begin(), retirados.end(), uno.orden) != retirados.end();
+  });
   asientos_.push_back(std::move(asiento));
-  if (aviso_) aviso_(asientos_.back());
+  const Asiento nuevo = asientos_.back();  // whoever is told may let events run
+  if (aviso_) aviso_({retirados, &nuevo});
+  return nuevo.orden;
 }
 
-void Diario::Reunir(Asiento asiento) {
-  if (tareas_ == 0) return Guardar(std::move(asiento));
-  llamadas_.push_back(std::move(asiento));
+void Diario::Afirmar() {
+  bool habia = false;
+  for (Asiento& asiento : asientos_) habia = std::exchange(asiento.provisional, false) || habia;
+  if (habia && aviso_) IgnorandoErrores([this] { aviso_({}); });
+}
+
+Asiento Diario::LecturaDePaginas(std::string resultado) const {
+  return {.momento = reloj_.Ahora(),
+          .comando = "Lectura de la memoria flash",
+          .antes = asiento::kNada,
+          .escrito = asiento::kNada,
+          .resultado = std::move(resultado),
+          .clase = ClaseAsiento::kLectura};
 }
 
 void Diario::ReunirPaginas() {
   if (!paginas_) return;
   const Paginas paginas = *std::exchange(paginas_, std::nullopt);
-  Reunir({.momento = reloj_.Ahora(),
-          .comando = "Lectura de la memoria flash",
-          .antes = asiento::kNada,
-          .escrito = asiento::kNada,
-          .resultado = fmt::format("{} páginas leídas, {} sin respuesta", paginas.leidas, paginas.fallidas),
-          .clase = ClaseAsiento::kLectura,
-          .estacion = Estacion()});
+  Terminar(paginas.empezado,
+           LecturaDePaginas(fmt::format("{} páginas leídas, {} sin respuesta", paginas.leidas, paginas.fallidas)));
 }
 
 TablaPtr Diario::ComoTabla() const {

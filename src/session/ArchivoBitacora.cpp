@@ -25,8 +25,9 @@ namespace fs = std::filesystem;
 constexpr const char* kModulo = "Bitacora";
 constexpr std::string_view kFinDeLinea = "\r\n";
 constexpr std::string_view kInicioCabecera = "\"N.º (bitácora ";
-constexpr std::string_view kColumnas = ")\",\"Momento\",\"Estación\",\"Qué\",\"Antes\",\"Después\",\"Resultado\"";
-constexpr std::size_t kCampos = 7;
+constexpr std::string_view kColumnas =
+    ")\",\"Momento\",\"Estación\",\"Unidad\",\"Qué\",\"Antes\",\"Después\",\"Resultado\"";
+constexpr std::size_t kCampos = 8;
 
 constexpr std::string_view kPrefijo = "Bitacora-";
 constexpr std::string_view kExtension = ".csv";
@@ -99,21 +100,24 @@ std::optional<Asiento> AsientoDe(const Registro& registro) {
   const auto estacion = Natural(c[2]);
   if (!momento || !estacion) return std::nullopt;
   return Asiento{.momento = *momento,
-                 .comando = c[3],
-                 .antes = c[4],
-                 .escrito = c[5],
-                 .resultado = c[6],
+                 .comando = c[4],
+                 .antes = c[5],
+                 .escrito = c[6],
+                 .resultado = c[7],
                  .clase = ClaseAsiento::kNota,
-                 .estacion = *estacion};
+                 .estacion = *estacion,
+                 .unidad = c[3]};
 }
 
 std::string TodoElTexto(const fs::path& archivo) {
   std::ostringstream todo;
   std::error_code falla;
+  const bool de_disco = fs::is_regular_file(archivo, falla);  // to open a pipe would wait for its other end
   errno = 0;
-  std::ifstream entrada(archivo, std::ios::binary);
-  const bool bien = entrada && fs::is_regular_file(archivo, falla) &&
-                    (entrada.peek() == std::ifstream::traits_type::eof() || todo << entrada.rdbuf());
+  std::ifstream entrada;
+  if (de_disco) entrada.open(archivo, std::ios::binary);
+  const bool bien =
+      de_disco && entrada && (entrada.peek() == std::ifstream::traits_type::eof() || todo << entrada.rdbuf());
   if (!bien) throw Error(error::kArchivo, kModulo, "No se puede leer " + archivo.string(), errno);
   return todo.str();
 }
@@ -147,8 +151,9 @@ std::string CabeceraBitacora() {
 }
 
 std::string RenglonBitacora(std::size_t numero, const Asiento& asiento) {
-  return fmt::format("{},{},{},{},{},{},{}{}", numero, Iso(asiento.momento), asiento.estacion, Citado(asiento.comando),
-                     Citado(asiento.antes), Citado(asiento.escrito), Citado(asiento.resultado), kFinDeLinea);
+  return fmt::format("{},{},{},{},{},{},{},{}{}", numero, Iso(asiento.momento), asiento.estacion,
+                     Citado(asiento.unidad), Citado(asiento.comando), Citado(asiento.antes), Citado(asiento.escrito),
+                     Citado(asiento.resultado), kFinDeLinea);
 }
 
 BitacoraLeida LeerBitacora(const fs::path& archivo) {

@@ -11,7 +11,8 @@
 
 // The journal of a visit as it lies on the disk: one file for each day of a station, "Bitacora-2026-03-15.csv" in its
 // folder. RFC 4180 in UTF-8: a head line that tells the version, then one record for each entry: its number in the
-// file, moment, identifier of the station, what was done, what stood there before, what was written, how it ended.
+// file, moment, identifier of the station, what was at the other end, what was done, what stood there before, what was
+// written, how it ended.
 namespace utr {
 
 inline constexpr int kVersionBitacora = 1;

@@ -1,5 +1,7 @@
 #include "session/BitacoraVisita.h"
 
+#include <algorithm>
+#include <fstream>
 #include <optional>
 #include <ostream>
 #include <utility>
@@ -48,18 +50,39 @@ void AlDisco(const fs::path& archivo, std::uint64_t largo, const std::string& by
            });
 }
 
+std::string PrimerosBytes(const fs::path& archivo, std::uint64_t cuantos) {
+  std::string bytes(cuantos, '\0');
+  std::ifstream entrada(archivo, std::ios::binary);
+  if (!entrada.read(bytes.data(), static_cast<std::streamsize>(cuantos)))
+    throw Error(error::kArchivo, kModulo, "No se puede leer " + archivo.string());
+  return bytes;
+}
+
 }  // namespace
 
 BitacoraVisita::BitacoraVisita(fs::path programa, Diario& diario, RegistroErrores& registro)
     : programa_(std::move(programa)), diario_(diario), registro_(registro) {
-  diario_.AlAnotar([this](const Asiento& asiento) {
-    pendientes_.push_back(asiento);
-    Reintentar();
-  });
+  diario_.AlCambiar([this](const Diario::Cambio& cambio) { Seguir(cambio); });
 }
 
 BitacoraVisita::~BitacoraVisita() {
-  diario_.AlAnotar({});
+  diario_.AlCambiar({});
+}
+
+void BitacoraVisita::Seguir(const Diario::Cambio& cambio) {
+  for (const std::uint64_t orden : cambio.retirados) {
+    const auto espera = std::erase_if(pendientes_, [&](const Asiento& uno) { return uno.orden == orden; });
+    if (espera == 0) retirados_.insert(orden);
+  }
+  if (cambio.nuevo != nullptr) {
+    pendientes_.push_back(*cambio.nuevo);
+    return Reintentar();
+  }
+  for (Asiento& asiento : pendientes_) asiento.provisional = false;
+  for (auto& [lugar, abierta] : abiertas_) {
+    for (Asiento& asiento : abierta.cola) asiento.provisional = false;
+    abierta.Afirmar();
+  }
 }
 
 void BitacoraVisita::Reintentar() {
@@ -73,46 +96,109 @@ void BitacoraVisita::Reintentar() {
     if (falla_anterior.empty()) registro_.RegistrarError(*falla, kModulo, "Reintentar");
   }
   pendientes_.erase(pendientes_.begin(), pendientes_.begin() + static_cast<std::ptrdiff_t>(hechos));
+  if (pendientes_.empty()) IgnorandoErrores([this] { Quitar(); });
   const bool todo_bien = falla_.empty() && falla_anterior.empty();
   if (!todo_bien && aviso_) IgnorandoErrores(aviso_);
 }
 
+// A disk without room for the file once more may have some for the entry; the call is then told twice.
 void BitacoraVisita::Guardar(const Asiento& asiento) {
+  if (Abierta& abierta = AbiertaDe(asiento); TieneRetirados(abierta)) {
+    if (IgnorandoErrores([&] { Rehacer(abierta, &asiento); })) return;
+  }
+  Agregar(AbiertaDe(asiento), asiento);
+}
+
+// Takes away what an entry of another file took the place of.
+void BitacoraVisita::Quitar() {
+  for (auto& [lugar, abierta] : abiertas_) {
+    if (TieneRetirados(abierta) && abierta.ComoQuedo()) Rehacer(abierta, nullptr);
+  }
+  retirados_.clear();
+}
+
+bool BitacoraVisita::TieneRetirados(const Abierta& abierta) const {
+  return std::any_of(abierta.cola.begin(), abierta.cola.end(), [this](const Asiento& uno) { return Retirado(uno); });
+}
+
+// Nobody else has written to it since.
+bool BitacoraVisita::Abierta::ComoQuedo() const {
+  std::error_code falla;
+  return !archivo.empty() && fs::file_size(archivo, falla) == largo && !falla;
+}
+
+BitacoraVisita::Abierta& BitacoraVisita::AbiertaDe(const Asiento& asiento) {
   const fs::path carpeta = Carpeta(asiento.estacion);
   const FechaHora dia = Dia(asiento.momento);
-  std::error_code falla;
-  const bool la_misma = abierta_.carpeta == carpeta && abierta_.dia == dia &&
-                        fs::file_size(abierta_.archivo, falla) == abierta_.largo && !falla;
-  if (!la_misma) abierta_ = Abrir(carpeta, dia);
-  const std::string bytes =
-      (abierta_.largo == 0 ? CabeceraBitacora() : std::string()) + RenglonBitacora(abierta_.ultimo + 1, asiento);
-  AlDisco(abierta_.archivo, abierta_.largo, bytes);
-  abierta_.largo += bytes.size();
-  ++abierta_.ultimo;
+  Abierta& abierta = abiertas_[{carpeta, DiasDesde1970(dia)}];
+  if (!abierta.ComoQuedo()) abierta = Abrir(carpeta, dia);
+  return abierta;
 }
 
 // The file of that day that can go on, or the name of one that isn't there yet.
-BitacoraVisita::Abierta BitacoraVisita::Abrir(const fs::path& carpeta, const FechaHora& dia) const {
+BitacoraVisita::Abierta BitacoraVisita::Abrir(const fs::path& carpeta, const FechaHora& dia) {
   std::error_code falla;
   fs::create_directories(carpeta, falla);
   if (falla) throw Error(error::kArchivo, kModulo, "No se puede crear la carpeta " + carpeta.string(), falla.value());
   for (int orden = 1; orden <= kMayorOrden; ++orden) {
     const fs::path archivo = carpeta / NombreBitacora(dia, orden);
-    if (!Existe(archivo)) return {.carpeta = carpeta, .dia = dia, .archivo = archivo};
+    if (!Existe(archivo)) return {.archivo = archivo};
     const auto leida = LaQueSigue(archivo);
-    if (leida) return {carpeta, dia, archivo, leida->largo, leida->ultimo};
+    if (leida) return {archivo, leida->largo, leida->ultimo, {}, leida->largo, leida->ultimo};
   }
   throw Error(error::kArchivo, kModulo, "No queda nombre para otra bitácora en " + carpeta.string());
 }
 
-void BitacoraVisita::GuardarPendientes(const fs::path& archivo) {
-  EscribirEntero(archivo, [this](std::ostream& salida) {
+void BitacoraVisita::Agregar(Abierta& abierta, const Asiento& asiento) {
+  const std::string bytes =
+      (abierta.largo == 0 ? CabeceraBitacora() : std::string()) + RenglonBitacora(abierta.ultimo + 1, asiento);
+  AlDisco(abierta.archivo, abierta.largo, bytes);
+  abierta.largo += bytes.size();
+  ++abierta.ultimo;
+  abierta.cola.push_back(asiento);
+  abierta.Afirmar();
+}
+
+// The file once more, without those of its end that others took the place of.
+void BitacoraVisita::Rehacer(Abierta& abierta, const Asiento* nuevo) {
+  std::vector<Asiento> cola = abierta.cola;
+  std::erase_if(cola, [this](const Asiento& uno) { return Retirado(uno); });
+  if (nuevo != nullptr) cola.push_back(*nuevo);
+  std::string bytes = PrimerosBytes(abierta.archivo, abierta.largo_firme);
+  if (bytes.empty()) bytes = CabeceraBitacora();
+  std::size_t ultimo = abierta.ultimo_firme;
+  for (const Asiento& asiento : cola) bytes += RenglonBitacora(++ultimo, asiento);
+  EscribirEntero(abierta.archivo, [&](std::ostream& salida) { salida << bytes; });
+  abierta.largo = bytes.size();
+  abierta.ultimo = ultimo;
+  abierta.cola = std::move(cola);
+  abierta.Afirmar();
+}
+
+// Without a provisional entry nothing of the file changes any more.
+void BitacoraVisita::Abierta::Afirmar() {
+  if (std::any_of(cola.begin(), cola.end(), [](const Asiento& uno) { return uno.provisional; })) return;
+  cola.clear();
+  largo_firme = largo;
+  ultimo_firme = ultimo;
+}
+
+void BitacoraVisita::GuardarPendientes(std::int32_t estacion, const fs::path& archivo) {
+  const auto es_suyo = [estacion](const Asiento& uno) { return uno.estacion == estacion; };
+  EscribirEntero(archivo, [&](std::ostream& salida) {
     salida << CabeceraBitacora();
-    for (std::size_t i = 0; i < pendientes_.size(); ++i) salida << RenglonBitacora(i + 1, pendientes_[i]);
+    std::size_t numero = 0;
+    for (const Asiento& pendiente : pendientes_) {
+      if (es_suyo(pendiente)) salida << RenglonBitacora(++numero, pendiente);
+    }
   });
-  pendientes_.clear();
-  falla_.clear();
+  std::erase_if(pendientes_, es_suyo);
+  if (pendientes_.empty()) falla_.clear();
   if (aviso_) aviso_();
+}
+
+std::string CuantosAsientos(std::size_t cuantos) {
+  return cuantos == 1 ? "1 asiento" : std::to_string(cuantos) + " asientos";
 }
 
 fs::path BitacoraVisita::Carpeta(std::int32_t estacion) const {

@@ -64,6 +64,10 @@ struct ModRTU {
     return {comunicador, registro, operador, impresora, eleccion_impresora, reloj, [this] { return EstacionAMano(); }};
   }
 
+  // The unit that the settings point at, as a text that differs from that of any other one: stations to practise with
+  // bear the identifiers of the field.
+  std::string UnidadAMano() const;
+
   // "Estación Río Grande, UTR 120", with what is known of it.
   std::string EstacionAMano() const {
     const std::int32_t identificador = propiedades.LeerEntero(clave::kIdentificador, 0);

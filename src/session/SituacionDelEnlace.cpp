@@ -7,17 +7,21 @@ namespace {
 struct Palabras {
   const char* texto;
   const char* detalle;
+  const char* palabra;
 };
 
 // In the order of ClaseDeUnidad.
 constexpr Palabras kPalabras[] = {
-    {"Estación simulada", "La UTR es una simulación de este programa: nada de lo que se graba llega a una unidad."},
+    {"Estación simulada", "La UTR es una simulación de este programa: nada de lo que se graba llega a una unidad.",
+     "simulada"},
     {"Estación de práctica",
-     "Al otro extremo de la línea hay una estación de práctica: nada de lo que se graba llega a una unidad real."},
-    {"Unidad real", "Al otro extremo de la línea hay una UTR: lo que se graba queda en ella."},
+     "Al otro extremo de la línea hay una estación de práctica: nada de lo que se graba llega a una unidad real.",
+     "de práctica"},
+    {"Unidad real", "Al otro extremo de la línea hay una UTR: lo que se graba queda en ella.", "real"},
     {"Unidad sin identificar",
      "Lo que se pide sale por una línea, y todavía no contestó nadie. Puede ser una UTR: lo que se graba queda en "
-     "ella."},
+     "ella.",
+     "sin identificar"},
 };
 
 const Palabras& De(ClaseDeUnidad clase) {
@@ -43,6 +47,18 @@ std::string TextoDe(ClaseDeUnidad clase) {
 
 std::string DetalleDe(ClaseDeUnidad clase) {
   return De(clase).detalle;
+}
+
+std::string PalabraDe(ClaseDeUnidad clase) {
+  return De(clase).palabra;
+}
+
+bool EsDePractica(ClaseDeUnidad clase) {
+  return clase == ClaseDeUnidad::kSimulada || clase == ClaseDeUnidad::kDePractica;
+}
+
+bool EsDePractica(std::string_view palabra) {
+  return palabra == De(ClaseDeUnidad::kSimulada).palabra || palabra == De(ClaseDeUnidad::kDePractica).palabra;
 }
 
 std::string TextoDe(const CuentaDeLinea& cuenta) {

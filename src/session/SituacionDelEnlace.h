@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <string_view>
 
 namespace utr {
 
@@ -70,6 +71,13 @@ class SituacionDelEnlace {
 // "Estación simulada", and the sentence that says more.
 std::string TextoDe(ClaseDeUnidad clase);
 std::string DetalleDe(ClaseDeUnidad clase);
+
+// Its word in the journal: "simulada", "de práctica", "real", "sin identificar".
+std::string PalabraDe(ClaseDeUnidad clase);
+
+// Whether what is written there reaches no unit of the field; by such a word too.
+bool EsDePractica(ClaseDeUnidad clase);
+bool EsDePractica(std::string_view palabra);
 
 // "12345 bytes, 42 páginas, 3 reintentos", the pages where there were any; empty for a line on which nothing went.
 std::string TextoDe(const CuentaDeLinea& cuenta);

@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -22,18 +23,21 @@ using testing::IsEmpty;
 
 class DiarioDePrueba : public testing::Test {
  protected:
-  DiarioDePrueba() {
-    diario.AlAnotar([this](const Asiento& asiento) { avisados.push_back(Texto(asiento)); });
-    Identificar(70);
-  }
+  DiarioDePrueba() { Identificar(70); }
   void Identificar(std::int64_t identificador) {
     propiedades.Escribir(clave::kIdentificador, Propiedad{identificador}, Propiedad{std::int64_t{0}});
   }
   static std::string Texto(const Asiento& a) {
     return std::to_string(a.estacion) + "|" + a.comando + "|" + a.antes + "|" + a.escrito + "|" + a.resultado;
   }
-  // The entries since the last time.
-  std::vector<std::string> Nuevos() { return std::exchange(avisados, {}); }
+  // The entries that stay for good, since the last time.
+  std::vector<std::string> Nuevos() {
+    std::vector<std::string> textos;
+    for (const Asiento& asiento : diario.Asientos()) {
+      if (!asiento.provisional && vistos.insert(asiento.orden).second) textos.push_back(Texto(asiento));
+    }
+    return textos;
+  }
 
   prueba::Carpeta carpeta;
   RelojFalso reloj;
@@ -41,7 +45,7 @@ class DiarioDePrueba : public testing::Test {
   Diario diario{propiedades, reloj};
   ComunicadorFalso unidad;
   ComunicadorConDiario driver{unidad, diario, reloj};
-  std::vector<std::string> avisados;
+  std::set<std::uint64_t> vistos;
   TablaPtr dos = TablaDeTextos({"A"}, {{"1"}, {"2"}});
 };
 

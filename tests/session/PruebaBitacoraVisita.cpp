@@ -5,10 +5,12 @@
 #include <string>
 #include <vector>
 
+#include "services/ComunicadorConDiario.h"
 #include "session/ArchivoBitacora.h"
 #include "session/BitacoraVisita.h"
 #include "session/Respaldos.h"
 #include "support/Carpeta.h"
+#include "support/ComunicadorFalso.h"
 #include "support/DispositivoLleno.h"
 #include "support/NumeroDeError.h"
 #include "support/RelojFalso.h"
@@ -25,11 +27,14 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 
 const std::string kCabecera =
-    "\"N.º (bitácora 1)\",\"Momento\",\"Estación\",\"Qué\",\"Antes\",\"Después\",\"Resultado\"\r\n";
+    "\"N.º (bitácora 1)\",\"Momento\",\"Estación\",\"Unidad\",\"Qué\",\"Antes\",\"Después\",\"Resultado\"\r\n";
 
 class BitacoraEnCarpeta : public testing::Test {
  protected:
-  BitacoraEnCarpeta() { Identificar(70); }
+  BitacoraEnCarpeta() {
+    Identificar(70);
+    diario.AlPreguntarUnidad([this] { return unidad; });
+  }
   void Identificar(std::int64_t identificador) {
     propiedades.Escribir(clave::kIdentificador, Propiedad{identificador}, Propiedad{std::int64_t{0}});
   }
@@ -56,6 +61,7 @@ class BitacoraEnCarpeta : public testing::Test {
   RelojFalso reloj;
   RegistroErrores registro{carpeta / "AdminUTR.err", reloj};
   Propiedades propiedades{carpeta / "AdminUTR.dll"};
+  std::string unidad = "real";
   Diario diario{propiedades, reloj};
   BitacoraVisita bitacora{carpeta.Ruta(), diario, registro};
 };
@@ -65,9 +71,10 @@ class BitacoraEnCarpeta : public testing::Test {
 TEST_F(BitacoraEnCarpeta, CadaAsientoEsUnRenglonQueVuelveIgual) {
   const std::string dificil = "dijo \"hola\", y\r\notra línea\n; N/D ñ ";
   Anotar("Uno", dificil);
-  EXPECT_EQ(LeerTodo(Archivo()), kCabecera +
-                                     "1,2026-03-15 10:00:00,70,\"Uno\",\"dijo \"\"hola\"\", y\r\notra línea\n; N/D ñ "
-                                     "\",\"b\",\"hecho\"\r\n")
+  EXPECT_EQ(LeerTodo(Archivo()),
+            kCabecera +
+                "1,2026-03-15 10:00:00,70,\"real\",\"Uno\",\"dijo \"\"hola\"\", y\r\notra línea\n; N/D ñ "
+                "\",\"b\",\"hecho\"\r\n")
       << "on the disk as soon as it is noted";
   reloj.Adelantar(61);
   Anotar("Dos");
@@ -77,6 +84,7 @@ TEST_F(BitacoraEnCarpeta, CadaAsientoEsUnRenglonQueVuelveIgual) {
   EXPECT_EQ(leida.asientos[0].antes, dificil);
   EXPECT_EQ(leida.asientos[1].momento, reloj.Ahora());
   EXPECT_EQ(leida.asientos[1].estacion, 70);
+  EXPECT_EQ(leida.asientos[1].unidad, "real");
   EXPECT_EQ(leida.ultimo, 2U);
 }
 
@@ -89,7 +97,7 @@ TEST_F(BitacoraEnCarpeta, CadaDiaYCadaEstacionTieneLaSuya) {
   reloj.Poner({2026, 3, 16, 0, 0, 0});
   Anotar("Cuatro");
   EXPECT_THAT(Que(Archivo()), ElementsAre("Uno", "Dos")) << "the day goes on in another run";
-  EXPECT_THAT(LeerTodo(Archivo()), HasSubstr("\r\n2,2026-03-15 10:00:00,70,\"Dos\""));
+  EXPECT_THAT(LeerTodo(Archivo()), HasSubstr("\r\n2,2026-03-15 10:00:00,70,\"\",\"Dos\""));
   EXPECT_THAT(Que(Archivo("Bitacora-2026-03-15.csv", "sin-identificador")), ElementsAre("Tres"));
   EXPECT_THAT(Que(Archivo("Bitacora-2026-03-16.csv")), ElementsAre("Cuatro"));
 
@@ -108,7 +116,7 @@ TEST_F(BitacoraEnCarpeta, CadaDiaYCadaEstacionTieneLaSuya) {
 }
 
 TEST_F(BitacoraEnCarpeta, LoQueNoPuedeSeguirQuedaComoEsta) {
-  const std::string uno = kCabecera + "1,2026-03-15 10:00:00,70,\"Uno\",\"-\",\"b\",\"hecho\"\r\n";
+  const std::string uno = kCabecera + "1,2026-03-15 10:00:00,70,\"real\",\"Uno\",\"-\",\"b\",\"hecho\"\r\n";
   const struct {
     std::string texto;
     const char* reparo;  // what reading says; empty: it can go on
@@ -118,9 +126,9 @@ TEST_F(BitacoraEnCarpeta, LoQueNoPuedeSeguirQuedaComoEsta) {
       {"\"N.º (bitácora 1)\",\"Otra\"\r\n", "línea 1: no se entiende", false},
       {"Momento;Qué\n", "no es una bitácora", false},
       {uno + "2,2026-03-15 10:0", "línea 3: no se entiende", true},
-      {uno + "2,2026-03-15 10:00:00,70,\"Do\"\"", "línea 3: no se entiende", true},
-      {uno + "2,ayer,70,\"a\",\"-\",\"b\",\"c\"\r\n", "línea 3: no se entiende", true},
-      {uno + "2,2026-03-15 10:00:00,70,\"a\",\"-\",\"b\"\r\n", "línea 3: no se entiende", true},
+      {uno + "2,2026-03-15 10:00:00,70,\"real\",\"Do\"\"", "línea 3: no se entiende", true},
+      {uno + "2,ayer,70,\"real\",\"a\",\"-\",\"b\",\"c\"\r\n", "línea 3: no se entiende", true},
+      {uno + "2,2026-03-15 10:00:00,70,\"real\",\"a\",\"-\",\"b\"\r\n", "línea 3: no se entiende", true},
       {uno.substr(0, uno.size() - 2) + "\n", "", true},
       {kCabecera, "", true},
       {"", "", true},
@@ -190,13 +198,81 @@ TEST_F(BitacoraEnCarpeta, LoPendientePuedeIrAOtroLado) {
   Anotar("Dos");
   EXPECT_EQ(bitacora.Pendientes().size(), 2U);
   EXPECT_THAT(bitacora.Falla(), HasSubstr("No se puede crear la carpeta"));
-  EXPECT_EQ(NumeroDeError([&] { bitacora.GuardarPendientes(carpeta / "no_hay/a.csv"); }), error::kArchivo);
+  EXPECT_EQ(NumeroDeError([&] { bitacora.GuardarPendientes(70, carpeta / "no_hay/a.csv"); }), error::kArchivo);
   EXPECT_EQ(bitacora.Pendientes().size(), 2U);
-  bitacora.GuardarPendientes(carpeta / "a.csv");
+  bitacora.GuardarPendientes(70, carpeta / "a.csv");
   EXPECT_THAT(bitacora.Pendientes(), IsEmpty());
   EXPECT_THAT(Que(carpeta / "a.csv"), ElementsAre("Uno", "Dos"));
   const std::string errores = LeerTodo(carpeta / "AdminUTR.err");
   EXPECT_EQ(std::count(errores.begin(), errores.end(), '\n'), 1) << "once, not at each entry";
+}
+
+// What a program that is cut off at that moment leaves behind.
+TEST_F(BitacoraEnCarpeta, LoQueUnProcedimientoHaceEstaEnElDiscoAntesDeQueTermine) {
+  ComunicadorFalso equipo;
+  ComunicadorConDiario driver(equipo, diario, reloj);
+  std::vector<std::string> durante;
+  equipo.al_llamar = [&](const std::string&) {
+    for (const Asiento& a : LeerBitacora(Archivo()).asientos) durante.push_back(a.comando + ": " + a.resultado);
+  };
+  equipo.Devuelve("EscribirPagina", true);
+  Anotar("Uno");
+  {
+    Diario::Tarea tarea(diario);
+    driver.EscribirPagina("34", "0");
+    EXPECT_THAT(durante, ElementsAre("Uno: hecho", "Grabar página 34: sin terminar; no confirmado"));
+    EXPECT_THAT(Que(Archivo()), ElementsAre("Uno", "Grabar página 34"));
+    diario.Anotar({reloj.Ahora(), "Respaldo", "-", "b", "hecho"});
+    equipo.al_llamar = {};
+    driver.EscribirPagina("35", "0");
+    EXPECT_THAT(Que(Archivo()), ElementsAre("Uno", "Grabar página 34", "Respaldo", "Grabar página 35"));
+    tarea.Anotar({reloj.Ahora(), "Grabar identificador", "-", "b", "hecho"});
+    EXPECT_THAT(Que(Archivo()), ElementsAre("Uno", "Respaldo", "Grabar identificador")) << "its words take their place";
+    EXPECT_EQ(LeerBitacora(Archivo()).ultimo, 3U);
+    driver.EscribirPagina("36", "0");
+  }
+  Anotar("Dos");
+  EXPECT_THAT(Que(Archivo()), ElementsAre("Uno", "Respaldo", "Grabar identificador", "Grabar página 36", "Dos"));
+  EXPECT_EQ(LeerTodo(Archivo()).find("sin terminar"), std::string::npos);
+  driver.LeerPaginaFlash(0, 0);
+  driver.LeerPaginaFlash(0, 1);
+  EXPECT_EQ(LeerBitacora(Archivo()).asientos.back().resultado, "sin terminar");
+  diario.Completar();
+  EXPECT_EQ(LeerBitacora(Archivo()).asientos.back().resultado, "0 páginas leídas, 2 sin respuesta");
+  EXPECT_EQ(LeerBitacora(Archivo()).ultimo, 6U);
+}
+
+TEST_F(BitacoraEnCarpeta, LoProvisionalDeOtroArchivoTambienSeVa) {
+  ComunicadorFalso equipo;
+  ComunicadorConDiario driver(equipo, diario, reloj);
+  Diario::Tarea tarea(diario);
+  driver.BorrarFlash();
+  Identificar(80);
+  driver.ReiniciarUTR("14");
+  EXPECT_THAT(Que(Archivo("Bitacora-2026-03-15.csv", "80")), ElementsAre("Reinicio UTR"));
+  tarea.Anotar({reloj.Ahora(), "Todo", "-", "b", "hecho"});
+  EXPECT_THAT(Que(Archivo()), ElementsAre("Todo"));
+  EXPECT_THAT(Que(Archivo("Bitacora-2026-03-15.csv", "80")), IsEmpty());
+}
+
+TEST_F(BitacoraEnCarpeta, UnDiscoLlenoEnMedioDeUnProcedimientoNoPierdeNada) {
+  ComunicadorFalso equipo;
+  ComunicadorConDiario driver(equipo, diario, reloj);
+  Anotar("Uno");
+  const std::uint64_t largo = fs::file_size(Archivo());
+  Diario::Tarea tarea(diario);
+  driver.BorrarFlash();
+  {
+    const DispositivoLleno lleno(largo);
+    tarea.Anotar({reloj.Ahora(), "Sin lugar", "-", "b", "hecho"});
+    EXPECT_THAT(Que(Archivo()), ElementsAre("Uno", "Borrar Flash")) << "the call stays until its place is taken";
+    EXPECT_EQ(bitacora.Pendientes().size(), 1U);
+    driver.BorrarCartucho();
+  }
+  EXPECT_EQ(bitacora.Pendientes().size(), 2U) << "a call that ended waits once";
+  bitacora.Reintentar();
+  EXPECT_THAT(bitacora.Pendientes(), IsEmpty());
+  EXPECT_THAT(Que(Archivo()), ElementsAre("Uno", "Sin lugar", "Borrar Cartucho"));
 }
 
 }  // namespace utr

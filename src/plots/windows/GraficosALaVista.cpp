@@ -9,6 +9,12 @@ void GraficosALaVista::Poner(const QString& ventana, GraficoVisto grafico) {
   graficos_.emplace_back(ventana, std::move(grafico));
 }
 
+void GraficosALaVista::SonDe(const QString& unidad) {
+  if (unidad == unidad_) return;
+  unidad_ = unidad;
+  graficos_.clear();
+}
+
 void GraficosALaVista::Quitar(const QString& ventana) {
   const auto suyo =
       std::remove_if(graficos_.begin(), graficos_.end(), [&](const auto& grafico) { return grafico.first == ventana; });

@@ -26,12 +26,15 @@ class GraficosALaVista {
  public:
   // Puts the plot of a window in the place of the former one.
   void Poner(const QString& ventana, GraficoVisto grafico);
+  // The plots are of that unit from now on: those of another one go.
+  void SonDe(const QString& unidad);
   // The window shows none any more.
   void Quitar(const QString& ventana);
 
   const std::vector<std::pair<QString, GraficoVisto>>& Todos() const noexcept { return graficos_; }
 
  private:
+  QString unidad_;
   std::vector<std::pair<QString, GraficoVisto>> graficos_;
 };
 

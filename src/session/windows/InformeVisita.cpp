@@ -10,6 +10,8 @@
 #include <algorithm>
 #include <array>
 
+#include "base/Texto.h"
+#include "session/SituacionDelEnlace.h"
 #include "widgets/TextoQt.h"
 
 namespace utr {
@@ -24,6 +26,11 @@ constexpr double kDePantalla = 96;  // points to the inch of the lengths in a do
 constexpr double kPuntosPorCelda = 3;
 constexpr double kPuntosDeBorde = 1;
 
+// What reached no unit of the field says so itself: the lines of a day are read one by one.
+std::string Que(const Asiento& asiento) {
+  return EsDePractica(asiento.unidad) ? "[" + asiento.unidad + "] " + asiento.comando : asiento.comando;
+}
+
 struct ColumnaInforme {
   const char* titulo;
   double ancho;  // of a hundred
@@ -31,11 +38,29 @@ struct ColumnaInforme {
 };
 constexpr std::array<ColumnaInforme, 5> kColumnas{{
     {"Hora", 10, [](const Asiento& a) { return TextoHora(a.momento); }},
-    {"Qué", 27, [](const Asiento& a) { return a.comando; }},
+    {"Qué", 27, Que},
     {"Antes", 18, [](const Asiento& a) { return a.antes; }},
     {"Después", 21, [](const Asiento& a) { return a.escrito; }},
     {"Resultado", 24, [](const Asiento& a) { return a.resultado; }},
 }};
+
+const char* TituloDe(const std::vector<Asiento>& asientos) {
+  const auto de_practica =
+      std::count_if(asientos.begin(), asientos.end(), [](const Asiento& a) { return EsDePractica(a.unidad); });
+  if (de_practica == 0) return "Informe de la visita";
+  return de_practica == std::ssize(asientos) ? "Informe de una visita de práctica"
+                                             : "Informe de la visita, con asientos de práctica";
+}
+
+// "real, simulada", in the order in which they came.
+std::string UnidadesDe(const std::vector<Asiento>& asientos) {
+  std::vector<std::string> unidades;
+  for (const Asiento& asiento : asientos) {
+    const std::string unidad = asiento.unidad.empty() ? "-" : asiento.unidad;
+    if (std::find(unidades.begin(), unidades.end(), unidad) == unidades.end()) unidades.push_back(unidad);
+  }
+  return Unir(unidades, ", ");
+}
 
 QTextCharFormat Letra(double puntos, bool negrita) {
   QTextCharFormat formato;
@@ -98,8 +123,9 @@ class Plana {
   }
 
   void Encabezado(QTextCursor& cursor) const {
-    cursor.insertText("Informe de la visita", Letra(kPuntosTitulo, true));
+    cursor.insertText(QString::fromUtf8(TituloDe(informe_.asientos)), Letra(kPuntosTitulo, true));
     Linea(cursor, "Estación: ", informe_.estacion);
+    if (!informe_.asientos.empty()) Linea(cursor, "Unidad: ", UnidadesDe(informe_.asientos));
     Linea(cursor, "Día: ", informe_.dia);
     Linea(cursor, "Operador: ", informe_.datos.operador.empty() ? "-" : informe_.datos.operador);
     if (!informe_.datos.notas.empty()) Linea(cursor, "Notas: ", informe_.datos.notas);

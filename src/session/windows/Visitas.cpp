@@ -12,14 +12,9 @@ constexpr std::int64_t kEntreVisitas = 6 * 3600;  // seconds
 constexpr const char* kUltima = "ultima";
 constexpr const char* kAnterior = "anterior";
 
-bool EsDePractica(const ModRTU& mod) {
-  if (mod.situacion == nullptr) return false;
-  const ClaseDeUnidad clase = mod.situacion->Clase();
-  return clase == ClaseDeUnidad::kSimulada || clase == ClaseDeUnidad::kDePractica;
-}
-
 QString GrupoDe(const ModRTU& mod) {
-  const QString grupo = EsDePractica(mod) ? QStringLiteral("visitas-de-practica") : QStringLiteral("visitas");
+  const bool de_practica = mod.situacion != nullptr && EsDePractica(mod.situacion->Clase());
+  const QString grupo = de_practica ? QStringLiteral("visitas-de-practica") : QStringLiteral("visitas");
   return grupo + '/' + QString::number(mod.propiedades.LeerEntero(clave::kIdentificador, 0));
 }
 

@@ -7,7 +7,9 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSignalBlocker>
+#include <QTimer>
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 #include "base/Error.h"
@@ -29,15 +31,17 @@ constexpr const char* kBitacora = "Bitácora de la visita";
 constexpr QSize kTamano(980, 620);
 constexpr int kLineasNotas = 3;
 constexpr int kMargenNotas = 12;
+constexpr auto kTrasEscribir = std::chrono::seconds(1);
 
 DescripcionLista Descripcion() {
   return {.titulo = kBitacora,
-          .columna_titulo = 1,
+          .columna_titulo = 2,
           .palabras = {.modulo = kModulo, .titulo_ventana = kBitacora, .procedimiento_imprimir = "ImprimirInforme"}};
 }
 
 Columnas ColumnasDeBitacora() {
   return {{.titulo = "Momento", .campo = "Momento", .orden = ClaseOrden::kFecha},
+          {.titulo = "Unidad", .campo = "Unidad"},
           {.titulo = "Qué", .campo = "Comando"},
           {.titulo = "Antes", .campo = "Antes"},
           {.titulo = "Después", .campo = "Escrito"},
@@ -46,12 +50,13 @@ Columnas ColumnasDeBitacora() {
 
 TablaPtr TablaDeBitacora(const std::vector<Asiento>& asientos) {
   auto tabla = std::make_shared<Tabla>();
-  for (const char* campo : {"Momento", "Comando", "Antes", "Escrito", "Resultado"})
+  for (const char* campo : {"Momento", "Unidad", "Comando", "Antes", "Escrito", "Resultado"})
     tabla->Append(campo, TipoCampo::kVarChar, 255);
   tabla->Open();
   for (const Asiento& asiento : asientos) {
     tabla->AddNew();
     tabla->Set("Momento", TextoFechaHora(asiento.momento));
+    tabla->Set("Unidad", asiento.unidad);
     tabla->Set("Comando", asiento.comando);
     tabla->Set("Antes", asiento.antes);
     tabla->Set("Escrito", asiento.escrito);
@@ -82,10 +87,18 @@ frmBitacora::frmBitacora(ModRTU& mod, std::vector<FiguraInforme> figuras, QWidge
       txtNotas_(new QPlainTextEdit),
       lblReparo_(Linea("lblReparo")),
       lblPendientes_(Linea("lblPendientes")),
+      lblSinGuardar_(Linea("lblSinGuardar")),
+      tmrGuardar_(new QTimer(this)),
       vacia_(Panel("picVacia", "No hay asientos en la bitácora de ese día")) {
   ArmarComandos();
   QPushButton* cerrar = Boton("cmdCerrar", "&Cerrar");
   Armar(ArmarEncima(), {.cancelar = cerrar, .por_defecto = false}, kTamano);
+  tmrGuardar_->setObjectName("tmrGuardar");
+  tmrGuardar_->setSingleShot(true);
+  tmrGuardar_->setInterval(kTrasEscribir);
+  connect(tmrGuardar_, &QTimer::timeout, this, &frmBitacora::GuardarLoEscrito);
+  connect(txtOperador_, &QLineEdit::textEdited, tmrGuardar_, qOverload<>(&QTimer::start));
+  connect(txtNotas_, &QPlainTextEdit::textChanged, tmrGuardar_, qOverload<>(&QTimer::start));
   mod_.diario.Completar();
   mod_.bitacora.Reintentar();
   LlenarEstaciones();
@@ -200,7 +213,7 @@ void frmBitacora::MostrarDia() {
   const DiaDeBitacora& elegido = dias_.at(static_cast<std::size_t>(std::max(0, cboDia_->currentIndex())));
   dia_ = elegido.dia;
   for (const std::filesystem::path& archivo : elegido.archivos) {
-    if (const auto falla = FallaDe([&] { Leer(archivo); })) reparo_ = falla->Descripcion();
+    if (const auto falla = FallaDe([&] { Leer(archivo); })) Reparar(falla->Descripcion());
   }
   for (const Asiento& pendiente : mod_.bitacora.Pendientes()) {
     if (pendiente.estacion == estacion_ && Dia(pendiente.momento) == dia_) asientos_.push_back(pendiente);
@@ -212,7 +225,12 @@ void frmBitacora::MostrarDia() {
 void frmBitacora::Leer(const std::filesystem::path& archivo) {
   BitacoraLeida leida = LeerBitacora(archivo);
   asientos_.insert(asientos_.end(), leida.asientos.begin(), leida.asientos.end());
-  if (!leida.reparo.empty()) reparo_ = leida.reparo;
+  if (!leida.reparo.empty()) Reparar(leida.reparo);
+}
+
+// Each file of the day may have its own.
+void frmBitacora::Reparar(const std::string& reparo) {
+  reparo_ += (reparo_.empty() ? "" : "; ") + reparo;
 }
 
 void frmBitacora::MostrarAsientos() {
@@ -221,14 +239,14 @@ void frmBitacora::MostrarAsientos() {
   if (!asientos_.empty()) Lista().Elegir(asientos_.size() - 1);
   Decir(lblReparo_, Q(reparo_));
   const std::size_t pendientes = mod_.bitacora.Pendientes().size();
-  Decir(lblPendientes_,
-        pendientes == 0 ? QString() : QStringLiteral("%1 asientos sin guardar en el disco").arg(pendientes));
+  Decir(lblPendientes_, pendientes == 0 ? QString() : Q(CuantosAsientos(pendientes) + " sin guardar en el disco"));
   lblPendientes_->setToolTip(Q(mod_.bitacora.Falla()));
 }
 
 // A file that isn't understood is said, and isn't written over.
 void frmBitacora::MostrarDatos() {
   guardados_.reset();
+  Decir(lblSinGuardar_, {});
   DatosVisita datos;
   if (archivo_.empty() &&
       Intentar("LeerDatosVisita", [&] { datos = LeerDatosVisita(mod_.bitacora.Carpeta(estacion_), dia_); }))
@@ -261,11 +279,21 @@ DatosVisita frmBitacora::Datos() const {
   return {U(txtOperador_->text()), U(txtNotas_->toPlainText())};
 }
 
+// What is typed is on the disk soon, whatever becomes of the program; a disk that refuses it is said beside the work.
+void frmBitacora::GuardarLoEscrito() {
+  if (!guardados_ || *guardados_ == Datos()) return;
+  const auto falla = FallaDe([this] { GuardarDatosVisita(mod_.bitacora.Carpeta(estacion_), dia_, Datos()); });
+  if (!falla) guardados_ = Datos();
+  Decir(lblSinGuardar_,
+        falla ? Q("El operador y las notas no se guardaron [" + falla->Descripcion() + "]") : QString());
+}
+
 // False: it couldn't be kept, which was said, and the operator stays with it.
 bool frmBitacora::GuardarDatos() {
   if (!guardados_ || *guardados_ == Datos()) return true;
   if (Intentar("GuardarDatosVisita", [&] { GuardarDatosVisita(mod_.bitacora.Carpeta(estacion_), dia_, Datos()); })) {
     guardados_ = Datos();
+    Decir(lblSinGuardar_, {});
     return true;
   }
   return Preguntar(mod_.operador, U(windowTitle()),
@@ -302,9 +330,11 @@ std::string frmBitacora::DiaEnPalabras() const {
   return asientos_.empty() ? "-" : TextoFecha(asientos_.front().momento);
 }
 
-// Plots are of this run: they belong to no earlier visit and to no journal from elsewhere.
+// Plots are of this run and of the present station: they belong to no earlier visit, no other one's and no journal from
+// elsewhere.
 InformeVisita frmBitacora::Informe() const {
-  const bool de_hoy = archivo_.empty() && dia_ == Dia(mod_.reloj.Ahora());
+  const bool de_esta = estacion_ == mod_.propiedades.LeerEntero(clave::kIdentificador, 0);
+  const bool de_hoy = archivo_.empty() && de_esta && dia_ == Dia(mod_.reloj.Ahora());
   return {.estacion = NombreDeEstacion(),
           .dia = DiaEnPalabras(),
           .impreso = TextoFechaHora(mod_.reloj.Ahora()),

@@ -16,6 +16,7 @@ class QComboBox;
 class QLabel;
 class QLineEdit;
 class QPlainTextEdit;
+class QTimer;
 
 namespace utr {
 
@@ -45,7 +46,9 @@ class frmBitacora : public VentanaLista {
   void MostrarAsientos();
   void MostrarDatos();
   void Leer(const std::filesystem::path& archivo);
+  void Reparar(const std::string& reparo);
   void AbrirOtra();
+  void GuardarLoEscrito();
   bool GuardarDatos();
   DatosVisita Datos() const;
   void ImprimirInforme();
@@ -62,6 +65,8 @@ class frmBitacora : public VentanaLista {
   QPlainTextEdit* txtNotas_;
   QLabel* lblReparo_;
   QLabel* lblPendientes_;
+  QLabel* lblSinGuardar_;
+  QTimer* tmrGuardar_;
   PanelAviso* vacia_;
   std::vector<DiaDeBitacora> dias_;
   std::int32_t estacion_ = 0;

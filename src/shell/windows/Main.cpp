@@ -1,6 +1,8 @@
 #include "shell/windows/Main.h"
 
 #include <QApplication>
+#include <algorithm>
+#include <set>
 
 #include "help/windows/AyudanteQt.h"
 #include "session/ArchivoAyuda.h"
@@ -41,7 +43,10 @@ Main::Main(const Entorno& entorno)
            .reloj_utr = &reloj_utr_,
            .situacion = entorno.situacion},
       aviso_(entorno.aviso),
-      situacion_(entorno.situacion) {}
+      situacion_(entorno.situacion) {
+  diario_.AlPreguntarUnidad(
+      [this] { return PalabraDe(situacion_ == nullptr ? ClaseDeUnidad::kSimulada : situacion_->Clase()); });
+}
 
 Main::~Main() = default;
 
@@ -63,25 +68,42 @@ int Main::Correr(Apariencia* apariencia) {
   return codigo;
 }
 
-// What the disk didn't take of the journal goes with the program, unless the operator has another place for it.
+// What the disk didn't take of the journals goes with the program, unless the operator has another place for it.
 void Main::CerrarBitacora() {
   diario_.Completar();
   bitacora_.Reintentar();
-  while (!bitacora_.Pendientes().empty()) {
-    const std::string titulo(kTitulo);
-    if (!Preguntar(mod_.operador, titulo,
-                   "La bitácora de la visita tiene " + std::to_string(bitacora_.Pendientes().size()) +
-                       " asientos que no se pudieron guardar\n[" + bitacora_.Falla() +
-                       "]\n¿Desea guardarlos en otro archivo?"))
-      return;
-    const auto ruta = mod_.operador.ElegirGuardar({.titulo = "Guardar bitácora...",
-                                                   .filtro = "Bitácoras (*.csv)|*.csv",
-                                                   .carpeta = {},
-                                                   .nombre = NombreBitacora(mod_.reloj.Ahora())});
-    if (ruta)
-      RegistrandoYMostrando(registro_, mod_.operador, "Main", "CerrarBitacora", titulo, Redaccion::kCompletada,
-                            [&] { bitacora_.GuardarPendientes(*ruta); });
+  std::set<std::int32_t> dejadas;
+  for (;;) {
+    const auto& pendientes = bitacora_.Pendientes();
+    const auto una = std::find_if(pendientes.begin(), pendientes.end(),
+                                  [&](const Asiento& asiento) { return !dejadas.contains(asiento.estacion); });
+    if (una == pendientes.end()) return;
+    const std::int32_t estacion = una->estacion;
+    if (!GuardarEnOtroLado(estacion)) dejadas.insert(estacion);
   }
+}
+
+// A file for each station, as its journal is. False: the operator gives them up.
+bool Main::GuardarEnOtroLado(std::int32_t estacion) {
+  const std::string titulo(kTitulo);
+  const auto& pendientes = bitacora_.Pendientes();
+  const auto cuantos =
+      std::count_if(pendientes.begin(), pendientes.end(), [&](const Asiento& a) { return a.estacion == estacion; });
+  const std::string numero = estacion == 0 ? "sin identificador" : std::to_string(estacion);
+  if (!Preguntar(mod_.operador, titulo,
+                 "La bitácora de la estación " + numero + " tiene " +
+                     CuantosAsientos(static_cast<std::size_t>(cuantos)) +
+                     (cuantos == 1 ? " que no se pudo guardar\n[" : " que no se pudieron guardar\n[") +
+                     bitacora_.Falla() + "]\n¿Desea guardar lo que falta en otro archivo?"))
+    return false;
+  const auto ruta = mod_.operador.ElegirGuardar({.titulo = "Guardar bitácora...",
+                                                 .filtro = "Bitácoras (*.csv)|*.csv",
+                                                 .carpeta = {},
+                                                 .nombre = numero + " " + NombreBitacora(mod_.reloj.Ahora())});
+  if (ruta)
+    RegistrandoYMostrando(registro_, mod_.operador, "Main", "CerrarBitacora", titulo, Redaccion::kCompletada,
+                          [&] { bitacora_.GuardarPendientes(estacion, *ruta); });
+  return true;
 }
 
 int Ejecutar(const Entorno& entorno) {

@@ -49,6 +49,8 @@ class Main {
   ModRTU& Mod() { return mod_; }
 
  private:
+  bool GuardarEnOtroLado(std::int32_t estacion);
+
   Propiedades propiedades_;
   RegistroErrores registro_;
   Catalogo catalogo_;

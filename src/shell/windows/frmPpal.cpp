@@ -225,6 +225,8 @@ void frmPpal::InfoPanel() {
 }
 
 void frmPpal::MostrarEstacion() {
+  // Plots of one station never go into the report of another one.
+  if (mod_.graficos != nullptr) mod_.graficos->SonDe(Q(mod_.UnidadAMano()));
   std::optional<std::size_t> canales;
   const TablaPtr& tabla = lectura_.RecConfig();
   if (tabla) {
@@ -243,9 +245,8 @@ void frmPpal::MostrarEnlace() {
 // What the disk doesn't take of the journal is said until it does.
 void frmPpal::MostrarPendientes() {
   const std::size_t cuantos = mod_.bitacora.Pendientes().size();
-  barra_estado_->Bitacora(
-      cuantos == 0 ? std::string() : "Bitácora sin guardar: " + std::to_string(cuantos) + " asientos",
-      mod_.bitacora.Falla());
+  barra_estado_->Bitacora(cuantos == 0 ? std::string() : "Bitácora sin guardar: " + CuantosAsientos(cuantos),
+                          mod_.bitacora.Falla());
 }
 
 bool frmPpal::LeerConfiguracion(const PedidoConfiguracion& pedido) {

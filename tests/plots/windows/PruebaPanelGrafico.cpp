@@ -131,6 +131,12 @@ TEST_F(PruebaPanelGrafico, LoQueEstaALaVistaQuedaAnotado) {
   EXPECT_NE(vistos.Todos()[0].second.periodo, antes);
   panel.Vaciar();
   EXPECT_EQ(vistos.Todos().size(), 1U) << "the last one on show";
+  vistos.SonDe("70");
+  panel.Mostrar(ContenidoDe({nivel}));
+  vistos.SonDe("70");
+  EXPECT_EQ(vistos.Todos().size(), 1U);
+  vistos.SonDe("71");
+  EXPECT_THAT(vistos.Todos(), IsEmpty());
 }
 
 }  // namespace

@@ -8,11 +8,14 @@
 #include <QPainter>
 #include <QPdfWriter>
 #include <QPlainTextEdit>
+#include <QTest>
+#include <QTimer>
 #include <QTreeView>
 #include <memory>
 
 #include "session/windows/InformeVisita.h"
 #include "session/windows/frmBitacora.h"
+#include "support/DispositivoLleno.h"
 #include "support/GuionVentanas.h"
 #include "support/ModPrueba.h"
 #include "widgets/ImpresoraDibujos.h"
@@ -39,6 +42,7 @@ class ImpresoraAPdf : public prueba::ImpresoraFalsa, public ImpresoraDibujos {
 class LaBitacora : public prueba::ModPrueba, public testing::Test {
  protected:
   LaBitacora() {
+    diario.AlPreguntarUnidad([this] { return unidad; });
     Identificar(70);
     reloj.Poner({2026, 3, 14, 9, 0, 0});
     Anotar("Ayer");
@@ -60,7 +64,7 @@ class LaBitacora : public prueba::ModPrueba, public testing::Test {
   std::vector<std::string> Que() {
     auto* modelo = Hallar<QTreeView>(*ventana, "Lista").model();
     std::vector<std::string> textos;
-    for (int i = 0; i < modelo->rowCount(); ++i) textos.push_back(U(modelo->index(i, 1).data().toString()));
+    for (int i = 0; i < modelo->rowCount(); ++i) textos.push_back(U(modelo->index(i, 2).data().toString()));
     return textos;
   }
   QLineEdit& Operador_() { return Hallar<QLineEdit>(*ventana, "txtOperador"); }
@@ -81,6 +85,7 @@ class LaBitacora : public prueba::ModPrueba, public testing::Test {
               .bitacora = bitacora,
               .atender = {},
               .carpeta = carpeta.Ruta()};
+  std::string unidad = "real";
   GuionVentanas ventanas;
   std::unique_ptr<frmBitacora> ventana;
 };
@@ -110,7 +115,7 @@ TEST_F(LaBitacora, LoQueElDiscoNoTomoSeVeIgual) {
   Anotar("Pendiente");
   Abrir();
   EXPECT_THAT(Que(), testing::ElementsAre("Pendiente"));
-  EXPECT_EQ(Hallar<QLabel>(*ventana, "lblPendientes").text(), "1 asientos sin guardar en el disco");
+  EXPECT_EQ(Hallar<QLabel>(*ventana, "lblPendientes").text(), "1 asiento sin guardar en el disco");
   Operador_().setText("Ana");
   operador.EsperaParte("No se puede crear la carpeta");
   operador.EsperaParte("¿Desea seguir sin guardarlos?", Respuesta::kNo);
@@ -140,6 +145,45 @@ TEST_F(LaBitacora, OperadorYNotasSonDeCadaDia) {
   EXPECT_EQ(prueba::LeerTodo(carpeta / "Respaldos/70/Visita-2026-03-14.toml"), "x [");
 }
 
+TEST_F(LaBitacora, LoEscritoSeGuardaSinSalirDeLaVentana) {
+  Abrir();
+  auto& reloj_de_guardar = Hallar<QTimer>(*ventana, "tmrGuardar");
+  const auto pasar_un_rato = [&] {
+    EXPECT_TRUE(reloj_de_guardar.isActive());
+    QTimerEvent paso(reloj_de_guardar.timerId());
+    QCoreApplication::sendEvent(&reloj_de_guardar, &paso);
+  };
+  const auto hoy = [&] { return LeerDatosVisita(carpeta / "Respaldos/70", reloj.Ahora()); };
+  QTest::keyClicks(&Operador_(), "Ana");
+  pasar_un_rato();
+  EXPECT_EQ(hoy().operador, "Ana");
+  Hallar<QPlainTextEdit>(*ventana, "txtNotas").setPlainText("Pila");
+  {
+    const DispositivoLleno lleno(0);
+    pasar_un_rato();
+  }
+  auto& aviso = Hallar<QLabel>(*ventana, "lblSinGuardar");
+  EXPECT_THAT(U(aviso.text()), testing::StartsWith("El operador y las notas no se guardaron ["));
+  EXPECT_EQ(hoy().notas, "");
+  QTest::keyClicks(&Operador_(), " Paz");
+  pasar_un_rato();
+  EXPECT_EQ(hoy(), (DatosVisita{"Ana Paz", "Pila"}));
+  EXPECT_TRUE(aviso.isHidden());
+}
+
+TEST_F(LaBitacora, CadaArchivoDelDiaDiceSuReparo) {
+  const auto estacion = carpeta / "Respaldos/70";
+  prueba::EscribirTodo(estacion / "Bitacora-2026-03-15-002.csv", "\"N.º (bitácora 9)\"\r\n");
+  prueba::EscribirTodo(estacion / "Bitacora-2026-03-15-003.csv", "otra cosa");
+  unidad = "simulada";
+  Anotar("Tres");
+  Abrir();
+  EXPECT_EQ(Hallar<QLabel>(*ventana, "lblReparo").text(),
+            "Bitacora-2026-03-15-002.csv es de otra versión (9); Bitacora-2026-03-15-003.csv no es una bitácora");
+  EXPECT_THAT(Que(), testing::ElementsAre("Uno", "Dos", "Tres"));
+  EXPECT_EQ(Hallar<QTreeView>(*ventana, "Lista").model()->index(2, 1).data().toString(), "simulada");
+}
+
 TEST_F(LaBitacora, ElInformeSeImprimeConLasFiguras) {
   int pintadas = 0;
   const FiguraInforme figura{"Nivel", [&](QPainter& pintor, const QRectF& lugar) {
@@ -157,6 +201,10 @@ TEST_F(LaBitacora, ElInformeSeImprimeConLasFiguras) {
   EXPECT_THAT(a_pdf.trabajos, testing::ElementsAre("Oficina:Informe de la visita", "Oficina:Informe de la visita"));
   EXPECT_THAT(a_pdf.paginas, testing::ElementsAre(3, 3)) << "the entries, and two plots to a page";
   EXPECT_EQ(pintadas, 6);
+  Hallar<QComboBox>(*ventana, "cboEstacion").setCurrentText("8");
+  Operador_().setText("Ana");
+  Ordenar("mnuBitImprimir");
+  EXPECT_EQ(a_pdf.paginas.back(), 1) << "the plots are of another station";
 }
 
 TEST_F(LaBitacora, UnDiaLargoOcupaVariasPaginas) {

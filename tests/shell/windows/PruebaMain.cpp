@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QTimer>
 
+#include "session/ArchivoBitacora.h"
 #include "shell/windows/InstanciaUnica.h"
 #include "shell/windows/Main.h"
 #include "support/GuionVentanas.h"
@@ -66,13 +67,31 @@ TEST_F(Inicio, LaBitacoraQueNoSePudoGuardarTieneOtroLugar) {
   Main principal(Del());
   principal.Mod().comunicador.ReiniciarUTR("14");
   EXPECT_EQ(comunicador.llamadas, std::vector<std::string>{"ReiniciarUTR(14)"});
-  operador.EsperaParte("1 asientos que no se pudieron guardar", Respuesta::kSi);
+  const auto otra_estacion = [&](std::int64_t numero) {
+    principal.Mod().propiedades.Escribir(clave::kIdentificador, Propiedad{numero}, Propiedad{std::int64_t{0}});
+  };
+  otra_estacion(80);
+  principal.Mod().comunicador.BorrarFlash();
+  otra_estacion(90);
+  principal.Mod().comunicador.BorrarCartucho();
+  otra_estacion(0);
+  principal.Mod().comunicador.ReiniciarAgenda("41");
+  operador.EsperaParte("estación sin identificador tiene 2 asientos que no se pudieron guardar", Respuesta::kSi);
   operador.EsperaGuardar("Guardar bitácora...", carpeta / "no_hay/a.csv");
   operador.EsperaParte("La operación solicitada no puede ser completada");
-  operador.EsperaParte("¿Desea guardarlos en otro archivo?", Respuesta::kSi);
+  operador.EsperaParte("¿Desea guardar lo que falta en otro archivo?", Respuesta::kSi);
   operador.EsperaGuardar("Guardar bitácora...", carpeta / "a.csv");
+  operador.EsperaParte("estación 80 tiene 1 asiento que no se pudo guardar", Respuesta::kNo);
+  operador.EsperaParte("estación 90 tiene 1 asiento que no se pudo guardar", Respuesta::kSi);
+  operador.EsperaGuardar("Guardar bitácora...", carpeta / "b.csv");
   principal.CerrarBitacora();
-  EXPECT_NE(prueba::LeerTodo(carpeta / "a.csv").find("\"Reinicio UTR\""), std::string::npos);
+  const auto que = [&](const char* archivo) {
+    std::vector<std::string> textos;
+    for (const Asiento& a : LeerBitacora(carpeta / archivo).asientos) textos.push_back(a.unidad + ", " + a.comando);
+    return textos;
+  };
+  EXPECT_EQ(que("a.csv"), (std::vector<std::string>{"simulada, Reinicio UTR", "simulada, Reinicio Agenda"}));
+  EXPECT_EQ(que("b.csv"), std::vector<std::string>{"simulada, Borrar Cartucho"}) << "no station in the file of another";
   std::filesystem::remove(carpeta / "Respaldos");
   principal.Mod().comunicador.ReiniciarUTR("14");
   principal.CerrarBitacora();
