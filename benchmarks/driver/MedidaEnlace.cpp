@@ -62,6 +62,7 @@ class Puesto {
   utr::FechaHora Ahora() const { return reloj_.Ahora(); }
 };
 
+// Raises for a page that didn't come: less work would pass for quick work.
 std::size_t LeerFlash(utr::Comunicador& driver, int pistas) {
   std::size_t leidos = 0;
   for (int pista = 0; pista < pistas; ++pista) {
@@ -69,6 +70,7 @@ std::size_t LeerFlash(utr::Comunicador& driver, int pistas) {
       leidos += driver.LeerPaginaFlash(static_cast<std::int16_t>(pista), pagina).empty() ? 0 : 1;
     }
   }
+  if (leidos != static_cast<std::size_t>(pistas) * kPaginas) throw std::runtime_error("pages are missing");
   return leidos;
 }
 
@@ -164,6 +166,7 @@ bool MedirDia(Puesto& puesto) {
     const auto pedidos = static_cast<double>(puesto.driver.Cuenta().pedidos - antes);
     int paginas = 0;  // each of them begins with a row that bears the date
     for (; !tabla->Eof(); tabla->MoveNext()) paginas += tabla->Texto("Fecha").empty() ? 0 : 1;
+    if (paginas <= 5) throw std::runtime_error("a day without its pages: " + dia);
     peor = std::max(peor, pedidos - (paginas + kPaginasPorPedido - 1) / kPaginasPorPedido);
   }
   return medida::Informar("pedidos_de_mas_por_un_dia", peor, 6);

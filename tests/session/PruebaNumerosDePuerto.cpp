@@ -59,6 +59,21 @@ TEST_F(NumerosDePuertoEnCarpeta, UnNumeroDeDispositivoNuncaEsSimulado) {
   EXPECT_THAT(Corrida({"/dev/ttyUSB0"}), ElementsAre("1=s1", "2=s2", "3=s3", "4=d, /dev/ttyUSB0"));
 }
 
+// The name that it left may lead to a terminal that was given to somebody else.
+TEST_F(NumerosDePuertoEnCarpeta, LaLineaDeUnaEstacionDetenidaNoSeAbre) {
+  const std::string linea = (carpeta / "estacion" / "COM4").string();
+  NumerosDePuerto numeros(archivo);
+  const std::vector<Dispositivo> presentes{{linea, "d"}, {"/dev/ttyS0", "d"}};
+  numeros.Repartir(simulados, presentes);
+  EXPECT_EQ(numeros.Abrible(4), linea);
+  std::filesystem::create_directory(carpeta / "estacion");
+  EscribirTodo(carpeta / "estacion" / "Estacion.candado", "");
+  EXPECT_EQ(numeros.De(4), linea) << "it keeps its number";
+  EXPECT_EQ(numeros.Abrible(4), std::nullopt);
+  EXPECT_EQ(numeros.Abrible(5), "/dev/ttyS0");
+  EXPECT_EQ(numeros.Abrible(6), std::nullopt);
+}
+
 TEST_F(NumerosDePuertoEnCarpeta, DespuesDeDiezNoHayMas) {
   std::vector<std::string> rutas;
   for (int i = 0; i < 12; ++i) rutas.push_back("/dev/ttyS" + std::to_string(i));

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cerrno>
 
 #include "session/OperacionesEnlace.h"
 #include "support/ModPrueba.h"
@@ -139,6 +140,9 @@ TEST_F(Operaciones, AbrirUnPuertoElegidoAMano) {
   EXPECT_EQ(AbrirPuerto(mod, "9600,n,8,1", "2"), "El puerto requerido se encuentra abierto");
   comunicador.Falla("Conectar", Error(8006, "x", "y"));
   EXPECT_EQ(AbrirPuerto(mod, "9600,n,8,1", "2"), "Error en el puerto de comunicación");
+  comunicador.Falla("Conectar", Error(8005, "x", "Otro programa tiene el puerto /dev/ttyUSB0", EBUSY));
+  EXPECT_EQ(AbrirPuerto(mod, "9600,n,8,1", "2"),
+            "El puerto requerido se encuentra abierto. Otro programa tiene el puerto /dev/ttyUSB0");
   conexion.FijarPorIP(true);
   EXPECT_EQ(AbrirPuerto(mod, "10.0.0.1,n,8,1", "1000"), "") << "over IP the failure is dropped";
 }
@@ -147,6 +151,8 @@ TEST_F(Operaciones, MensajesDelBotonDeConexion) {
   const Mensaje en_uso = MensajeDePuerto(Error(8005, "", ""), "T");
   EXPECT_EQ(en_uso.texto, "El puerto requerido se encuentra en uso");
   EXPECT_EQ(en_uso.icono, Icono::kInformacion);
+  EXPECT_EQ(MensajeDePuerto(Error(8002, "", "No hay permiso para abrir el puerto /dev/ttyS0", EACCES), "T").texto,
+            "Error en el puerto de comunicación. No hay permiso para abrir el puerto /dev/ttyS0");
   const Mensaje otro = MensajeDePuerto(Error(8002, "", ""), "T");
   EXPECT_EQ(otro.texto, "Error en el puerto de comunicación");
   EXPECT_EQ(otro.icono, Icono::kCritico);

@@ -14,8 +14,10 @@ namespace utr::prueba {
 // The driver over a wire and a station at its other end, both in memory, on one clock that stands still.
 class BancoEnlace : public Banco, private enlace::Tendido {
  public:
-  // With `en_disco` false the station is kept nowhere, which makes its orders quick.
-  explicit BancoEnlace(bool en_disco = true, enlace::Plazos unos = {}) : plazos(unos), en_disco_(en_disco) {
+  // With `en_disco` false the station is kept nowhere, which makes its orders quick; with a short history it is soon
+  // there.
+  explicit BancoEnlace(bool en_disco = true, bool historia_corta = false)
+      : en_disco_(en_disco), historia_(historia_corta ? "\n[historia]\ndias = 1\ndias_cartucho = 1\n" : "") {
     puerto_ip = "1502";
     if (en_disco) Escenario("");
     Arrancar();
@@ -70,7 +72,7 @@ class BancoEnlace : public Banco, private enlace::Tendido {
 
   void Escenario(const std::string& texto) {
     const bool con_tiempos = texto.find("[tiempos]") != std::string::npos;
-    const std::string todo = texto + (con_tiempos ? "" : "\n[tiempos]\nlinea = 0\n");
+    const std::string todo = texto + historia_ + (con_tiempos ? "" : "\n[tiempos]\nlinea = 0\n");
     if (!en_disco_) return Viva().Escenificar(todo);
     EscribirTodo(carpeta / "Estacion.toml", todo + "\n#" + std::string(static_cast<std::size_t>(++escritos_), '.'));
   }
@@ -173,6 +175,7 @@ class BancoEnlace : public Banco, private enlace::Tendido {
   std::filesystem::path Donde() const { return en_disco_ ? carpeta.Ruta() : std::filesystem::path{}; }
 
   bool en_disco_;
+  std::string historia_;  // of the scenario
   Bitacora bitacora_{carpeta.Ruta()};
   std::unique_ptr<Estacion> estacion_;
   int vida_ = 0;

@@ -17,14 +17,17 @@ namespace utr::prueba {
 // while the unit is mute: nothing is on its way then.
 class BancoProceso : public Banco {
  public:
-  explicit BancoProceso(bool por_tcp) {
+  explicit BancoProceso(bool por_tcp) : BancoProceso(por_tcp, Pacientes(), "") {}
+
+  // With other time-outs, and something more in its scenario all along.
+  BancoProceso(bool por_tcp, const enlace::Plazos& plazos, const char* siempre) : plazos_(plazos), siempre_(siempre) {
     direccion = "127.0.0.1";
     direccion_muda = "127.0.0.2";
     puerto = "4";
     puerto_modem = "5";
     con_rts = false;
     por_ip = por_tcp;
-    EscribirTodo(carpeta / "Estacion.toml", kTiempos);
+    EscribirTodo(carpeta / "Estacion.toml", siempre_ + kTiempos);
     Arrancar();
   }
 
@@ -51,7 +54,7 @@ class BancoProceso : public Banco {
   }
   std::string Archivo(const std::string& nombre) override { return (carpeta / nombre).string(); }
 
-  void Escenario(const std::string& texto) { EXPECT_EQ(estacion_->Escenario(texto + kTiempos), "bien"); }
+  void Escenario(const std::string& texto) { EXPECT_EQ(estacion_->Escenario(texto + siempre_ + kTiempos), "bien"); }
 
   // Where other clients reach the same station.
   std::string LineaLibre() const { return estacion_->Linea("COM7"); }
@@ -120,10 +123,10 @@ class BancoProceso : public Banco {
                                         if (al_esperar_) std::exchange(al_esperar_, nullptr)();
                                       },
                                   .bitacora = bitacora_,
-                                  .plazos = Plazos()});
+                                  .plazos = plazos_});
   }
   // Long enough for a machine that is at much else, and no wait ahead of another try.
-  static enlace::Plazos Plazos() {
+  static enlace::Plazos Pacientes() {
     enlace::Plazos plazos;
     plazos.serie = plazos.llamada = 500;
     plazos.tcp = 700;
@@ -131,6 +134,8 @@ class BancoProceso : public Banco {
     return plazos;
   }
 
+  enlace::Plazos plazos_;
+  std::string siempre_;
   std::unique_ptr<ProcesoEstacion> estacion_;
   RelojDelBanco reloj_{estacion_};
   enlace::TendidoDelEquipo tendido_;

@@ -5,8 +5,8 @@
 #include "base/Error.h"
 #include "driver/TablasRegistros.h"
 #include "driver/link/BancoEnlace.h"
+#include "driver/link/Operaciones.h"
 #include "support/NumeroDeError.h"
-#include "support/Tablas.h"
 
 // What the driver over a wire does beyond its contract: where the line ends in the middle of something, where the unit
 // changes while it is read, and what its reads cost.
@@ -59,49 +59,12 @@ class Enlace : public testing::Test {
   BancoEnlace banco{false};
 };
 
-// Every operation that waits for the unit, and how it tells that it failed.
-struct Operacion {
-  const char* nombre;
-  std::function<bool(Comunicador&)> fallo;
-};
-std::vector<Operacion> Operaciones() {
-  const auto tabla = [] { return TablaDeTextos({"Canal", "AMax"}, {{"1", "7"}}); };
-  const auto agenda = [] {
-    return TablaDeTextos({"HorarioInteger", "TOblig", "TWind", "TCond"}, {{"7", "Si", "No", "No"}});
-  };
-  return {{"LeerFechaHora", [](Comunicador& c) { return c.LeerFechaHora().empty(); }},
-          {"LeerEstado", [](Comunicador& c) { return c.LeerEstado() < 0; }},
-          {"LeerPagina", [](Comunicador& c) { return c.LeerPagina("0", false).empty(); }},
-          {"LeerPaginaFlash", [](Comunicador& c) { return c.LeerPaginaFlash(0, 0).empty(); }},
-          {"LeerAgenda", [](Comunicador& c) { return c.LeerAgenda() == nullptr; }},
-          {"ConfiguracionAlmacenada", [](Comunicador& c) { return c.ConfiguracionAlmacenada(true) == nullptr; }},
-          {"LeerInstantaneos", [](Comunicador& c) { return c.LeerInstantaneos() == nullptr; }},
-          {"LeerDatos", [](Comunicador& c) { return c.LeerDatos("", "", 0) == nullptr; }},
-          {"LeerEventos", [](Comunicador& c) { return c.LeerEventos("", "") == nullptr; }},
-          {"LeerColaTx", [](Comunicador& c) { return c.LeerColaTx("", "") == nullptr; }},
-          {"LeerDatosCartucho", [](Comunicador& c) { return c.LeerDatosCartucho("", "", 0) == nullptr; }},
-          {"BorrarFlash", [](Comunicador& c) { return !c.BorrarFlash(); }},
-          {"ReiniciarUTR", [](Comunicador& c) { return !c.ReiniciarUTR("14"); }},
-          {"GrabarFechaHora", [](Comunicador& c) { return !c.GrabarFechaHora(); }},
-          {"GrabarEstado", [](Comunicador& c) { return !c.GrabarEstado("4/0"); }},
-          {"EscribirPagina", [](Comunicador& c) { return !c.EscribirPagina("7", "1,2"); }},
-          {"GrabarEvento", [](Comunicador& c) { return !c.GrabarEvento("1", "128/0/40/0"); }},
-          {"GrabarParametrizacion", [=](Comunicador& c) { return !c.GrabarParametrizacion(*tabla()); }},
-          {"GrabarAgenda", [=](Comunicador& c) { return !c.GrabarAgenda(*agenda()); }},
-          {"GrabarSalidaDigital", [](Comunicador& c) { return !c.GrabarSalidaDigital(1, true); }}};
-}
-
-bool EsLectura(const Operacion& operacion) {
-  return std::string_view(operacion.nombre).starts_with("Leer") ||
-         std::string_view(operacion.nombre).starts_with("Conf");
-}
-
 }  // namespace
 
 TEST_F(Enlace, LaEstacionMuereEnMedioDeCadaOperacionYLaSiguienteSigue) {
   for (const bool por_tcp : {false, true}) {
     for (const Operacion& operacion : Operaciones()) {
-      BancoEnlace otro{true};
+      BancoEnlace otro{true, true};
       otro.Escenario(kLento);
       otro.por_ip = por_tcp;
       otro.Conectar();

@@ -184,6 +184,21 @@ TEST(ProcesoDeLaEstacion, LoQueLeFaltaYLoQuePierdeSeAdvierteUnaVez) {
   EXPECT_NE(advertido[1].find("anda otra vez"), std::string::npos) << advertido[1];
 }
 
+// An address that can't be read must not become all of the machine's.
+TEST(ProcesoDeLaEstacion, SinUnaDireccionQueSeEntiendaNoSeEscucha) {
+  RelojFalso reloj;
+  simulada::EstacionViva viva({}, {"x", "y"}, reloj, {}, [](const FechaHora&, std::string_view) {});
+  simulada::Despachador unidad(viva);
+  const simulada::Voces voces{[](std::string_view) {}, [](std::string_view) {}};
+  for (const char* direccion : {"127.000.000.001", "localhost", ""}) {
+    EXPECT_EQ(NumeroDeError([&] {
+                simulada::EscucharRed({direccion, 0}, {viva, unidad, voces});
+              }),
+              error::kLlamada)
+        << direccion;
+  }
+}
+
 TEST(ProcesoDeLaEstacion, LasConexionesEstanContadas) {
   Carpeta carpeta;
   ProcesoEstacion estacion(carpeta.Ruta().string(), {"--tcp", "0"});

@@ -361,6 +361,20 @@ TEST_F(Ppal, LaBarraDeEstadoSeMuestraYSeOculta) {
   EXPECT_FALSE(ventana->statusBar()->isHidden());
 }
 
+TEST_F(Ppal, LaLlamadaQueSePerdioNoFiguraMas) {
+  Cargar();
+  SituacionDelEnlace situacion;
+  ventana->Seguir(situacion);
+  comunicador.Devuelve("LlamarTelefono", true);
+  conexion.Llamar("4800", "");
+  EXPECT_EQ(Panel("lblEnlace"), "En llamada");
+  situacion.PonerFinDeLlamada();
+  EXPECT_EQ(Panel("lblEnlace"), "Conectado");
+  EXPECT_FALSE(conexion.EnLlamada()) << "what is read next has the port opened again";
+  situacion.PonerAviso("No queda número de puerto para /dev/ttyUSB9");
+  EXPECT_EQ(Panel("Panel1"), "No queda número de puerto para /dev/ttyUSB9");
+}
+
 TEST_F(Ppal, DiceSiempreQuienEstaAlOtroExtremo) {
   Cargar();
   SituacionDelEnlace situacion;

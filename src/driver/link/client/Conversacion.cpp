@@ -12,10 +12,9 @@ namespace utr::enlace {
 namespace {
 
 constexpr std::int64_t kBitsPorByte = 10;
-constexpr std::int64_t kVecesSilencio = 5;    // after which a line that never falls silent is spoken on all the same
-constexpr std::int64_t kHuecosPorTrama = 4;   // that a frame may have
-constexpr std::int32_t kPeorVelocidad = 300;  // between two modems, whatever the port's is
-constexpr std::size_t kEnvolturaRtu = 3;      // bytes around a PDU
+constexpr std::int64_t kVecesSilencio = 5;   // after which a line that never falls silent is spoken on all the same
+constexpr std::int64_t kHuecosPorTrama = 4;  // that a frame may have
+constexpr std::size_t kEnvolturaRtu = 3;     // bytes around a PDU
 constexpr std::size_t kMayorCrudo = 4096;
 constexpr std::size_t kMayorRuido = 256 * 1024;  // bytes ahead of a request; who sends more doesn't wait to be asked
 constexpr std::size_t kLargoDelAviso = 10;       // "NO CARRIER"
@@ -44,7 +43,7 @@ Conversacion::Conversacion(std::unique_ptr<Linea> linea, Medio medio, std::int32
 
 std::int64_t Conversacion::TiempoDe(std::size_t bytes) const {
   if (medio_ == Medio::kTcp) return 0;
-  const std::int32_t velocidad = medio_ == Medio::kLlamada ? std::min(velocidad_, kPeorVelocidad) : velocidad_;
+  const std::int32_t velocidad = medio_ == Medio::kLlamada ? std::min(velocidad_, plazos_.peor_velocidad) : velocidad_;
   return static_cast<std::int64_t>(bytes + kEnvolturaRtu) * kBitsPorByte * 1000 / velocidad;
 }
 

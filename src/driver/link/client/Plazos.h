@@ -20,6 +20,7 @@ struct Plazos {
   std::int64_t ocupada = 10000;     // that a unit may be at something else
   std::int64_t adelantadas = 5000;  // that a page fetched ahead is good for
   int intentos = 3;
+  std::int32_t peor_velocidad = 300;  // bits per second between two modems, whatever the port's is
 };
 
 }  // namespace utr::enlace

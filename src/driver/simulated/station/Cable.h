@@ -45,10 +45,12 @@ class Salida {
   std::size_t en_camino_ = 0;  // bytes
 };
 
-// Throws the faults of a wire from its seed on: the same seed and the same frames meet the same faults.
+// Throws the faults of a wire from its seed on: the same seed and the same frames meet the same faults. Each line has
+// a number of its own, or a connection that lost its first frame would lose it however often it is opened anew.
 class Azar {
  public:
-  explicit Azar(const FallasDelCable& fallas) : fallas_(fallas), generador_(fallas.semilla) {}
+  explicit Azar(const FallasDelCable& fallas, std::uint64_t linea = 0)
+      : fallas_(fallas), generador_(fallas.semilla + linea * kEntreLineas) {}
 
   // A request as it arrives; nothing when it is lost.
   std::optional<protocolo::Bytes> Pedido(protocolo::Bytes trama, bool con_ruido);
@@ -66,6 +68,8 @@ class Azar {
   bool Toca(double azar);
   std::size_t Hasta(std::size_t mayor);  // 0 to `mayor`
   void Ensuciar(protocolo::Bytes& trama);
+
+  static constexpr std::uint64_t kEntreLineas = 1000000007;  // above any seed that is told
 
   FallasDelCable fallas_;
   std::mt19937_64 generador_;

@@ -29,6 +29,9 @@ class Despachador {
   // Bits per second of the unit's port, as in force.
   int Velocidad() const;
 
+  // A number for a line that is laid to it, another one each time.
+  std::uint64_t NumeroDeLinea() { return lineas_++; }
+
   // The unit can be heard: it is neither away nor mute.
   bool Presente() const;
 
@@ -72,6 +75,7 @@ class Despachador {
   std::optional<Reinicio> reinicio_;
   std::optional<EnCurso> en_curso_;
   std::int64_t ausente_hasta_ = 0;
+  std::uint64_t lineas_ = 0;
 };
 
 }  // namespace utr::simulada

@@ -8,7 +8,11 @@ namespace utr::simulada {
 using namespace protocolo;
 
 Extremo::Extremo(ClaseDeLinea clase, EstacionViva& viva, Despachador& unidad)
-    : clase_(clase), viva_(viva), unidad_(unidad), azar_(viva.escenario.cable) {}
+    : clase_(clase),
+      viva_(viva),
+      unidad_(unidad),
+      linea_(unidad.NumeroDeLinea()),
+      azar_(viva.escenario.cable, linea_) {}
 
 void Extremo::Reabrir() {
   rtu_.Vaciar();
@@ -39,7 +43,7 @@ std::int64_t Extremo::MayorHueco() const {
 
 void Extremo::Recibir(VistaBytes bytes, std::int64_t ahora) {
   if (colgado_ || !Oye()) return;
-  if (azar_.Fallas() != viva_.escenario.cable) azar_ = Azar(viva_.escenario.cable);
+  if (azar_.Fallas() != viva_.escenario.cable) azar_ = Azar(viva_.escenario.cable, linea_);
   Atender(ahora);  // a gap ahead of these bytes breaks what came before them
   recibido_ = ahora;
   const double ritmo = Ritmo();

@@ -50,6 +50,7 @@ class Extremo {
   ClaseDeLinea clase_;
   EstacionViva& viva_;
   Despachador& unidad_;
+  std::uint64_t linea_;
   Azar azar_;
   protocolo::ReceptorRtu rtu_{protocolo::Sentido::kPedido};
   protocolo::ReceptorTcp tcp_;

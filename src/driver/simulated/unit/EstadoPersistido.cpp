@@ -121,8 +121,9 @@ class Lector {
   std::string_view bytes_;
 };
 
+// Each byte is the one behind it, since all of a memory are looked at for every change that is kept.
 bool EstaBorrada(std::span<const std::uint8_t> pagina) {
-  return std::all_of(pagina.begin(), pagina.end(), [](std::uint8_t byte) { return byte == 255; });
+  return pagina.front() == 255 && std::memcmp(pagina.data(), pagina.data() + 1, pagina.size() - 1) == 0;
 }
 
 // Pages that are erased all through take one bit, the others their bytes.
