@@ -373,6 +373,7 @@ TEST_F(Ppal, LaLlamadaQueSePerdioNoFiguraMas) {
   EXPECT_FALSE(conexion.EnLlamada()) << "what is read next has the port opened again";
   situacion.PonerAviso("No queda número de puerto para /dev/ttyUSB9");
   EXPECT_EQ(Panel("Panel1"), "No queda número de puerto para /dev/ttyUSB9");
+  ventana.reset();  // it looks at the situation to its end
 }
 
 TEST_F(Ppal, DiceSiempreQuienEstaAlOtroExtremo) {
