@@ -4,9 +4,6 @@
 #include <cmath>
 #include <limits>
 
-#include "base/Numeros.h"
-#include "widgets/TextoQt.h"
-
 namespace utr {
 namespace {
 
@@ -15,9 +12,6 @@ constexpr double kPuntoSuelto = 2.2;  // radius of a point that no line reaches
 constexpr double kCruz = 3.5;         // half the size of the mark of a value that wasn't validated
 constexpr int kVelo = 55;             // of the band
 constexpr double kBarraMinima = 1.5;
-constexpr double kSobreElEje = 3;      // of the words at the foot
-constexpr double kBajoBanderas = 10;   // and of those at the top
-constexpr int kFondoDePalabras = 200;  // of 255, where they lie over a curve
 
 // Whether most columns hold several points. Such a line is a row of upright strokes, which are drawn many times faster
 // than a line that goes up and down.
@@ -67,7 +61,6 @@ void CurvaSerie::draw(QCPPainter* painter) {
     DibujarLinea(*painter, pasos);
   }
   DibujarNoValidados(*painter, pasos);
-  DibujarLimites(*painter);
 }
 
 void CurvaSerie::DibujarBanda(QCPPainter& pintor, const Pasos& pasos) const {
@@ -153,42 +146,6 @@ void CurvaSerie::DibujarNoValidados(QCPPainter& pintor, const Pasos& pasos) cons
     anterior = punto.x();
     pintor.drawLine(QLineF(punto - QPointF(kCruz, kCruz), punto + QPointF(kCruz, kCruz)));
     pintor.drawLine(QLineF(punto - QPointF(kCruz, -kCruz), punto + QPointF(kCruz, -kCruz)));
-  }
-}
-
-// Limits outside the axis are told at its end, so that nobody takes their absence for no limit.
-void CurvaSerie::DibujarLimites(QCPPainter& pintor) const {
-  const QRectF lugar = mKeyAxis->axisRect()->rect();
-  const double alto = QFontMetricsF(mKeyAxis->tickLabelFont()).height();
-  double encima = lugar.top() + kBajoBanderas;
-  double debajo = lugar.bottom() - kSobreElEje;
-  pintor.setFont(mKeyAxis->tickLabelFont());
-  QColor fondo = colores_.fondo;
-  fondo.setAlpha(kFondoDePalabras);
-  const auto decir = [&](double arriba, Qt::Alignment lado, const QString& texto) {
-    const QRectF sitio(lugar.left() + 4, arriba, lugar.width() - 8, alto);
-    pintor.fillRect(pintor.boundingRect(sitio, static_cast<int>(lado), texto), fondo);
-    pintor.drawText(sitio, static_cast<int>(lado), texto);
-  };
-  for (const LimiteSerie& limite : canal_.limites) {
-    const QColor color = limite.clase == ClaseLimite::kAlarma ? colores_.alarma : colores_.validacion;
-    pintor.setPen(QPen(color, 1, limite.clase == ClaseLimite::kAlarma ? Qt::DashLine : Qt::DotLine));
-    QString texto =
-        QStringLiteral("%1 %2 %3")
-            .arg(Q(canal_.serie->Canal()), QString::fromUtf8(limite.palabra), Q(TextoGeneral(limite.valor)));
-    const QCPRange rango = mValueAxis->range();
-    if (rango.contains(limite.valor)) {
-      const double y = mValueAxis->coordToPixel(limite.valor);
-      pintor.drawLine(QLineF(lugar.left(), y, lugar.right(), y));
-      const double sitio = y - alto < lugar.top() ? y : y - alto;
-      decir(sitio, limite.clase == ClaseLimite::kAlarma ? Qt::AlignLeft : Qt::AlignRight, texto);
-      continue;
-    }
-    const bool arriba = (limite.valor > rango.upper) != mValueAxis->rangeReversed();
-    texto = (arriba ? QStringLiteral("▲ ") : QStringLiteral("▼ ")) + texto;
-    if (!arriba) debajo -= alto;
-    decir(arriba ? encima : debajo, Qt::AlignRight, texto);
-    if (arriba) encima += alto;
   }
 }
 

@@ -12,9 +12,8 @@
 namespace utr {
 
 // One channel on a plot: the band from minimum to maximum, the line (bars from the top for rain), the values that
-// weren't validated, and the limits. It draws the series itself, so that neither a gap nor a clock that went back is
-// bridged and no extreme is lost when many points fall on one column of pixels; axes, layers, zoom and paper are those
-// of the plot.
+// weren't validated. It draws the series itself, so that neither a gap nor a clock that went back is bridged and no
+// extreme is lost when many points fall on one column of pixels; axes, layers, zoom and paper are those of the plot.
 class CurvaSerie : public QCPAbstractPlottable {
  public:
   CurvaSerie(QCPAxis* tiempo, QCPAxis* valores, CanalGrafico canal);
@@ -38,7 +37,6 @@ class CurvaSerie : public QCPAbstractPlottable {
   void DibujarLinea(QCPPainter& pintor, const Pasos& pasos) const;
   void DibujarBarras(QCPPainter& pintor, const Pasos& pasos) const;
   void DibujarNoValidados(QCPPainter& pintor, const Pasos& pasos) const;
-  void DibujarLimites(QCPPainter& pintor) const;
 
   CanalGrafico canal_;
   ColoresGrafico colores_;

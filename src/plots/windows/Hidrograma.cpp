@@ -12,6 +12,7 @@
 #include <limits>
 
 #include "plots/windows/CurvaSerie.h"
+#include "plots/windows/LimitesGrafico.h"
 #include "plots/windows/MarcasGrafico.h"
 #include "retrieved/series/TextoSerie.h"
 #include "widgets/Accesibilidad.h"
@@ -64,6 +65,7 @@ Hidrograma::Hidrograma(QWidget* parent) : QWidget(parent), lienzo_(new QCustomPl
   lienzo_->installEventFilter(this);
   lienzo_->setMouseTracking(true);
   ArmarLienzo();
+  limites_ = new LimitesGrafico(lugar_);
   banderas_ = new BanderasEventos(lugar_);
   leyenda_ = new LeyendaVacia(lugar_);
   lienzo_->addLayer(QString::fromLatin1(kCapaCursor), lienzo_->layer(QStringLiteral("overlay")), QCustomPlot::limBelow);
@@ -120,6 +122,7 @@ void Hidrograma::ArmarCurvas() {
     eje->setRangeReversed(hay && contenido_.canales[i].serie->EsLluvia());
     if (hay) curvas_.push_back(new CurvaSerie(lugar_->axis(QCPAxis::atBottom), eje, contenido_.canales[i]));
   }
+  limites_->Poner(contenido_.canales, {ejes_.begin(), ejes_.end()});
   // The time axis and the grid stand even where there is nothing to draw.
   ejes_.front()->setVisible(true);
   ejes_.front()->setTickLabels(!contenido_.canales.empty());
@@ -156,6 +159,7 @@ void Hidrograma::Colorear() {
   vestir(lugar_->axis(QCPAxis::atBottom), colores.texto);
   for (std::size_t i = 0; i < kCurvas; ++i) vestir(ejes_[i], colores.curvas[i]);
   for (std::size_t i = 0; i < curvas_.size(); ++i) curvas_[i]->Colorear(colores, i);
+  limites_->Colorear(colores);
   banderas_->Colorear(colores);
   linea_->Colorear(colores);
   leyenda_->Colorear(colores);

@@ -17,6 +17,7 @@ namespace utr {
 class BanderasEventos;
 class CurvaSerie;
 class CursorGrafico;
+class LimitesGrafico;
 class LeyendaVacia;
 
 // Up to three channels over one time axis, each with an axis of values of its own, which follows what is in sight.
@@ -110,6 +111,7 @@ class Hidrograma : public QWidget {
   QCPAxisRect* lugar_;
   std::array<QCPAxis*, kCurvas> ejes_{};
   std::vector<CurvaSerie*> curvas_;
+  LimitesGrafico* limites_;
   BanderasEventos* banderas_;
   CursorGrafico* linea_;
   LeyendaVacia* leyenda_;
