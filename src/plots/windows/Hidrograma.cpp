@@ -27,6 +27,8 @@ constexpr double kMargenTiempo = 0.02;  // of the span, at both ends
 constexpr int kClic = 4;                // pixels that a click may move
 constexpr double kAlcanceClic = 60;     // pixels from the pointer to what it picks
 constexpr double kPasoZoom = 0.6;
+constexpr int kAnchoMinimo = 160;
+constexpr int kRenglonesMinimos = 8;  // of letters, which the axes take a good part of
 constexpr const char* kCapaCursor = "cursor";
 
 QString EtiquetaDe(const Serie& serie) {
@@ -60,7 +62,6 @@ Hidrograma::Hidrograma(QWidget* parent) : QWidget(parent), lienzo_(new QCustomPl
   caja->setContentsMargins(0, 0, 0, 0);
   caja->addWidget(lienzo_);
   lienzo_->setFocusPolicy(Qt::NoFocus);
-  lienzo_->setMinimumSize(160, 120);
   lienzo_->setLocale(QLocale::c());
   lienzo_->installEventFilter(this);
   lienzo_->setMouseTracking(true);
@@ -146,6 +147,7 @@ void Hidrograma::Colorear() {
   QFont letra = font();
   letra.setPixelSize(std::max(9, QFontInfo(font()).pixelSize() * 9 / 10));
   lienzo_->setBackground(QBrush(colores.fondo));
+  lienzo_->setMinimumSize(kAnchoMinimo, kRenglonesMinimos * fontMetrics().lineSpacing());
   const auto vestir = [&](QCPAxis* eje, const QColor& color) {
     eje->setTickLabelFont(letra);
     eje->setLabelFont(letra);

@@ -38,6 +38,11 @@ DescripcionLista Descripcion() {
                        .sin_resultado = "Debe seleccionar un archivo de información para exportar"}};
 }
 
+// What is seen may be of any station.
+std::string OrigenDe(const std::filesystem::path& ruta) {
+  return "Archivo " + ruta.filename().string();
+}
+
 }  // namespace
 
 frmVisualizador::frmVisualizador(ModRTU& mod, QWidget* parent)
@@ -142,7 +147,7 @@ void frmVisualizador::PrepararDatosParaLista(const std::filesystem::path& ruta) 
                         Redaccion::kCompletada, [&] {
                           const Ocupacion ocupacion(*this, AlTrabajar());
                           if (mod_.atender) mod_.atender();
-                          Listar(AbrirParaVer(ruta));
+                          Listar(AbrirParaVer(ruta), ruta);
                           ruta_ = ruta;
                           lblFile_->setText(Q(ruta.string()));
                           lblFile_->setToolTip(lblFile_->text());
@@ -150,7 +155,7 @@ void frmVisualizador::PrepararDatosParaLista(const std::filesystem::path& ruta) 
                         });
 }
 
-void frmVisualizador::Listar(ArchivoVisto visto) {
+void frmVisualizador::Listar(ArchivoVisto visto, const std::filesystem::path& ruta) {
   Lista().Vaciar();
   grafico_->Vaciar();
   Lista().QuitarOrden(false);
@@ -167,16 +172,17 @@ void frmVisualizador::Listar(ArchivoVisto visto) {
         QStringLiteral("Cantidad de Registros Cargados: ") + QString::number(visto_.tabla->RecordCount()));
   series_ = SeriesDe(*visto_.tabla, nullptr);
   Decir(lblCifras_, Q(TextoCifras(*visto_.tabla, series_)));
-  VerGrafico();
+  VerGrafico(ruta);
 }
 
 // The first channel of the file; the others can be added. Neither interval nor limits are known here.
-void frmVisualizador::VerGrafico() {
+void frmVisualizador::VerGrafico(const std::filesystem::path& ruta) {
   if (series_.empty()) return;
   QStringList otros;
   for (std::size_t i = 1; i < series_.size(); ++i) otros.append(Q(series_[i]->Canal()));
   ContenidoGrafico contenido;
   contenido.titulo = QStringLiteral("%1: %2").arg(QString::fromUtf8(kVisualizador), Q(TituloSerie(*series_[0])));
+  contenido.estacion = Q(OrigenDe(ruta));
   contenido.canales.push_back({series_[0], {}});
   grafico_->Mostrar(std::move(contenido));
   grafico_->Ofrecer(otros);
@@ -194,9 +200,8 @@ void frmVisualizador::VerInforme(const std::optional<InformeVisto>& informe) {
   Habilitar();
 }
 
-// What is seen may be of any station.
 std::string frmVisualizador::Origen() const {
-  return "Archivo " + ruta_.filename().string();
+  return OrigenDe(ruta_);
 }
 
 EncabezadoLista frmVisualizador::Encabezado(bool) const {

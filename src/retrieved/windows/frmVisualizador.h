@@ -41,9 +41,9 @@ class frmVisualizador : public VentanaLista {
   QWidget* ArmarParametros();
   void ElegirArchivo();
   void PrepararDatosParaLista(const std::filesystem::path& ruta);
-  void Listar(ArchivoVisto visto);
+  void Listar(ArchivoVisto visto, const std::filesystem::path& ruta);
   void VerInforme(const std::optional<InformeVisto>& informe);
-  void VerGrafico();
+  void VerGrafico(const std::filesystem::path& ruta);
   std::string Origen() const;
 
   ModRTU& mod_;

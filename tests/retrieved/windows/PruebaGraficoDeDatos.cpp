@@ -307,6 +307,7 @@ TEST_F(PruebaGraficoDeDatos, ElVisorGraficaLosCanalesDelArchivo) {
   visor.MuestraArchivo(banco.carpeta / "rio.xml");
   ASSERT_EQ(Graficados(visor).size(), 1U);
   EXPECT_THAT(Graficados(visor)[0].serie->Tramos(), ElementsAre(TramoSerie{0, 2}, TramoSerie{2, 4}));
+  EXPECT_EQ(U(Grafico(visor).Contenido().estacion), "Archivo rio.xml");
   EXPECT_TRUE(visor.findChild<QCheckBox*>("GraficoEventos")->isHidden());
   EXPECT_EQ(Grafico(visor).Cursor(), (Hidrograma::Punto{0, 0})) << "the row that is current";
   EXPECT_EQ(
