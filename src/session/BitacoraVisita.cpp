@@ -1,9 +1,14 @@
 #include "session/BitacoraVisita.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <algorithm>
+#include <cerrno>
 #include <fstream>
 #include <optional>
 #include <ostream>
+#include <string_view>
 #include <utility>
 
 #include "base/Archivos.h"
@@ -48,6 +53,23 @@ void AlDisco(const fs::path& archivo, std::uint64_t largo, const std::string& by
              std::error_code nada;  // or it would stand there twice once it is tried again
              fs::resize_file(archivo, largo, nada);
            });
+}
+
+// The end of a file once more, in the room that it has. Bytes that need more are refused ahead of the first one.
+void ReescribirElFinal(const fs::path& archivo, std::uint64_t desde, std::string_view bytes) {
+  const auto fallar = [&](int error_del_sistema) {
+    throw Error(error::kArchivo, kModulo, "No se puede escribir " + archivo.string(), error_del_sistema);
+  };
+  struct Descriptor {
+    int numero;
+    ~Descriptor() { ::close(numero); }
+  } const abierto{::open(archivo.c_str(), O_WRONLY | O_CLOEXEC | O_NOFOLLOW)};
+  if (abierto.numero < 0) fallar(errno);
+  const auto lugar = static_cast<off_t>(desde);
+  const auto largo = static_cast<off_t>(bytes.size());
+  if (const int falla = ::posix_fallocate(abierto.numero, lugar, std::max<off_t>(largo, 1)); falla != 0) fallar(falla);
+  if (::pwrite(abierto.numero, bytes.data(), bytes.size(), lugar) != largo) fallar(errno);
+  if (::ftruncate(abierto.numero, lugar + largo) != 0 || ::fsync(abierto.numero) != 0) fallar(errno);
 }
 
 std::string PrimerosBytes(const fs::path& archivo, std::uint64_t cuantos) {
@@ -164,12 +186,15 @@ void BitacoraVisita::Rehacer(Abierta& abierta, const Asiento* nuevo) {
   std::vector<Asiento> cola = abierta.cola;
   std::erase_if(cola, [this](const Asiento& uno) { return Retirado(uno); });
   if (nuevo != nullptr) cola.push_back(*nuevo);
-  std::string bytes = PrimerosBytes(abierta.archivo, abierta.largo_firme);
-  if (bytes.empty()) bytes = CabeceraBitacora();
+  const std::string firme = PrimerosBytes(abierta.archivo, abierta.largo_firme);
+  std::string resto = firme.empty() ? CabeceraBitacora() : std::string();
   std::size_t ultimo = abierta.ultimo_firme;
-  for (const Asiento& asiento : cola) bytes += RenglonBitacora(++ultimo, asiento);
-  EscribirEntero(abierta.archivo, [&](std::ostream& salida) { salida << bytes; });
-  abierta.largo = bytes.size();
+  for (const Asiento& asiento : cola) resto += RenglonBitacora(++ultimo, asiento);
+  // A full disk has no room for the file beside itself, but for its end in its place.
+  const bool entero = IgnorandoErrores(
+      [&] { EscribirEntero(abierta.archivo, [&](std::ostream& salida) { salida << firme << resto; }); });
+  if (!entero) ReescribirElFinal(abierta.archivo, firme.size(), resto);
+  abierta.largo = firme.size() + resto.size();
   abierta.ultimo = ultimo;
   abierta.cola = std::move(cola);
   abierta.Afirmar();

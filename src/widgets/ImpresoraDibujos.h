@@ -18,12 +18,14 @@ class ImpresoraDibujos {
  public:
   virtual ~ImpresoraDibujos() = default;
 
-  // Prints drawn pages as one job of that title. Raises Error 482 when the printer doesn't take them.
-  virtual void Dibujar(std::string_view nombre, std::string_view titulo, const DibujarPaginas& dibujar) = 0;
+  // Prints drawn pages as one job of that title, once, on the paper that was chosen. Raises Error 482 when the printer
+  // doesn't take them.
+  virtual void Dibujar(const EleccionImpresora& eleccion, std::string_view titulo, const DibujarPaginas& dibujar) = 0;
 };
 
-// The same through the printer of the program. One that can't draw doesn't take them.
-void ImprimirDibujo(Impresora& impresora, std::string_view nombre, std::string_view titulo,
+// The same through the printer of the program, with as many copies as were chosen. One that can't draw doesn't take
+// them.
+void ImprimirDibujo(Impresora& impresora, const EleccionImpresora& eleccion, std::string_view titulo,
                     const DibujarPaginas& dibujar);
 
 }  // namespace utr

@@ -90,18 +90,19 @@ bool ImpresoraQt::Imprimir(const EleccionImpresora& eleccion, const DocumentoImp
   return dibujado;
 }
 
-void ImpresoraQt::Dibujar(std::string_view nombre, std::string_view titulo, const DibujarPaginas& dibujar) {
+void ImpresoraQt::Dibujar(const EleccionImpresora& eleccion, std::string_view titulo, const DibujarPaginas& dibujar) {
   QPrinter impresora(QPrinter::HighResolution);
-  impresora.setPrinterName(Q(nombre));
+  impresora.setPrinterName(Q(eleccion.nombre));
+  PonerPapel(impresora, eleccion);
   impresora.setDocName(Q(titulo));
   if (!impresora.isValid() || dibujar(impresora) == 0) NoLoToma();
 }
 
-void ImprimirDibujo(Impresora& impresora, std::string_view nombre, std::string_view titulo,
+void ImprimirDibujo(Impresora& impresora, const EleccionImpresora& eleccion, std::string_view titulo,
                     const DibujarPaginas& dibujar) {
   auto* con_dibujos = dynamic_cast<ImpresoraDibujos*>(&impresora);
   if (con_dibujos == nullptr) NoLoToma();
-  con_dibujos->Dibujar(nombre, titulo, dibujar);
+  for (int copia = 0; copia < eleccion.copias; ++copia) con_dibujos->Dibujar(eleccion, titulo, dibujar);
 }
 
 }  // namespace utr

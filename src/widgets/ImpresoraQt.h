@@ -19,7 +19,7 @@ class ImpresoraQt : public Impresora, public ImpresoraDibujos {
  public:
   std::vector<std::string> Nombres() override;
   bool Imprimir(const EleccionImpresora& eleccion, const DocumentoImpreso& documento, Progreso& progreso) override;
-  void Dibujar(std::string_view nombre, std::string_view titulo, const DibujarPaginas& dibujar) override;
+  void Dibujar(const EleccionImpresora& eleccion, std::string_view titulo, const DibujarPaginas& dibujar) override;
 };
 
 // Draws the whole document on as many pages as it takes. Gives the number of pages; 0 when the device couldn't be

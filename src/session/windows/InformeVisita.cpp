@@ -24,6 +24,8 @@ constexpr double kPorPulgada = 25.4;
 constexpr int kFigurasPorPagina = 2;
 constexpr double kDePantalla = 96;  // points to the inch of the lengths in a document
 constexpr double kPuntosPorCelda = 3;
+constexpr double kPuntosTrasTitulo = 6;
+constexpr double kPuntosTrasEncabezado = 10;
 constexpr double kPuntosDeBorde = 1;
 
 // What reached no unit of the field says so itself: the lines of a day are read one by one.
@@ -116,14 +118,17 @@ class Plana {
     cursor.endEditBlock();
   }
 
-  void Linea(QTextCursor& cursor, const char* rotulo, const std::string& valor) const {
-    if (!cursor.atStart()) cursor.insertBlock();
+  static void Linea(QTextCursor& cursor, const char* rotulo, const std::string& valor) {
+    if (!cursor.atStart()) cursor.insertBlock(QTextBlockFormat());
     cursor.insertText(QString::fromUtf8(rotulo), Letra(kPuntos, true));
     cursor.insertText(Q(valor), Letra(kPuntos, false));
   }
 
   void Encabezado(QTextCursor& cursor) const {
     cursor.insertText(QString::fromUtf8(TituloDe(informe_.asientos)), Letra(kPuntosTitulo, true));
+    QTextBlockFormat del_titulo;
+    del_titulo.setBottomMargin(kPuntosTrasTitulo);
+    cursor.setBlockFormat(del_titulo);
     Linea(cursor, "Estación: ", informe_.estacion);
     if (!informe_.asientos.empty()) Linea(cursor, "Unidad: ", UnidadesDe(informe_.asientos));
     Linea(cursor, "Día: ", informe_.dia);
@@ -136,6 +141,7 @@ class Plana {
     if (informe_.asientos.empty()) return Linea(cursor, "Sin asientos en la bitácora de ese día.", {});
     QTextTableFormat formato;
     formato.setHeaderRowCount(1);
+    formato.setTopMargin(kPuntosTrasEncabezado);
     formato.setCellPadding(kPuntosPorCelda);
     formato.setCellSpacing(0);
     formato.setBorder(kPuntosDeBorde);

@@ -97,7 +97,7 @@ frmBitacora::frmBitacora(ModRTU& mod, std::vector<FiguraInforme> figuras, QWidge
   tmrGuardar_->setSingleShot(true);
   tmrGuardar_->setInterval(kTrasEscribir);
   connect(tmrGuardar_, &QTimer::timeout, this, &frmBitacora::GuardarLoEscrito);
-  connect(txtOperador_, &QLineEdit::textEdited, tmrGuardar_, qOverload<>(&QTimer::start));
+  connect(txtOperador_, &QLineEdit::textChanged, tmrGuardar_, qOverload<>(&QTimer::start));
   connect(txtNotas_, &QPlainTextEdit::textChanged, tmrGuardar_, qOverload<>(&QTimer::start));
   mod_.diario.Completar();
   mod_.bitacora.Reintentar();
@@ -355,10 +355,8 @@ void frmBitacora::ImprimirInforme() {
   Intentar("ImprimirInforme", [&] {
     const PunteroDeEspera espera(mod_.operador);
     const InformeVisita informe = Informe();
-    for (int copia = 0; copia < eleccion.copias; ++copia) {
-      ImprimirDibujo(mod_.impresora, eleccion.nombre, "Informe de la visita",
-                     [&](QPagedPaintDevice& dispositivo) { return DibujarInforme(dispositivo, informe); });
-    }
+    ImprimirDibujo(mod_.impresora, eleccion, "Informe de la visita",
+                   [&](QPagedPaintDevice& dispositivo) { return DibujarInforme(dispositivo, informe); });
   });
 }
 

@@ -8,7 +8,6 @@
 #include <QPainter>
 #include <QPdfWriter>
 #include <QPlainTextEdit>
-#include <QTest>
 #include <QTimer>
 #include <QTreeView>
 #include <memory>
@@ -28,10 +27,10 @@ namespace {
 class ImpresoraAPdf : public prueba::ImpresoraFalsa, public ImpresoraDibujos {
  public:
   explicit ImpresoraAPdf(const std::filesystem::path& archivo) : archivo_(archivo) {}
-  void Dibujar(std::string_view nombre, std::string_view titulo, const DibujarPaginas& dibujar) override {
+  void Dibujar(const EleccionImpresora& eleccion, std::string_view titulo, const DibujarPaginas& dibujar) override {
     QPdfWriter pdf(Q(archivo_.string()));
     paginas.push_back(dibujar(pdf));
-    trabajos.push_back(std::string(nombre) + ":" + std::string(titulo));
+    trabajos.push_back(eleccion.nombre + (eleccion.apaisado ? " apaisada:" : ":") + std::string(titulo));
   }
   std::vector<int> paginas;
 
@@ -154,7 +153,7 @@ TEST_F(LaBitacora, LoEscritoSeGuardaSinSalirDeLaVentana) {
     QCoreApplication::sendEvent(&reloj_de_guardar, &paso);
   };
   const auto hoy = [&] { return LeerDatosVisita(carpeta / "Respaldos/70", reloj.Ahora()); };
-  QTest::keyClicks(&Operador_(), "Ana");
+  Operador_().setText("Ana");
   pasar_un_rato();
   EXPECT_EQ(hoy().operador, "Ana");
   Hallar<QPlainTextEdit>(*ventana, "txtNotas").setPlainText("Pila");
@@ -165,7 +164,7 @@ TEST_F(LaBitacora, LoEscritoSeGuardaSinSalirDeLaVentana) {
   auto& aviso = Hallar<QLabel>(*ventana, "lblSinGuardar");
   EXPECT_THAT(U(aviso.text()), testing::StartsWith("El operador y las notas no se guardaron ["));
   EXPECT_EQ(hoy().notas, "");
-  QTest::keyClicks(&Operador_(), " Paz");
+  Operador_().setText("Ana Paz");
   pasar_un_rato();
   EXPECT_EQ(hoy(), (DatosVisita{"Ana Paz", "Pila"}));
   EXPECT_TRUE(aviso.isHidden());
@@ -196,9 +195,10 @@ TEST_F(LaBitacora, ElInformeSeImprimeConLasFiguras) {
   Ordenar("mnuBitImprimir");
   EXPECT_TRUE(a_pdf.trabajos.empty());
   Operador_().setText("Ana");
-  operador.EsperaImpresora("Configurar Impresora", EleccionImpresora{"Oficina", 2});
+  operador.EsperaImpresora("Configurar Impresora", EleccionImpresora{"Oficina", 2, Papel::kA4, true});
   Ordenar("mnuBitImprimir");
-  EXPECT_THAT(a_pdf.trabajos, testing::ElementsAre("Oficina:Informe de la visita", "Oficina:Informe de la visita"));
+  EXPECT_THAT(a_pdf.trabajos,
+              testing::ElementsAre("Oficina apaisada:Informe de la visita", "Oficina apaisada:Informe de la visita"));
   EXPECT_THAT(a_pdf.paginas, testing::ElementsAre(3, 3)) << "the entries, and two plots to a page";
   EXPECT_EQ(pintadas, 6);
   Hallar<QComboBox>(*ventana, "cboEstacion").setCurrentText("8");
