@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "base/Error.h"
+#include "base/Texto.h"
 #include "session/BitacoraVisita.h"
 #include "session/LibroEstaciones.h"
 #include "session/Respaldos.h"
@@ -209,11 +210,11 @@ int frmBitacora::LugarDe(const FechaHora& dia) const {
 void frmBitacora::MostrarDia() {
   archivo_.clear();
   asientos_.clear();
-  reparo_.clear();
+  reparos_.clear();
   const DiaDeBitacora& elegido = dias_.at(static_cast<std::size_t>(std::max(0, cboDia_->currentIndex())));
   dia_ = elegido.dia;
   for (const std::filesystem::path& archivo : elegido.archivos) {
-    if (const auto falla = FallaDe([&] { Leer(archivo); })) Reparar(falla->Descripcion());
+    if (const auto falla = FallaDe([&] { Leer(archivo); })) reparos_.push_back(falla->Descripcion());
   }
   for (const Asiento& pendiente : mod_.bitacora.Pendientes()) {
     if (pendiente.estacion == estacion_ && Dia(pendiente.momento) == dia_) asientos_.push_back(pendiente);
@@ -225,19 +226,16 @@ void frmBitacora::MostrarDia() {
 void frmBitacora::Leer(const std::filesystem::path& archivo) {
   BitacoraLeida leida = LeerBitacora(archivo);
   asientos_.insert(asientos_.end(), leida.asientos.begin(), leida.asientos.end());
-  if (!leida.reparo.empty()) Reparar(leida.reparo);
-}
-
-// Each file of the day may have its own.
-void frmBitacora::Reparar(const std::string& reparo) {
-  reparo_ += (reparo_.empty() ? "" : "; ") + reparo;
+  if (!leida.reparo.empty()) reparos_.push_back(leida.reparo);
 }
 
 void frmBitacora::MostrarAsientos() {
   Lista().Mostrar(TablaDeBitacora(asientos_));
   asientos_.empty() ? Zona().Mostrar({vacia_}) : Zona().Mostrar({});
   if (!asientos_.empty()) Lista().Elegir(asientos_.size() - 1);
-  Decir(lblReparo_, Q(reparo_));
+  const std::string otros = reparos_.size() > 1 ? " (y " + std::to_string(reparos_.size() - 1) + " más)" : "";
+  Decir(lblReparo_, reparos_.empty() ? QString() : Q(reparos_.front() + otros));
+  lblReparo_->setToolTip(Q(Unir(reparos_, "\n")));
   const std::size_t pendientes = mod_.bitacora.Pendientes().size();
   Decir(lblPendientes_, pendientes == 0 ? QString() : Q(CuantosAsientos(pendientes) + " sin guardar en el disco"));
   lblPendientes_->setToolTip(Q(mod_.bitacora.Falla()));
@@ -268,7 +266,7 @@ void frmBitacora::AbrirOtra() {
   if (!Intentar("AbrirOtra", [&] { leida = LeerBitacora(*ruta); })) return;
   archivo_ = *ruta;
   asientos_ = std::move(leida.asientos);
-  reparo_ = "Del archivo " + ruta->filename().string() + (leida.reparo.empty() ? "" : "; " + leida.reparo);
+  reparos_ = {"Del archivo " + ruta->filename().string() + (leida.reparo.empty() ? "" : "; " + leida.reparo)};
   MostrarAsientos();
   MostrarDatos();
 }
@@ -284,8 +282,8 @@ void frmBitacora::GuardarLoEscrito() {
   if (!guardados_ || *guardados_ == Datos()) return;
   const auto falla = FallaDe([this] { GuardarDatosVisita(mod_.bitacora.Carpeta(estacion_), dia_, Datos()); });
   if (!falla) guardados_ = Datos();
-  Decir(lblSinGuardar_,
-        falla ? Q("El operador y las notas no se guardaron [" + falla->Descripcion() + "]") : QString());
+  Decir(lblSinGuardar_, falla ? QStringLiteral("El operador y las notas no se guardaron") : QString());
+  lblSinGuardar_->setToolTip(falla ? Q(falla->Descripcion()) : QString());
 }
 
 // False: it couldn't be kept, which was said, and the operator stays with it.

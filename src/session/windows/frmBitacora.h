@@ -46,7 +46,6 @@ class frmBitacora : public VentanaLista {
   void MostrarAsientos();
   void MostrarDatos();
   void Leer(const std::filesystem::path& archivo);
-  void Reparar(const std::string& reparo);
   void AbrirOtra();
   void GuardarLoEscrito();
   bool GuardarDatos();
@@ -73,7 +72,7 @@ class frmBitacora : public VentanaLista {
   FechaHora dia_;
   std::filesystem::path archivo_;  // another one than those of the lists; empty: none
   std::vector<Asiento> asientos_;
-  std::string reparo_;
+  std::vector<std::string> reparos_;      // what couldn't be understood of the files
   std::optional<DatosVisita> guardados_;  // what the file of the day holds; nothing where it isn't understood
 };
 

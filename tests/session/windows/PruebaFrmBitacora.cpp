@@ -162,7 +162,8 @@ TEST_F(LaBitacora, LoEscritoSeGuardaSinSalirDeLaVentana) {
     pasar_un_rato();
   }
   auto& aviso = Hallar<QLabel>(*ventana, "lblSinGuardar");
-  EXPECT_THAT(U(aviso.text()), testing::StartsWith("El operador y las notas no se guardaron ["));
+  EXPECT_EQ(aviso.text(), "El operador y las notas no se guardaron");
+  EXPECT_THAT(U(aviso.toolTip()), testing::HasSubstr("Visita-2026-03-15.toml"));
   EXPECT_EQ(hoy().notas, "");
   Operador_().setText("Ana Paz");
   pasar_un_rato();
@@ -177,8 +178,9 @@ TEST_F(LaBitacora, CadaArchivoDelDiaDiceSuReparo) {
   unidad = "simulada";
   Anotar("Tres");
   Abrir();
-  EXPECT_EQ(Hallar<QLabel>(*ventana, "lblReparo").text(),
-            "Bitacora-2026-03-15-002.csv es de otra versión (9); Bitacora-2026-03-15-003.csv no es una bitácora");
+  const auto& reparo = Hallar<QLabel>(*ventana, "lblReparo");
+  EXPECT_EQ(reparo.text(), "Bitacora-2026-03-15-002.csv es de otra versión (9) (y 1 más)");
+  EXPECT_THAT(U(reparo.toolTip()), testing::EndsWith("\nBitacora-2026-03-15-003.csv no es una bitácora"));
   EXPECT_THAT(Que(), testing::ElementsAre("Uno", "Dos", "Tres"));
   EXPECT_EQ(Hallar<QTreeView>(*ventana, "Lista").model()->index(2, 1).data().toString(), "simulada");
 }
