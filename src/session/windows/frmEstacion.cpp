@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <algorithm>
 #include <vector>
 
 #include "base/Numeros.h"
@@ -22,7 +23,8 @@ namespace {
 constexpr int kCifras = 5;
 constexpr int kLineasNotas = 4;
 constexpr int kMargenNotas = 12;
-constexpr QSize kTamano(480, 0);
+constexpr int kAncho = 480;
+constexpr int kLetrasAncho = 55;  // where letters are large
 constexpr MedioEstacion kMedios[] = {MedioEstacion::kSimulado, MedioEstacion::kSerie, MedioEstacion::kTelefono,
                                      MedioEstacion::kIP};
 
@@ -70,7 +72,7 @@ frmEstacion::frmEstacion(ModRTU& mod, const LibroEstaciones& libro, const Estaci
   connect(aceptar, &QPushButton::clicked, this, &frmEstacion::Aceptar);
   connect(cancelar, &QPushButton::clicked, this, &frmEstacion::reject);
   SegunElMedio();
-  AjustarTamano(*this, kTamano);
+  AjustarTamano(*this, {std::max(kAncho, kLetrasAncho * fontMetrics().averageCharWidth()), 0});
 }
 
 QLayout* frmEstacion::ArmarCuerpo() {
