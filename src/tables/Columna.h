@@ -43,6 +43,8 @@ class Columna {
   }
   // The same of the first `filas` rows; put into `apoyo` where the column doesn't hold one for each row.
   std::span<const std::uint32_t> Indices(std::size_t filas, std::vector<std::uint32_t>& apoyo) const;
+  // The same by rows, up to the last one that has a value, of a column that isn't thin; valid until it changes.
+  std::span<const std::uint32_t> IndicesDensos() const noexcept { return indices_; }
   void EscribirTexto(std::size_t fila, std::string_view texto) { EscribirIndice(fila, textos_.Numero(texto)); }
   void EscribirIndice(std::size_t fila, std::uint32_t numero);
 

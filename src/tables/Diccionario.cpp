@@ -66,23 +66,25 @@ Diccionario::Clave Diccionario::ClaveDe(std::string_view texto) noexcept {
 }
 
 const char* Diccionario::Guardar(std::string_view texto) {
-  if (texto.empty()) return "";
+  static constexpr char kVacio[kHolgura + 1] = {};
+  if (texto.empty()) return kVacio;
+  std::size_t cual = abierto_;
   if (texto.size() > libre_) {
     // A long text gets a block of its own, so that the present one stays in use.
     const std::size_t bloque = std::clamp(bytes_, kBloqueMenor, kBloqueMayor);
     const bool propio = texto.size() > bloque / 4;
     const std::size_t tamano = propio ? texto.size() : bloque;
-    bloques_.push_back(std::make_unique_for_overwrite<char[]>(tamano));
-    bytes_ += tamano;
-    char* inicio = bloques_.back().get();
-    if (propio) return static_cast<const char*>(std::memcpy(inicio, texto.data(), texto.size()));
-    cursor_ = inicio;
-    libre_ = tamano;
+    bloques_.push_back({std::make_unique_for_overwrite<char[]>(tamano + kHolgura)});
+    bytes_ += tamano + kHolgura;
+    cual = bloques_.size() - 1;
+    if (!propio) abierto_ = cual;
+    if (!propio) libre_ = tamano;
   }
-  char* destino = cursor_;
+  Bloque& bloque = bloques_[cual];
+  char* destino = bloque.bytes.get() + bloque.usados;
   std::memcpy(destino, texto.data(), texto.size());
-  cursor_ += texto.size();
-  libre_ -= texto.size();
+  bloque.usados += texto.size();
+  if (cual == abierto_) libre_ -= texto.size();
   return destino;
 }
 

@@ -43,6 +43,9 @@ class Diccionario {
   // The first call makes an index that grows with the texts from then on.
   void IgualesSinCaso(std::string_view texto, std::uint32_t desde, std::vector<std::uint32_t>& numeros);
 
+  // Behind each text so many bytes more can be read, so that short ones are copied without a look at their length.
+  static constexpr std::size_t kHolgura = 32;
+
   std::string_view Texto(std::uint32_t numero) const noexcept {
     return {entradas_[numero - 1].texto, entradas_[numero - 1].largo};
   }
@@ -55,6 +58,12 @@ class Diccionario {
   }
 
   std::size_t Cantidad() const noexcept { return entradas_.size(); }
+
+  // Calls `hacer` with runs of texts, one behind the other without a mark between them, until all were there.
+  template <typename Hacer>
+  void CadaTramo(const Hacer& hacer) const {
+    for (const Bloque& bloque : bloques_) hacer(std::string_view(bloque.bytes.get(), bloque.usados));
+  }
   std::size_t Memoria() const noexcept;
 
  private:
@@ -80,9 +89,13 @@ class Diccionario {
   // Blocks of texts double up to the larger size.
   static constexpr std::size_t kBloqueMenor = 256;
   static constexpr std::size_t kBloqueMayor = 32 * 1024;
-  std::vector<std::unique_ptr<char[]>> bloques_;
-  char* cursor_ = nullptr;
-  std::size_t libre_ = 0;  // bytes left at the cursor
+  struct Bloque {
+    std::unique_ptr<char[]> bytes;
+    std::size_t usados = 0;
+  };
+  std::vector<Bloque> bloques_;
+  std::size_t abierto_ = static_cast<std::size_t>(-1);  // the block that takes the next short text, once there is one
+  std::size_t libre_ = 0;                               // bytes left there
   std::size_t bytes_ = 0;
   std::vector<Entrada> entradas_;
   std::vector<Ranura> ranuras_;  // a power of two

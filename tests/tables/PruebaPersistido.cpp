@@ -22,6 +22,34 @@ const std::string kCabeza =
     "\txmlns:rs='urn:schemas-microsoft-com:rowset'\r\n"
     "\txmlns:z='#RowsetSchema'>\r\n";
 
+// Wherever it stands: values are looked through eight bytes at a time, and ready ones are made of texts that repeat.
+TEST(Persistido, EscribeReferenciasEnTodoLugar) {
+  const struct {
+    const char* caracter;
+    const char* escrito;
+  } casos[] = {{"&", "&#x26;"},  {"<", "&#x3c;"}, {">", "&#x3e;"}, {"'", "&#x27;"},
+               {"\"", "&#x22;"}, {"\n", "&#xa;"}, {"\x1f", ""},    {"\xF1", "ñ"}};
+  const Carpeta carpeta;
+  for (const auto& c : casos) {
+    for (const std::size_t lugar : {0U, 6U, 7U, 8U, 15U, 17U, 40U}) {
+      const auto texto = [&](const char* algo) { return std::string(lugar, 'a') + algo + "b%(;=?!#"; };
+      Tabla t;
+      t.Append("Una", TipoCampo::kVarChar, 30);
+      t.Append("Cuatro", TipoCampo::kVarChar, 30);
+      t.Open();
+      for (int fila = 0; fila < 4; ++fila) {
+        t.AddNew();
+        if (fila == 0) t.Set("Una", texto(c.caracter));
+        t.Set("Cuatro", texto(c.caracter));
+      }
+      t.UpdateBatch();
+      t.GuardarSobre(carpeta / "t.xml");
+      const std::string esperado = "Una='" + texto(c.escrito) + "' Cuatro='" + texto(c.escrito) + "'";
+      EXPECT_NE(prueba::LeerTodo(carpeta / "t.xml").find(esperado), std::string::npos) << c.escrito << " " << lugar;
+    }
+  }
+}
+
 TEST(Persistido, EscribeLosBytesDelServicio) {
   Tabla t;
   t.Append("Id", TipoCampo::kEntero, 0, atributo::kActualizable);
