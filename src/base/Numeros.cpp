@@ -131,6 +131,13 @@ bool SoloDigitos(std::string_view t) {
   return !t.empty() && t.size() <= 15 && std::all_of(t.begin(), t.end(), EsDigito);
 }
 
+// The value of a text of so few digits that a double holds all of them.
+double DeDigitos(std::string_view t) {
+  std::int64_t valor = 0;
+  for (const char c : t) valor = valor * 10 + (c - '0');
+  return static_cast<double>(valor);
+}
+
 // 15 significant decimal digits of a finite number and the place of the point: 0.d1d2d3... × 10^punto.
 struct Decimal {
   char digitos[16];
@@ -213,6 +220,7 @@ Entero AEntero(double numero) {
 }  // namespace
 
 double Val(std::string_view texto) {
+  if (SoloDigitos(texto)) return DeDigitos(texto);
   std::string limpio;
   for (const char c : texto) {
     if (EsBlanco(c)) continue;
@@ -296,8 +304,37 @@ std::string TextoPlano(double numero) {
   return texto;
 }
 
+namespace {
+
+// The thousandths of a number, rounded as FormatoFijo does, where a look at the number itself tells them: it is far
+// smaller than what fifteen digits hold, and so far from a half that neither they nor the product make a difference.
+std::optional<std::uint64_t> MilesimosClaros(double magnitud) {
+  constexpr double kGrande = 1e6;
+  constexpr double kMargen = 1e-5;
+  if (!(magnitud < kGrande)) return std::nullopt;
+  const double milesimos = magnitud * 1000;
+  const auto enteros = static_cast<std::uint64_t>(milesimos);
+  const double contra_la_mitad = milesimos - static_cast<double>(enteros) - 0.5;
+  if (std::fabs(contra_la_mitad) < kMargen) return std::nullopt;
+  return enteros + (contra_la_mitad > 0 ? 1 : 0);
+}
+
+std::string TextoDeMilesimos(std::uint64_t milesimos, bool negativo) {
+  char texto[24];
+  char* fin = texto;
+  if (negativo && milesimos != 0) *fin++ = '-';
+  fin = std::to_chars(fin, texto + sizeof texto, milesimos / 1000).ptr;
+  *fin++ = '.';
+  for (std::uint64_t resto = milesimos % 1000, unidad = 100; unidad > 0; resto %= unidad, unidad /= 10)
+    *fin++ = static_cast<char>('0' + resto / unidad);
+  return {texto, fin};
+}
+
+}  // namespace
+
 std::string FormatoFijo(double numero) {
   if (!std::isfinite(numero)) Lanzar(error::kDesborde, "FormatoFijo");
+  if (const auto claros = MilesimosClaros(std::fabs(numero))) return TextoDeMilesimos(*claros, std::signbit(numero));
   const Decimal d = QuinceDigitos(std::fabs(numero));
   // The digits kept are those up to the third decimal; the next one decides, away from zero.
   char cuerpo[340];

@@ -46,6 +46,11 @@ class Traduccion {
     numeros_[indice] = resultado.Textos(campo).De(resultado.Filas().Actual());
   }
 
+  // Brings what Poner reads first near, for a builder that comes to that text soon.
+  [[gnu::always_inline]] void Anticipar(std::uint32_t indice) const noexcept {
+    if (indice < numeros_.size()) __builtin_prefetch(&numeros_[indice]);
+  }
+
  private:
   std::vector<std::uint32_t> numeros_;
 };
@@ -89,7 +94,10 @@ class ConstructorRegistros {
   void Construir() {
     const std::size_t filas = origen_.Cantidad();
     resultado_.Reservar(filas);
-    for (std::size_t posicion = 0; posicion < filas; ++posicion) Agregar(origen_.Fila(posicion));
+    for (std::size_t posicion = 0; posicion < filas; ++posicion) {
+      if (posicion + kAntes < filas) Anticipar(origen_.Fila(posicion + kAntes));
+      Agregar(origen_.Fila(posicion));
+    }
     if (configuracion_ != nullptr && resultado_.RecordCount() > 0) configuracion_->Filter("");
   }
 
@@ -101,8 +109,8 @@ class ConstructorRegistros {
       traduccion_fecha_ = {};
       if (papel == PapelFila::kFecha) return;
     }
-    if (Largo(Leer(fila, kHora)) <= 1) return;
-    CanalEnCurso& canal = BuscarCanal(Leer(fila, kCanal));
+    if (SinHora(fila)) return;
+    CanalEnCurso& canal = CanalDe(fila);
     resultado_.AddNew();
     traduccion_fecha_.Poner(resultado_, kFecha, 0, [&]() -> const std::string& { return fecha_; });
     for (const LugarRegistro campo : {kValor, kMaximo, kMinimo}) Escalar(fila, campo, canal);
@@ -137,13 +145,41 @@ class ConstructorRegistros {
     return auxiliar_;
   }
 
-  CanalEnCurso& BuscarCanal(std::string_view canal) {
-    if (ultimo_ != canales_.end() && ultimo_->first == canal) return ultimo_->second;
-    ultimo_ = canales_.find(canal);
-    if (ultimo_ == canales_.end())
-      ultimo_ = canales_.try_emplace(std::string(canal), canal, configuracion_, contexto_).first;
-    return ultimo_->second;
+  // Whether the hour has one character or none.
+  bool SinHora(std::size_t fila) {
+    if (!origen_.Recordable(kHora)) return Largo(Leer(fila, kHora)) <= 1;
+    const std::uint32_t indice = origen_.Indice(fila, kHora);
+    if (indice >= sin_hora_.size()) sin_hora_.resize(indice + 1);
+    if (!sin_hora_[indice]) sin_hora_[indice] = Largo(Leer(fila, kHora)) <= 1;
+    return *sin_hora_[indice];
   }
+
+  // Values of several channels with noise lie all over what is known of them.
+  void Anticipar(std::size_t fila) {
+    if (!origen_.Recordable(kCanal)) return;
+    const std::uint32_t indice = origen_.Indice(fila, kCanal);
+    if (indice >= por_indice_.size() || por_indice_[indice] == nullptr) return;
+    for (const LugarRegistro campo : {kValor, kMaximo, kMinimo}) {
+      if (origen_.Recordable(campo)) por_indice_[indice]->De(campo).Anticipar(origen_.Indice(fila, campo));
+    }
+  }
+
+  // A station's channels take turns, so each is found by the number of its text.
+  CanalEnCurso& CanalDe(std::size_t fila) {
+    if (!origen_.Recordable(kCanal)) return BuscarCanal(Leer(fila, kCanal));
+    const std::uint32_t indice = origen_.Indice(fila, kCanal);
+    if (indice >= por_indice_.size()) por_indice_.resize(indice + 1, nullptr);
+    if (por_indice_[indice] == nullptr) por_indice_[indice] = &BuscarCanal(Leer(fila, kCanal));
+    return *por_indice_[indice];
+  }
+
+  CanalEnCurso& BuscarCanal(std::string_view canal) {
+    const auto conocido = canales_.find(canal);
+    if (conocido != canales_.end()) return conocido->second;
+    return canales_.try_emplace(std::string(canal), canal, configuracion_, contexto_).first->second;
+  }
+
+  static constexpr std::size_t kAntes = 8;  // rows
 
   Origen& origen_;
   Tabla* configuracion_;
@@ -154,7 +190,8 @@ class ConstructorRegistros {
   Traduccion traduccion_fecha_;
   Traduccion copiados_[kCamposOrigen];
   std::map<std::string, CanalEnCurso, std::less<>> canales_;
-  std::map<std::string, CanalEnCurso, std::less<>>::iterator ultimo_ = canales_.end();
+  std::vector<CanalEnCurso*> por_indice_;      // by the number of the text of Canal
+  std::vector<std::optional<bool>> sin_hora_;  // by that of Hora
 };
 
 }  // namespace utr

@@ -1,6 +1,7 @@
 #include "retrieved/Registros.h"
 
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "base/Fechas.h"
@@ -43,6 +44,7 @@ class OrigenTabla {
       lugar_[i] = origen.IndiceCampo(kCampos[i].nombre);
       es_texto_[i] = ClaseDe(origen.Field(lugar_[i]).tipo) == Clase::kTexto;
       recordable_[i] = es_texto_[i] && origen.Textos(lugar_[i]).Cantidad() <= kRecordables;
+      if (es_texto_[i]) indices_[i] = origen.Textos(lugar_[i]).Indices(apoyos_[i]);
     }
   }
 
@@ -50,7 +52,7 @@ class OrigenTabla {
   std::size_t Fila(std::size_t posicion) const { return origen_.Filas().EnVista(posicion); }
   Valor Leer(std::size_t fila, LugarRegistro campo) const { return origen_.Filas().Value(fila, lugar_[campo]); }
   bool Recordable(LugarRegistro campo) const { return recordable_[campo]; }
-  std::uint32_t Indice(std::size_t fila, LugarRegistro campo) const { return origen_.Textos(lugar_[campo]).De(fila); }
+  std::uint32_t Indice(std::size_t fila, LugarRegistro campo) const { return indices_[campo][fila]; }
 
   // In the queue a row may carry date and sample together.
   PapelFila Papel(std::size_t fila) {
@@ -72,7 +74,9 @@ class OrigenTabla {
   std::size_t lugar_[kCamposOrigen] = {};
   bool es_texto_[kCamposOrigen] = {};
   bool recordable_[kCamposOrigen] = {};
-  std::vector<std::optional<bool>> marcadores_;  // by the number of the text of Fecha
+  std::span<const std::uint32_t> indices_[kCamposOrigen];  // of texts, by row
+  std::vector<std::uint32_t> apoyos_[kCamposOrigen];       // where the table doesn't hold them so
+  std::vector<std::optional<bool>> marcadores_;            // by the number of the text of Fecha
 };
 
 TablaPtr Armar(const TablaPtr& origen, Tabla* configuracion, const ContextoRegistros& contexto, bool es_cola) {

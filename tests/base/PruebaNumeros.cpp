@@ -208,5 +208,16 @@ TEST(Numeros, FormatoFijoRedondeaElTextoDecimalLejosDeCero) {
   for (const auto& c : casos) EXPECT_EQ(FormatoFijo(c.numero), c.texto) << c.numero;
 }
 
+// Numbers of four decimals, a tenth of them right between two texts, on both sides of where the quick way ends.
+TEST(Numeros, FormatoFijoRedondeaComoLosEnteros) {
+  for (std::uint64_t diezmilesimos = 5; diezmilesimos < 100'000'000'000; diezmilesimos += 1 + diezmilesimos / 997 * 5) {
+    const std::uint64_t milesimos = (diezmilesimos + 5) / 10;
+    std::string decimales = std::to_string(1000 + milesimos % 1000);
+    decimales.front() = '.';
+    const std::string texto = std::to_string(milesimos / 1000) + decimales;
+    ASSERT_EQ(FormatoFijo(static_cast<double>(diezmilesimos) / 10000), texto) << diezmilesimos;
+  }
+}
+
 }  // namespace
 }  // namespace utr
