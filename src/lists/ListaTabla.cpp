@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <bit>
-#include <charconv>
 #include <limits>
 #include <numeric>
 #include <unordered_map>
@@ -48,15 +47,34 @@ bool SeMuestraTalCual(const ColumnaLista& columna) {
   return columna.presentacion == Presentacion::kTalCual || columna.presentacion == Presentacion::kGuionSiNulo;
 }
 
-// Whole plain numbers, which are nearly all, are read without a copy; the rest by the system's own test.
-std::optional<double> LeerNumero(std::string_view texto) {
-  double valor = 0;
-  const bool plano = !texto.empty() && texto.find_first_not_of("0123456789.-") == std::string_view::npos;
-  const char* fin = texto.data() + texto.size();
-  if (plano) {
-    const auto leido = std::from_chars(texto.data(), fin, valor);
-    if (leido.ec == std::errc{} && leido.ptr == fin) return valor;
+// The number of a text of a few digits with a point among them or none, which nearly all are. Both of its parts are
+// held exactly, so that the quotient is the number that any other reading of the text gives.
+std::optional<double> LeerLlano(std::string_view texto) {
+  constexpr std::size_t kCifras = 15;
+  static constexpr std::array<double, kCifras + 1> kPotencias = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                                                 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+  const bool negativo = texto.starts_with('-');
+  if (negativo) texto.remove_prefix(1);
+  if (texto.empty() || texto.size() > kCifras) return std::nullopt;
+  std::int64_t cifras = 0;
+  std::size_t punto = texto.size();
+  for (std::size_t i = 0; i < texto.size(); ++i) {
+    const auto cifra = static_cast<unsigned char>(texto[i] - '0');
+    if (cifra <= 9) {
+      cifras = cifras * 10 + cifra;
+    } else if (texto[i] == '.' && punto == texto.size() && i > 0 && i + 1 < texto.size()) {
+      punto = i;
+    } else {
+      return std::nullopt;
+    }
   }
+  const std::size_t decimales = punto == texto.size() ? 0 : texto.size() - punto - 1;
+  const double valor = static_cast<double>(cifras) / kPotencias[decimales];
+  return negativo ? -valor : valor;
+}
+
+std::optional<double> LeerNumero(std::string_view texto) {
+  if (const auto llano = LeerLlano(texto)) return llano;
   return EsNumerico(texto) ? std::optional(LeerDoble(texto)) : std::nullopt;
 }
 
