@@ -327,6 +327,12 @@ const Estacion* LibroEstaciones::Buscar(std::string_view nombre) const {
   return lugar == estaciones_.end() ? nullptr : &*lugar;
 }
 
+const Estacion* LibroEstaciones::LaUnica(std::int32_t identificador) const {
+  const auto es_ella = [&](const Estacion& una) { return identificador != 0 && una.identificador == identificador; };
+  if (std::count_if(estaciones_.begin(), estaciones_.end(), es_ella) != 1) return nullptr;
+  return &*std::find_if(estaciones_.begin(), estaciones_.end(), es_ella);
+}
+
 void LibroEstaciones::Agregar(Estacion estacion) {
   ExigirLibre(estacion, nullptr);
   std::vector<Estacion> nuevas = estaciones_;

@@ -92,6 +92,8 @@ class LibroEstaciones {
   const std::vector<Estacion>& Estaciones() const noexcept { return estaciones_; }
   // By its name; null where none has it.
   const Estacion* Buscar(std::string_view nombre) const;
+  // By its identifier; null where none has it, several do, or it is 0.
+  const Estacion* LaUnica(std::int32_t identificador) const;
 
   // All raise kLlamada for a station with complaints or a name that another one has.
   void Agregar(Estacion estacion);

@@ -57,7 +57,6 @@ struct ModRTU {
   GraficosALaVista* graficos = nullptr;     // the plots last on show, for who prints them; null: nobody keeps them
   const RelojUTR* reloj_utr = nullptr;      // what is known of the unit's clock; null: nobody listens to its calls
   SituacionDelEnlace* situacion = nullptr;  // who is at the other end; none: nobody tells
-  std::string estacion{};                   // its name in the book of stations; empty: it isn't known
 
   // For windows that end before this does.
   ContextoListas Listas() {
@@ -68,12 +67,9 @@ struct ModRTU {
   // bear the identifiers of the field.
   std::string UnidadAMano() const;
 
-  // "Estación Río Grande, UTR 120", with what is known of it.
-  std::string EstacionAMano() const {
-    const std::int32_t identificador = propiedades.LeerEntero(clave::kIdentificador, 0);
-    const std::string utr = identificador == 0 ? "UTR sin identificador" : "UTR " + std::to_string(identificador);
-    return estacion.empty() ? utr : "Estación " + estacion + ", " + utr;
-  }
+  // "Estación Río Grande, UTR 120": the unit of the settings, with the name that the book of stations has for it, if
+  // one alone is known by that identifier. A book that can't be read names nobody.
+  std::string EstacionAMano() const;
 };
 
 // The program's title and bare caption of the main window.

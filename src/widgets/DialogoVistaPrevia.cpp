@@ -108,10 +108,13 @@ DialogoVistaPrevia::DialogoVistaPrevia(const DocumentoImpreso& documento, const 
   connect(cerrar, &QPushButton::clicked, this, &QDialog::reject);
   connect(anterior_, &QPushButton::clicked, numero_, &QSpinBox::stepDown);
   connect(siguiente_, &QPushButton::clicked, numero_, &QSpinBox::stepUp);
-  connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_PageUp), this), &QShortcut::activated, numero_,
-          &QSpinBox::stepDown);
-  connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_PageDown), this), &QShortcut::activated, numero_,
-          &QSpinBox::stepUp);
+  const auto tecla = [this](Qt::Key cual, const char* que, void (QSpinBox::*hacer)()) {
+    auto* atajo = new QShortcut(QKeySequence(Qt::CTRL | cual), this);
+    atajo->setWhatsThis(QString::fromUtf8(que));
+    connect(atajo, &QShortcut::activated, numero_, hacer);
+  };
+  tecla(Qt::Key_PageUp, "Página anterior", &QSpinBox::stepDown);
+  tecla(Qt::Key_PageDown, "Página siguiente", &QSpinBox::stepUp);
   connect(numero_, &QSpinBox::valueChanged, this, &DialogoVistaPrevia::Ir);
   if (Paginas() > 0) Ir(1);
 }

@@ -32,6 +32,13 @@ constexpr ClaseDePapel kPapeles[] = {{QPageSize::A4, "A4 (210 x 297 mm)"},
   throw Error(kErrorImpresora, "Imprimir", "Error de impresora");
 }
 
+// Printer, paper and name of a job.
+void Preparar(QPrinter& impresora, const EleccionImpresora& eleccion, std::string_view titulo) {
+  impresora.setPrinterName(Q(eleccion.nombre));
+  PonerPapel(impresora, eleccion);
+  impresora.setDocName(titulo.empty() ? QString::fromLatin1(kNombrePrograma) : Q(titulo));
+}
+
 }  // namespace
 
 int DibujarDocumento(QPagedPaintDevice& dispositivo, const DocumentoImpreso& documento, const QFont& letra,
@@ -80,9 +87,7 @@ std::vector<std::string> ImpresoraQt::Nombres() {
 
 bool ImpresoraQt::Imprimir(const EleccionImpresora& eleccion, const DocumentoImpreso& documento, Progreso& progreso) {
   QPrinter impresora(QPrinter::HighResolution);
-  impresora.setPrinterName(Q(eleccion.nombre));
-  PonerPapel(impresora, eleccion);
-  impresora.setDocName(documento.titulo.empty() ? QString::fromLatin1(kNombrePrograma) : Q(documento.titulo));
+  Preparar(impresora, eleccion, documento.titulo);
   if (!impresora.isValid()) NoLoToma();
   const bool dibujado =
       DibujarDocumento(impresora, documento, FuenteDe(documento.letra), progreso, [&] { impresora.abort(); }) > 0;
@@ -92,9 +97,7 @@ bool ImpresoraQt::Imprimir(const EleccionImpresora& eleccion, const DocumentoImp
 
 void ImpresoraQt::Dibujar(const EleccionImpresora& eleccion, std::string_view titulo, const DibujarPaginas& dibujar) {
   QPrinter impresora(QPrinter::HighResolution);
-  impresora.setPrinterName(Q(eleccion.nombre));
-  PonerPapel(impresora, eleccion);
-  impresora.setDocName(Q(titulo));
+  Preparar(impresora, eleccion, titulo);
   if (!impresora.isValid() || dibujar(impresora) == 0) NoLoToma();
 }
 

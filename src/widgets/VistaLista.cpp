@@ -26,7 +26,8 @@
 namespace utr {
 namespace {
 
-// Above this many selected rows only the current one is found again after a new order: the rest isn't worth the walk.
+// Above this many selected rows, unless all are, only the current one is found again after a new order: the rest isn't
+// worth the walk.
 constexpr std::size_t kMaximoConservado = 10000;
 constexpr int kLetrasALaVista = 60;  // of a cell at first; a double click on the border of the column shows all
 constexpr int kMargenCelda = 20;
@@ -185,6 +186,7 @@ void VistaLista::ArmarAcciones() {
   arbol_->addActions({copiar, todo});
   arbol_->setContextMenuPolicy(Qt::ActionsContextMenu);
   buscar_ = new QShortcut(QKeySequence::Find, this);
+  buscar_->setWhatsThis(QStringLiteral("Ir al filtro de la lista"));
   connect(buscar_, &QShortcut::activated, filtro_, [this] {
     filtro_->setFocus(Qt::ShortcutFocusReason);
     filtro_->selectAll();
@@ -317,11 +319,12 @@ void VistaLista::Cambiar(const std::function<void(ListaTabla&)>& cambio) {
   const std::size_t fila_actual = actual ? lista.Fila(*actual) : kNinguna;
   std::unordered_set<std::size_t> elegidas;
   std::vector<std::size_t> posiciones = FilasElegidas();
+  const bool todas = posiciones.size() > kMaximoConservado && posiciones.size() == lista.Cantidad();
   if (posiciones.size() <= kMaximoConservado) {
     for (const std::size_t posicion : posiciones) elegidas.insert(lista.Fila(posicion));
   }
   modelo_->Cambiar(cambio);
-  if (fila_actual == kNinguna && elegidas.empty()) return;
+  if (fila_actual == kNinguna && elegidas.empty() && !todas) return;
   for (std::size_t posicion = 0; posicion < lista.Cantidad() && fila_actual != kNinguna; ++posicion) {
     if (lista.Fila(posicion) != fila_actual) continue;
     const QModelIndex nuevo = modelo_->index(static_cast<int>(posicion), 0);
@@ -329,6 +332,7 @@ void VistaLista::Cambiar(const std::function<void(ListaTabla&)>& cambio) {
     arbol_->scrollTo(nuevo);
     break;
   }
+  if (todas && posiciones.size() == lista.Cantidad()) return arbol_->selectAll();
   ElegirTodas([&elegidas](std::size_t fila) { return elegidas.contains(fila); });
 }
 

@@ -9,6 +9,7 @@
 #include "session/LibroEstaciones.h"
 #include "support/Carpeta.h"
 #include "support/DispositivoLleno.h"
+#include "support/ModPrueba.h"
 #include "support/NumeroDeError.h"
 
 namespace utr {
@@ -230,6 +231,28 @@ TEST_F(LibroEnCarpeta, ImportarYExportar) {
   LibroEstaciones copia(carpeta / "salida.toml");
   copia.Leer();
   EXPECT_EQ(copia.Estaciones(), libro.Estaciones());
+}
+
+// What paper says of where it comes from.
+TEST(LaEstacionAMano, LlevaSuNombreDelLibroDondeNoHayDuda) {
+  prueba::ModPrueba base;
+  const auto con = [&](std::int64_t identificador) {
+    base.propiedades.Escribir(clave::kIdentificador, Propiedad{identificador}, Propiedad{std::int64_t{0}});
+    return base.mod.EstacionAMano();
+  };
+  EXPECT_EQ(con(70), "UTR 70") << "without a book";
+  LibroEstaciones libro(base.carpeta / LibroEstaciones::kArchivo);
+  libro.Leer();
+  libro.Agregar({.nombre = "Arroyo Seco", .identificador = 70});
+  libro.Agregar({.nombre = "Sin número"});
+  libro.Agregar({.nombre = "Una", .identificador = 8});
+  libro.Agregar({.nombre = "Otra", .identificador = 8});
+  EXPECT_EQ(con(70), "Estación Arroyo Seco, UTR 70");
+  EXPECT_EQ(con(8), "UTR 8") << "two are called so";
+  EXPECT_EQ(con(9), "UTR 9");
+  EXPECT_EQ(con(0), "UTR sin identificador");
+  EscribirTodo(libro.Archivo(), "esto no es un libro");
+  EXPECT_EQ(con(70), "UTR 70");
 }
 
 }  // namespace utr

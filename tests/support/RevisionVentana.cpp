@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QAbstractScrollArea>
 #include <QAccessible>
+#include <QAction>
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
@@ -16,6 +17,7 @@
 #include <QToolButton>
 #include <QWidget>
 #include <algorithm>
+#include <map>
 
 namespace utr {
 namespace {
@@ -70,6 +72,7 @@ class Andador {
     for (QWidget* control : ventana.findChildren<QWidget*>()) {
       if (control->window() == &ventana && control->isVisible()) ConTeclado(*control);
     }
+    Teclas(ventana);
     return reparos_;
   }
 
@@ -107,6 +110,16 @@ class Andador {
       Reparar(Donde(&control) + ": keyboard without a role");
     if (!EsParteDeOtro(control) && cual->text(QAccessible::Name).trimmed().isEmpty())
       Reparar(Donde(&control) + ": keyboard without a name");
+  }
+
+  // A key of two commands works for none.
+  void Teclas(const QWidget& ventana) {
+    std::map<QKeySequence, const QAction*> puestas;
+    for (const QAction* accion : ventana.findChildren<QAction*>()) {
+      if (accion->shortcut().isEmpty() || accion->shortcutContext() == Qt::WidgetShortcut) continue;
+      const auto [otra, nueva] = puestas.emplace(accion->shortcut(), accion);
+      if (!nueva) Reparar(accion->text().toStdString() + ": the key of " + otra->second->text().toStdString());
+    }
   }
 
   static QObject* Madre(QAccessibleInterface* cual) {

@@ -9,6 +9,7 @@
 #include <QSpinBox>
 
 #include "base/Error.h"
+#include "session/LibroEstaciones.h"
 #include "support/GuionVentanas.h"
 #include "support/ModPrueba.h"
 #include "support/Tablas.h"
@@ -228,7 +229,9 @@ TEST_F(PruebaServiciosLista, ElPapelDiceDeDondeYDeCuandoEs) {
   banco.mod.eleccion_impresora = {"Oficina", 1};
   banco.propiedades.Escribir(clave::kIdentificador, Propiedad{std::int64_t{120}}, Propiedad{std::int64_t{0}});
   servicios.Imprimir(encabezado);
-  banco.mod.estacion = "Río Grande";
+  LibroEstaciones libro(banco.carpeta / LibroEstaciones::kArchivo);
+  libro.Leer();
+  libro.Agregar({.nombre = "Río Grande", .identificador = 120});
   servicios.Imprimir(encabezado);
   servicios.Imprimir([] { return EncabezadoLista{"Lista", {}, {}, "Archivo a.xml"}; });
   servicios.ImprimirTexto("x");

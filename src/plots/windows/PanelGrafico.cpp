@@ -245,7 +245,7 @@ void PanelGrafico::Imprimir() {
     if (!elegida) return;
     eleccion = *elegida;
   }
-  Intentar("ImprimirGrafico", [&] { ImprimirGrafico(grafico_->Contenido(), eleccion.nombre, eleccion.copias); });
+  Intentar("ImprimirGrafico", [&] { ImprimirGrafico(grafico_->Contenido(), contexto_.impresora, eleccion); });
 }
 
 void PanelGrafico::Guardar() {

@@ -4,24 +4,23 @@
 #include <QFontMetricsF>
 #include <QGuiApplication>
 #include <QImage>
+#include <QPagedPaintDevice>
 #include <QPainter>
 #include <QPdfWriter>
 #include <QPicture>
-#include <QPrinter>
 #include <algorithm>
 #include <memory>
 #include <ostream>
 
 #include "base/Archivos.h"
-#include "base/Error.h"
 #include "plots/windows/Hidrograma.h"
+#include "widgets/ImpresoraDibujos.h"
 #include "widgets/Temas.h"
 #include "widgets/TextoQt.h"
 
 namespace utr {
 namespace {
 
-constexpr std::int32_t kErrorImpresora = 482;
 constexpr double kAnchoDibujo = 1000;  // pixels across, whatever the paper: letters keep their proportion
 constexpr QSize kImagen(1600, 1000);
 constexpr int kPuntosPorPulgada = 300;
@@ -119,18 +118,14 @@ void GuardarGrafico(const ContenidoGrafico& contenido, const std::filesystem::pa
   EscribirEntero(ruta, [&](std::ostream& salida) { salida.write(bytes.constData(), bytes.size()); });
 }
 
-void ImprimirGrafico(const ContenidoGrafico& contenido, const std::string& impresora, int copias) {
-  for (int copia = 0; copia < copias; ++copia) {
-    QPrinter salida(QPrinter::HighResolution);
-    salida.setPrinterName(Q(impresora));
-    salida.setDocName(QStringLiteral("AdminUTR"));
-    salida.setPageOrientation(QPageLayout::Landscape);
+void ImprimirGrafico(const ContenidoGrafico& contenido, Impresora& impresora, const EleccionImpresora& eleccion) {
+  const auto dibujar = [&contenido](QPagedPaintDevice& dispositivo) {
     QPainter pintor;
-    if (!salida.isValid() || !pintor.begin(&salida))
-      throw Error(kErrorImpresora, "ImprimirGrafico", "Error de impresora");
+    if (!pintor.begin(&dispositivo)) return 0;
     PintarLamina(contenido, pintor, pintor.viewport());
-    if (!pintor.end()) throw Error(kErrorImpresora, "ImprimirGrafico", "Error de impresora");
-  }
+    return pintor.end() ? 1 : 0;
+  };
+  ImprimirDibujo(impresora, eleccion, U(contenido.titulo), dibujar);
 }
 
 GraficoVisto VistoDe(ContenidoGrafico contenido) {

@@ -1,10 +1,10 @@
 #pragma once
 
 #include <filesystem>
-#include <string>
 
 #include "plots/windows/ContenidoGrafico.h"
 #include "plots/windows/GraficosALaVista.h"
+#include "services/Impresora.h"
 
 class QPainter;
 class QRectF;
@@ -23,8 +23,9 @@ void PintarLamina(const ContenidoGrafico& contenido, QPainter& pintor, const QRe
 // kArchivo, also when it can't be drawn.
 void GuardarGrafico(const ContenidoGrafico& contenido, const std::filesystem::path& ruta);
 
-// One page, as often as told. Raises Error 482 when the printer doesn't take it.
-void ImprimirGrafico(const ContenidoGrafico& contenido, const std::string& impresora, int copias);
+// One page of the chosen paper, as often as told there, named after the plot. Raises Error 482 when the printer doesn't
+// take it.
+void ImprimirGrafico(const ContenidoGrafico& contenido, Impresora& impresora, const EleccionImpresora& eleccion);
 
 // What stays to be painted again; the contents are its own.
 GraficoVisto VistoDe(ContenidoGrafico contenido);

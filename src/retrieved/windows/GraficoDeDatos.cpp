@@ -76,8 +76,7 @@ void GraficoDeDatos::VerRegistros(std::shared_ptr<const Serie> serie, const Lect
   contenido.canales.push_back(CanalGraficoDe(std::move(serie), CanalDe(pedido.canal), pedido.escalados));
   contenido.titulo = QStringLiteral("Datos históricos de la UTR: %1").arg(Q(TituloSerie(*contenido.canales[0].serie)));
   contenido.periodo = Periodo();
-  if (const std::int32_t identificador = mod_.propiedades.LeerEntero(clave::kIdentificador, 0); identificador != 0)
-    contenido.estacion = QStringLiteral("UTR, identificador %1").arg(identificador);
+  contenido.estacion = Q(mod_.EstacionAMano());
   panel_->Mostrar(std::move(contenido));
   QStringList otros;
   for (const std::string& canal : lector_.CargarCanales()) {

@@ -250,6 +250,7 @@ bool frmAgendas::LeerAgenda() {
   BorrarListaAgenda(false);
   CargarColeccionAgenda(*tabla);
   leida_ = horarios_;
+  if (HayFilas()) Lista().Elegir(0);  // so that opening one needs no click ahead of it
   return true;
 }
 

@@ -313,13 +313,9 @@ std::string frmBitacora::NombreDeEstacion() const {
   if (!archivo_.empty()) return asientos_.empty() ? "-" : U(Numero(asientos_.front().estacion));
   std::string nombre = U(Numero(estacion_));
   LibroEstaciones libro(mod_.carpeta / LibroEstaciones::kArchivo);
-  if (estacion_ == 0 || !IgnorandoErrores([&] { libro.Leer(); })) return nombre;
-  const auto es_ella = [&](const Estacion& una) { return una.identificador == estacion_; };
-  const auto& todas = libro.Estaciones();
-  if (std::count_if(todas.begin(), todas.end(), es_ella) == 1) {
-    const Estacion& ella = *std::find_if(todas.begin(), todas.end(), es_ella);
-    nombre += ", " + ella.nombre + (ella.lugar.empty() ? "" : " (" + ella.lugar + ")");
-  }
+  if (!IgnorandoErrores([&] { libro.Leer(); })) return nombre;
+  if (const Estacion* ella = libro.LaUnica(estacion_))
+    nombre += ", " + ella->nombre + (ella->lugar.empty() ? "" : " (" + ella->lugar + ")");
   return nombre;
 }
 

@@ -13,6 +13,7 @@
 #include "widgets/Iconos.h"
 #include "widgets/RuedaInofensiva.h"
 #include "widgets/TextoQt.h"
+#include "widgets/frmTeclado.h"
 
 namespace utr {
 
@@ -113,6 +114,8 @@ int Ejecutar(const Entorno& entorno) {
   QApplication::setWindowIcon(IconoDe("adminutr"));
   RuedaInofensiva rueda;
   qApp->installEventFilter(&rueda);
+  TeclaDeTeclado teclado;
+  qApp->installEventFilter(&teclado);
   Main principal(entorno);
   const AyudanteQt ayudante(principal.Mod().archivo_ayuda, entorno.operador);
   return principal.Entrar() ? principal.Correr(&apariencia) : 0;

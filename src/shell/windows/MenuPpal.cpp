@@ -181,6 +181,9 @@ void MenuPpal::ArmarAyuda(QMainWindow* ventana) {
   connect(contenido, &QAction::triggered, this, [this] { emit AyudaPedida(EntradaAyuda::kContenido); });
   connect(buscar, &QAction::triggered, this, [this] { emit AyudaPedida(EntradaAyuda::kBuscar); });
   connect(que, &QAction::triggered, this, &MenuPpal::QueEsEsto);
+  QAction* teclado = Entrada(mnuHelp, "mnuHelpKeyboard", "&Teclado");
+  teclado->setShortcut(QKeySequence("Ctrl+F1"));
+  connect(teclado, &QAction::triggered, this, &MenuPpal::TecladoPedido);
   mnuHelp->addSeparator();
   connect(Entrada(mnuHelp, "mnuHelpAbout", "&Acerca de la aplicación"), &QAction::triggered, this, &MenuPpal::AcercaDe);
 }

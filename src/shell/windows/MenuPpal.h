@@ -57,6 +57,7 @@ class MenuPpal : public QObject {
   void BarraDeEstado(bool visible);
   void AyudaPedida(EntradaAyuda entrada);
   void QueEsEsto();
+  void TecladoPedido();
   void AcercaDe();
   void Salir();
 

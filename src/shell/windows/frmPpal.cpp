@@ -39,6 +39,7 @@
 #include "widgets/Ocupacion.h"
 #include "widgets/Tamanos.h"
 #include "widgets/TextoQt.h"
+#include "widgets/frmTeclado.h"
 
 namespace utr {
 namespace {
@@ -121,6 +122,7 @@ void frmPpal::ConectarControles() {
   });
   connect(menu_, &MenuPpal::AyudaPedida, this,
           [this](EntradaAyuda entrada) { AbrirAyuda(mod_.archivo_ayuda, *this, entrada); });
+  connect(menu_, &MenuPpal::TecladoPedido, this, [this] { frmTeclado(this).exec(); });
   connect(menu_, &MenuPpal::QueEsEsto, this, [] { QWhatsThis::enterWhatsThisMode(); });
   connect(menu_, &MenuPpal::AcercaDe, this,
           [this] { Operar("mnuHelpAbout_Click", [this] { frmAbout(this).exec(); }); });

@@ -196,6 +196,15 @@ TEST_P(TodasLasVentanas, SeVenEnterasYSeDicen) {
     d.reject();
   });
   Ejecutar("mnuVisita(1)");
+  Al("frmTeclado", [this](QDialog& d) {
+    const QAbstractItemModel& teclas = *Hallar<QTreeView>(d, "Lista").model();
+    for (const char* accion : {"mnuAcciones(2)", "mnuAccAvanzadas(0)", "mnuVisita(0)", "Conected", "mnuSalir"}) {
+      const QString tecla = Hallar<QAction>(*ventana_, accion).shortcut().toString(QKeySequence::NativeText);
+      EXPECT_EQ(teclas.match(teclas.index(0, 2), Qt::DisplayRole, tecla, -1, Qt::MatchExactly).size(), 1) << accion;
+    }
+    d.reject();
+  });
+  Ejecutar("mnuHelpKeyboard");
   Al("frmAbout");
   Ejecutar("mnuHelpAbout");
 }

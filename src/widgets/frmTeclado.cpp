@@ -1,0 +1,138 @@
+#include "widgets/frmTeclado.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QPushButton>
+#include <QShortcut>
+#include <QTreeView>
+#include <QVBoxLayout>
+#include <array>
+#include <memory>
+
+#include "tables/Tabla.h"
+#include "widgets/Campos.h"
+#include "widgets/MarcoDialogo.h"
+#include "widgets/TextoQt.h"
+#include "widgets/VistaLista.h"
+
+namespace utr {
+namespace {
+
+constexpr QSize kTamano(620, 520);
+constexpr const char* kCampos[] = {"Donde", "Que", "Tecla"};
+constexpr std::int32_t kLargo = 255;
+
+// What Qt itself and the parts that windows have in common answer to.
+struct AtajoComun {
+  const char* donde;
+  const char* que;
+  const char* tecla;
+};
+constexpr std::array<AtajoComun, 19> kComunes{{
+    {"Toda ventana", "Ir al control siguiente, al anterior", "Tab, Mayús+Tab"},
+    {"Toda ventana", "Ir al control de la letra subrayada, o apretarlo", "Alt+letra"},
+    {"Toda ventana", "Ir al menú", "Alt, F10"},
+    {"Toda ventana", "Apretar el botón que tiene el teclado; si no, el que está marcado", "Enter"},
+    {"Toda ventana", "Apretar el botón, o marcar la casilla, que tiene el teclado", "Espacio"},
+    {"Toda ventana", "Cancelar, o cerrar", "Esc"},
+    {"Toda ventana", "Explicar el control que se señale después", "Mayús+F1"},
+    {"Toda ventana", "Ver esta página", "Ctrl+F1"},
+    {"Hojas", "Pasar a la hoja siguiente, a la anterior", "Ctrl+Tab, Ctrl+Mayús+Tab"},
+    {"Listas", "Moverse por los renglones", "flechas, Inicio, Fin, Re Pág, Av Pág"},
+    {"Listas", "Abrir el renglón", "Enter"},
+    {"Listas", "Elegir más renglones", "Mayús+flechas, Ctrl+Espacio"},
+    {"Listas", "Del filtro a la lista", "Enter, Abajo"},
+    {"Listas", "Vaciar el filtro", "Esc"},
+    {"Fechas y números", "Aumentar, disminuir", "Arriba, Abajo"},
+    {"Desplegables", "Abrir la lista", "Alt+Abajo"},
+    {"Gráfico y mapa", "Moverse por los puntos, o por las páginas", "flechas, Inicio, Fin"},
+    {"Gráfico y mapa", "Acercar, alejar", "+, -"},
+    {"Gráfico", "Correr el período", "Re Pág, Av Pág"},
+}};
+
+QString SinLetra(QString texto) {
+  return texto.remove('&').trimmed();
+}
+
+// The menu that an action stands in; else the part of the window, by the name that a screen reader says.
+QString DondeEsta(const QAction& accion) {
+  const QObjectList objetos = accion.associatedObjects();
+  for (QObject* objeto : objetos) {
+    if (const auto* menu = qobject_cast<const QMenu*>(objeto)) return SinLetra(menu->title());
+  }
+  for (QObject* objeto : objetos) {
+    const auto* control = qobject_cast<const QWidget*>(objeto);
+    if (control != nullptr && !control->accessibleName().isEmpty()) return control->accessibleName();
+  }
+  return QStringLiteral("Ventana");
+}
+
+void Agregar(QList<Atajo>& atajos, const Atajo& nuevo) {
+  const bool ya = std::any_of(atajos.cbegin(), atajos.cend(),
+                              [&](const Atajo& uno) { return uno.que == nuevo.que && uno.tecla == nuevo.tecla; });
+  if (!ya) atajos.append(nuevo);
+}
+
+TablaPtr TablaDe(const QList<Atajo>& atajos) {
+  auto tabla = std::make_shared<Tabla>();
+  for (const char* campo : kCampos) tabla->Append(campo, TipoCampo::kVarChar, kLargo);
+  tabla->Open();
+  for (const Atajo& atajo : atajos) {
+    tabla->AddNew();
+    tabla->Set(kCampos[0], U(atajo.donde));
+    tabla->Set(kCampos[1], U(atajo.que));
+    tabla->Set(kCampos[2], U(atajo.tecla));
+  }
+  return tabla;
+}
+
+}  // namespace
+
+QList<Atajo> AtajosDe(const QWidget& ventana) {
+  QList<Atajo> atajos;
+  for (const QAction* accion : ventana.findChildren<QAction*>()) {
+    const QString tecla = accion->shortcut().toString(QKeySequence::NativeText);
+    if (!tecla.isEmpty()) Agregar(atajos, {DondeEsta(*accion), SinLetra(accion->text()), tecla});
+  }
+  for (const QShortcut* atajo : ventana.findChildren<QShortcut*>()) {
+    const bool de_la_ventana = qobject_cast<QWidget*>(atajo->parent())->window() == &ventana;
+    if (de_la_ventana && atajo->isEnabled() && !atajo->whatsThis().isEmpty())
+      Agregar(atajos, {QStringLiteral("Ventana"), atajo->whatsThis(), atajo->key().toString(QKeySequence::NativeText)});
+  }
+  return atajos;
+}
+
+frmTeclado::frmTeclado(QWidget* ventana) : QDialog(ventana) {
+  setObjectName("frmTeclado");
+  setWindowTitle("Teclado: " + ventana->windowTitle());
+  auto* lista = new VistaLista({{.titulo = "Dónde", .campo = kCampos[0]},
+                                {.titulo = "Qué hace", .campo = kCampos[1]},
+                                {.titulo = "Tecla", .campo = kCampos[2]}});
+  lista->Arbol()->setAccessibleName("Teclas");
+  QList<Atajo> atajos = AtajosDe(*ventana);
+  for (const AtajoComun& comun : kComunes) atajos.append({comun.donde, comun.que, comun.tecla});
+  lista->Mostrar(TablaDe(atajos));
+  lista->Elegir(0);
+  auto* cuerpo = new QVBoxLayout;
+  cuerpo->addWidget(lista, 1);
+  QPushButton* cerrar = Boton("cmd", "&Cerrar");
+  connect(cerrar, &QPushButton::clicked, this, &frmTeclado::accept);
+  ArmarDialogo(*this, cuerpo, {.cancelar = cerrar, .por_defecto = false}, {lista->CampoFiltro(), lista->Arbol()});
+  lista->Arbol()->setFocus();
+  AjustarTamano(*this, kTamano);
+}
+
+// A key that comes here was taken by no command.
+bool TeclaDeTeclado::eventFilter(QObject* objeto, QEvent* evento) {
+  if (evento->type() != QEvent::KeyPress || qobject_cast<QWidget*>(objeto) == nullptr) return false;
+  const auto* tecla = static_cast<QKeyEvent*>(evento);
+  const bool pedida = tecla->modifiers() == Qt::NoModifier || tecla->modifiers() == Qt::ControlModifier;
+  QWidget* ventana = QApplication::activeWindow();
+  if (tecla->key() != Qt::Key_F1 || !pedida || ventana == nullptr) return false;
+  if (qobject_cast<frmTeclado*>(ventana) == nullptr) frmTeclado(ventana).exec();
+  return true;
+}
+
+}  // namespace utr
