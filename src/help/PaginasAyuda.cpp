@@ -126,7 +126,7 @@ class Redactor {
     pagina_.html += std::string(kAbreTabla) + "<tr><th>Control</th><th>Para qué es</th></tr>";
     for (const pugi::xml_node& campo : nodo.children("campo")) {
       Fila(campo, campo.attribute("rotulo").value());
-      for (const std::string& control : Palabras(campo.attribute("control").value(), ' ')) {
+      for (const std::string& control : Palabras(campo.attribute("control").value(), ';')) {
         Explicar(ventana, control, Llano(campo));
       }
     }

@@ -13,7 +13,7 @@ namespace utr::ayuda {
 
 // What a control of a window is for, in plain words.
 struct ControlExplicado {
-  std::string ventana;  // object name of the window
+  std::string ventana;  // object name of the window; "*": any that has such a control
   std::string control;  // object name of the control; empty: the window itself
   std::string texto;
 };
@@ -48,8 +48,9 @@ std::string HacerProyecto(const std::filesystem::path& contenido, const std::map
 // The explained controls of all pages, a line each: window, control, text, parted by tabs.
 std::string HacerControles(const std::map<std::string, PaginaHecha>& paginas);
 
-// The name of the file with the controls, and where the help keeps its pages.
-inline constexpr std::string_view kArchivoControles = "controles.txt";
+// The name of the file with the controls, which by its ending is none whose words are searched, and where the help
+// keeps its pages.
+inline constexpr std::string_view kArchivoControles = "controles.dat";
 inline constexpr std::string_view kEspacio = "adminutr.ayuda";
 inline constexpr std::string_view kCarpetaVirtual = "ayuda";
 

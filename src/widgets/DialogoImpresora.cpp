@@ -24,7 +24,10 @@ DialogoImpresora::DialogoImpresora(const QString& titulo, const EleccionImpresor
       papel_(new QComboBox(this)),
       vertical_(new QRadioButton(QStringLiteral("&Vertical"), this)),
       apaisado_(new QRadioButton(QStringLiteral("A&paisada"), this)) {
+  setObjectName("DialogoImpresora");
   setWindowTitle(titulo);
+  impresoras_->setObjectName("cboImpresora");
+  copias_->setObjectName("txtCopias");
   impresoras_->setMinimumContentsLength(24);
   impresoras_->addItems(QPrinterInfo::availablePrinterNames());
   const bool hay = impresoras_->count() > 0;

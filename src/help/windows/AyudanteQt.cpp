@@ -84,13 +84,17 @@ bool AyudanteQt::eventFilter(QObject* objeto, QEvent* evento) {
   if (!objeto->isWidgetType()) return false;
   auto& control = static_cast<QWidget&>(*objeto);
   if (evento->type() == QEvent::EnterWhatsThisMode && control.isWindow()) Explicar(control);
-  if (evento->type() != QEvent::KeyPress) return false;
+  if (evento->type() != QEvent::KeyPress && evento->type() != QEvent::ShortcutOverride) return false;
   const auto& tecla = static_cast<const QKeyEvent&>(*evento);
-  return Tecla(control, tecla.key(), tecla.modifiers());
+  if (tecla.key() != Qt::Key_F1 || QApplication::activePopupWidget() != nullptr || !HayAyuda(archivo_)) return false;
+  if (evento->type() == QEvent::KeyPress) return Tecla(control, tecla.modifiers());
+  // Whoever has no mouse has no use for a pointer that asks: the key says it of the control that has the keyboard.
+  if (tecla.modifiers() != Qt::ShiftModifier) return false;
+  evento->accept();
+  return true;
 }
 
-bool AyudanteQt::Tecla(QWidget& control, int tecla, Qt::KeyboardModifiers modificadores) {
-  if (tecla != Qt::Key_F1 || !HayAyuda(archivo_)) return false;
+bool AyudanteQt::Tecla(QWidget& control, Qt::KeyboardModifiers modificadores) {
   if (modificadores == Qt::NoModifier) {
     Mostrar(archivo_, EntradaAyuda::kVentana, control);
     return true;

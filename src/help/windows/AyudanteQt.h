@@ -31,7 +31,7 @@ class AyudanteQt : public Ayudante {
 
  private:
   QString Preparar(const std::filesystem::path& archivo);
-  bool Tecla(QWidget& control, int tecla, Qt::KeyboardModifiers modificadores);
+  bool Tecla(QWidget& control, Qt::KeyboardModifiers modificadores);
   void DecirQueEs(QWidget& control);
   QUrl PaginaPara(const QWidget& desde) const;
   void Alzar();

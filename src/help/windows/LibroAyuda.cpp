@@ -1,6 +1,7 @@
 #include "help/windows/LibroAyuda.h"
 
 #include <QDir>
+#include <QHelpEngine>
 #include <QHelpLink>
 #include <QHelpSearchEngine>
 #include <QRegularExpression>
@@ -14,6 +15,7 @@ namespace utr {
 namespace {
 
 constexpr QLatin1String kPortada("inicio.html");
+constexpr QLatin1String kCualquiera("*");  // the window under which controls are told that many have
 
 QUrl Direccion(const QString& archivo) {
   return {QStringLiteral("qthelp://%1/%2/%3").arg(Q(ayuda::kEspacio), Q(ayuda::kCarpetaVirtual), archivo)};
@@ -33,6 +35,7 @@ LibroAyuda::~LibroAyuda() = default;
 QString LibroAyuda::Abrir(const std::filesystem::path& archivo, const QString& cache) {
   buscador_.reset();
   motor_.reset();
+  reunidas_ = false;
   controles_.clear();
   const QString ruta = Q(archivo.string());
   if (!QSqlDatabase::isDriverAvailable(QStringLiteral("QSQLITE")))
@@ -43,11 +46,12 @@ QString LibroAyuda::Abrir(const std::filesystem::path& archivo, const QString& c
   auto motor = std::make_unique<QHelpEngine>(cache + QStringLiteral("/ayuda.qhc"));
   motor->setReadOnly(false);
   if (!motor->setupData() || !motor->registerDocumentation(ruta))
-    return QStringLiteral("No se puede preparar la ayuda en la carpeta %1: %2.").arg(cache, motor->error());
+    return QStringLiteral("No se puede preparar la ayuda en la carpeta %1.").arg(cache);
   motor_ = std::move(motor);
   buscador_ = std::make_unique<QHelpSearchEngine>(motor_.get());
-  motor_->setupData();  // contents and index of what was registered
-  buscador_->reindexDocumentation();
+  QObject::connect(buscador_.get(), &QHelpSearchEngine::indexingFinished, buscador_.get(),
+                   [this] { reunidas_ = true; });
+  motor_->setupData();  // contents, index and words of what was registered
   LeerControles();
   return {};
 }
@@ -75,7 +79,15 @@ QByteArray LibroAyuda::Leer(const QUrl& pagina) const {
 }
 
 QString LibroAyuda::QueEs(const QString& ventana, const QString& control) const {
-  return controles_.value(ventana + '\t' + control);
+  if (control.isEmpty()) return controles_.value(ventana + '\t');
+  // One of an array may be told as the others are: "lblDato(3)" as "lblDato".
+  for (const QString& nombre : {control, control.section('(', 0, 0)}) {
+    for (const QString& donde : {ventana, QString(kCualquiera)}) {
+      const auto palabras = controles_.constFind(donde + '\t' + nombre);
+      if (palabras != controles_.constEnd()) return *palabras;
+    }
+  }
+  return {};
 }
 
 QString ConsultaDe(const QString& escrito) {

@@ -2,12 +2,12 @@
 
 #include <QByteArray>
 #include <QHash>
-#include <QHelpEngine>
 #include <QString>
 #include <QUrl>
 #include <filesystem>
 #include <memory>
 
+class QHelpEngine;
 class QHelpSearchEngine;
 
 namespace utr {
@@ -28,10 +28,12 @@ class LibroAyuda {
 
   // The rest asks for an open file.
 
-  // Contents and index as Qt shows them; they belong to whoever puts them into a window.
+  // Contents and index as Qt shows them; their widgets belong to the one window that takes them in.
   QHelpEngine& Motor() const { return *motor_; }
-  // The search among the words of all pages.
+  // The search among the words of all pages, which finds none until they have been gathered: its signal
+  // indexingFinished tells when.
   QHelpSearchEngine& Buscador() const { return *buscador_; }
+  bool PalabrasReunidas() const noexcept { return reunidas_; }
 
   QUrl Portada() const;
   // The page of the window with that object name; empty where none is about it.
@@ -47,6 +49,7 @@ class LibroAyuda {
 
   std::unique_ptr<QHelpEngine> motor_;
   std::unique_ptr<QHelpSearchEngine> buscador_;
+  bool reunidas_ = false;
   QHash<QString, QString> controles_;  // under "window\tcontrol"
 };
 

@@ -2,6 +2,7 @@
 
 #include <QHelpContentModel>
 #include <QHelpContentWidget>
+#include <QHelpEngine>
 #include <QHelpIndexWidget>
 #include <QHelpLink>
 #include <QHelpSearchEngine>
@@ -14,6 +15,7 @@
 #include <QTabWidget>
 #include <QToolBar>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "widgets/Campos.h"
 #include "widgets/Iconos.h"
@@ -24,8 +26,9 @@ namespace {
 
 constexpr QSize kTamano(900, 620);
 constexpr QSize kIcono(22, 22);
-constexpr int kAnchoIndice = 280;
+constexpr int kLetrasIndice = 44;  // room for the contents
 constexpr int kMargen = 6;
+constexpr int kMargenPagina = 12;
 constexpr int kMasHallados = 200;
 
 QVBoxLayout* Columna(QWidget* hoja) {
@@ -61,10 +64,11 @@ void PaginaAyuda::changeEvent(QEvent* evento) {
 }
 
 void PaginaAyuda::Vestir() {
-  document()->setDocumentMargin(12);
-  document()->setDefaultStyleSheet(QStringLiteral("table { margin-top: 6px; margin-bottom: 10px; border-color: %1; "
-                                                  "border-collapse: collapse; } th { text-align: left; }")
-                                       .arg(palette().color(QPalette::Mid).name()));
+  document()->setDocumentMargin(kMargenPagina);
+  document()->setDefaultStyleSheet(
+      QStringLiteral("table { margin-top: 6px; margin-bottom: 10px; border-collapse: collapse; } "
+                     "td, th { border: 1px solid %1; } th { text-align: left; background-color: %2; }")
+          .arg(palette().color(QPalette::Mid).name(), palette().color(QPalette::AlternateBase).name()));
 }
 
 // --- The window ------------------------------------------------------------------------------------------------------
@@ -80,14 +84,16 @@ frmAyuda::frmAyuda(const LibroAyuda& libro, QWidget* parent)
   setObjectName("frmAyuda");
   hojas_->setObjectName("Hojas");
   hojas_->addTab(ArmarContenido(), "&Contenido");
-  hojas_->addTab(ArmarIndice(), "&Índice");
+  hojas_->addTab(ArmarIndice(), "Índ&ice");
   hojas_->addTab(ArmarBusqueda(), "&Buscar");
+  hojas_->setUsesScrollButtons(false);  // as wide as its captions, whatever the size of text
   auto* partes = new QSplitter;
   partes->setChildrenCollapsible(false);
   partes->addWidget(hojas_);
   partes->addWidget(pagina_);
   partes->setStretchFactor(1, 1);
-  partes->setSizes({kAnchoIndice, kTamano.width() - kAnchoIndice});
+  const int ancho = fontMetrics().averageCharWidth() * kLetrasIndice;
+  partes->setSizes({ancho, std::max(kTamano.width() - ancho, ancho)});
   auto* todo = new QVBoxLayout(this);
   todo->setContentsMargins(0, 0, 0, 0);
   todo->setSpacing(0);
@@ -135,8 +141,16 @@ QWidget* frmAyuda::ArmarContenido() {
   };
   connect(contenido, &QHelpContentWidget::clicked, this, abrir);
   connect(contenido, &QHelpContentWidget::activated, this, abrir);
-  connect(libro_.Motor().contentModel(), &QHelpContentModel::contentsCreated, contenido,
-          &QHelpContentWidget::expandAll);
+  // The page on show is the current one of the contents, which come when Qt has read them.
+  const auto seguir = [this, contenido] {
+    const QModelIndex lugar = contenido->indexOf(pagina_->source());
+    if (lugar.isValid()) contenido->setCurrentIndex(lugar);
+  };
+  connect(pagina_, &QTextBrowser::sourceChanged, contenido, seguir);
+  connect(libro_.Motor().contentModel(), &QHelpContentModel::contentsCreated, contenido, [contenido, seguir] {
+    contenido->expandAll();
+    seguir();
+  });
   contenido->expandAll();
   return contenido;
 }
@@ -170,6 +184,7 @@ QWidget* frmAyuda::ArmarBusqueda() {
   txtBuscar_->setClearButtonEnabled(true);
   NombrarBotonesDeQt(*txtBuscar_);
   hallados_->setObjectName("Hallados");
+  hallados_->setWordWrap(true);
   hallados_->setAccessibleName("Páginas halladas");
   lblHallados_->setObjectName("lblHallados");
   lblHallados_->setWordWrap(true);
@@ -195,7 +210,7 @@ void frmAyuda::Buscar() {
   const QString consulta = ConsultaDe(txtBuscar_->text());
   if (consulta.isEmpty()) return;
   lblHallados_->setText("Buscando...");
-  libro_.Buscador().search(consulta);
+  if (libro_.PalabrasReunidas()) libro_.Buscador().search(consulta);
 }
 
 void frmAyuda::MostrarHallados() {
@@ -208,6 +223,7 @@ void frmAyuda::MostrarHallados() {
   lblHallados_->setText(halladas.isEmpty()     ? QStringLiteral("Ninguna página tiene esas palabras.")
                         : halladas.size() == 1 ? QStringLiteral("Una página")
                                                : QStringLiteral("%1 páginas").arg(halladas.size()));
+  emit Buscado();
 }
 
 void frmAyuda::AbrirHallado(const QListWidgetItem* hallado) {

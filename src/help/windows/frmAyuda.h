@@ -43,6 +43,10 @@ class frmAyuda : public QWidget {
   void IrA(const QUrl& pagina);
   void IrABuscar();
 
+ signals:
+  // What was searched is on show.
+  void Buscado();
+
  private:
   QWidget* ArmarContenido();
   QWidget* ArmarIndice();
