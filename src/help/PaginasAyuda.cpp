@@ -216,7 +216,9 @@ std::string Claves(const PaginaHecha& pagina) {
   };
   if (pagina.ventanas.empty()) clave(pagina.titulo, {});
   for (const std::string& ventana : pagina.ventanas) clave(pagina.titulo, ventana);
-  for (const std::string& palabra : pagina.palabras) clave(palabra, {});
+  for (const std::string& palabra : pagina.palabras) {
+    if (!IgualSinCaso(palabra, pagina.titulo)) clave(palabra, {});
+  }
   return salida;
 }
 

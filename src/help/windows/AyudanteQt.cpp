@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QCryptographicHash>
 #include <QKeyEvent>
+#include <QMessageBox>
 #include <QStandardPaths>
 #include <QTimer>
 #include <QWhatsThis>
@@ -54,8 +55,9 @@ void AyudanteQt::Mostrar(const std::filesystem::path& archivo, EntradaAyuda entr
   Alzar();
 }
 
-// The page of the window, or of the nearest one that it belongs to.
+// The page of the window, or of the nearest one that it belongs to; of a box, that of the messages.
 QUrl AyudanteQt::PaginaPara(const QWidget& desde) const {
+  if (qobject_cast<const QMessageBox*>(desde.window()) != nullptr) return libro_.PaginaDeMensajes();
   for (const QWidget* control = &desde; control != nullptr; control = control->window()->parentWidget()) {
     const QUrl pagina = libro_.PaginaDe(control->window()->objectName());
     if (!pagina.isEmpty()) return pagina;

@@ -15,6 +15,7 @@ namespace utr {
 namespace {
 
 constexpr QLatin1String kPortada("inicio.html");
+constexpr QLatin1String kMensajes("mensajes.html");
 constexpr QLatin1String kCualquiera("*");  // the window under which controls are told that many have
 
 QUrl Direccion(const QString& archivo) {
@@ -67,6 +68,10 @@ void LibroAyuda::LeerControles() {
 
 QUrl LibroAyuda::Portada() const {
   return Direccion(kPortada);
+}
+
+QUrl LibroAyuda::PaginaDeMensajes() const {
+  return Direccion(kMensajes);
 }
 
 QUrl LibroAyuda::PaginaDe(const QString& ventana) const {

@@ -36,6 +36,7 @@ class LibroAyuda {
   bool PalabrasReunidas() const noexcept { return reunidas_; }
 
   QUrl Portada() const;
+  QUrl PaginaDeMensajes() const;  // what messages mean that any window may show
   // The page of the window with that object name; empty where none is about it.
   QUrl PaginaDe(const QString& ventana) const;
   QByteArray Leer(const QUrl& pagina) const;

@@ -12,6 +12,7 @@
 #include <QScopedValueRollback>
 #include <QShortcut>
 #include <QSplitter>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QToolBar>
 #include <QVBoxLayout>
@@ -100,6 +101,10 @@ frmAyuda::frmAyuda(const LibroAyuda& libro, QWidget* parent)
   todo->addWidget(ArmarBarra());
   todo->addWidget(partes, 1);
   connect(pagina_, &QTextBrowser::sourceChanged, this, &frmAyuda::Titular);
+  // The key of a sheet leads to its first field; whoever walks the captions with the arrows stays there.
+  connect(hojas_, &QTabWidget::currentChanged, this, [this] {
+    if (!hojas_->tabBar()->hasFocus()) hojas_->currentWidget()->setFocus();
+  });
   new QShortcut(QKeySequence(Qt::Key_Escape), this, this, &QWidget::close);
   new QShortcut(QKeySequence::Find, this, this, &frmAyuda::IrABuscar);
   resize(kTamano.boundedTo(SitioEnPantalla(*this)));
@@ -142,14 +147,14 @@ QWidget* frmAyuda::ArmarContenido() {
   connect(contenido, &QHelpContentWidget::clicked, this, abrir);
   connect(contenido, &QHelpContentWidget::activated, this, abrir);
   // The page on show is the current one of the contents, which come when Qt has read them.
-  const auto seguir = [this, contenido] {
-    const QModelIndex lugar = contenido->indexOf(pagina_->source());
+  const auto seguir = [contenido](const QUrl& pagina) {
+    const QModelIndex lugar = contenido->indexOf(pagina);
     if (lugar.isValid()) contenido->setCurrentIndex(lugar);
   };
   connect(pagina_, &QTextBrowser::sourceChanged, contenido, seguir);
-  connect(libro_.Motor().contentModel(), &QHelpContentModel::contentsCreated, contenido, [contenido, seguir] {
+  connect(libro_.Motor().contentModel(), &QHelpContentModel::contentsCreated, contenido, [this, contenido, seguir] {
     contenido->expandAll();
-    seguir();
+    seguir(pagina_->source());
   });
   contenido->expandAll();
   return contenido;
@@ -173,6 +178,7 @@ QWidget* frmAyuda::ArmarIndice() {
           [this](const QList<QHelpLink>& enlaces) { pagina_->setSource(enlaces.front().url); });
   QVBoxLayout* columna = Columna(hoja);
   columna->addWidget(filtro);
+  hoja->setFocusProxy(filtro);
   columna->addWidget(indice, 1);
   return hoja;
 }
@@ -198,6 +204,7 @@ QWidget* frmAyuda::ArmarBusqueda() {
   connect(hallados_, &QListWidget::itemActivated, this, &frmAyuda::AbrirHallado);
   QVBoxLayout* columna = Columna(hoja);
   columna->addWidget(txtBuscar_);
+  hoja->setFocusProxy(txtBuscar_);
   columna->addWidget(cmdBuscar, 0, Qt::AlignRight);
   columna->addWidget(lblHallados_);
   columna->addWidget(hallados_, 1);

@@ -5,11 +5,13 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QShortcut>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTreeView>
 #include <QWhatsThis>
 #include <QWindow>
 
@@ -63,6 +65,10 @@ TEST_F(Ayuda, F1AbreLaPaginaDeLaVentanaYAtiendeAlLadoDeUnDialogo) {
   EXPECT_EQ(VentanaDeAyuda()->windowHandle()->transientParent(), sin_pagina.windowHandle());
   QTest::keyClick(&campo, Qt::Key_F1);
   EXPECT_EQ(PaginaALaVista(), "puerto.html");
+  QMessageBox caja(&sin_pagina);
+  caja.show();
+  QTest::keyClick(&caja, Qt::Key_F1);
+  EXPECT_EQ(PaginaALaVista(), "mensajes.html");
 }
 
 TEST_F(Ayuda, UnDialogoQueSeAbreDespuesNoLaDejaAfuera) {
@@ -114,6 +120,12 @@ TEST_F(Ayuda, BuscaPalabrasSinMirarAcentos) {
   ASSERT_EQ(lista.findItems("Modificar contraseña", Qt::MatchExactly).size(), 1);
   emit lista.itemActivated(lista.findItems("Modificar contraseña", Qt::MatchExactly).front());
   EXPECT_EQ(Hallar<QTextBrowser>(ventana, "Pagina").source().fileName(), "cambiar-contrasena.html");
+  const auto en_el_contenido = [&] {
+    return Hallar<QTreeView>(ventana, "Contenido").currentIndex().data().toString().toStdString();
+  };
+  EXPECT_EQ(en_el_contenido(), "Modificar contraseña");  // as the page on show
+  ventana.IrA(libro.Portada());
+  EXPECT_EQ(en_el_contenido(), "AdminUTR");
   buscar("frmPuerto");  // what the operator can't read isn't searched
   EXPECT_EQ(lista.count(), 0);
   buscar("\"*(xyzzy -");  // signs are no words
