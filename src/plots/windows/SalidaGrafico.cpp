@@ -34,7 +34,7 @@ constexpr double kEntreRenglones = 1.25;
 QString PeriodoDe(const ContenidoGrafico& contenido) {
   const auto todo = TodoElTiempo(contenido);
   if (!contenido.ventana || !todo) return contenido.periodo;
-  const QString a_la_vista =
+  QString a_la_vista =
       TextoVentana({std::max(contenido.ventana->desde, todo->desde), std::min(contenido.ventana->hasta, todo->hasta)});
   if (contenido.periodo.isEmpty()) return a_la_vista;
   return contenido.periodo + QStringLiteral("    A la vista: ") + a_la_vista;
