@@ -89,20 +89,23 @@ const char* Diccionario::Guardar(std::string_view texto) {
 }
 
 void Diccionario::Crecer() {
+  constexpr std::size_t kPorMarca = std::size_t{1} << 24;  // as many slots as the hash in a mark tells apart
   const std::size_t nuevo = std::max<std::size_t>(16, ranuras_.size() * 2);
-  ranuras_.assign(nuevo, {});
-  for (std::uint32_t n = 1; n <= entradas_.size(); ++n) {
-    const Clave clave = ClaveDe(Texto(n));
-    std::size_t i = clave.dispersion & (nuevo - 1);
+  const auto anteriores = std::exchange(ranuras_, std::vector<Ranura>(nuevo));
+  salto_ = static_cast<unsigned>(std::max(32 - std::countr_zero(nuevo), 0));
+  for (const Ranura& ranura : anteriores) {
+    if (ranura.numero == 0) continue;
+    const std::uint32_t dispersion = nuevo <= kPorMarca ? ranura.marca : ClaveDe(Texto(ranura.numero)).dispersion;
+    std::size_t i = dispersion >> salto_;
     while (ranuras_[i].numero != 0) i = (i + 1) & (nuevo - 1);
-    ranuras_[i] = {clave.cabeza, n, clave.marca};
+    ranuras_[i] = ranura;
   }
 }
 
 std::uint32_t Diccionario::Numero(std::string_view texto, const Clave& clave) {
   if ((entradas_.size() + 1) * 3 > ranuras_.size() * 2) Crecer();
   const std::size_t mascara = ranuras_.size() - 1;
-  std::size_t i = clave.dispersion & mascara;
+  std::size_t i = clave.dispersion >> salto_;
   for (; ranuras_[i].numero != 0; i = (i + 1) & mascara) {
     if (Es(ranuras_[i], clave, texto)) return ranuras_[i].numero;
   }

@@ -36,7 +36,7 @@ class Diccionario {
   // Brings the slot of a text near, for a reader that looks several texts up soon. This one and the two below are put
   // in place by force: to the compiler a call of a function that only fetches ahead has no effect and can go.
   [[gnu::always_inline]] void Anticipar(const Clave& clave) const noexcept {
-    if (!ranuras_.empty()) __builtin_prefetch(&ranuras_[clave.dispersion & (ranuras_.size() - 1)]);
+    if (!ranuras_.empty()) __builtin_prefetch(&ranuras_[clave.dispersion >> salto_]);
   }
 
   // Appends the numbers of all texts behind number `desde` that are equal to this one but for case, in ascending order.
@@ -98,7 +98,10 @@ class Diccionario {
   std::size_t libre_ = 0;                               // bytes left there
   std::size_t bytes_ = 0;
   std::vector<Entrada> entradas_;
-  std::vector<Ranura> ranuras_;  // a power of two
+  // A power of two. The upper bits of a hash say where a text belongs, so that the slots keep their order when there
+  // are twice as many.
+  std::vector<Ranura> ranuras_;
+  unsigned salto_ = 0;  // how many bits of a hash don't count
 
   // Texts that are equal but for case share a chain, newest first: its newest text by hash, then the one before each.
   std::vector<std::uint32_t> ultimos_;  // a power of two
