@@ -199,6 +199,62 @@ TEST(Persistido, IdaYVueltaDeTodosLosTipos) {
   EXPECT_NE(prueba::LeerTodo(carpeta / "1.xml").find("f15='5.3249998'"), std::string::npos);
 }
 
+TEST(Persistido, DeclaraCadaTipoComoElServicio) {
+  using T = TipoCampo;
+  const struct {
+    T tipo;
+    const char* declarado;
+  } casos[] = {
+      {T::kVarWChar, "dt:type='string' dt:maxLength='10' rs:precision='0'"},
+      {T::kWChar, "dt:type='string' dt:maxLength='10' rs:precision='0' rs:fixedlength='true'"},
+      {T::kLongVarWChar, "dt:type='string' dt:maxLength='10' rs:precision='0' rs:long='true'"},
+      {T::kBstr, "dt:type='string' dt:maxLength='10' rs:precision='0' rs:long='true'"},
+      {T::kVarChar, "dt:type='string' rs:dbtype='str' dt:maxLength='10' rs:precision='0'"},
+      {T::kChar, "dt:type='string' rs:dbtype='str' dt:maxLength='10' rs:precision='0' rs:fixedlength='true'"},
+      {T::kLongVarChar, "dt:type='string' rs:dbtype='str' dt:maxLength='10' rs:precision='0' rs:long='true'"},
+      {T::kEntero8, "dt:type='i1' dt:maxLength='1' rs:precision='0' rs:fixedlength='true'"},
+      {T::kEntero8SinSigno, "dt:type='ui1' dt:maxLength='1' rs:precision='0' rs:fixedlength='true'"},
+      {T::kEntero16, "dt:type='i2' dt:maxLength='2' rs:precision='0' rs:fixedlength='true'"},
+      {T::kEntero16SinSigno, "dt:type='ui2' dt:maxLength='2' rs:precision='0' rs:fixedlength='true'"},
+      {T::kEntero, "dt:type='int' dt:maxLength='4' rs:precision='0' rs:fixedlength='true'"},
+      {T::kEnteroSinSigno, "dt:type='ui4' dt:maxLength='4' rs:precision='0' rs:fixedlength='true'"},
+      {T::kEntero64, "dt:type='i8' dt:maxLength='8' rs:precision='0' rs:fixedlength='true'"},
+      {T::kEntero64SinSigno, "dt:type='ui8' dt:maxLength='8' rs:precision='0' rs:fixedlength='true'"},
+      {T::kSimple, "dt:type='r4' dt:maxLength='4' rs:precision='0' rs:fixedlength='true'"},
+      {T::kDoble, "dt:type='float' dt:maxLength='8' rs:precision='0' rs:fixedlength='true'"},
+      {T::kLogico, "dt:type='boolean' dt:maxLength='2' rs:precision='0' rs:fixedlength='true'"},
+      {T::kMoneda, "dt:type='number' rs:dbtype='currency' dt:maxLength='8' rs:precision='0' rs:fixedlength='true'"},
+      {T::kDecimal,
+       "dt:type='number' rs:dbtype='decimal' dt:maxLength='16' rs:scale='0' rs:precision='0' rs:fixedlength='true'"},
+      {T::kNumerico,
+       "dt:type='number' rs:dbtype='numeric' dt:maxLength='19' rs:scale='0' rs:precision='0' rs:fixedlength='true'"},
+      {T::kNumericoVariable, "dt:type='number' rs:dbtype='varnumeric' dt:maxLength='10' rs:scale='0' rs:precision='0'"},
+      {T::kFecha,
+       "dt:type='dateTime' rs:dbtype='variantdate' dt:maxLength='16' rs:precision='0' rs:fixedlength='true'"},
+      {T::kMarcaDeTiempo,
+       "dt:type='dateTime' rs:dbtype='timestamp' dt:maxLength='16' rs:scale='0' rs:precision='0' "
+       "rs:fixedlength='true'"},
+      {T::kFechaArchivo,
+       "dt:type='dateTime' rs:dbtype='filetime' dt:maxLength='16' rs:precision='0' rs:fixedlength='true'"},
+      {T::kFechaSola, "dt:type='date' dt:maxLength='6' rs:precision='0' rs:fixedlength='true'"},
+      {T::kHoraSola, "dt:type='time' dt:maxLength='6' rs:precision='0' rs:fixedlength='true'"},
+      {T::kGuid, "dt:type='uuid' dt:maxLength='16' rs:precision='0' rs:fixedlength='true'"},
+      {T::kBinario, "dt:type='bin.hex' dt:maxLength='10' rs:precision='0' rs:fixedlength='true'"},
+      {T::kVarBinario, "dt:type='bin.hex' dt:maxLength='10' rs:precision='0'"},
+      {T::kLongVarBinario, "dt:type='bin.hex' dt:maxLength='10' rs:precision='0' rs:long='true'"},
+  };
+  const Carpeta carpeta;
+  for (const auto& c : casos) {
+    Tabla t;
+    t.Append("f", c.tipo, 10);
+    t.Open();
+    t.GuardarSobre(carpeta / "t.xml");
+    const std::string texto = Reemplazar(prueba::LeerTodo(carpeta / "t.xml"), "\r\n\t\t\t ", " ");
+    const std::string esperado = std::string("<s:datatype ") + c.declarado + " rs:maybenull='false'/>";
+    EXPECT_NE(texto.find(esperado), std::string::npos) << esperado;
+  }
+}
+
 TEST(Persistido, UnValorLargoSeGuardaEnteroYSeDeclara) {
   const Carpeta carpeta;
   const auto t = TablaCon({{"C", TipoCampo::kVarChar, 20}}, {{"veintiún caracteres ñ"}});
