@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <tuple>
 
 #include "configuration/CalculosSensor.h"
 #include "configuration/ReglasSensor.h"
@@ -355,6 +356,22 @@ TEST(CalculosSensor, RangoYPendiente) {
     valores[C::kRangoMax] = maximo;
     EXPECT_EQ(TextoRango(valores), rango);
     EXPECT_EQ(CodigoPendiente(valores), pendiente);
+  }
+}
+
+TEST(CalculosSensor, CadaTiempoTieneSusLimites) {
+  ValoresSensor valores;
+  valores[C::kTRead] = "15";
+  valores[C::kTStorage] = "30";
+  valores[C::kTDiscret] = "60";
+  const std::tuple<C, double, double, double> casos[] = {{C::kTMed, 1, 15, 1},         {C::kTRead, 1, 36, 1},
+                                                         {C::kTStorage, 15, 1440, 15}, {C::kTResetAlarma, 15, 1440, 15},
+                                                         {C::kTEval, 30, 1440, 30},    {C::kTDiscret, 30, 1440, 30},
+                                                         {C::kTCero, 60, 1440, 60}};
+  for (const auto& [tiempo, minimo, maximo, paso] : casos) {
+    const LimitesPaso limites = LimitesDe(tiempo, valores);
+    EXPECT_EQ(std::tuple(limites.minimo, limites.maximo, limites.paso), std::tuple(minimo, maximo, paso))
+        << static_cast<int>(tiempo);
   }
 }
 
