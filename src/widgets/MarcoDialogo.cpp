@@ -117,9 +117,9 @@ QWidget* ALoAncho(QWidget* contenido, const QDialog& dialogo) {
   return contenido->minimumSizeHint().width() <= sitio ? contenido : new AreaALoAncho(contenido, nullptr);
 }
 
-void AjustarTamano(QDialog& dialogo, const QSize& minimo) {
+void AjustarTamano(QDialog& dialogo, const QSize& minimo, const QSize& por_venir) {
   const QSize sitio = SitioEnPantalla(dialogo);
-  if (!Cabe(dialogo.minimumSizeHint(), sitio)) HacerDesplazable(dialogo);
+  if (!Cabe(dialogo.minimumSizeHint() + por_venir, sitio)) HacerDesplazable(dialogo);
   dialogo.resize(dialogo.sizeHint().expandedTo(minimo).boundedTo(sitio));
   RecordarTamano(&dialogo);
 }

@@ -34,6 +34,7 @@ constexpr int kEntrePartes = 10;
 constexpr int kEntreLineas = 20;
 constexpr QSize kIcono(22, 22);
 constexpr int kAnchoALado = 420;
+constexpr int kRenglonesPorVenir = 5;        // of what is said of the rows once there are some
 constexpr QLatin1String kAlLado("al lado");  // what is remembered of the part beside the list
 constexpr QLatin1String kDivision("division");
 
@@ -411,7 +412,8 @@ void VentanaLista::Armar(QWidget* encima, const PieDialogo& pie, const QSize& ta
   todo->addWidget(barra_);
   todo->addLayout(cuerpo, 1);
   OrdenarTab();
-  AjustarTamano(*this, al_lado_ == nullptr ? tamano : tamano + QSize(kAnchoALado, 0));
+  const int renglones = kRenglonesPorVenir * fontMetrics().lineSpacing();
+  AjustarTamano(*this, al_lado_ == nullptr ? tamano : tamano + QSize(kAnchoALado, 0), QSize(0, renglones));
 }
 
 // The controls of a part of the window that Tab reaches.

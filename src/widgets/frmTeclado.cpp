@@ -31,18 +31,18 @@ struct AtajoComun {
   const char* tecla;
 };
 constexpr std::array<AtajoComun, 19> kComunes{{
-    {"Toda ventana", "Ir al control siguiente, al anterior", "Tab, Mayús+Tab"},
+    {"Toda ventana", "Ir al control siguiente, al anterior", "Tab, Mayúsculas+Tab"},
     {"Toda ventana", "Ir al control de la letra subrayada, o apretarlo", "Alt+letra"},
     {"Toda ventana", "Ir al menú", "Alt, F10"},
     {"Toda ventana", "Apretar el botón que tiene el teclado; si no, el que está marcado", "Enter"},
     {"Toda ventana", "Apretar el botón, o marcar la casilla, que tiene el teclado", "Espacio"},
     {"Toda ventana", "Cancelar, o cerrar", "Esc"},
-    {"Toda ventana", "Explicar el control que se señale después", "Mayús+F1"},
-    {"Toda ventana", "Ver esta página", "Ctrl+F1"},
-    {"Hojas", "Pasar a la hoja siguiente, a la anterior", "Ctrl+Tab, Ctrl+Mayús+Tab"},
+    {"Toda ventana", "Explicar el control que se señale después", "Mayúsculas+F1"},
+    {"Toda ventana", "Ver esta página", "Control+F1"},
+    {"Hojas", "Pasar a la hoja siguiente, a la anterior", "Control+Tab, Control+Mayúsculas+Tab"},
     {"Listas", "Moverse por los renglones", "flechas, Inicio, Fin, Re Pág, Av Pág"},
     {"Listas", "Abrir el renglón", "Enter"},
-    {"Listas", "Elegir más renglones", "Mayús+flechas, Ctrl+Espacio"},
+    {"Listas", "Elegir más renglones", "Mayúsculas+flechas, Control+Espacio"},
     {"Listas", "Del filtro a la lista", "Enter, Abajo"},
     {"Listas", "Vaciar el filtro", "Esc"},
     {"Fechas y números", "Aumentar, disminuir", "Arriba, Abajo"},

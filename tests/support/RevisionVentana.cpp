@@ -23,6 +23,7 @@ namespace utr {
 namespace {
 
 constexpr int kPisos = 30;
+constexpr QSize kMarco(16, 40);  // what a desktop puts around a window
 
 std::string Donde(const QObject* cual) {
   if (cual == nullptr) return "?";
@@ -176,9 +177,9 @@ std::vector<std::string> ReparosDeAcceso(QWidget& ventana) {
 
 std::vector<std::string> ReparosDeTamano(QWidget& ventana) {
   std::vector<std::string> reparos;
-  const QSize pantalla = ventana.screen()->availableSize();
+  const QSize pantalla = ventana.screen()->availableSize() - kMarco;
   if (ventana.width() > pantalla.width() || ventana.height() > pantalla.height())
-    reparos.push_back(Medida(ventana.size()) + " on a screen of " + Medida(pantalla));
+    reparos.push_back(Medida(ventana.size()) + " where there is room for " + Medida(pantalla));
   for (const QWidget* control : ventana.findChildren<QWidget*>()) {
     if (control->window() != &ventana || !control->isVisible()) continue;
     const QSize minimo = Minimo(*control);

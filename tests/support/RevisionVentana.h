@@ -12,8 +12,8 @@ namespace utr {
 // control.
 std::vector<std::string> ReparosDeAcceso(QWidget& ventana);
 
-// What can't be seen whole: a window larger than its screen, controls narrower than their words or out of the window.
-// What scrolls is in reach.
+// What can't be seen whole: a window larger than its screen with the frame around it, controls narrower than their
+// words or out of the window. What scrolls is in reach.
 std::vector<std::string> ReparosDeTamano(QWidget& ventana);
 
 }  // namespace utr
