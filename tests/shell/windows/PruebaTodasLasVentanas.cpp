@@ -3,10 +3,8 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
-#include <QComboBox>
 #include <QCoreApplication>
 #include <QLineEdit>
-#include <QMenu>
 #include <QTabWidget>
 #include <QTreeView>
 #include <filesystem>
