@@ -7,6 +7,7 @@
 #include "base/Error.h"
 #include "base/Texto.h"
 #include "configuration/CamposSensor.h"
+#include "configuration/Pilas.h"
 #include "configuration/ReglasSensor.h"
 #include "console/TablaOpciones.h"
 #include "driver/CanalesUTR.h"
@@ -39,7 +40,7 @@ constexpr CaraNombrada kCaras[] = {{"Limnímetro", 0, 1}, {"Analógico", 0, 4}, 
 std::string NombreCorto(std::string_view rotulo) {
   const std::size_t abre = rotulo.find('(');
   const std::size_t cierra = rotulo.find(')');
-  const std::string dentro(abre == rotulo.npos ? std::string_view() : rotulo.substr(abre + 1, cierra - abre - 1));
+  std::string dentro(abre == rotulo.npos ? std::string_view() : rotulo.substr(abre + 1, cierra - abre - 1));
   if (!dentro.empty() && dentro != "UI" && dentro != "Cuentas" && dentro != "mm" && dentro != "Limnímetro")
     return dentro;
   return std::string(Recortar(rotulo.substr(0, abre)));
@@ -193,6 +194,7 @@ const std::map<std::string, std::string, std::less<>>& Valores() {
       {"velocidades-asistente", Enumerados(kVelocidadesAsistente)},
       {"puerto-ip", std::to_string(kPuertoIPDefecto)},
       {"direccion-ip", std::string(kDireccionDefecto)},
+      {"canales-con-registro", std::to_string(kCanalesConRegistro)},
       {"ultimo-puerto-serie", std::to_string(kUltimoPuertoSerie)},
       {"constante-pluviometro", std::string(kConstanteDefecto)}};
   return valores;

@@ -59,7 +59,7 @@ void AyudanteQt::Mostrar(const std::filesystem::path& archivo, EntradaAyuda entr
 QUrl AyudanteQt::PaginaPara(const QWidget& desde) const {
   if (qobject_cast<const QMessageBox*>(desde.window()) != nullptr) return libro_.PaginaDeMensajes();
   for (const QWidget* control = &desde; control != nullptr; control = control->window()->parentWidget()) {
-    const QUrl pagina = libro_.PaginaDe(control->window()->objectName());
+    QUrl pagina = libro_.PaginaDe(control->window()->objectName());
     if (!pagina.isEmpty()) return pagina;
   }
   return libro_.Portada();
