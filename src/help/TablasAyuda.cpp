@@ -178,6 +178,7 @@ Filas TablaOpciones() {
 template <class Numeros>
 std::string Enumerados(const Numeros& numeros) {
   std::vector<std::string> textos;
+  textos.reserve(std::size(numeros));
   for (const std::int32_t numero : numeros) textos.push_back(std::to_string(numero));
   const std::string ultimo = textos.back();
   textos.pop_back();
