@@ -18,8 +18,8 @@ class ImpresoraDibujos {
  public:
   virtual ~ImpresoraDibujos() = default;
 
-  // Prints drawn pages as one job of that title, once, on the chosen paper with its margins. Raises Error 482 when the printer
-  // doesn't take them.
+  // Prints drawn pages as one job of that title, once, on the chosen paper with its margins. Raises Error 482 when the
+  // printer doesn't take them.
   virtual void Dibujar(const EleccionImpresora& eleccion, std::string_view titulo, const DibujarPaginas& dibujar) = 0;
 };
 
