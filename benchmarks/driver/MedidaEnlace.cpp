@@ -159,7 +159,7 @@ bool MedirTcp(Puesto& puesto) {
 bool MedirDia(Puesto& puesto) {
   puesto.driver.ConfiguracionAlmacenada(true);
   double peor = 0;
-  for (int dias = 0; dias < 120; dias += 9) {
+  for (int dias = 1; dias < 120; dias += 9) {
     const std::string dia = TextoFecha(utr::FechaDeDias(utr::DiasDesde1970(puesto.Ahora()) - dias));
     const auto antes = puesto.driver.Cuenta().pedidos;
     const utr::TablaPtr tabla = puesto.driver.LeerDatos(dia, dia, 0);
