@@ -13,7 +13,7 @@ std::string ModRTU::UnidadAMano() const {
 std::string ModRTU::EstacionAMano() const {
   const std::int32_t identificador = propiedades.LeerEntero(clave::kIdentificador, 0);
   if (identificador == 0) return "UTR sin identificador";
-  const std::string utr = "UTR " + std::to_string(identificador);
+  std::string utr = "UTR " + std::to_string(identificador);
   LibroEstaciones libro(carpeta / LibroEstaciones::kArchivo);
   if (!IgnorandoErrores([&] { libro.Leer(); })) return utr;
   const Estacion* estacion = libro.LaUnica(identificador);

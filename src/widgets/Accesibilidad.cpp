@@ -2,6 +2,7 @@
 
 #include <QAccessibleWidget>
 #include <QVariant>
+#include <QWidget>
 
 namespace utr {
 namespace {
