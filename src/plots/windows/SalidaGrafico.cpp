@@ -13,6 +13,7 @@
 #include <ostream>
 
 #include "base/Archivos.h"
+#include "base/Error.h"
 #include "plots/windows/Hidrograma.h"
 #include "widgets/ImpresoraDibujos.h"
 #include "widgets/Temas.h"
