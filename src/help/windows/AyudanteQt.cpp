@@ -31,6 +31,8 @@ AyudanteQt::AyudanteQt(const std::filesystem::path& archivo, Operador& operador,
 }
 
 AyudanteQt::~AyudanteQt() {
+  // Its parts send events while they go, and it isn't whole any more to look at them.
+  qApp->removeEventFilter(this);
   delete ventana_;
 }
 
