@@ -1,5 +1,6 @@
 #include "help/windows/frmAyuda.h"
 
+#include <QEvent>
 #include <QHelpContentModel>
 #include <QHelpContentWidget>
 #include <QHelpEngine>
