@@ -43,6 +43,12 @@ utr::enlace::Avisos AvisosPara(utr::SituacionDelEnlace& situacion) {
               [&situacion](bool de_practica) {
                 situacion.PonerClase(de_practica ? utr::ClaseDeUnidad::kDePractica : utr::ClaseDeUnidad::kReal);
               },
+          .desconocida =
+              [&situacion] {
+                // The wire is left, too, when the simulated station is chosen.
+                if (situacion.Clase() != utr::ClaseDeUnidad::kSimulada)
+                  situacion.PonerClase(utr::ClaseDeUnidad::kDesconocida);
+              },
           .trafico = [&situacion](const utr::enlace::Trafico& trafico) { situacion.PonerCuenta(CuentaDe(trafico)); },
           .puerto = [&situacion](bool abierto) { situacion.PonerPuerto(abierto); },
           .fin_de_llamada = [&situacion] { situacion.PonerFinDeLlamada(); }};

@@ -58,8 +58,9 @@ class BancoEnlace : public Banco, private enlace::Tendido {
 
   std::vector<bool> puertos;  // what the driver told of its port
   int fines_de_llamada = 0;   // and of its calls
-  int aperturas = 0;          // of TCP connections that were tried
-  int aperturas_mudas = 0;    // of these, from now on, that nobody answers
+  std::string quien;  // and of who is there: "p" a station to practise with, "r" a real one, "?" it may be another
+  int aperturas = 0;  // of TCP connections that were tried
+  int aperturas_mudas = 0;  // of these, from now on, that nobody answers
 
   // Over TCP, what answers a request in place of the station; nothing leaves it to the station. For units that aren't
   // like ours.
@@ -84,18 +85,20 @@ class BancoEnlace : public Banco, private enlace::Tendido {
  protected:
   void Arrancar() {
     if (!estacion_) estacion_ = std::make_unique<Estacion>(Donde(), reloj);
-    driver_ = std::make_unique<ComunicadorEnlace>(
-        ComunicadorEnlace::Partes{.tendido = *this,
-                                  .dispositivos = [this](int numero) { return DispositivoDe(numero); },
-                                  .reloj = reloj,
-                                  .atender =
-                                      [this] {
-                                        if (al_esperar_) std::exchange(al_esperar_, nullptr)();
-                                      },
-                                  .bitacora = bitacora_,
-                                  .plazos = plazos,
-                                  .avisos = {.puerto = [this](bool abierto) { puertos.push_back(abierto); },
-                                             .fin_de_llamada = [this] { ++fines_de_llamada; }}});
+    driver_ = std::make_unique<ComunicadorEnlace>(ComunicadorEnlace::Partes{
+        .tendido = *this,
+        .dispositivos = [this](int numero) { return DispositivoDe(numero); },
+        .reloj = reloj,
+        .atender =
+            [this] {
+              if (al_esperar_) std::exchange(al_esperar_, nullptr)();
+            },
+        .bitacora = bitacora_,
+        .plazos = plazos,
+        .avisos = {.identificada = [this](bool de_practica) { quien += de_practica ? "p" : "r"; },
+                   .desconocida = [this] { quien += "?"; },
+                   .puerto = [this](bool abierto) { puertos.push_back(abierto); },
+                   .fin_de_llamada = [this] { ++fines_de_llamada; }}});
   }
 
  private:

@@ -1,3 +1,4 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <random>
@@ -89,6 +90,7 @@ TEST_F(Enlace, LaEstacionMuereEnMedioDeCadaOperacionYLaSiguienteSigue) {
       EXPECT_EQ(otro.Driver().EstadoPuerto(), !por_tcp);
       EXPECT_TRUE(otro.Driver().EstadoEnlace());
       EXPECT_EQ(otro.puertos, por_tcp ? std::vector<bool>{} : std::vector<bool>({true, false, true}));
+      EXPECT_THAT(otro.quien, testing::MatchesRegex("p([?]p)+")) << operacion.nombre;
     }
   }
 }

@@ -85,6 +85,11 @@ void UnidadRemota::Llamar(std::int32_t identificador) {
 
 // --- One request -----------------------------------------------------------------------------------------------------
 
+void UnidadRemota::Desconocer() {
+  const bool habia = std::exchange(conocida_, false);
+  if (habia && avisos_.desconocida) avisos_.desconocida();
+}
+
 // Something done on the line that leads to the unit; nothing when there is none, or when it was lost and can be opened
 // again for another try.
 std::optional<Bytes> UnidadRemota::EnLinea(const std::function<std::optional<Bytes>(Conversacion&)>& hacer) {

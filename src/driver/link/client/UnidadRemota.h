@@ -26,6 +26,7 @@ struct Leido {
 // What the computer is told of the way beside the answers; each may be empty.
 struct Avisos {
   std::function<void(bool de_practica)> identificada{};  // a unit has said who it is
+  std::function<void()> desconocida{};                   // it may be another one from now on, until one says who it is
   std::function<void(const Trafico&)> trafico{};         // now and then, while much is asked of the unit
   std::function<void(bool abierto)> puerto{};            // the serial port was closed or lost, or is open again
   std::function<void()> fin_de_llamada{};                // a call that stood doesn't any more
@@ -45,7 +46,7 @@ class UnidadRemota {
   void Llamar(std::int32_t identificador);
 
   // It may be another unit, or have been restarted: it is asked who it is ahead of the next request.
-  void Desconocer() { conocida_ = false; }
+  void Desconocer();
 
   // Whether the unit is one to practise with, asked once where it isn't known who would answer. Nothing: nobody does.
   std::optional<bool> DePractica();
