@@ -80,9 +80,10 @@ std::string TextoValores(const Serie& serie) {
   return partes.empty() ? "" : "; " + Unir(partes, ", ");
 }
 
-std::string CifrasDeDatos(const SeriesDeTabla& series) {
+std::string CifrasDeDatos(const SeriesDeTabla& series, bool a_intervalos) {
   CifrasSerie todas;
   for (const auto& serie : series) Sumar(todas, serie->Cifras());
+  if (!a_intervalos) todas.faltan = todas.huecos = 0;
   const std::string texto = TextoSpan(todas.primero, todas.ultimo) + "; " + TextoCuentas(todas);
   return texto + (series.size() == 1 ? TextoValores(*series[0]) : "; " + Cuantos(series.size(), "canal", "canales"));
 }
@@ -102,11 +103,11 @@ SeriesDeTabla SeriesDe(const Tabla& tabla, const Tabla* configuracion) {
   return series;
 }
 
-std::string TextoCifras(const Tabla& tabla, const SeriesDeTabla& series) {
+std::string TextoCifras(const Tabla& tabla, const SeriesDeTabla& series, bool a_intervalos) {
   if (tabla.RecordCount() == 0 || !Tiene(tabla, "Fecha")) return {};
   if (Tiene(tabla, "Codigo")) return CifrasDeEventos(tabla);
   if (!Tiene(tabla, "Canal") || !Tiene(tabla, "Valor") || !Tiene(tabla, "Validacion")) return {};
-  return CifrasDeDatos(series);
+  return CifrasDeDatos(series, a_intervalos);
 }
 
 // A file may hold its numbers as numbers.

@@ -1,3 +1,4 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "retrieved/CifrasRegistros.h"
@@ -44,6 +45,16 @@ TEST(CifrasRegistros, LoQueHayEnLoLeido) {
       {TablaDeTextos({"Fecha", "Hora", "Canal", "Valor"}, {{"15/03/2026", "11:00:00", "1", "2"}}), ""},
   };
   for (const Caso& caso : casos) EXPECT_EQ(TextoCifras(*caso.tabla, SeriesDe(*caso.tabla, canales.get())), caso.texto);
+}
+
+TEST(CifrasRegistros, DeLoQueNoEsAIntervalosNoFaltaNada) {
+  const TablaPtr canales = TablaDeCanales({{{"Canal", "1"}, {"TStorage", "10"}}});
+  const TablaPtr cola = Datos({Registro("10:00:00", "EA01", "1.000"), Registro("12:50:00", "EA01", "2.000")});
+  const SeriesDeTabla series = SeriesDe(*cola, canales.get());
+  EXPECT_THAT(TextoCifras(*cola, series), testing::HasSubstr("faltan"));
+  EXPECT_EQ(TextoCifras(*cola, series, false),
+            "Primero: 15/03/2026 10:00:00, último: 15/03/2026 12:50:00; 2 registros; mínimo 1 m, máximo 2 m, media "
+            "1.500 m");
 }
 
 TEST(CifrasRegistros, SeMarcaLoQueNoTieneValorONoFueValidado) {

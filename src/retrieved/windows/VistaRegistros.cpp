@@ -184,7 +184,7 @@ void VistaRegistros::Listar(FinLectura fin, const PedidoLectura& pedido, const P
   }
   visto.cuenta = QString::fromUtf8(pedido.contador) + QString::number(visto.tabla->RecordCount());
   visto.series = SeriesDe(*visto.tabla, Canales());
-  visto.cifras = Q(TextoCifras(*visto.tabla, visto.series));
+  visto.cifras = Q(TextoCifras(*visto.tabla, visto.series, AIntervalos()));
   Ver(visto);
   Listado();
 }

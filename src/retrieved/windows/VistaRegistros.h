@@ -99,6 +99,7 @@ class VistaRegistros : public VentanaLista {
 
   // The table of channels that goes with what is on show, or null.
   virtual const Tabla* Canales() const = 0;
+  virtual bool AIntervalos() const { return true; }  // its channels record at regular intervals
   virtual const LectorRegistros& Lector() const = 0;
   TablaPtr TablaDeImp() const override { return visto_.tabla; }
 

@@ -18,6 +18,7 @@ class frmColaTransmicion : public VistaPorFechas {
   EncabezadoLista Encabezado(bool para_imprimir) const override;
   const LectorRegistros& Lector() const override { return lector_; }
   const Tabla* Canales() const override { return configuracion_.get(); }
+  bool AIntervalos() const override { return false; }
 
  private:
   TablaPtr configuracion_;
