@@ -13,6 +13,7 @@
 #include "base/Error.h"
 #include "base/Numeros.h"
 #include "base/Texto.h"
+#include "base/TomlHondo.h"
 
 namespace utr {
 namespace {
@@ -110,7 +111,9 @@ std::string Propiedades::LeerArchivoPropiedades() const {
 void Propiedades::CargarPropiedades() {
   std::map<std::string, Propiedad, std::less<>> leidas;
   try {
-    const toml::table tabla = toml::parse(LeerArchivoPropiedades());
+    const std::string texto = LeerArchivoPropiedades();
+    if (LineaDemasiadoHonda(texto) > 0) throw Error(error::kArchivo, archivo_.string(), "no se entiende");
+    const toml::table tabla = toml::parse(texto);
     for (const auto& [nombre, nodo] : tabla) {
       if (std::optional<Propiedad> valor = DesdeToml(nodo)) leidas.emplace(nombre.str(), std::move(*valor));
     }

@@ -12,6 +12,7 @@
 #include "base/Archivos.h"
 #include "base/Error.h"
 #include "base/Texto.h"
+#include "base/TomlHondo.h"
 
 namespace utr {
 namespace {
@@ -59,8 +60,11 @@ DatosVisita LeerDatosVisita(const fs::path& carpeta, const FechaHora& dia) {
   const bool leido =
       de_disco && entrada && (entrada.peek() == std::ifstream::traits_type::eof() || todo << entrada.rdbuf());
   if (!leido) Fallar(archivo, "no se puede leer");
+  const std::string texto = todo.str();
+  if (const auto linea = LineaDemasiadoHonda(texto); linea > 0)
+    Fallar(archivo, fmt::format("línea {}: no se entiende", linea));
   try {
-    const toml::table raiz = toml::parse(todo.str());
+    const toml::table raiz = toml::parse(texto);
     for (const auto& [clave, nodo] : raiz) Poner(archivo, clave, nodo, datos);
   } catch (const toml::parse_error& error) {
     Fallar(archivo, fmt::format("línea {}: no se entiende", error.source().begin.line));

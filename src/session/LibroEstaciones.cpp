@@ -17,6 +17,7 @@
 #include "base/Archivos.h"
 #include "base/Error.h"
 #include "base/Texto.h"
+#include "base/TomlHondo.h"
 #include "driver/PaginaCero.h"
 #include "driver/Textos.h"
 #include "session/Puertos.h"
@@ -172,6 +173,8 @@ void ExigirVersion(const fs::path& archivo, const toml::node* version) {
 std::vector<Estacion> Entender(const fs::path& archivo, const std::string& bytes) {
   std::vector<Estacion> estaciones;
   if (bytes.empty()) return estaciones;
+  if (const auto linea = LineaDemasiadoHonda(bytes); linea > 0)
+    Fallar(archivo, fmt::format("línea {}: no se entiende", linea));
   toml::table raiz;
   try {
     raiz = toml::parse(bytes);

@@ -5,11 +5,13 @@
 
 #include <algorithm>
 #include <fstream>
+#include <iterator>
 #include <sstream>
 
 #include "base/Archivos.h"
 #include "base/Error.h"
 #include "base/Numeros.h"
+#include "base/TomlHondo.h"
 #include "driver/CarpetaDeEstacion.h"
 #include "session/AjustesEnlace.h"
 
@@ -51,7 +53,11 @@ bool EstaEntre(std::span<const PuertoSerie> puertos, int numero) {
 // The pairs of the file. Each of its lines must make sense: what is passed over would have its number given away.
 std::map<int, std::string> LeerPares(const std::filesystem::path& archivo) {
   std::map<int, std::string> pares;
-  const toml::table raiz = toml::parse_file(archivo.string());
+  std::ifstream entrada(archivo, std::ios::binary);
+  const std::string texto{std::istreambuf_iterator<char>(entrada), {}};
+  if (const auto linea = LineaDemasiadoHonda(texto); linea > 0)
+    NoSeEntiende("línea " + std::to_string(linea) + ": no se entiende");
+  const toml::table raiz = toml::parse(texto);
   for (const auto& [clave, nodo] : raiz) {
     if (clave.str() != kTabla || !nodo.is_table()) NoSeEntiende("'" + std::string(clave.str()) + "' está de más");
   }

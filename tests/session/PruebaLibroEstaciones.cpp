@@ -85,11 +85,14 @@ TEST_F(LibroEnCarpeta, LoEscritoVuelveEntero) {
 
 TEST_F(LibroEnCarpeta, LoQueNoSeEntiendeDiceLaLineaYSeRespeta) {
   const std::string v = "version = 1\n";
+  std::string honda;
+  for (int i = 0; i < 200000; ++i) honda += "a.";
   const std::pair<std::string, const char*> casos[] = {
       {"\x01\x02 basura", "línea 1: no se entiende"},
       {v + "[[estacion]]\nnombre = \"a\n", "línea 3: no se entiende"},
       {v + "[[estacion]]\nnombre = \"\xff\"\n", "línea 3: no se entiende"},
       {"hola = 1\n", "no es un libro de estaciones"},
+      {v + "\n" + honda + "b = 1\n", "línea 3: no se entiende"},
       {"version = 2\n", "línea 1: el libro es de otra versión (2)"},
       {v + "otra = 1\n", "línea 2: 'otra' está de más"},
       {v + "estacion = 5\n", "línea 2: 'estacion' debe ser una lista"},

@@ -10,6 +10,7 @@
 #include "base/Fechas.h"
 #include "base/Numeros.h"
 #include "base/Texto.h"
+#include "base/TomlHondo.h"
 #include "driver/PaginaCero.h"
 #include "driver/Textos.h"
 #include "driver/simulated/scenario/Escenario.h"
@@ -425,6 +426,8 @@ std::string MotivoDeSintaxis(std::string_view motivo, const std::string& renglon
 }  // namespace
 
 Escenario LeerEscenarioDeTexto(const std::string& texto) {
+  if (const auto linea = LineaDemasiadoHonda(texto); linea > 0)
+    throw Error(error::kArchivo, "UTRSimulada.toml", "línea " + std::to_string(linea) + ": no se entiende");
   toml::table raiz;
   try {
     raiz = toml::parse(texto);
