@@ -14,6 +14,11 @@ std::string Llamada(std::int32_t estacion) {
   return estacion == 0 ? "de la estación sin identificador" : fmt::format("de la estación {}", estacion);
 }
 
+std::string DeQuien(const Asiento& asiento) {
+  const std::string cual = asiento.estacion == 0 ? "sin identificador" : std::to_string(asiento.estacion);
+  return asiento.unidad.empty() ? cual : cual + ", " + asiento.unidad;
+}
+
 }  // namespace
 
 Diario::Tarea::Tarea(Diario& diario) : diario_(diario), estacion_(diario.Estacion()) {
@@ -124,8 +129,8 @@ void Diario::ReunirPaginas() {
 }
 
 TablaPtr Diario::ComoTabla() const {
-  constexpr std::pair<const char*, std::uint32_t> kCampos[] = {
-      {"Momento", 20}, {"Comando", 50}, {"Antes", 255}, {"Escrito", 255}, {"Resultado", 255}};
+  constexpr std::pair<const char*, std::uint32_t> kCampos[] = {{"Momento", 20}, {"UTR", 40},      {"Comando", 50},
+                                                               {"Antes", 255},  {"Escrito", 255}, {"Resultado", 255}};
   auto tabla = std::make_shared<Tabla>();
   for (const auto& [nombre, tamano] : kCampos) tabla->Append(nombre, TipoCampo::kVarChar, tamano);
   tabla->Open();
@@ -133,6 +138,7 @@ TablaPtr Diario::ComoTabla() const {
     if (asiento.clase != ClaseAsiento::kEscritura) continue;
     tabla->AddNew();
     tabla->Set("Momento", TextoFechaHora(asiento.momento));
+    tabla->Set("UTR", DeQuien(asiento));
     tabla->Set("Comando", asiento.comando);
     tabla->Set("Antes", asiento.antes);
     tabla->Set("Escrito", asiento.escrito);

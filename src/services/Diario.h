@@ -109,7 +109,8 @@ class Diario {
   void AlCambiar(std::function<void(const Cambio&)> aviso) { aviso_ = std::move(aviso); }
 
   // What was written to units, as a table of texts for a list, in the order of the entries: "Momento" (date and time),
-  // "Comando", "Antes", "Escrito", "Resultado". It stands on its first row.
+  // "UTR" (whose: "120, real"; the identifier alone where nobody tells what it is), "Comando", "Antes", "Escrito",
+  // "Resultado". It stands on its first row.
   TablaPtr ComoTabla() const;
 
  private:

@@ -6,14 +6,17 @@
 namespace utr {
 
 std::string ModRTU::UnidadAMano() const {
-  const bool de_practica = situacion != nullptr && EsDePractica(situacion->Clase());
-  return std::to_string(propiedades.LeerEntero(clave::kIdentificador, 0)) + (de_practica ? " de práctica" : "");
+  return std::to_string(propiedades.LeerEntero(clave::kIdentificador, 0)) + (DePractica() ? " de práctica" : "");
+}
+
+bool ModRTU::DePractica() const {
+  return situacion != nullptr && EsDePractica(situacion->UltimaConocida());
 }
 
 std::string ModRTU::EstacionAMano() const {
   const std::int32_t identificador = propiedades.LeerEntero(clave::kIdentificador, 0);
-  if (identificador == 0) return "UTR sin identificador";
-  std::string utr = "UTR " + std::to_string(identificador);
+  if (identificador == 0) return DePractica() ? "UTR sin identificador, de práctica" : "UTR sin identificador";
+  const std::string utr = "UTR " + UnidadAMano();
   LibroEstaciones libro(carpeta / LibroEstaciones::kArchivo);
   if (!IgnorandoErrores([&] { libro.Leer(); })) return utr;
   const Estacion* estacion = libro.LaUnica(identificador);

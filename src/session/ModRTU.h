@@ -69,7 +69,11 @@ struct ModRTU {
 
   // "Estación Río Grande, UTR 120": the unit of the settings, with the name that the book of stations has for it, if
   // one alone is known by that identifier. A book that can't be read names nobody.
+  // "UTR 120 de práctica" for one that isn't in the field.
   std::string EstacionAMano() const;
+
+ private:
+  bool DePractica() const;
 };
 
 // The program's title and bare caption of the main window.

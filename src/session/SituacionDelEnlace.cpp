@@ -32,6 +32,7 @@ const Palabras& De(ClaseDeUnidad clase) {
 
 void SituacionDelEnlace::PonerClase(ClaseDeUnidad clase) {
   clase_ = clase;
+  if (clase != ClaseDeUnidad::kDesconocida) ultima_conocida_ = clase;
   if (aviso_) aviso_();
 }
 

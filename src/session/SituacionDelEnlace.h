@@ -30,6 +30,9 @@ struct CuentaDeLinea {
 class SituacionDelEnlace {
  public:
   ClaseDeUnidad Clase() const noexcept { return clase_; }
+
+  // Who was the last one known: what was read before the other end got lost is still hers. Unknown if nobody ever was.
+  ClaseDeUnidad UltimaConocida() const noexcept { return ultima_conocida_; }
   const CuentaDeLinea& Cuenta() const noexcept { return cuenta_; }
 
   void PonerClase(ClaseDeUnidad clase);
@@ -60,6 +63,7 @@ class SituacionDelEnlace {
 
  private:
   ClaseDeUnidad clase_ = ClaseDeUnidad::kSimulada;
+  ClaseDeUnidad ultima_conocida_ = ClaseDeUnidad::kDesconocida;
   CuentaDeLinea cuenta_;
   std::function<void()> aviso_;
   std::function<void(bool)> aviso_de_puerto_;

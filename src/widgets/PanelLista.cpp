@@ -112,7 +112,7 @@ void PanelLista::Copiar() {
 }
 
 EncabezadoLista PanelLista::Encabezado() const {
-  return {descripcion_.documento, {}};
+  return {descripcion_.documento, {}, {}, descripcion_.origen};
 }
 
 void PanelLista::Guardar() {

@@ -19,6 +19,7 @@ struct DescripcionPanel {
   const char* de_que = nullptr;  // "los cambios": what the buttons work on, for readers
   const char* explicacion = nullptr;
   const char* documento = nullptr;  // title of the text document
+  const char* origen = "";          // of paper: whose the list is; empty: of the station at hand
   bool se_despliega = false;        // by itself, when the first row comes
   bool al_final = false;            // the last row is brought into sight, else the first
   PalabrasLista palabras{};

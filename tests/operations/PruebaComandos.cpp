@@ -576,6 +576,7 @@ TEST_F(ComandosUTR, ElDiarioTieneElValorAnteriorSinLlamadasDeMas) {
   const TablaPtr tabla = mod.diario.ComoTabla();
   EXPECT_EQ(tabla->RecordCount(), 9);
   EXPECT_EQ(tabla->Texto("Momento"), "15/03/2026 10:00:00");
+  EXPECT_EQ(tabla->Texto("UTR"), "sin identificador");
   EXPECT_EQ(tabla->Texto("Comando"), "Grabar estado");
   EXPECT_EQ(tabla->Texto("Escrito"), "ninguna");
 }

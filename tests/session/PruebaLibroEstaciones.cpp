@@ -7,6 +7,7 @@
 
 #include "base/Error.h"
 #include "session/LibroEstaciones.h"
+#include "session/SituacionDelEnlace.h"
 #include "support/Carpeta.h"
 #include "support/DispositivoLleno.h"
 #include "support/ModPrueba.h"
@@ -254,8 +255,20 @@ TEST(LaEstacionAMano, LlevaSuNombreDelLibroDondeNoHayDuda) {
   EXPECT_EQ(con(8), "UTR 8") << "two are called so";
   EXPECT_EQ(con(9), "UTR 9");
   EXPECT_EQ(con(0), "UTR sin identificador");
+
+  SituacionDelEnlace situacion;
+  base.mod.situacion = &situacion;
+  for (const auto& [clase, dice] : {std::pair{ClaseDeUnidad::kDesconocida, "Estación Arroyo Seco, UTR 70"},
+                                    {ClaseDeUnidad::kDePractica, "Estación Arroyo Seco, UTR 70 de práctica"},
+                                    {ClaseDeUnidad::kDesconocida, "Estación Arroyo Seco, UTR 70 de práctica"},
+                                    {ClaseDeUnidad::kReal, "Estación Arroyo Seco, UTR 70"},
+                                    {ClaseDeUnidad::kSimulada, "Estación Arroyo Seco, UTR 70 de práctica"}}) {
+    situacion.PonerClase(clase);
+    EXPECT_EQ(con(70), dice);
+  }
   EscribirTodo(libro.Archivo(), "esto no es un libro");
-  EXPECT_EQ(con(70), "UTR 70");
+  EXPECT_EQ(con(70), "UTR 70 de práctica");
+  EXPECT_EQ(con(0), "UTR sin identificador, de práctica");
 }
 
 }  // namespace utr

@@ -207,7 +207,7 @@ void frmParametrizacion::MostrarCambios() {
 QString frmParametrizacion::TextoOrigen() const {
   const char* que = SoloMirar() ? kSoloMirar : PalabrasDe(ModoConfiguracion).escribe;
   QString texto = Q(Cuales() == FilasDeCanales::kTodas ? "Canales " : "Canales habilitados ") + Q(DeQuienSon()) +
-                  QStringLiteral(". ") + QString::fromUtf8(que);
+                  Q(DeAntes() ? "; para grabar hay que volver a leerla. " : ". ") + QString::fromUtf8(que);
   if (Grabado) texto += QStringLiteral(" La última grabación no terminó: la UTR puede tener ya una parte.");
   return texto;
 }
@@ -218,8 +218,12 @@ std::string frmParametrizacion::DeQuienSon() const {
     return "del archivo " + std::filesystem::path(lectura_.Fuente()).filename().string();
   const std::int32_t identificador = lectura_.IdentificadorLeido();
   const std::string utr = identificador == 0 ? "de la UTR" : "de la UTR " + std::to_string(identificador);
-  return utr + (lectura_.EsDelEquipoActual() ? ", como se leyeron de ella"
-                                             : ", como se leyeron antes; para grabar hay que volver a leerla");
+  return utr + (DeAntes() ? ", como se leyeron antes" : ", como se leyeron de ella");
+}
+
+// Read of a unit, which isn't the one that the settings point at any more.
+bool frmParametrizacion::DeAntes() const {
+  return archivo_.empty() && lectura_.Fuente() == kFuenteUTR && !lectura_.EsDelEquipoActual();
 }
 
 std::optional<std::int16_t> frmParametrizacion::CanalDe(std::size_t fila) const {
@@ -240,7 +244,7 @@ void frmParametrizacion::ElegirCanal(std::int16_t canal) {
 }
 
 EncabezadoLista frmParametrizacion::Encabezado(bool) const {
-  const bool de_la_unidad = archivo_.empty() && lectura_.Fuente() == kFuenteUTR;
+  const bool de_la_unidad = archivo_.empty() && lectura_.Fuente() == kFuenteUTR && !DeAntes();
   return {"Canales de la UTR", {}, {}, de_la_unidad ? std::string() : "Canales " + DeQuienSon()};
 }
 

@@ -62,6 +62,7 @@ class frmParametrizacion : public VentanaLista {
   FilasDeCanales Cuales() const;
   QString TextoOrigen() const;
   std::string DeQuienSon() const;
+  bool DeAntes() const;
   void MostrarModo();
   void MostrarCambios();
   std::optional<std::int16_t> CanalDe(std::size_t fila) const;

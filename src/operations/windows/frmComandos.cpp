@@ -69,12 +69,14 @@ DescripcionPanel DelDiario() {
       .de_que = "el registro",
       .explicacion = "Lo que se le hizo a la UTR: qué había antes, qué se escribió y cómo terminó.",
       .documento = "Comandos a la UTR",
+      .origen = "Comandos desde que se inició el programa",
       .al_final = true,
       .palabras = {.modulo = kModulo, .titulo_ventana = kNombreVentana, .procedimiento_imprimir = "ImprimirDiario"}};
 }
 
 Columnas ColumnasDelDiario() {
   return {{"Momento", "Momento", Presentacion::kTalCual, ClaseOrden::kFecha},
+          {"UTR", "UTR"},
           {"Comando", "Comando"},
           {"Antes", "Antes"},
           {"Escrito", "Escrito"},

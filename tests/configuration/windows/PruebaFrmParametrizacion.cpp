@@ -17,6 +17,7 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::StartsWith;
 
 constexpr const char* kConfiguracion = "Configuración de los canales";
 constexpr const char* kParametrizaciones = "Parametrizaciones de los canales";
@@ -129,6 +130,9 @@ TEST_F(PruebaParametrizacion, CadaModoMuestraSusCanalesYDiceQueHaceAceptar) {
   lectura.OlvidarOrigen();
   Abrir({true, true});
   EXPECT_THAT(Texto("lblOrigen"), HasSubstr("como se leyeron antes; para grabar hay que volver a leerla. Sólo para"));
+  mod.eleccion_impresora.nombre = "Oficina";
+  Pulsar("Print");
+  EXPECT_THAT(impresora.documentos.back().pie, StartsWith("Canales de la UTR 70, como se leyeron antes - "));
 }
 
 TEST_F(PruebaParametrizacion, LosBotonesDeOrdenSiguenALaColumnaConFlecha) {
