@@ -57,7 +57,6 @@ constexpr const char* kIdentificador = "Identificador";
 constexpr const char* kVentana = "Ventana";
 constexpr const char* kPartesPagina0[] = {kDelay, kVelocidad, kIdentificador, kVentana};
 constexpr const char* kEstado = "Estado";
-constexpr const char* kReloj = "Reloj";
 constexpr const char* kRTS = "RTS";
 std::string DatoDePagina(const std::string& numero) {
   return "Página " + numero;
@@ -462,7 +461,7 @@ std::optional<FechaHora> Comandos::ActualizarHora() {
   std::optional<FechaHora> hora;
   ocupar_({}, [&] { IgnorandoErrores([&] { hora = LeerFecha(mod_.comunicador.LeerFechaHora()); }); });
   if (hora) {
-    sabido_[kReloj] = TextoFechaHora(*hora);
+    reloj_leido_ = {*hora, mod_.reloj.Ahora()};
   } else {
     Decir("No pudo leer la fecha y hora\nVerifique el conexionado", Icono::kInformacion);
   }
@@ -470,11 +469,14 @@ std::optional<FechaHora> Comandos::ActualizarHora() {
 }
 
 FinComando Comandos::GrabarHora() {
-  return Cumplir(kGrabarHora, Empezar("Grabar fecha y hora", kReloj, TextoFechaHora(mod_.reloj.Ahora())),
-                 [&](Intento& intento) {
-                   intento.salio = true;
-                   return mod_.comunicador.GrabarFechaHora();
-                 });
+  const FechaHora ahora = mod_.reloj.Ahora();
+  Intento intento = Empezar("Grabar fecha y hora", {}, TextoFechaHora(ahora));
+  if (reloj_leido_) intento.antes = HoraLeida(TextoFechaHora(reloj_leido_->first), reloj_leido_->second, ahora);
+  return Cumplir(kGrabarHora, std::move(intento), [&](Intento& en_curso) {
+    en_curso.salio = true;
+    reloj_leido_.reset();
+    return mod_.comunicador.GrabarFechaHora();
+  });
 }
 
 // --- Actions ---------------------------------------------------------------------------------------------------------
@@ -483,6 +485,7 @@ FinComando Comandos::Hacer(AccionUTR accion) {
   const FilaAccion& fila = kAccionesUTR[static_cast<std::size_t>(accion)];
   return Cumplir(fila.orden, {.comando = fila.comando, .antes = "-", .escrito = "-"}, [&](Intento& intento) {
     intento.salio = true;
+    sabido_.clear();  // a restart or an erasure may change any of it
     return fila.hacer(mod_.comunicador);
   });
 }

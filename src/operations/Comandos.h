@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "operations/BanderasEstado.h"
 #include "operations/PruebasRango.h"
@@ -134,6 +135,8 @@ class Comandos {
   std::string titulo_;
   Ocupar ocupar_;
   std::map<std::string, std::string> sabido_;  // what was read or written last, by what it is
+  // The unit's clock and this computer's at that moment; none once it was written since.
+  std::optional<std::pair<FechaHora, FechaHora>> reloj_leido_;
   bool rts_ = false;
 };
 

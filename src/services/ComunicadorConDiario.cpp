@@ -35,6 +35,7 @@ std::string Canal(std::int16_t desde_cero) {
 template <class Hacer>
 bool ComunicadorConDiario::Escribir(std::string comando, std::string_view dato, std::string escrito, Hacer hacer) {
   std::string antes = dato.empty() ? asiento::kNada : leido_ == dato ? valor_leido_ : std::string(asiento::kSinLeer);
+  if (dato == kReloj && leido_ == kReloj) antes = HoraLeida(valor_leido_, leido_el_, reloj_.Ahora());
   leido_.clear();
   Asiento nota{.momento = reloj_.Ahora(),
                .comando = std::move(comando),
@@ -173,6 +174,7 @@ std::string ComunicadorConDiario::LeerPaginaFlash(std::int16_t pista, std::int16
 std::string ComunicadorConDiario::LeerFechaHora() {
   leido_.clear();
   valor_leido_ = Destino().LeerFechaHora();
+  leido_el_ = reloj_.Ahora();
   if (!valor_leido_.empty()) leido_ = kReloj;
   return valor_leido_;
 }

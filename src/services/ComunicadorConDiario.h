@@ -67,6 +67,7 @@ class ComunicadorConDiario final : public ComunicadorReenviado {
   const Reloj& reloj_;
   std::string leido_;        // what the last call read; empty: nothing that can be written
   std::string valor_leido_;  // and what it was
+  FechaHora leido_el_{};     // and when, by this computer's clock
 };
 
 }  // namespace utr

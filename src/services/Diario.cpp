@@ -19,7 +19,15 @@ std::string DeQuien(const Asiento& asiento) {
   return asiento.unidad.empty() ? cual : cual + ", " + asiento.unidad;
 }
 
+// An answer takes its time, and what was read that long ago is as good as read now.
+constexpr std::int64_t kReciente = 2;  // seconds
+
 }  // namespace
+
+std::string HoraLeida(const std::string& hora, const FechaHora& leida_el, const FechaHora& ahora) {
+  const bool reciente = Segundos(ahora) - Segundos(leida_el) <= kReciente;
+  return reciente ? hora : fmt::format("{}, leída el {}", hora, TextoFechaHora(leida_el));
+}
 
 Diario::Tarea::Tarea(Diario& diario) : diario_(diario), estacion_(diario.Estacion()) {
   diario_.ReunirPaginas();

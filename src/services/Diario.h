@@ -44,6 +44,10 @@ struct Asiento {
   bool provisional = false;   // another entry may still take its place
 };
 
+// What a unit's clock showed, for an entry made at `ahora`: the hour as it was read; with the computer's time of that
+// reading where it isn't of this moment, since a clock's hour says nothing without it.
+std::string HoraLeida(const std::string& hora, const FechaHora& leida_el, const FechaHora& ahora);
+
 // The journal of this run of the program, oldest first: what was written to units and read out of them at length, and
 // the backups.
 //

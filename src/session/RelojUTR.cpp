@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdlib>
+#include <utility>
 
 namespace utr {
 namespace {
@@ -38,6 +39,11 @@ void RelojUTR::Leer(const Lectura& lectura) {
   puesta_.reset();
 }
 
+void RelojUTR::Olvidar() {
+  leida_.reset();
+  puesta_.reset();
+}
+
 void RelojUTR::Escribir(const FechaHora& ahora, bool confirmado) {
   leida_.reset();
   puesta_ = confirmado ? std::optional(ahora) : std::nullopt;
@@ -64,6 +70,32 @@ bool ComunicadorConReloj::GrabarFechaHora() {
   const bool confirmado = ComunicadorReenviado::GrabarFechaHora();
   reloj_utr_.Escribir(reloj_.Ahora(), confirmado);
   return confirmado;
+}
+
+// The same unit is named again ahead of many a read.
+void ComunicadorConReloj::IdEquipo(std::int32_t identificador) {
+  if (std::exchange(identificador_, identificador) != identificador) reloj_utr_.Olvidar();
+  ComunicadorReenviado::IdEquipo(identificador);
+}
+void ComunicadorConReloj::Conectar(std::string_view enlace, std::string_view puerto) {
+  reloj_utr_.Olvidar();
+  ComunicadorReenviado::Conectar(enlace, puerto);
+}
+void ComunicadorConReloj::PorIP(bool activo) {
+  reloj_utr_.Olvidar();
+  ComunicadorReenviado::PorIP(activo);
+}
+void ComunicadorConReloj::DireccionIP(std::string_view direccion) {
+  reloj_utr_.Olvidar();
+  ComunicadorReenviado::DireccionIP(direccion);
+}
+void ComunicadorConReloj::PuertoIP(std::string_view puerto) {
+  reloj_utr_.Olvidar();
+  ComunicadorReenviado::PuertoIP(puerto);
+}
+bool ComunicadorConReloj::LlamarTelefono(std::string_view numero, std::string_view comandos) {
+  reloj_utr_.Olvidar();
+  return ComunicadorReenviado::LlamarTelefono(numero, comandos);
 }
 
 }  // namespace utr

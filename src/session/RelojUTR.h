@@ -1,7 +1,9 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "base/Reloj.h"
 #include "driver/ComunicadorReenviado.h"
@@ -23,6 +25,8 @@ class RelojUTR {
   const std::optional<FechaHora>& PuestaEl() const noexcept { return puesta_; }
 
   void Leer(const Lectura& lectura);
+  // Another unit may be at the other end.
+  void Olvidar();
   // The clock was written; `confirmado`: the unit said so.
   void Escribir(const FechaHora& ahora, bool confirmado);
 
@@ -47,9 +51,18 @@ class ComunicadorConReloj final : public ComunicadorReenviado {
   std::string LeerFechaHora() override;
   bool GrabarFechaHora() override;
 
+  // Another unit may be there from then on.
+  void IdEquipo(std::int32_t identificador) override;
+  void Conectar(std::string_view enlace, std::string_view puerto) override;
+  void PorIP(bool activo) override;
+  void DireccionIP(std::string_view direccion) override;
+  void PuertoIP(std::string_view puerto) override;
+  bool LlamarTelefono(std::string_view numero, std::string_view comandos) override;
+
  private:
   const Reloj& reloj_;
   RelojUTR& reloj_utr_;
+  std::optional<std::int32_t> identificador_;  // the last one given
 };
 
 }  // namespace utr

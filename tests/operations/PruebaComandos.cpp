@@ -573,8 +573,26 @@ TEST_F(ComandosUTR, ElDiarioTieneElValorAnteriorSinLlamadasDeMas) {
   comandos.EscribirPagina("0", "4");
   EXPECT_EQ(mod.diario.Asientos().back().antes, "sin leer") << "the window was written into it";
 
+  comunicador.Devuelve("LeerFechaHora", "15/03/2026 09:59:00");
+  comandos.ActualizarHora();
+  const auto hora = [&] {
+    comandos.GrabarHora();
+    return mod.diario.Asientos().back().antes;
+  };
+  EXPECT_EQ(hora(), "15/03/2026 09:59:00");
+  EXPECT_EQ(hora(), "sin leer") << "what was written went on since";
+  comandos.ActualizarHora();
+  reloj.Adelantar(2400);
+  EXPECT_EQ(hora(), "15/03/2026 09:59:00, leída el 15/03/2026 10:00:00");
+  reloj.Poner({2026, 3, 15, 10, 0, 0});
+
+  operador.EsperaParte("¿Desea continuar?", Respuesta::kSi);
+  operador.Espera("Flash borrada");
+  comandos.Hacer(AccionUTR::kBorrarFlash);
+  EXPECT_EQ(grabar({}), "sin leer") << "an erasure may change any of it";
+
   const TablaPtr tabla = mod.diario.ComoTabla();
-  EXPECT_EQ(tabla->RecordCount(), 9);
+  EXPECT_EQ(tabla->RecordCount(), 14);
   EXPECT_EQ(tabla->Texto("Momento"), "15/03/2026 10:00:00");
   EXPECT_EQ(tabla->Texto("UTR"), "sin identificador");
   EXPECT_EQ(tabla->Texto("Comando"), "Grabar estado");

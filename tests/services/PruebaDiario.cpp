@@ -153,6 +153,10 @@ TEST_F(DiarioDePrueba, LoDeAntesEsLoQueAcabaDeLeerse) {
   driver.LeerFechaHora();
   driver.GrabarFechaHora();
   EXPECT_EQ(diario.Asientos().back().antes, "01/01/2026 00:00:00");
+  driver.LeerFechaHora();
+  reloj.Adelantar(3);
+  driver.GrabarFechaHora();
+  EXPECT_EQ(diario.Asientos().back().antes, "01/01/2026 00:00:00, leída el 15/03/2026 10:00:00");
 }
 
 TEST_F(DiarioDePrueba, QuienSabeMasAnotaEnLugarDeLasLlamadas) {

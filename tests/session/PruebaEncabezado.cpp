@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include "session/Encabezado.h"
 #include "session/RelojUTR.h"
 #include "support/ModPrueba.h"
@@ -68,6 +70,24 @@ TEST_F(ConEncabezado, ElRelojEsElDeLaUltimaLecturaYNoDiceNadaTrasEscribirlo) {
   EXPECT_TRUE(con_reloj.GrabarFechaHora());
   EXPECT_EQ(El().reloj.texto, "Puesto en hora");
   EXPECT_EQ(El().reloj.detalle, "El 15/03/2026 10:00:00, sin releer");
+}
+
+TEST_F(ConEncabezado, ElRelojDeUnaUnidadNoSeDiceDeOtra) {
+  comunicador.Devuelve("LeerFechaHora", "15/03/2026 09:57:52");
+  con_reloj.IdEquipo(70);
+  const std::function<void()> otra[] = {
+      [&] { con_reloj.IdEquipo(71); },     [&] { con_reloj.Conectar("9600,n,8,1", "2"); },
+      [&] { con_reloj.PorIP(true); },      [&] { con_reloj.DireccionIP("10.0.0.1"); },
+      [&] { con_reloj.PuertoIP("1000"); }, [&] { con_reloj.LlamarTelefono("1", ""); }};
+  for (const auto& cambiar : otra) {
+    con_reloj.LeerFechaHora();
+    con_reloj.IdEquipo(70);
+    con_reloj.LeerFechaHora();
+    con_reloj.IdEquipo(70);
+    EXPECT_EQ(El().reloj.texto, "2 min 8 s atrasado") << "the same is named again";
+    cambiar();
+    EXPECT_EQ(El().reloj.texto, "Sin leer");
+  }
 }
 
 TEST_F(ConEncabezado, LaEstacionEsLaDeLaConfiguracionQueHay) {
