@@ -28,12 +28,12 @@ class PuertosDelPrograma : public ListaDePuertos {
     return puertos;
   }
 
-  // A port of the simulated station: one that it has, and that never was a device's.
+  // A port of the simulated station: one that it has, and that never was a device's as far as anybody can tell.
   bool EsSimulado(int numero) override {
     const auto simulados = Simulados();
     const bool tiene =
         std::any_of(simulados.begin(), simulados.end(), [numero](const auto& p) { return p.numero == numero; });
-    return eleccion_ == Eleccion::kSimulada || (tiene && !numeros_.De(numero));
+    return eleccion_ == Eleccion::kSimulada || (tiene && numeros_.EsDeNadie(numero));
   }
   bool EsSimulada(std::string_view direccion) {
     return eleccion_ == Eleccion::kSimulada || (eleccion_ == Eleccion::kLibre && simulado_.TieneDireccion(direccion));

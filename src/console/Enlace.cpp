@@ -46,7 +46,7 @@ std::string DispositivoLlamado(const std::string& dispositivo) {
 // The device of a port's number: that which the program knows by it, else the line of a station on this machine.
 std::optional<std::string> DispositivoDe(const fs::path& carpeta, int numero) {
   const NumerosDePuerto numeros(carpeta / "Puertos.toml");
-  if (!numeros.Aviso().empty()) throw Error(error::kArchivo, kOrigen, numeros.Aviso());
+  if (!numeros.Legible()) throw Error(error::kArchivo, kOrigen, numeros.Aviso());
   if (numeros.De(numero)) return numeros.Abrible(numero);
   const std::string nombre = "COM" + std::to_string(numero);
   for (const Dispositivo& linea : LineasDeEstacion(CarpetaDeEstacion())) {

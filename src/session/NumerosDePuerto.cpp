@@ -118,7 +118,8 @@ void NumerosDePuerto::Leer() {
     motivo = error.Descripcion();
   }
   legible_ = false;
-  aviso_ = std::string(kArchivo) + ", " + motivo + ": solo se ofrecen los puertos simulados";
+  aviso_ = archivo_.string() + ", " + motivo +
+           ". No se sabe de qué dispositivo es cada puerto COM: corrija ese archivo o quítelo, y vuelva a empezar";
 }
 
 // A file that can't be written costs nothing now: the numbers hold until the end of the run.
@@ -159,8 +160,8 @@ std::vector<PuertoSerie> NumerosDePuerto::Repartir(std::span<const PuertoSerie> 
   // Those that ask for a number choose ahead of those that take any.
   std::stable_partition(presentes.begin(), presentes.end(),
                         [](const Dispositivo& dispositivo) { return NumeroPropio(dispositivo.ruta) != 0; });
-  if (!legible_) presentes.clear();
   std::vector<PuertoSerie> puertos;
+  if (!legible_) return puertos;
   bool hay_nuevos = false;
   for (const Dispositivo& dispositivo : presentes) {
     int numero = NumeroDe(dispositivo.ruta);
@@ -190,6 +191,7 @@ std::optional<std::string> NumerosDePuerto::De(int numero) const {
 }
 
 std::optional<std::string> NumerosDePuerto::Abrible(int numero) const {
+  if (!legible_) throw Error(error::kArchivo, kArchivo, aviso_);
   auto ruta = De(numero);
   if (ruta && EstacionDetenida(std::filesystem::path(*ruta).parent_path())) ruta.reset();
   return ruta;

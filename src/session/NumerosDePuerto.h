@@ -31,18 +31,25 @@ std::string NombreDuradero(const std::string& ruta, const std::filesystem::path&
 // not.
 class NumerosDePuerto {
  public:
-  // Reads the file. One that can't be understood is left alone: nothing is numbered then, and Aviso says why.
+  // Reads the file. One that can't be understood is left alone: no port has a number then, since any of them may be a
+  // device's, and Aviso says why.
   explicit NumerosDePuerto(std::filesystem::path archivo);
 
   // The ports to be offered, in the order of numbers: those in `simulados` that no device has, and the devices at hand,
-  // "description, path" as their names. What is new is kept in the file.
+  // "description, path" as their names. What is new is kept in the file. None without a file that can be understood.
   std::vector<PuertoSerie> Repartir(std::span<const PuertoSerie> simulados, std::vector<Dispositivo> presentes);
+
+  // Whose each number is can be told.
+  bool Legible() const noexcept { return legible_; }
+
+  // No device has it or ever had it, so that it may be a port of the simulated station.
+  bool EsDeNadie(int numero) const { return legible_ && !De(numero); }
 
   // The device of a number, at hand or not; nothing for a number that no device ever had.
   std::optional<std::string> De(int numero) const;
 
   // The same, to be opened now: nothing also for a line of a station that has ended, whose name may lead to a terminal
-  // of somebody else.
+  // of somebody else. Raises kArchivo, with what Aviso says, when nobody knows whose the number is.
   std::optional<std::string> Abrible(int numero) const;
 
   // What the operator should know: that the file can't be read or written, or that no number is left. Empty: nothing.

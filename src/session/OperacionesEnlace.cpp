@@ -27,9 +27,11 @@ bool Probar(ModRTU& mod, std::int32_t puerto, std::int32_t velocidad) {
   return responde;
 }
 
-// What the machine refused names its device, since a number alone doesn't say which one that is.
+// What the machine refused names its device, since a number alone doesn't say which one that is; a file that hides
+// whose the number is says what to do.
 std::string DetalleDe(const Error& falla) {
-  return falla.ErrorDelSistema() == 0 ? std::string() : ". " + falla.Descripcion();
+  const bool dice_mas = falla.ErrorDelSistema() != 0 || falla.Numero() == error::kArchivo;
+  return dice_mas ? ". " + falla.Descripcion() : std::string();
 }
 
 void AvisarSinComandos(ModRTU& mod) {

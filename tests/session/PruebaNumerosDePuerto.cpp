@@ -1,9 +1,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "base/Error.h"
 #include "session/NumerosDePuerto.h"
 #include "support/Carpeta.h"
 #include "support/DispositivoLleno.h"
+#include "support/NumeroDeError.h"
 
 namespace utr {
 namespace {
@@ -11,8 +13,10 @@ namespace {
 using prueba::Carpeta;
 using prueba::EscribirTodo;
 using prueba::LeerTodo;
+using prueba::NumeroDeError;
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::IsEmpty;
 
 class NumerosDePuertoEnCarpeta : public testing::Test {
  protected:
@@ -50,6 +54,8 @@ TEST_F(NumerosDePuertoEnCarpeta, CadaDispositivoGuardaSuNumero) {
   const NumerosDePuerto numeros(archivo);
   EXPECT_EQ(numeros.De(6), "/dev/ttyS1") << "also of one that isn't at hand";
   EXPECT_EQ(numeros.De(1), std::nullopt);
+  EXPECT_TRUE(numeros.EsDeNadie(1));
+  EXPECT_FALSE(numeros.EsDeNadie(6));
 }
 
 TEST_F(NumerosDePuertoEnCarpeta, UnNumeroDeDispositivoNuncaEsSimulado) {
@@ -95,9 +101,12 @@ TEST_F(NumerosDePuertoEnCarpeta, UnArchivoQueNoSeEntiendeSeRespeta) {
   };
   for (const auto& [texto, motivo] : casos) {
     EscribirTodo(archivo, texto);
-    EXPECT_THAT(Corrida({"/dev/ttyS0"}), ElementsAre("1=s1", "2=s2", "3=s3")) << texto;
+    EXPECT_THAT(Corrida({"/dev/ttyS0"}), IsEmpty()) << texto;
     EXPECT_THAT(aviso, HasSubstr(motivo));
     EXPECT_EQ(LeerTodo(archivo), texto);
+    const NumerosDePuerto numeros(archivo);
+    EXPECT_FALSE(numeros.EsDeNadie(1)) << "it may have been a device's";
+    EXPECT_EQ(NumeroDeError([&] { numeros.Abrible(1); }), error::kArchivo);
   }
 }
 
