@@ -15,7 +15,7 @@ struct Deslinde {
 
 // The driver that the program talks with: the simulated station or the one over a wire, as the port or the address that
 // is asked for wants it. The one that is left is closed. Both are told the identifier, the kind of the link, address
-// and port over IP, and to cancel.
+// and port over IP, and to cancel. What the one in use refuses because another call runs changes nothing.
 class ComunicadorElegido final : public ComunicadorReenviado {
  public:
   // Both must outlive it. The simulated one is in use until something else is asked for.
@@ -36,19 +36,28 @@ class ComunicadorElegido final : public ComunicadorReenviado {
   void Cancelar(bool activo) override;
 
  private:
-  void Elegir(Comunicador& cual, bool de_nuevo);
-  void ElegirSegunEnlace(bool de_nuevo);
-  Comunicador& DeDireccion() { return deslinde_.direccion_simulada(direccion_) ? simulado_ : real_; }
+  // Where the calls lead.
+  struct Rumbo {
+    bool por_ip = false;
+    std::string direccion;
+    std::string puerto_ip;
+    Comunicador* serie = nullptr;  // that has the serial port
+  };
+
+  Comunicador& De(const Rumbo& rumbo) const;
+  bool Elegir(const Rumbo& rumbo);
+  template <class Decir>
+  void DecirALosDos(Decir decir);
+  template <class Decir>
+  void Cambiar(const Rumbo& rumbo, bool de_nuevo, Decir decir);
+  void Avisar() const;
 
   Comunicador& simulado_;
   Comunicador& real_;
   Deslinde deslinde_;
   std::function<void()> aviso_;
   Comunicador* actual_;
-  Comunicador* serie_;  // that has the serial port
-  bool por_ip_ = false;
-  std::string direccion_;
-  std::string puerto_ip_;
+  Rumbo rumbo_;
 };
 
 }  // namespace utr

@@ -3,6 +3,7 @@
 #include "driver/Bitacora.h"
 #include "driver/ComunicadorAnotado.h"
 #include "driver/ComunicadorElegido.h"
+#include "driver/ErroresDeEnlace.h"
 #include "support/Carpeta.h"
 #include "support/ComunicadorFalso.h"
 #include "support/NumeroDeError.h"
@@ -89,6 +90,39 @@ TEST(ComunicadorElegido, ElQueSeDejaSeCierraYLosDosOyenLoComun) {
   e.real.Falla("Conectar", Error(8005, "x", "y"));
   EXPECT_EQ(NumeroDeError([&] { e.elegido.Conectar("9600,n,8,1", "5"); }), 8005);
   EXPECT_EQ(e.Quien(), "real") << "a port that doesn't open is never another one";
+}
+
+// The one in use is at something: what it refuses changes neither who is in use nor what the other one knows.
+TEST(ComunicadorElegido, LoQueSeRechazaPorOcupadoNoCambiaNada) {
+  const std::pair<const char*, std::function<void(Comunicador&)>> casos[] = {
+      {"Conectar", [](Comunicador& c) { c.Conectar("9600,n,8,1", "5"); }},
+      {"Conectar", [](Comunicador& c) { c.Conectar("192.168.0.7,n,8,1", "1000"); }},
+      {"Desconectar", [](Comunicador& c) { c.Conectar("9600,n,8,1", "1"); }},
+      {"Desconectar", [](Comunicador& c) { c.Conectar("192.168.0.1,n,8,1", "1000"); }},
+      {"Desconectar", [](Comunicador& c) { c.Desconectar(); }},
+      {"PorIP", [](Comunicador& c) { c.PorIP(true); }},
+      {"DireccionIP", [](Comunicador& c) { c.DireccionIP("10.0.0.5"); }},
+      {"PuertoIP", [](Comunicador& c) { c.PuertoIP("1502"); }},
+      {"IdEquipo", [](Comunicador& c) { c.IdEquipo(7); }},
+  };
+  for (const auto& [refusa, hacer] : casos) {
+    Eleccion e;
+    e.elegido.DireccionIP("192.168.0.1");
+    e.elegido.Conectar("9600,n,8,1", "4");
+    int avisos = 0;
+    e.elegido.AlElegir([&avisos] { ++avisos; });
+    e.simulado.llamadas.clear();
+    e.real.Falla(refusa, Error(error_enlace::kOcupado, "x", "y"));
+    EXPECT_EQ(NumeroDeError([&] { hacer(e.elegido); }), error_enlace::kOcupado) << refusa;
+    EXPECT_EQ(avisos, 0) << refusa;
+    EXPECT_TRUE(e.simulado.llamadas.empty()) << refusa;
+    EXPECT_EQ(e.Quien(), "real") << refusa;
+    e.real.NoFalla(refusa);
+    e.elegido.PorIP(false);
+    EXPECT_EQ(e.Quien(), "real") << "the port is still the one that was open";
+    e.elegido.PorIP(true);
+    EXPECT_EQ(e.Quien(), "simulado") << "and so is the address";
+  }
 }
 
 // Whoever shows who is at the other end forgets it when somebody else may be there, and only then: a unit that was told
