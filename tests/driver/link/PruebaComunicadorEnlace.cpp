@@ -142,6 +142,43 @@ TEST_F(Enlace, UnaOrdenEnviadaEsperaSuResultado) {
   EXPECT_TRUE(Unidad().salidas[0]);
 }
 
+// What holds it up ahead of its first byte: a line that must be silent first, a connection that is opened again.
+TEST_F(Enlace, UnaOrdenDeLaQueNadaSalioSeCancela) {
+  const auto tras_negativa = [](BancoEnlace& b) { EXPECT_EQ(b.Driver().LeerDatosCartucho("", "", 0), nullptr); };
+  const auto tras_caida = [](BancoEnlace& b) { b.MatarEstacion(); };
+  const std::pair<bool, std::function<void(BancoEnlace&)>> demoras[] = {{false, tras_negativa}, {true, tras_caida}};
+  for (const auto& [por_tcp, demorar] : demoras) {
+    for (const Operacion& operacion : Operaciones()) {
+      if (EsLectura(operacion)) continue;
+      BancoEnlace otro{true, true};
+      otro.Escenario("[cartucho]\npresente = false\n[linea]\nlatencia_ms = 50\n");
+      otro.por_ip = por_tcp;
+      otro.Conectar();
+      ASSERT_NE(otro.Driver().LeerFechaHora(), "");
+      demorar(otro);
+      const std::string antes = LeerTodo(otro.carpeta / "Estacion.estado");
+      std::int64_t cancelada = 0;
+      otro.AlEsperar([&] {
+        cancelada = otro.reloj.Milisegundos();
+        otro.Driver().Cancelar(false);
+      });
+      EXPECT_EQ(NumeroDeError([&] { operacion.fallo(otro.Driver()); }), error_enlace::kCancelada) << operacion.nombre;
+      EXPECT_LE(otro.reloj.Milisegundos() - cancelada, 100) << operacion.nombre;
+      EXPECT_EQ(LeerTodo(otro.carpeta / "Estacion.estado"), antes) << operacion.nombre;
+    }
+  }
+}
+
+TEST_F(Enlace, UnaPausaSeCancela) {
+  std::int64_t cancelada = 0;
+  banco.AlEsperar([&] {
+    cancelada = banco.reloj.Milisegundos();
+    Driver().Cancelar(false);
+  });
+  EXPECT_EQ(NumeroDeError([&] { Driver().Pausa(20); }), error_enlace::kCancelada);
+  EXPECT_LE(banco.reloj.Milisegundos() - cancelada, 100);
+}
+
 // Hanging up takes seconds; whoever doesn't wait for it has the port closed, which ends the call as well.
 TEST_F(Enlace, ColgarTambienSeCancela) {
   const auto cancelada_en = [&](auto hacer) {
@@ -200,6 +237,39 @@ TEST_F(Enlace, LaLlamadaQueSeCortaSeDiceYNoSeMarcaDeNuevo) {
   EXPECT_EQ(Driver().LeerFechaHora(), "") << "nobody dials but the operator";
   EXPECT_EQ(Pedidos(), antes) << "behind the port there is a modem, which would take it for commands";
   EXPECT_TRUE(Driver().LlamarTelefono("4800", "ATZ"));
+  EXPECT_NE(Driver().LeerFechaHora(), "");
+}
+
+// What is sent to a modem without a call would be commands to it, until a cable has taken its place.
+TEST_F(Enlace, SinLlamadaNadaSaleHaciaElModem) {
+  const std::function<void()> casos[] = {[&] { EXPECT_FALSE(Driver().LlamarTelefono("1", "ATZ")); },
+                                         [&] {
+                                           banco.AlEsperar([&] { Driver().Cancelar(false); });
+                                           EXPECT_FALSE(Driver().LlamarTelefono("4800", "ATZ"));
+                                         },
+                                         [&] {  // while the call that stood is hung up
+                                           ASSERT_TRUE(Driver().LlamarTelefono("4800", "ATZ"));
+                                           banco.AlEsperar([&] { Driver().Cancelar(false); });
+                                           EXPECT_FALSE(Driver().LlamarTelefono("4801", "ATZ"));
+                                         },
+                                         [&] {
+                                           ASSERT_TRUE(Driver().LlamarTelefono("4800", "ATZ"));
+                                           Driver().Desconectar();
+                                           Driver().Conectar(banco.enlace, banco.puerto_modem);
+                                         }};
+  banco.Escenario("[modem]\ntelefonos = [\"4800\", \"4801\"]\n");
+  for (const auto& hacer : casos) {
+    Driver().Conectar(banco.enlace, banco.puerto_modem);
+    hacer();
+    const std::uint64_t antes = Pedidos();
+    EXPECT_EQ(Driver().LeerFechaHora(), "");
+    EXPECT_FALSE(Driver().GrabarSalidaDigital(1, true));
+    EXPECT_EQ(Pedidos(), antes);
+    EXPECT_TRUE(Driver().LlamarTelefono("4800", "ATZ"));
+    EXPECT_NE(Driver().LeerFechaHora(), "");
+  }
+  banco.puerto = std::exchange(banco.puerto_modem, "ninguno");
+  banco.Conectar();
   EXPECT_NE(Driver().LeerFechaHora(), "");
 }
 

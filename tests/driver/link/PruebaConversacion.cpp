@@ -103,7 +103,7 @@ TEST(Conversacion, LaLlamadaQueSeCortoEnSilencioSeDiceAntesDePedir) {
 
 // The interface lives on meanwhile, and the operation ends in silence.
 TEST(Conversacion, UnOtroQueNoCallaNuncaNoDetieneNada) {
-  for (const Medio medio : {Medio::kSerie, Medio::kLlamada, Medio::kTcp}) {
+  for (const Medio medio : {Medio::kSerie, Medio::kLlamada}) {
     Charla c(medio);
     c.linea->derrama = true;
     const std::int64_t antes = c.reloj.Milisegundos();
@@ -113,6 +113,24 @@ TEST(Conversacion, UnOtroQueNoCallaNuncaNoDetieneNada) {
     EXPECT_LE(c.reloj.Milisegundos() - antes, 40000);
     EXPECT_GE(c.cedidas, (c.reloj.Milisegundos() - antes) / 100);
   }
+}
+
+// Over TCP the bytes of a copy that came late belong to its frame, whenever they come.
+TEST(Conversacion, MediaTramaQueSobraNoDesacomodaLaConexion) {
+  Charla c(Medio::kTcp);
+  const auto respuesta = [](std::uint16_t transaccion) {
+    return protocolo::TramaTcp(transaccion, 120, Bytes{4, 2, 0, 7});
+  };
+  const Bytes copia = respuesta(1);
+  c.linea->contesta = respuesta(1);
+  c.linea->contesta.insert(c.linea->contesta.end(), copia.begin(), copia.begin() + 9);
+  ASSERT_TRUE(c.Intentar());
+  c.linea->espera.assign(copia.begin() + 9, copia.end());
+  c.linea->contesta = respuesta(2);
+  EXPECT_TRUE(c.Intentar());
+  c.linea->espera = De("lo que no es una trama");
+  EXPECT_EQ(NumeroDeError([&] { c.Intentar(); }), error_enlace::kLineaPerdida) << "it is opened again";
+  EXPECT_EQ(c.linea->pedidos, 2);
 }
 
 // It comes from the way to the unit, so that it says nothing of what there is; the unit's own answer may follow.

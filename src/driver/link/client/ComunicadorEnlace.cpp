@@ -107,7 +107,7 @@ void ComunicadorEnlace::Cancelar(bool activo) {
 }
 
 void ComunicadorEnlace::Pausa(std::int16_t segundos) {
-  interior_->partes.reloj.Esperar(segundos, interior_->partes.atender);
+  interior_->EnTurno([&] { interior_->espera.Pasar(segundos); });
 }
 
 // --- Reading ---------------------------------------------------------------------------------------------------------

@@ -20,8 +20,8 @@ namespace utr {
 // Over IP it connects at the first operation, and again, without a word, after the other end has closed the connection.
 // A port that is lost raises kLineaPerdida once; the next operation opens the same device again, and doesn't dial. A
 // call that is made while another one runs raises kOcupado and does nothing. Cancelar(false) ends what is running: a
-// call gives false, a read and a write that hasn't been ordered yet raise kCancelada; an order that was sent waits for
-// its result. It means nothing for what comes later.
+// call gives false, a pause, a read and an order of which no byte went out raise kCancelada; an order that was sent
+// waits for its result. It means nothing for what comes later.
 //
 // Pages that are read one after the other are fetched three at a time.
 class ComunicadorEnlace final : public Comunicador {

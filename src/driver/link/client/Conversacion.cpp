@@ -61,20 +61,28 @@ std::int64_t Conversacion::Plazo(const Pedido& pedido) const {
   return std::max(plazos_.serie, minimo) + TiempoDe(pedido.pdu.size()) + TiempoDe(pedido.respuesta);
 }
 
-// What is dropped may be a modem that says that the call has ended while nobody spoke.
+// Nobody asked for it. It may be a modem that says that the call has ended while nobody spoke; on a connection it is
+// part of some frame, without which nobody would know where the next one begins.
+void Conversacion::Desechar(const Bytes& ruido) {
+  Acumular(ruido);
+  if (medio_ == Medio::kLlamada) BuscarFinDeLlamada({});
+  if (medio_ != Medio::kTcp) return;
+  tcp_.Recibir(ruido);
+  while (tcp_.Proxima()) {
+  }
+  if (tcp_.Roto())
+    throw Error(error_enlace::kLineaPerdida, "Comunicador", "Lo que llega por la conexión no se entiende");
+}
+
 void Conversacion::EsperarTurno() {
   const std::int64_t silencio = Silencio();
   const std::int64_t tope = espera_.Ahora() + kVecesSilencio * silencio;
   std::size_t desechados = 0;
-  const auto desechar = [&](Bytes ruido) {
-    desechados += ruido.size();
-    Acumular(ruido);
-    if (medio_ == Medio::kLlamada) BuscarFinDeLlamada({});
-  };
   // What has arrived already. A peer that pours without end is spoken to all the same.
   const auto vaciar = [&] {
     for (Bytes ruido; desechados < kMayorRuido && linea_->Recibir(ruido, 0) > 0; ruido.clear()) {
-      desechar(ruido);
+      desechados += ruido.size();
+      Desechar(ruido);
       espera_.Ceder();
     }
   };
@@ -83,7 +91,8 @@ void Conversacion::EsperarTurno() {
   while (espera_.Ahora() < std::min(callar_hasta_, tope)) {
     Bytes ruido;
     if (espera_.Recibir(*linea_, ruido, std::min(callar_hasta_, tope))) callar_hasta_ = espera_.Ahora() + silencio;
-    desechar(std::move(ruido));
+    desechados += ruido.size();
+    Desechar(ruido);
   }
   vaciar();
   callar_hasta_ = 0;
@@ -97,7 +106,7 @@ void Conversacion::Enviar(const Pedido& pedido) {
   crudo_.clear();
   ++trafico_.pedidos;
   trafico_.enviados += trama.size();
-  espera_.Enviar(*linea_, trama, espera_.Ahora() + Plazo(pedido));
+  espera_.Enviar(*linea_, trama, espera_.Ahora() + Plazo(pedido), pedido.compromete);
 }
 
 std::int64_t Conversacion::Silencio() const {

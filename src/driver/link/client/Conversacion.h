@@ -31,7 +31,8 @@ struct Pedido {
   Bytes pdu;
   std::size_t respuesta = 0;  // length of the PDU that is expected at the most
   bool escribe = false;
-  std::int64_t plazo = 0;  // milliseconds for its answer, in place of what the line has for all; 0: those
+  bool compromete = false;  // an order: from its first byte on nothing ends the wait for its result
+  std::int64_t plazo = 0;   // milliseconds for its answer, in place of what the line has for all; 0: those
   std::function<bool(VistaBytes)> es_suya;  // whether a PDU answers it, exceptions included
 };
 
@@ -72,6 +73,7 @@ class Conversacion {
   std::int64_t Silencio() const;
   void Fallar();
   std::optional<Bytes> Sopesada(Bytes excepcion);
+  void Desechar(const Bytes& ruido);
   void Acumular(VistaBytes bytes);
   void BuscarFinDeLlamada(VistaBytes bytes);
 

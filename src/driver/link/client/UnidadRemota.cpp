@@ -30,19 +30,16 @@ bool EsReinicio(Codigo codigo) {
   return codigo == Codigo::kReinicio || codigo == Codigo::kReinicioDePuesta;
 }
 
-// While it stands, nothing that waits can be cancelled, or everything can.
-class Obstinacion {
+// The span of an order, which can't be cancelled any more once its first byte went out. What follows it can be again.
+class Compromiso {
  public:
-  explicit Obstinacion(Espera& espera, bool activa = true) : espera_(espera), antes_(espera.Obstinada()) {
-    espera_.Obstinarse(activa);
-  }
-  ~Obstinacion() { espera_.Obstinarse(antes_); }
-  Obstinacion(const Obstinacion&) = delete;
-  Obstinacion& operator=(const Obstinacion&) = delete;
+  explicit Compromiso(Espera& espera) : espera_(espera) {}
+  ~Compromiso() { espera_.Obstinarse(false); }
+  Compromiso(const Compromiso&) = delete;
+  Compromiso& operator=(const Compromiso&) = delete;
 
  private:
   Espera& espera_;
-  bool antes_;
 };
 
 // The unit has refused what was asked, and nothing has happened. Any other exception (it failed, it is still at it)
@@ -147,10 +144,9 @@ std::optional<Bytes> UnidadRemota::SiLibre(const Pedido& pedido,
   }
 }
 
-// An order that a busy unit hasn't taken can still be given up.
+// An order that a busy unit hasn't taken can still be given up; one whose result it is asked for can't.
 void UnidadRemota::EsperarLibre(const Pedido& pedido) {
-  const bool es_orden = pedido.pdu.front() == funcion::kEscribirRegistros;
-  const Obstinacion obstinacion(espera_, espera_.Obstinada() && !es_orden);
+  if (pedido.compromete) espera_.Obstinarse(false);
   espera_.Pausar(plazos_.sondeo);
 }
 
@@ -297,7 +293,9 @@ Orden UnidadRemota::NuevaOrden(Codigo codigo, std::vector<std::uint16_t> argumen
 Pedido UnidadRemota::PedidoDe(const Orden& orden) const {
   Bytes pdu = protocolo::PedidoDeEscritura(0, BloqueDe(orden));
   Bytes acuse = AcuseDe(pdu);
-  return PedidoDeEscritura(std::move(pdu), std::move(acuse));
+  Pedido pedido = PedidoDeEscritura(std::move(pdu), std::move(acuse));
+  pedido.compromete = true;
+  return pedido;
 }
 
 // What the unit says of an order; nothing when it never got it. The newest result is nearly always the one.
@@ -326,7 +324,7 @@ std::optional<ResultadoDeOrden> UnidadRemota::Concluir(const Orden& orden) {
 // Sends the order until the unit knows it, and waits for its end. Nothing: it was refused ahead of that.
 std::optional<ResultadoDeOrden> UnidadRemota::Cumplir(const Orden& orden) {
   espera_.Ceder();
-  const Obstinacion obstinacion(espera_);
+  const Compromiso compromiso(espera_);
   const Pedido pedido = PedidoDe(orden);
   for (int intento = 0; intento < intentos_; ++intento) {
     const Bytes respuesta = PreguntarSiLibre(pedido);
@@ -365,7 +363,7 @@ bool UnidadRemota::PonerEnHora() {
   });
   if (!conocida_) Conocer();
   espera_.Ceder();
-  const Obstinacion obstinacion(espera_);
+  const Compromiso compromiso(espera_);
   const auto registros = RegistrosDeReloj(reloj_.Ahora());
   const Orden orden = NuevaOrden(Codigo::kReloj, {registros.begin(), registros.end()});
   Pedido pedido = PedidoDe(orden);

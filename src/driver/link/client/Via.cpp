@@ -35,6 +35,7 @@ void Via::Conectar(std::string_view enlace, std::string_view puerto) {
     puerto_serie_ = numero;
     velocidad_ = pedido->velocidad;
     AbrirSerie();
+    averiguar_ = dispositivo_ == modem_;
     ajustes_ = std::to_string(velocidad_) + ",n,8,1";
   }
   caida_ = false;
@@ -102,13 +103,17 @@ void Via::Desconectar() {
   CerrarSerie();
   ip_.reset();
   por_ip_ = false;
-  perdida_ = llamada_perdida_ = false;
+  perdida_ = sin_llamada_ = averiguar_ = false;
 }
 
 bool Via::Llamar(std::string_view numero, std::string_view comandos) {
   if (!serie_ && perdida_) AbrirSerie();
   if (!serie_ || numero.empty()) return false;
-  if (!Colgar()) {
+  const bool colgada = Colgar();
+  sin_llamada_ = true;
+  averiguar_ = false;
+  modem_ = dispositivo_;
+  if (!colgada) {
     CerrarSerie();
     perdida_ = true;
     return false;
@@ -121,7 +126,7 @@ bool Via::Llamar(std::string_view numero, std::string_view comandos) {
     throw;
   }
   serie_->PonerMedio(Medio::kLlamada);
-  caida_ = llamada_perdida_ = false;
+  caida_ = sin_llamada_ = false;
   return true;
 }
 
@@ -157,7 +162,18 @@ Conversacion* Via::Abierta() {
     return sirve || (HayDireccion() && AbrirIp()) ? ip_.get() : nullptr;
   }
   if (!serie_ && perdida_) AbrirSerie();
-  return llamada_perdida_ ? nullptr : serie_.get();
+  if (serie_ && averiguar_) {
+    sin_llamada_ = HayModem();
+    averiguar_ = false;
+  }
+  return sin_llamada_ ? nullptr : serie_.get();
+}
+
+// A cable may have taken the place of the modem that a number was dialled on.
+bool Via::HayModem() {
+  const bool contesta = Modem(serie_->Canal(), espera_).Contesta();
+  if (!contesta) modem_.clear();
+  return contesta;
 }
 
 bool Via::Perder(const Error& falla) {
@@ -169,7 +185,7 @@ bool Via::Perder(const Error& falla) {
   }
   // Of a call that the modem says has ended the port is still there.
   const bool la_llamada_sola = EnLlamada() && falla.ErrorDelSistema() == 0;
-  llamada_perdida_ = llamada_perdida_ || EnLlamada();
+  sin_llamada_ = sin_llamada_ || EnLlamada();
   if (la_llamada_sola) {
     serie_->PonerMedio(Medio::kSerie);
   } else {

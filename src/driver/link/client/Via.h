@@ -33,8 +33,8 @@ class Via {
   bool PuertoIP(std::string_view puerto);
 
   // The line on which the unit is reached, opened when need be: over IP a connection that isn't there or was closed,
-  // after a lost port the same device once more. None: nobody could be reached, or a call was lost, which only the
-  // operator places again. Raises when the port can't be opened again.
+  // after a lost port the same device once more. None: nobody could be reached, or no call stands on the line of a
+  // modem, which only the operator places. Raises when the port can't be opened again.
   Conversacion* Abierta();
 
   // Nobody could be reached, but another try may do.
@@ -58,6 +58,7 @@ class Via {
  private:
   void AbrirSerie();
   void CerrarSerie();
+  bool HayModem();
   bool HayDireccion() const;
   bool AbrirIp();
   bool AbrirIpConIntentos();
@@ -75,7 +76,9 @@ class Via {
   std::string dispositivo_;        // that was opened last
   std::int64_t callar_hasta_ = 0;  // an answer that was missed there may come until then
   bool perdida_ = false;           // the port went away without being asked to
-  bool llamada_perdida_ = false;   // the call did, and behind the port there is a modem that takes commands
+  bool sin_llamada_ = false;       // behind the port there is a modem that takes commands: no call stands
+  std::string modem_;              // device on which a number was dialled last
+  bool averiguar_ = false;         // it was opened anew: the modem may be gone, or take what is sent for commands
   bool por_ip_ = false;
   std::string direccion_;
   int puerto_ip_ = 0;

@@ -39,9 +39,11 @@ bool Espera::Recibir(Linea& linea, std::vector<std::uint8_t>& destino, std::int6
   }
 }
 
-void Espera::Enviar(Linea& linea, std::span<const std::uint8_t> bytes, std::int64_t hasta) {
+void Espera::Enviar(Linea& linea, std::span<const std::uint8_t> bytes, std::int64_t hasta, bool compromete) {
   while (!bytes.empty()) {
-    bytes = bytes.subspan(linea.Enviar(bytes, PasoHasta(hasta)));
+    const std::size_t salieron = linea.Enviar(bytes, PasoHasta(hasta));
+    if (compromete && salieron > 0) obstinada_ = true;
+    bytes = bytes.subspan(salieron);
     Ceder();
     if (!bytes.empty() && Ahora() >= hasta) {
       throw Error(error_enlace::kLineaPerdida, kOrigen, "La línea no toma lo que se le manda", ETIMEDOUT);
@@ -62,6 +64,13 @@ void Espera::Pausar(std::int64_t milisegundos) {
     reloj_.Esperar(PasoHasta(hasta) / 1000.0, {});
     Ceder();
   }
+}
+
+void Espera::Pasar(double segundos) {
+  reloj_.Esperar(segundos, [this] {
+    if (atender_) atender_();
+    ExigirQueSiga();
+  });
 }
 
 void Espera::Desoir(Linea& linea, std::int64_t milisegundos) {

@@ -21,7 +21,7 @@ class Espera {
   std::int64_t Ahora() const { return reloj_.Milisegundos(); }
 
   // An operation begins: whatever was cancelled before was another one.
-  void Comenzar() { cancelada_ = false; }
+  void Comenzar() { cancelada_ = obstinada_ = false; }
   void Cancelar() { cancelada_ = true; }
   bool Cancelada() const { return cancelada_; }
 
@@ -30,14 +30,13 @@ class Espera {
 
   // What happens from here on can't be cancelled any more, or can again.
   void Obstinarse(bool activo) { obstinada_ = activo; }
-  bool Obstinada() const { return obstinada_; }
 
   // Appends what arrives until `hasta` at the latest. False: nothing came. Raises kCancelada, and what the line raises.
   bool Recibir(Linea& linea, std::vector<std::uint8_t>& destino, std::int64_t hasta);
 
-  // Hands all the bytes over. Raises kLineaPerdida, with the system's number of a time-out, when the line doesn't take
-  // them until `hasta`.
-  void Enviar(Linea& linea, std::span<const std::uint8_t> bytes, std::int64_t hasta);
+  // Hands all the bytes over; with `compromete` the operation can't be cancelled any more once the first of them went
+  // out. Raises kLineaPerdida, with the system's number of a time-out, when the line doesn't take them until `hasta`.
+  void Enviar(Linea& linea, std::span<const std::uint8_t> bytes, std::int64_t hasta, bool compromete = false);
 
   // Waits until the line stands. False: not until `hasta`.
   bool Establecer(Linea& linea, std::int64_t hasta);
@@ -48,8 +47,11 @@ class Espera {
   // Listens until nothing has come for so long, or until `hasta`, and drops what arrives.
   void EsperarSilencio(Linea& linea, std::int64_t milisegundos, std::int64_t hasta);
 
-  // Waits without listening. Raises kCancelada.
+  // Waits without listening, between two looks at the unit. Raises kCancelada.
   void Pausar(std::int64_t milisegundos);
+
+  // The same for a wait that is an operation of its own.
+  void Pasar(double segundos);
 
   // Lets events run where none have for a step. Raises kCancelada.
   void Ceder();

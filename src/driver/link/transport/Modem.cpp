@@ -88,10 +88,14 @@ bool Modem::Despertar() {
   return false;
 }
 
-bool Modem::Llamar(std::string_view numero, std::string_view comandos) {
+bool Modem::Contesta() {
   recibido_.clear();
   espera_.EsperarSilencio(linea_, kSinPalabras, espera_.Ahora() + kParaDespertar);
-  if (!Despertar()) return false;
+  return Despertar();
+}
+
+bool Modem::Llamar(std::string_view numero, std::string_view comandos) {
+  if (!Contesta()) return false;
   const std::string lineas = Reemplazar(comandos, "\r", "\n");
   for (const std::string_view comando : Separar(lineas, '\n')) {
     if (!Recortar(comando).empty() && !Ordenar(Recortar(comando))) return false;

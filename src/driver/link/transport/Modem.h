@@ -13,6 +13,9 @@ class Modem {
  public:
   Modem(Linea& linea, Espera& espera) : linea_(linea), espera_(espera) {}
 
+  // A modem answers, so that what is sent would be commands to it. Raises what the line and the wait raise.
+  bool Contesta();
+
   // Sends the commands, one a line of the text, then dials. False: the modem doesn't answer or refuses a command, or
   // nobody takes the call. Raises kCancelada at once when the wait is cancelled: the modem is told to give the call up.
   bool Llamar(std::string_view numero, std::string_view comandos);
