@@ -157,10 +157,10 @@ bool MedirTcp(Puesto& puesto) {
 
 // The most requests that a day costs beyond those of its pages at three a request.
 bool MedirDia(Puesto& puesto) {
-  puesto.driver.ConfiguracionAlmacenada(true);
   double peor = 0;
   for (int dias = 1; dias < 120; dias += 9) {
     const std::string dia = TextoFecha(utr::FechaDeDias(utr::DiasDesde1970(puesto.Ahora()) - dias));
+    puesto.driver.IdEquipo(0);  // nothing is known, not even who is there
     const auto antes = puesto.driver.Cuenta().pedidos;
     const utr::TablaPtr tabla = puesto.driver.LeerDatos(dia, dia, 0);
     const auto pedidos = static_cast<double>(puesto.driver.Cuenta().pedidos - antes);

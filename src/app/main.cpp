@@ -9,6 +9,7 @@
 #include <clocale>
 #include <cstdio>
 
+#include "app/ActosDelOperador.h"
 #include "app/PuertosDelPrograma.h"
 #include "base/CarpetaPrograma.h"
 #include "base/Reloj.h"
@@ -51,7 +52,8 @@ utr::enlace::Avisos AvisosPara(utr::SituacionDelEnlace& situacion) {
               },
           .trafico = [&situacion](const utr::enlace::Trafico& trafico) { situacion.PonerCuenta(CuentaDe(trafico)); },
           .puerto = [&situacion](bool abierto) { situacion.PonerPuerto(abierto); },
-          .fin_de_llamada = [&situacion] { situacion.PonerFinDeLlamada(); }};
+          .fin_de_llamada = [&situacion] { situacion.PonerFinDeLlamada(); },
+          .consiente = [&situacion](bool de_practica) { return situacion.Consiente(de_practica); }};
 }
 
 }  // namespace
@@ -84,6 +86,7 @@ int main(int argc, char** argv) {
   const utr::Atender atender = [] { QCoreApplication::processEvents(); };
   utr::RelojSistema reloj;
   utr::SituacionDelEnlace situacion;
+  const utr::ActosDelOperador actos(situacion);
   utr::ComunicadorSimulado simulado(utr::Ruta(carpeta), reloj, atender);
   utr::Bitacora bitacora(utr::Ruta(carpeta));
   utr::NumerosDePuerto numeros(utr::Ruta(carpeta) / "Puertos.toml");

@@ -13,6 +13,7 @@ inline constexpr std::int32_t kOtraVersion = 8023;     // the unit speaks anothe
 inline constexpr std::int32_t kCambiante = 8024;       // what is read changes while it is read
 inline constexpr std::int32_t kPaginaNegada = 8025;    // the unit refuses a page that should be among those read
 inline constexpr std::int32_t kLecturaNegada = 8026;   // the unit refuses a read, or failed at it
+inline constexpr std::int32_t kOtraUnidad = 8027;      // an order was meant for a unit of another kind
 inline constexpr std::int32_t kDireccionMuda = 10060;  // nobody answers at the address
 
 }  // namespace utr::error_enlace

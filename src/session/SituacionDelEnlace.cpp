@@ -42,6 +42,10 @@ void SituacionDelEnlace::PonerCuenta(const CuentaDeLinea& cuenta) {
   if (aviso_) aviso_();
 }
 
+bool SituacionDelEnlace::Consiente(bool de_practica) const noexcept {
+  return a_la_vista_ == ClaseDeUnidad::kDesconocida || EsDePractica(a_la_vista_) == de_practica;
+}
+
 std::string TextoDe(ClaseDeUnidad clase) {
   return De(clase).texto;
 }

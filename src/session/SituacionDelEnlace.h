@@ -38,6 +38,12 @@ class SituacionDelEnlace {
   void PonerClase(ClaseDeUnidad clase);
   void PonerCuenta(const CuentaDeLinea& cuenta);
 
+  // The operator acts now, with the class of unit before him that is on show.
+  void ActuaElOperador() noexcept { a_la_vista_ = clase_; }
+
+  // Whether what he has begun may be written to a unit of that kind: not where the one on show was of the other kind.
+  bool Consiente(bool de_practica) const noexcept;
+
   // The serial port of the line was closed or lost, or is open again.
   void PonerPuerto(bool abierto) {
     if (aviso_de_puerto_) aviso_de_puerto_(abierto);
@@ -64,6 +70,7 @@ class SituacionDelEnlace {
  private:
   ClaseDeUnidad clase_ = ClaseDeUnidad::kSimulada;
   ClaseDeUnidad ultima_conocida_ = ClaseDeUnidad::kDesconocida;
+  ClaseDeUnidad a_la_vista_ = ClaseDeUnidad::kDesconocida;  // when the operator acted last
   CuentaDeLinea cuenta_;
   std::function<void()> aviso_;
   std::function<void(bool)> aviso_de_puerto_;

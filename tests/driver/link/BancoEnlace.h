@@ -59,8 +59,9 @@ class BancoEnlace : public Banco, private enlace::Tendido {
   std::vector<bool> puertos;  // what the driver told of its port
   int fines_de_llamada = 0;   // and of its calls
   std::string quien;  // and of who is there: "p" a station to practise with, "r" a real one, "?" it may be another
-  int aperturas = 0;  // of TCP connections that were tried
-  int aperturas_mudas = 0;  // of these, from now on, that nobody answers
+  std::function<bool(bool de_practica)> consiente;  // what may be written to; empty: anything
+  int aperturas = 0;                                // of TCP connections that were tried
+  int aperturas_mudas = 0;                          // of these, from now on, that nobody answers
 
   // Over TCP, what answers a request in place of the station; nothing leaves it to the station. For units that aren't
   // like ours.
@@ -98,7 +99,8 @@ class BancoEnlace : public Banco, private enlace::Tendido {
         .avisos = {.identificada = [this](bool de_practica) { quien += de_practica ? "p" : "r"; },
                    .desconocida = [this] { quien += "?"; },
                    .puerto = [this](bool abierto) { puertos.push_back(abierto); },
-                   .fin_de_llamada = [this] { ++fines_de_llamada; }}});
+                   .fin_de_llamada = [this] { ++fines_de_llamada; },
+                   .consiente = [this](bool de_practica) { return !consiente || consiente(de_practica); }}});
   }
 
  private:

@@ -50,11 +50,10 @@ class Enlace : public testing::Test {
   }
   std::string Hace(int dias) { return TextoFecha(FechaDeDias(DiasDesde1970(banco.Ahora()) - dias)); }
 
-  // A channel's ring gone round, and everything known that isn't read anew each time.
+  // A channel's ring gone round.
   void LlenarAnillos() {
     banco.Escenario("[historia]\ndias = 200\n");
     banco.Conectar();
-    Driver().ConfiguracionAlmacenada(true);
   }
 
   BancoEnlace banco{false};
@@ -311,6 +310,39 @@ TEST_F(Enlace, LaUnidadQueNoEsLaLlamadaNoSeToca) {
   EXPECT_TRUE(Driver().GrabarSalidaDigital(1, true));
 }
 
+// Behind the same address there may be a gateway, and behind that another unit than the one that was on show.
+TEST_F(Enlace, LoDecididoAnteUnaDePracticaNoVaAUnaReal) {
+  int escritas = 0;
+  bool real = false;
+  banco.en_lugar = [&](VistaBytes pdu) -> std::optional<Bytes> {
+    const bool escribe =
+        pdu.front() == protocolo::funcion::kEscribirRegistros || pdu.front() == protocolo::funcion::kEscribirArchivos;
+    escritas += escribe && real ? 1 : 0;
+    const auto partes = protocolo::LeerPedidoDeArchivos(pdu);
+    if (!real || !partes || partes->front() != protocolo::PedidoDeArchivo{protocolo::archivo::kRegistros, 0, 3})
+      return std::nullopt;
+    auto respuesta = banco.ContestarDeVeras(pdu);
+    respuesta->at(9) = 0;
+    return respuesta;
+  };
+  banco.consiente = [](bool de_practica) { return de_practica; };
+  for (const Operacion& operacion : Operaciones()) {
+    if (EsLectura(operacion)) continue;
+    real = false;
+    PorTcp();
+    ASSERT_NE(Driver().LeerFechaHora(), "");
+    banco.quien.clear();
+    real = true;
+    Driver().IdEquipo(banco.identificador);
+    EXPECT_EQ(NumeroDeError([&] { operacion.fallo(Driver()); }), error_enlace::kOtraUnidad) << operacion.nombre;
+    EXPECT_EQ(banco.quien, "?r") << operacion.nombre;
+    EXPECT_NE(Driver().LeerFechaHora(), "") << "it may be read";
+  }
+  EXPECT_EQ(escritas, 0);
+  banco.consiente = nullptr;
+  EXPECT_TRUE(Driver().GrabarSalidaDigital(1, true));
+}
+
 TEST_F(Enlace, UnaConexionCerradaEnElOcioSeReabreSinGastarIntentos) {
   PorTcp();
   banco.Escenario("[linea]\ncorta_despues = 2\n");
@@ -368,8 +400,8 @@ TEST_F(Enlace, UnaFlashEnteraConUnoPorCientoDePerdidasEsLaFlash) {
 
 TEST_F(Enlace, UnDiaDeUnCanalCuestaSeisPedidosMasQueSusPaginas) {
   LlenarAnillos();
-  Driver().LeerFechaHora();
   for (int dias = 0; dias < 120; dias += 7) {
+    Driver().IdEquipo(banco.identificador);  // so that nothing is known, not even who is there
     const std::string dia = Hace(dias);
     std::size_t paginas = 0;
     Unidad().memoria.RecorrerPila(Unidad().canales.PilaDe(1), [&](auto, const auto& cabecera) {

@@ -95,11 +95,14 @@ TEST_F(Excepciones, SoloLaQueDiceQueNoHayEsSinDatos) {
     std::uint16_t archivo;
     std::uint16_t record;
     std::int32_t si_no_hay;
-  } casos[] = {
-      {0, archivo::kRegistros, registro::kAnillos, kSinFalla}, {1, archivo::kRegistros, registro::kAnillos, kSinFalla},
-      {2, archivo::kRegistros, registro::kAnillos, kSinFalla}, {3, archivo::kRegistros, registro::kAnillos, kSinFalla},
-      {4, archivo::kRegistros, registro::kTrama, kSinFalla},   {5, archivo::kCanales, 0, kSinFalla},
-      {0, archivo::kCanales, 0, error_enlace::kLecturaNegada}, {5, archivo::kCanales, 1, error_enlace::kCambiante}};
+  } casos[] = {{0, archivo::kRegistros, registro::kAnillos, kSinFalla},
+               {1, archivo::kRegistros, registro::kAnillos, kSinFalla},
+               {2, archivo::kRegistros, registro::kAnillos, kSinFalla},
+               {3, archivo::kRegistros, registro::kAnillos, kSinFalla},
+               {4, archivo::kRegistros, registro::kTrama, kSinFalla},
+               {5, archivo::kCanales, 0, kSinFalla},
+               {0, archivo::kRegistros, registro::kPilas, error_enlace::kLecturaNegada},
+               {5, archivo::kCanales, 1, error_enlace::kCambiante}};
   for (const auto& caso : casos) {
     for (const int excepcion : {1, 2, 3, 4, 5, 6, 0x0A, 0x0B}) {
       Negar(caso.archivo, caso.record, excepcion);

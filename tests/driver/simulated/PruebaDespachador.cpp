@@ -94,10 +94,20 @@ TEST(Despachador, RegistrosYExcepciones) {
   const auto trama = b.viva.Unidad().Instantaneos(b.viva.ahora);
   const auto leida = b.Registros(registro::kTrama, 38);
   EXPECT_TRUE(std::equal(trama.begin(), trama.end(), leida.begin(), leida.end()));
+  const auto pilas = b.Registros(registro::kPilas, kLargoDePilas);
+  ASSERT_EQ(pilas.size(), kLargoDePilas);
+  int con_pila = 0;
+  const TablaPtr canales = b.viva.Unidad().canales.ComoTabla();
+  for (std::size_t fila = 0; !canales->Eof(); canales->MoveNext(), ++fila) {
+    EXPECT_EQ(std::to_string(pilas[fila]), canales->Texto("Pila")) << canales->Texto("Canal");
+    con_pila += pilas[fila] < 9 ? 1 : 0;
+  }
+  EXPECT_GT(con_pila, 5);
   const struct {
     Bytes pdu;
     int excepcion;
   } casos[] = {{PedidoDeTramo(4, {10000, 1}), 2},
+               {PedidoDeTramo(4, {272, 2}), 2},
                {PedidoDeTramo(4, {10, 2}), 2},  // beyond its block
                {PedidoDeTramo(4, {0, 0}), 3},
                {PedidoDeTramo(4, {0, 126}), 3},

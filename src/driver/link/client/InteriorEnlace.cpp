@@ -19,7 +19,6 @@ using paginas::VistaPagina;
 namespace {
 
 constexpr const char* kOrigen = "Comunicador";
-constexpr std::uint16_t kRegistrosDeCabeza = 5;
 constexpr int kPilas = 9;
 
 // The days of a range; its ends may be open.
@@ -55,40 +54,21 @@ bool ComunicadorEnlace::Interior::Entregar(Codigo codigo, const Tabla& tabla) {
 }
 
 TablaPtr ComunicadorEnlace::Interior::LeerCanales() {
-  resumen_.reset();
-  pilas_.clear();
   const auto imagen = unidad.LeerImagen(archivo::kCanales);
   if (!imagen) return nullptr;
   const auto filas = LeerImagenDeCanales(*imagen);
   if (!filas) throw Error(error_enlace::kOtraVersion, kOrigen, "La UTR da una tabla de canales que no se entiende");
-  TablaPtr tabla = TablaDeCanales(filas->filas);
-  resumen_ = ResumenDe(*imagen);
-  for (const TablaPtr canal = tabla->Clone(); !canal->Eof(); canal->MoveNext()) {
-    const auto pila = static_cast<int>(NumeroDeTexto(canal->Texto("Pila")));
-    const bool tiene = !canal->Texto("Pila").empty() && pila >= 0 && pila < kPilas;
-    if (tiene) pilas_[static_cast<int>(NumeroDeTexto(canal->Texto("Canal")))] = pila;
-  }
-  return tabla;
-}
-
-// Without the table nobody knows where the channel's records are; none of them would read as "no data".
-std::optional<int> ComunicadorEnlace::Interior::PilaDe(int canal, const std::optional<Resumen>& resumen) {
-  const bool a_mano = resumen && resumen_ == resumen;
-  if (!a_mano && !LeerCanales()) {
-    throw Error(error_enlace::kLecturaNegada, kOrigen, "La UTR no da su tabla de canales");
-  }
-  const auto pila = pilas_.find(canal);
-  return pila == pilas_.end() ? std::nullopt : std::optional(pila->second);
+  return TablaDeCanales(filas->filas);
 }
 
 // In one request where the unit takes it, else what can be had of it. Nothing: the unit doesn't have that memory.
 std::optional<ComunicadorEnlace::Interior::Cabezas> ComunicadorEnlace::Interior::LeerCabezas(CualMemoria memoria) {
   const std::uint16_t anillos = memoria == CualMemoria::kFlash ? registro::kAnillos : registro::kAnillosDelCartucho;
   const enlace::Leido leido = unidad.LeerArchivos({{archivo::kRegistros, anillos, kRegistrosDeCabezales},
-                                                   {archivo::kCanales, 0, kRegistrosDeCabeza},
+                                                   {archivo::kRegistros, registro::kPilas, kLargoDePilas},
                                                    {archivo::kRegistros, registro::kReloj, kLargoDeReloj}});
   if (leido.Bien()) {
-    return Cabezas{enlace::CabezalesDe(RegistrosDe(leido.partes[0])), LeerCabeza(leido.partes[1]),
+    return Cabezas{enlace::CabezalesDe(RegistrosDe(leido.partes[0])), RegistrosDe(leido.partes[1]),
                    LeerReloj(RegistrosDe(leido.partes[2]))};
   }
   const auto solos = enlace::LeerCabezalesDe(unidad, memoria);
@@ -97,16 +77,24 @@ std::optional<ComunicadorEnlace::Interior::Cabezas> ComunicadorEnlace::Interior:
   return Cabezas{*solos, std::nullopt, reloj ? LeerReloj(*reloj) : std::nullopt};
 }
 
+// The ring of a channel; nothing for one without a stack. Where nobody tells, no record of it would read as "no data".
+std::optional<std::size_t> ComunicadorEnlace::Interior::AnilloDe(int canal, const Cabezas& cabezas) {
+  const auto pilas = cabezas.pilas ? cabezas.pilas : unidad.LeerRegistros(registro::kPilas, kLargoDePilas);
+  if (!pilas) throw Error(error_enlace::kLecturaNegada, kOrigen, "La UTR no dice en qué pila está cada canal");
+  const auto lugar = static_cast<std::size_t>(canal) - 1;
+  const bool tiene = lugar < pilas->size() && (*pilas)[lugar] < kPilas;
+  return tiene ? std::optional<std::size_t>((*pilas)[lugar]) : std::nullopt;
+}
+
 TablaPtr ComunicadorEnlace::Interior::LeerDatos(CualMemoria memoria, std::string_view desde, std::string_view hasta,
                                                 int canal) {
   const Rango rango = paginas::LeerRango(desde, hasta);
   const auto cabezas = LeerCabezas(memoria);
   if (!cabezas) return nullptr;
   paginas::FilasMuestras filas;
-  if (const auto pila = PilaDe(canal, cabezas->canales)) {
-    const auto anillo = static_cast<std::size_t>(*pila);
-    LecturaDeAnillo(unidad, memoria, anillo)
-        .Leer(cabezas->anillos[anillo], DiasDe(rango), [&](VistaPagina pagina, const Cabecera& cabecera) {
+  if (const auto anillo = AnilloDe(canal, *cabezas)) {
+    LecturaDeAnillo(unidad, memoria, *anillo)
+        .Leer(cabezas->anillos[*anillo], DiasDe(rango), [&](VistaPagina pagina, const Cabecera& cabecera) {
           // A stack that changed hands still holds pages of its former channel.
           if (cabecera.canal == canal) filas.Agregar(pagina, cabecera, rango, {});
         });

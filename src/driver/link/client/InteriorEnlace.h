@@ -34,19 +34,18 @@ struct ComunicadorEnlace::Interior {
   // Has a table taken. False: refused, or no answer.
   bool Entregar(protocolo::Codigo codigo, const Tabla& tabla);
 
-  // The stack of a channel (1 to 23) as the unit's table of channels has it, which is read when another one is at hand
-  // than that of `resumen`; nothing for a channel without one. Raises kLecturaNegada for a unit that
-  // doesn't give the table.
-  std::optional<int> PilaDe(int canal, const std::optional<protocolo::Resumen>& resumen);
   TablaPtr LeerCanales();
 
-  // What a read of records begins with: the heads of the rings, which table of channels the unit has, its clock.
+  // What a read of records begins with: the heads of the rings, the stacks of the channels, the clock.
   struct Cabezas {
     protocolo::Cabezales anillos;
-    std::optional<protocolo::Resumen> canales;
+    std::optional<std::vector<std::uint16_t>> pilas;
     std::optional<FechaHora> reloj;
   };
   std::optional<Cabezas> LeerCabezas(enlace::CualMemoria memoria);
+  // The ring of a channel (1 to 23); nothing for one without a stack. Raises kLecturaNegada for a unit that doesn't
+  // say.
+  std::optional<std::size_t> AnilloDe(int canal, const Cabezas& cabezas);
 
   TablaPtr LeerDatos(enlace::CualMemoria memoria, std::string_view desde, std::string_view hasta, int canal);
   TablaPtr LeerEventos(enlace::CualMemoria memoria, std::string_view desde, std::string_view hasta);
@@ -76,8 +75,6 @@ struct ComunicadorEnlace::Interior {
   };
 
   std::map<std::pair<int, int>, Adelantada> adelantadas_;  // by track and page
-  std::optional<protocolo::Resumen> resumen_;              // of the table whose stacks are at hand
-  std::map<int, int> pilas_;                               // by channel
   bool habia_puerto_ = false;
   bool habia_llamada_ = false;
 };

@@ -22,6 +22,17 @@ constexpr std::uint16_t ArchivoDePista(CualMemoria memoria, int pista) {
   return static_cast<std::uint16_t>(primero + pista);
 }
 
+constexpr std::uint16_t RegistroDeAnillo(CualMemoria memoria, std::size_t anillo) {
+  const std::uint16_t primero = memoria == CualMemoria::kFlash ? registro::kAnillos : registro::kAnillosDelCartucho;
+  return static_cast<std::uint16_t>(primero + anillo * kRegistrosPorAnillo);
+}
+
+template <class Leido>
+Leido Entendido(std::optional<Leido> leido) {
+  if (!leido) throw Error(error_enlace::kOtraVersion, kOrigen, "La UTR describe una memoria que no se entiende");
+  return *leido;
+}
+
 // The parts that ask for these pages; neighbours go together.
 std::vector<PedidoDeArchivo> PartesDe(CualMemoria memoria, const std::vector<LugarEnMemoria>& lugares) {
   std::vector<PedidoDeArchivo> partes;
@@ -53,21 +64,27 @@ std::optional<std::int32_t> DiaDeCabecera(VistaBytes bytes) {
 }  // namespace
 
 std::optional<Cabezales> LeerCabezalesDe(UnidadRemota& unidad, CualMemoria memoria) {
-  const std::uint16_t desde = memoria == CualMemoria::kFlash ? registro::kAnillos : registro::kAnillosDelCartucho;
-  const auto registros = unidad.LeerRegistros(desde, kRegistrosDeCabezales);
+  const auto registros = unidad.LeerRegistros(RegistroDeAnillo(memoria, 0), kRegistrosDeCabezales);
   if (!registros) return std::nullopt;
   return CabezalesDe(*registros);
 }
 
 Cabezales CabezalesDe(std::span<const std::uint16_t> registros) {
-  const auto cabezales = LeerCabezales(registros);
-  if (!cabezales) throw Error(error_enlace::kOtraVersion, kOrigen, "La UTR describe una memoria que no se entiende");
-  return *cabezales;
+  return Entendido(LeerCabezales(registros));
 }
 
 std::vector<PaginaLeida> LeerPaginas(UnidadRemota& unidad, CualMemoria memoria,
-                                     const std::vector<LugarEnMemoria>& lugares) {
-  const Leido leido = unidad.LeerArchivos(PartesDe(memoria, lugares));
+                                     const std::vector<LugarEnMemoria>& lugares, AnilloAlLado* al_lado) {
+  auto partes = PartesDe(memoria, lugares);
+  if (al_lado != nullptr) {
+    partes.push_back({archivo::kRegistros, RegistroDeAnillo(memoria, al_lado->anillo), kRegistrosPorAnillo});
+    al_lado->cabezal.reset();
+  }
+  Leido leido = unidad.LeerArchivos(std::move(partes));
+  if (al_lado != nullptr && leido.Bien()) {
+    al_lado->cabezal = Entendido(LeerCabezal(al_lado->anillo, RegistrosDe(leido.partes.back())));
+    leido.partes.pop_back();
+  }
   std::vector<PaginaLeida> paginas;
   for (const Bytes& parte : leido.partes) {
     for (auto byte = parte.begin(); byte != parte.end(); byte += paginas::kBytesPagina) {
@@ -76,7 +93,7 @@ std::vector<PaginaLeida> LeerPaginas(UnidadRemota& unidad, CualMemoria memoria,
   }
   unidad.ContarPaginas(paginas.size());
   if (leido.Bien()) return paginas;
-  if (lugares.size() == 1) return {std::nullopt};
+  if (lugares.size() == 1 && al_lado == nullptr) return {std::nullopt};
   for (const LugarEnMemoria& lugar : lugares) paginas.push_back(LeerPaginas(unidad, memoria, {lugar}).front());
   return paginas;
 }
@@ -107,7 +124,7 @@ const LecturaDeAnillo::Tomada& LecturaDeAnillo::Tomar(std::uint32_t edad) {
   if (!tomadas_.contains(edad)) {
     std::vector<LugarEnMemoria> lugares;
     for (std::uint32_t e = edad; e < edad + kPaginasPorPedido && e < Cuantas(); ++e) lugares.push_back(LugarDe(e));
-    const auto leidas = LeerPaginas(unidad_, memoria_, lugares);
+    const auto leidas = LeerPaginas(unidad_, memoria_, lugares, &ahora_);
     for (std::uint32_t i = 0; i < leidas.size(); ++i) {
       Tomada tomada;
       if (leidas[i]) {
@@ -193,6 +210,16 @@ void LecturaDeAnillo::LeerRango(const DiasPedidos& dias) {
   }
 }
 
+// As the ring stood with the last pages that were read, or, without them, stands now.
+Cabezal LecturaDeAnillo::Ahora() {
+  if (!ahora_.cabezal) {
+    const auto registros = unidad_.LeerRegistros(RegistroDeAnillo(memoria_, anillo_), kRegistrosPorAnillo);
+    if (!registros) throw Error(error_enlace::kCambiante, kOrigen, "La UTR cambia mientras se la lee");
+    ahora_.cabezal = Entendido(LeerCabezal(anillo_, *registros));
+  }
+  return *ahora_.cabezal;
+}
+
 // The ring as it stands now: what was overwritten goes, the page that was open is read again. False: it stands where it
 // stood.
 bool LecturaDeAnillo::PonerAlDia(const Cabezal& ahora) {
@@ -229,13 +256,12 @@ void LecturaDeAnillo::Leer(const Cabezal& cabezal, const DiasPedidos& dias, cons
   cabezal_ = cabezal;
   primera_.reset();
   tomadas_.clear();
+  ahora_.cabezal.reset();
   if (dias.solo_pendiente && cabezal.pendiente == kSinPendiente) return;
   for (int vez = 0;; ++vez) {
     LeerRango(dias);
-    const auto ahora = LeerCabezalesDe(unidad_, memoria_);
-    if (ahora && !PonerAlDia((*ahora)[anillo_])) break;
-    if (!ahora || vez == kPuestasAlDia)
-      throw Error(error_enlace::kCambiante, kOrigen, "La UTR cambia mientras se la lee");
+    if (!PonerAlDia(Ahora())) break;
+    if (vez == kPuestasAlDia) throw Error(error_enlace::kCambiante, kOrigen, "La UTR cambia mientras se la lee");
     if (dias.solo_pendiente && cabezal_.pendiente == kSinPendiente) return;
   }
   for (const auto& [edad, tomada] : tomadas_) {

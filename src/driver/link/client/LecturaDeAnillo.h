@@ -19,10 +19,15 @@ struct LugarEnMemoria {
 };
 
 // The 64 bytes of each page, three at most; nothing in place of one that the unit refuses. Three that are refused
-// together are asked for one by one.
+// together are asked for one by one. Where a ring is given its head comes with the pages, of the same moment; nothing
+// of it when anything was refused.
 using PaginaLeida = std::optional<Bytes>;
+struct AnilloAlLado {
+  std::size_t anillo = 0;
+  std::optional<protocolo::Cabezal> cabezal{};
+};
 std::vector<PaginaLeida> LeerPaginas(UnidadRemota& unidad, CualMemoria memoria,
-                                     const std::vector<LugarEnMemoria>& lugares);
+                                     const std::vector<LugarEnMemoria>& lugares, AnilloAlLado* al_lado = nullptr);
 
 // The days that are wanted of a ring, both included, as day numbers; an end that isn't there is open. With
 // `solo_pendiente` the pages from the oldest one with something pending on.
@@ -33,11 +38,11 @@ struct DiasPedidos {
 };
 
 // A read of the pages of one ring, the oldest first, as the ring stands at its end: what was overwritten, erased or
-// begun meanwhile is seen in the heads of the rings, which are read again behind it.
+// begun meanwhile is seen in the head of the ring, which comes again with the pages.
 class LecturaDeAnillo {
  public:
   LecturaDeAnillo(UnidadRemota& unidad, CualMemoria memoria, std::size_t anillo)
-      : unidad_(unidad), memoria_(memoria), anillo_(anillo) {}
+      : unidad_(unidad), memoria_(memoria), anillo_(anillo), ahora_{anillo} {}
 
   // Hands over the whole pages that may hold what is wanted: all of those days, and some beside them. `cabezal` was
   // read just now. Raises kCambiante for a memory that changes too much meanwhile, kPaginaNegada for a page of them
@@ -61,12 +66,14 @@ class LecturaDeAnillo {
   std::vector<std::optional<std::int32_t>> LeerDias(const std::vector<std::uint32_t>& edades);
   std::uint32_t Buscar(std::int32_t dia);
   void LeerRango(const DiasPedidos& dias);
+  protocolo::Cabezal Ahora();
   bool PonerAlDia(const protocolo::Cabezal& ahora);
 
   UnidadRemota& unidad_;
   CualMemoria memoria_;
   std::size_t anillo_;
   protocolo::Cabezal cabezal_;
+  AnilloAlLado ahora_;                       // with the pages that were read last
   std::optional<std::uint32_t> primera_;     // age of the first page that may hold what is wanted; not looked for yet
   std::map<std::uint32_t, Tomada> tomadas_;  // by age: 0 is the oldest page of the ring
 };

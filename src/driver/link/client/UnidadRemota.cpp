@@ -104,9 +104,19 @@ std::optional<Bytes> UnidadRemota::EnLinea(const std::function<std::optional<Byt
 
 std::optional<Bytes> UnidadRemota::Intentar(const Pedido& pedido) {
   if (!conocida_ && !Identificar()) return std::nullopt;
+  if (pedido.escribe) ExigirConsentimiento();
   auto respuesta = EnLinea([&](Conversacion& linea) { return linea.Intentar(pedido); });
   if (!respuesta) Desconocer();
   return respuesta;
+}
+
+// Another unit may have taken the place of the one that was on show when the operator decided, and only now said who it
+// is.
+void UnidadRemota::ExigirConsentimiento() const {
+  if (!avisos_.consiente || avisos_.consiente(de_practica_)) return;
+  throw Error(error_enlace::kOtraUnidad, kOrigen,
+              de_practica_ ? "Contesta una estación de práctica donde había una unidad real: no se le envió lo pedido"
+                           : "Contesta una unidad real donde había una estación de práctica: no se le envió lo pedido");
 }
 
 // A connection that the other end closed while nobody spoke takes no try: what was lost is the connection, not the

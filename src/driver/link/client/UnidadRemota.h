@@ -30,6 +30,8 @@ struct Avisos {
   std::function<void(const Trafico&)> trafico{};         // now and then, while much is asked of the unit
   std::function<void(bool abierto)> puerto{};            // the serial port was closed or lost, or is open again
   std::function<void()> fin_de_llamada{};                // a call that stood doesn't any more
+  // Asked ahead of each request that writes: whether that was meant for a unit of this kind. Empty: it always was.
+  std::function<bool(bool de_practica)> consiente{};
 };
 
 // A unit at the other end of the way, asked in the words of its protocol. Before anything else it is asked who it is,
@@ -37,7 +39,8 @@ struct Avisos {
 //
 // Every request raises kSinRespuesta when no answer came to any of its tries, when the unit is at something else for
 // too long, and when another unit answers than the one that was called; kOtraVersion for a unit that speaks another
-// version of the map; and what the line raises.
+// version of the map; and what the line raises. One that writes raises kOtraUnidad, with nothing sent, when `consiente`
+// says no to the unit that is there.
 class UnidadRemota {
  public:
   UnidadRemota(Via& via, Espera& espera, Reloj& reloj, const Plazos& plazos, Avisos avisos);
@@ -88,6 +91,7 @@ class UnidadRemota {
  private:
   std::optional<Bytes> EnLinea(const std::function<std::optional<Bytes>(Conversacion&)>& hacer);
   std::optional<Bytes> Intentar(const Pedido& pedido);
+  void ExigirConsentimiento() const;
   Bytes Preguntar(const Pedido& pedido);
   std::optional<Bytes> SiLibre(const Pedido& pedido, const std::function<std::optional<Bytes>()>& preguntar);
   Bytes PreguntarSiLibre(const Pedido& pedido);

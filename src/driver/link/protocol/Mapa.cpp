@@ -38,15 +38,20 @@ std::vector<std::uint16_t> RegistrosDeCabezales(const Cabezales& cabezales) {
   return registros;
 }
 
+std::optional<Cabezal> LeerCabezal(std::size_t anillo, std::span<const std::uint16_t> r) {
+  if (r.size() != kRegistrosPorAnillo) return std::nullopt;
+  const Cabezal c{r[0], (r[1] & kLleno) != 0, (r[1] & kAsciende) != 0, r[2], r[3]};
+  const bool lugares = c.siguiente < c.paginas && (c.pendiente == kSinPendiente || c.pendiente < c.paginas);
+  return lugares && c.paginas == PaginasDe(anillo) ? std::optional(c) : std::nullopt;
+}
+
 std::optional<Cabezales> LeerCabezales(std::span<const std::uint16_t> registros) {
   if (registros.size() != kRegistrosDeCabezales) return std::nullopt;
   Cabezales cabezales;
   for (std::size_t i = 0; i < cabezales.size(); ++i) {
-    const auto r = registros.subspan(i * kRegistrosPorAnillo, kRegistrosPorAnillo);
-    const Cabezal c{r[0], (r[1] & kLleno) != 0, (r[1] & kAsciende) != 0, r[2], r[3]};
-    const bool lugares = c.siguiente < c.paginas && (c.pendiente == kSinPendiente || c.pendiente < c.paginas);
-    if (!lugares || c.paginas != PaginasDe(i)) return std::nullopt;
-    cabezales[i] = c;
+    const auto cabezal = LeerCabezal(i, registros.subspan(i * kRegistrosPorAnillo, kRegistrosPorAnillo));
+    if (!cabezal) return std::nullopt;
+    cabezales[i] = *cabezal;
   }
   return cabezales;
 }

@@ -44,12 +44,14 @@ inline constexpr std::uint16_t kCartucho = 4;    // 1: a cartridge is in
 inline constexpr std::uint16_t kReloj = 5;       // year, month, day, hour, minute, second
 inline constexpr std::uint16_t kTrama = 100;     // the frame of present values, 38 places
 inline constexpr std::uint16_t kAnillos = 200;   // heads of the rings of the flash
+inline constexpr std::uint16_t kPilas = 250;     // the stack of each channel
 inline constexpr std::uint16_t kAnillosDelCartucho = 300;
 inline constexpr std::uint16_t kOrdenes = 400;  // results of the last orders, the newest first
 }  // namespace registro
 
 inline constexpr std::size_t kLargoDeIdentidad = 3;  // identifier, map version, practice
 inline constexpr std::size_t kLargoDeReloj = 6;
+inline constexpr std::size_t kLargoDePilas = 23;  // channels
 inline constexpr std::uint16_t kMayorLecturaDeRegistros = 125;
 
 // A run of registers that can be read together. A read lies in one of them.
@@ -93,7 +95,8 @@ constexpr std::uint16_t PrimeraPista(std::size_t anillo) {
 
 inline constexpr std::size_t kRegistrosDeCabezales = kAnillosPorMemoria * kRegistrosPorAnillo;
 std::vector<std::uint16_t> RegistrosDeCabezales(const Cabezales& cabezales);
-// Nothing for another number of registers, a place beyond its ring or a ring of another size.
+// Nothing for another number of registers, a place beyond its ring or a ring of another size; one ring, or all.
+std::optional<Cabezal> LeerCabezal(std::size_t anillo, std::span<const std::uint16_t> registros);
 std::optional<Cabezales> LeerCabezales(std::span<const std::uint16_t> registros);
 
 // --- Files -----------------------------------------------------------------------------------------------------------

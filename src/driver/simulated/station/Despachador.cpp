@@ -148,6 +148,7 @@ std::optional<std::vector<std::uint16_t>> Despachador::Registros(Tramo tramo) {
   constexpr Bloque kBloques[] = {{registro::kIdentificador, registro::kReloj + kLargoDeReloj},
                                  {registro::kTrama, kLugaresDeTrama},
                                  {registro::kAnillos, kRegistrosDeCabezales},
+                                 {registro::kPilas, kLargoDePilas},
                                  {registro::kAnillosDelCartucho, kRegistrosDeCabezales},
                                  {registro::kOrdenes, kResultados * kRegistrosPorResultado}};
   for (const Bloque& bloque : kBloques) {
@@ -178,6 +179,12 @@ std::optional<std::vector<std::uint16_t>> Despachador::BloqueEn(std::uint16_t de
     }
     case registro::kAnillos:
       return RegistrosDeCabezales(CabezalesDe(unidad.memoria, true));
+    case registro::kPilas: {
+      std::vector<std::uint16_t> bloque;
+      for (int canal = 1; canal <= static_cast<int>(kLargoDePilas); ++canal)
+        bloque.push_back(Registro(unidad.canales.PilaDe(canal)));
+      return bloque;
+    }
     case registro::kAnillosDelCartucho:
       if (!unidad.TieneCartucho()) return std::nullopt;
       return RegistrosDeCabezales(CabezalesDe(unidad.cartucho, false));
