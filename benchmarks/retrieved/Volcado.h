@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "base/Reloj.h"
+#include "benchmarks/retrieved/NueveCanales.h"
 #include "configuration/Catalogo.h"
 #include "driver/CanalesUTR.h"
 #include "driver/simulated/driver/ComunicadorSimulado.h"
@@ -25,19 +26,6 @@
 namespace medida {
 
 inline constexpr int kDiasPorVolcado = 128;
-
-// Counts of a converter of 16 bits: each channel at a height of its own, with a slow wave and noise.
-inline std::uint16_t Cuentas(std::uint32_t canal, std::uint32_t muestra, std::uint32_t campo) {
-  const double onda = 4000.0 * canal + 12000 + 8000 * std::sin(muestra / (300.0 + 40.0 * canal));
-  std::uint32_t ruido = muestra * 2654435761U + campo * 40503U + canal * 97531U;
-  ruido ^= ruido >> 15;
-  ruido *= 2246822519U;
-  return static_cast<std::uint16_t>(onda + (ruido >> 8) % 600);
-}
-
-inline std::uint8_t CanalDePila(int pila) {
-  return pila == 8 ? std::uint8_t{15} : static_cast<std::uint8_t>(pila + 1);
-}
 
 // A record every ten minutes, 24 pages a day and channel, until every page is written. `orden` tells one such memory
 // from another: the days of each follow those of the one before.
@@ -89,34 +77,6 @@ inline std::uint64_t Volcar(const std::filesystem::path& ruta, int orden) {
   }
   std::ofstream(ruta, std::ios::binary) << texto;
   return texto.size();
-}
-
-// Nine channels of several kinds, each with a stack.
-inline utr::TablaPtr ConfiguracionDeNueve() {
-  auto tabla = std::make_shared<utr::Tabla>();
-  utr::AgregarColumnasDeCanales(*tabla);
-  tabla->Open();
-  for (int pila = 0; pila < utr::simulada::kPilas; ++pila) {
-    tabla->AddNew();
-    const std::pair<const char*, std::string> celdas[] = {{"Canal", std::to_string(CanalDePila(pila))},
-                                                          {"Tipo", pila == 8 ? "5" : std::to_string(pila % 4)},
-                                                          {"Pila", std::to_string(pila)},
-                                                          {"Flags", "1"},
-                                                          {"Cero", "819"},
-                                                          {"Span", std::to_string(64716 - 100 * pila)},
-                                                          {"Rango", "14.5"},
-                                                          {"RangoMin", "-2"},
-                                                          {"RangoMax", "12.5"},
-                                                          {"NivRefLmn", "3"},
-                                                          {"CtePluvi", "0.2"},
-                                                          {"TStorage", "10"},
-                                                          {"Parametro", std::to_string(pila)},
-                                                          {"Unidad", "1"}};
-    for (const auto& [columna, texto] : celdas) tabla->Set(columna, texto);
-  }
-  tabla->UpdateBatch();
-  tabla->MoveFirst();
-  return tabla;
 }
 
 // A folder of its own with the simulated driver in it, and runs of the processing there.

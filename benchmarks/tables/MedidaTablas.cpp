@@ -1,133 +1,182 @@
-#include <fmt/format.h>
-#include <unistd.h>
-
+// Budgets of the table service, on tables as a station's records fill them.
+#include <algorithm>
 #include <cstdio>
-#include <filesystem>
-#include <fstream>
-#include <pugixml.hpp>
 
 #include "benchmarks/Presupuesto.h"
-#include "tables/Tabla.h"
+#include "benchmarks/tables/Referencias.h"
 
-// Budgets of the table service, on a table like the one that a month of records fills.
 namespace {
 
-constexpr std::size_t kFilas = 262144;
-constexpr double kMebibyte = 1024.0 * 1024.0;
+using medida::Variedad;
+namespace fs = std::filesystem;
 
-const char* const kCampos[] = {"Fecha",  "Hora",       "Canal",  "Valor",       "Maximo",
-                               "Minimo", "Validacion", "ColaTX", "Descripcion", "Unidad"};
+// A folder of its own, which goes away afterwards.
+class Carpeta {
+ public:
+  Carpeta() { fs::create_directories(ruta_); }
+  ~Carpeta() { fs::remove_all(ruta_); }
+  Carpeta(const Carpeta&) = delete;
+  Carpeta& operator=(const Carpeta&) = delete;
+  fs::path operator/(const char* nombre) const { return ruta_ / nombre; }
 
-// The text of one cell: dates and names repeat by the thousand, values follow a daily curve in three decimals.
-std::string Celda(std::size_t fila, std::size_t campo) {
-  const auto valor = [&](std::size_t mas) {
-    return fmt::format("{}.{:03}", (fila * 7 + mas) % 31, (fila * 13 + mas) % 1000);
-  };
-  switch (campo) {
-    case 0:
-      return fmt::format("{:02}/{:02}/2026", fila / 1440 % 28 + 1, fila / 40320 % 12 + 1);
-    case 1:
-      return fmt::format("{:02}:{:02}:00", fila / 60 % 24, fila % 60);
-    case 2:
-      return fmt::format("EA{:02}", fila % 9 + 1);
-    case 3:
-    case 4:
-    case 5:
-      return valor(campo);
-    case 8:
-      return "Temperatura del aire";
-    case 9:
-      return "°C";
-    default:
-      return "1";
-  }
+ private:
+  fs::path ruta_ = fs::temp_directory_path() / fmt::format("adminutr-medida-{}", ::getpid());
+};
+
+struct Caso {
+  const char* nombre;
+  Variedad variedad;
+  bool pendientes;
+};
+constexpr Caso kCasos[] = {{"cuentas", Variedad::kCuentas, false},
+                           {"distintos", Variedad::kDistinta, false},
+                           {"cuentas_pendientes", Variedad::kCuentas, true},
+                           {"distintos_pendientes", Variedad::kDistinta, true}};
+
+double Mebibytes(const utr::Tabla& tabla) {
+  return static_cast<double>(tabla.Memoria()) / (1024.0 * 1024.0);
 }
 
-utr::TablaPtr Construir() {
+std::string Nombre(const char* que, const std::string& caso) {
+  return fmt::format("tabla_{}_{}", que, caso);
+}
+
+// The rows that a file holds, without what stands around them.
+std::string Filas(const fs::path& ruta) {
+  const std::string texto = medida::LeerTodo(ruta);
+  const auto desde = texto.find("<rs:data>\r\n") + 11;
+  return texto.substr(desde, texto.rfind("</rs:data>") - desde);
+}
+
+bool MedirGuardar(const Carpeta& carpeta, const Caso& caso, const utr::Tabla& tabla) {
+  const fs::path ruta = carpeta / "t.xml";
+  const fs::path plano = carpeta / "plano.xml";
+  medida::EscrituraMinima minima(caso.variedad, caso.pendientes);
+  const bool bien = medida::CompararTrabajo(
+      Nombre("guardar", caso.nombre).c_str(), 1.0, [&] { tabla.GuardarSobre(ruta); }, [&] { minima.Escribir(plano); });
+  if (medida::LeerTodo(plano) == Filas(ruta)) return bien;
+  std::fprintf(stderr, "the compared work writes other rows\n");
+  return false;
+}
+
+// The same file as a document object writes it.
+void CambiarComillas(const fs::path& de, const fs::path& a) {
+  std::string texto = medida::LeerTodo(de);
+  std::replace(texto.begin(), texto.end(), '\'', '"');
+  std::ofstream(a, std::ios::binary) << texto;
+}
+
+bool MedirAbrir(const std::string& caso, const fs::path& ruta) {
+  std::size_t suma = 0;
+  return medida::CompararTrabajo(
+             Nombre("abrir", caso).c_str(), 1.5,
+             [&] {
+               utr::Tabla leida;
+               leida.Open(ruta);
+               suma += leida.RecordCount();
+             },
+             [&] { suma += medida::LeerYRecorrer(ruta); }) &&
+         suma > 0;
+}
+
+bool MedirMemoria(const Caso& caso, utr::Tabla& tabla, const fs::path& ruta) {
+  utr::Tabla leida;
+  leida.Open(ruta);
+  const double recien_leida = Mebibytes(leida);
+  tabla.Filter("Valor='0.000'");
+  tabla.Filter("");
+  tabla.Sort("Valor");
+  const double en_uso = Mebibytes(tabla);
+  tabla.Sort("");
+  const double limite = caso.variedad == Variedad::kCuentas ? 32 : 64;
+  return medida::Informar(Nombre("memoria_mib", caso.nombre).c_str(), std::max(recien_leida, en_uso), limite);
+}
+
+// Every column with as many texts as a converter gives.
+bool MedirMemoriaPeor() {
+  utr::Tabla tabla;
+  for (const char* campo : medida::kCampos) tabla.Append(campo, utr::TipoCampo::kVarChar, 50);
+  tabla.Open();
+  tabla.Reservar(medida::kFilas);
+  for (std::size_t fila = 0; fila < medida::kFilas; ++fila) {
+    tabla.AddNew();
+    for (std::size_t campo = 0; campo < medida::kCampos.size(); ++campo)
+      tabla.Set(campo, fmt::format("{:.3f}", medida::Medicion(fila, campo, Variedad::kCuentas) / 1000.0));
+  }
+  return medida::Informar("tabla_memoria_mib_31000_en_cada_campo", Mebibytes(tabla), 32);
+}
+
+bool MedirCaso(const Caso& caso) {
+  const Carpeta carpeta;
+  const auto tabla = medida::Construir(caso.variedad);
+  if (!caso.pendientes) tabla->UpdateBatch();
+  bool bien = MedirGuardar(carpeta, caso, *tabla);
+  bien &= MedirMemoria(caso, *tabla, carpeta / "t.xml");
+  bien &= MedirAbrir(caso.nombre, carpeta / "t.xml");
+  CambiarComillas(carpeta / "t.xml", carpeta / "dobles.xml");
+  return MedirAbrir(std::string(caso.nombre) + "_comillas_dobles", carpeta / "dobles.xml") && bien;
+}
+
+// One column without a text twice, of which every filter finds its row.
+utr::TablaPtr Numerada(std::size_t filas) {
   auto tabla = std::make_shared<utr::Tabla>();
-  for (const char* campo : kCampos) tabla->Append(campo, utr::TipoCampo::kVarChar, 50);
+  tabla->Append("Valor", utr::TipoCampo::kVarChar, 10);
   tabla->Open();
-  tabla->Reservar(kFilas);
-  for (std::size_t fila = 0; fila < kFilas; ++fila) {
+  for (std::size_t fila = 0; fila < filas; ++fila) {
     tabla->AddNew();
-    for (std::size_t campo = 0; campo < std::size(kCampos); ++campo) tabla->Set(campo, Celda(fila, campo));
+    tabla->Set(0, std::to_string(fila));
   }
   tabla->UpdateBatch();
   return tabla;
 }
 
-// The rows of the file, formatted into one buffer and written: what a program does that has nothing but texts.
-void FormatearYEscribir(const std::vector<std::string>& celdas, const std::filesystem::path& ruta) {
-  fmt::memory_buffer buffer;
-  const std::size_t n = std::size(kCampos);
-  for (std::size_t fila = 0; fila < kFilas; ++fila) {
-    fmt::format_to(std::back_inserter(buffer), "\t<z:row");
-    for (std::size_t campo = 0; campo < n; ++campo) {
-      fmt::format_to(std::back_inserter(buffer), " {}='{}'", kCampos[campo], celdas[fila * n + campo]);
-    }
-    fmt::format_to(std::back_inserter(buffer), "/>\r\n");
-  }
-  std::ofstream(ruta, std::ios::binary).write(buffer.data(), static_cast<std::streamsize>(buffer.size()));
+constexpr std::size_t kFiltros = 20000;
+
+// The row whose turn it is: one of a few that lie all over the table, however long it is.
+std::size_t Turno(std::size_t i, std::size_t filas) {
+  constexpr std::size_t kVisitadas = 64;
+  return i * 40503U % kVisitadas * (filas / kVisitadas);
 }
 
-std::size_t CargarYRecorrer(const std::filesystem::path& ruta) {
-  pugi::xml_document documento;
-  if (!documento.load_file(ruta.c_str())) std::abort();
-  std::size_t bytes = 0;
-  for (const auto fila : documento.document_element().child("rs:data").children()) {
-    for (const auto atributo : fila.attributes()) bytes += std::char_traits<char>::length(atributo.value());
+void Filtrar(utr::Tabla& tabla, std::size_t filas) {
+  for (std::size_t i = 0; i < kFiltros; ++i) {
+    tabla.Filter("Valor='" + std::to_string(Turno(i, filas)) + "'");
+    if (tabla.RecordCount() != 1) std::abort();
   }
-  return bytes;
+}
+
+// Each row that a filter finds gets another text and its former one again.
+void FiltrarYCambiar(utr::Tabla& tabla, std::size_t filas) {
+  for (std::size_t i = 0; i < kFiltros; ++i) {
+    const std::string texto = std::to_string(Turno(i, filas));
+    tabla.Filter("Valor='" + texto + "'");
+    tabla.Set(0, "cambiado");
+    tabla.Filter("Valor='cambiado'");
+    if (tabla.RecordCount() != 1) std::abort();
+    tabla.Set(0, texto);
+  }
+}
+
+// What a filter costs doesn't depend on the rows that it doesn't find.
+bool MedirFiltros() {
+  constexpr std::size_t kPocas = medida::kFilas / 64;
+  const auto muchas = Numerada(medida::kFilas);
+  const auto pocas = Numerada(kPocas);
+  const bool bien = medida::CompararTrabajo(
+      "tabla_filtrar_64_veces_mas_filas", 1.5, [&] { Filtrar(*muchas, medida::kFilas); },
+      [&] { Filtrar(*pocas, kPocas); });
+  return medida::CompararTrabajo(
+             "tabla_filtrar_y_cambiar_64_veces_mas_filas", 1.5, [&] { FiltrarYCambiar(*muchas, medida::kFilas); },
+             [&] { FiltrarYCambiar(*pocas, kPocas); }) &&
+         bien;
 }
 
 }  // namespace
 
 int main() {
-  const auto carpeta = std::filesystem::temp_directory_path() / fmt::format("adminutr-medida-{}", ::getpid());
-  std::filesystem::create_directories(carpeta);
-  const auto tabla = Construir();
-  std::vector<std::string> celdas;
-  celdas.reserve(kFilas * std::size(kCampos));
-  for (std::size_t fila = 0; fila < kFilas; ++fila) {
-    for (std::size_t campo = 0; campo < std::size(kCampos); ++campo) celdas.push_back(Celda(fila, campo));
-  }
-
-  bool bien = medida::Informar("tabla_memoria_mib", static_cast<double>(tabla->Memoria()) / kMebibyte, 32);
-  bien &= medida::Comparar(
-      "tabla_guardar", 1.5,
-      [&] {
-        std::filesystem::remove(carpeta / "t.xml");
-        tabla->Save(carpeta / "t.xml");
-      },
-      [&] { FormatearYEscribir(celdas, carpeta / "plano.xml"); }, 7);
-  std::size_t suma = 0;
-  bien &= medida::Comparar(
-      "tabla_abrir", 1.5,
-      [&] {
-        utr::Tabla leida;
-        leida.Open(carpeta / "t.xml");
-        suma += leida.RecordCount();
-      },
-      [&] { suma += CargarYRecorrer(carpeta / "t.xml"); }, 7);
-  if (suma == 0) return 2;
-
-  // A filter once a record stays constant: the same number of filters over ten times the rows.
-  const auto chica = std::make_shared<utr::Tabla>();
-  chica->Append("Hora", utr::TipoCampo::kVarChar, 10);
-  chica->Open();
-  for (std::size_t fila = 0; fila < kFilas / 64; ++fila) {
-    chica->AddNew();
-    chica->Set(0, Celda(fila % 1440, 1));
-  }
-  const auto filtrar = [](utr::Tabla& t, std::size_t cada) {
-    for (std::size_t i = 0; i < 20000; ++i) {
-      t.Filter("Hora='" + std::to_string(i % cada) + "'");
-      if (!t.Eof()) std::abort();
-    }
-  };
-  tabla->Filter("Hora='x'");
-  bien &= medida::Comparar(
-      "tabla_filtrar_64_veces_mas_filas", 1.5, [&] { filtrar(*tabla, 997); }, [&] { filtrar(*chica, 997); });
-  std::filesystem::remove_all(carpeta);
+  bool bien = true;
+  for (const Caso& caso : kCasos) bien &= MedirCaso(caso);
+  bien &= MedirMemoriaPeor();
+  bien &= MedirFiltros();
   return bien ? 0 : 1;
 }
