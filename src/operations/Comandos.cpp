@@ -485,7 +485,8 @@ FinComando Comandos::Hacer(AccionUTR accion) {
   const FilaAccion& fila = kAccionesUTR[static_cast<std::size_t>(accion)];
   return Cumplir(fila.orden, {.comando = fila.comando, .antes = "-", .escrito = "-"}, [&](Intento& intento) {
     intento.salio = true;
-    sabido_.clear();  // a restart or an erasure may change any of it
+    // A restart or an erasure may change any of it, but for the line's own.
+    std::erase_if(sabido_, [](const auto& uno) { return uno.first != kRTS; });
     return fila.hacer(mod_.comunicador);
   });
 }

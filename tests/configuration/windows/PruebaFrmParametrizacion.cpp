@@ -132,7 +132,7 @@ TEST_F(PruebaParametrizacion, CadaModoMuestraSusCanalesYDiceQueHaceAceptar) {
   EXPECT_THAT(Texto("lblOrigen"), HasSubstr("como se leyeron antes; para grabar hay que volver a leerla. Sólo para"));
   mod.eleccion_impresora.nombre = "Oficina";
   Pulsar("Print");
-  EXPECT_THAT(impresora.documentos.back().pie, StartsWith("Canales de la UTR 70, como se leyeron antes - "));
+  EXPECT_THAT(impresora.documentos.back().pie, StartsWith("Canales de la UTR 70, como se leyeron antes  ·  Impreso: "));
 }
 
 TEST_F(PruebaParametrizacion, LosBotonesDeOrdenSiguenALaColumnaConFlecha) {

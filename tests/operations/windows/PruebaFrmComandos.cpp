@@ -209,8 +209,8 @@ TEST_F(FrmComandos, CadaFinSeVeEnSuMarcoYEnElRegistro) {
   De<QToolButton>("Diario").click();
   Pulsar("CopiarDiario");
   const std::string copia = QApplication::clipboard()->text().toStdString();
-  EXPECT_THAT(copia, testing::StartsWith("Momento\tComando\tAntes\tEscrito\tResultado\n15/03/2026 10:00:00\tGrabar "
-                                         "estado\tsin leer\tErrorFlash, TxOblig\thecho\n"));
+  EXPECT_THAT(copia, testing::StartsWith("Momento\tUTR\tComando\tAntes\tEscrito\tResultado\n15/03/2026 10:00:00\tsin "
+                                         "identificador\tGrabar estado\tsin leer\tErrorFlash, TxOblig\thecho\n"));
   EXPECT_THAT(copia, HasSubstr("\t10 min.\t15 min.\tNo se pudo grabar la página; no confirmado\n"));
   Abrir();
   EXPECT_EQ(De<QToolButton>("Diario").text(), "Registro de comandos: 4") << "it is of the whole sitting";
