@@ -169,7 +169,7 @@ Codigo VerTabla(Sesion& sesion) {
     return Codigo::kSinDatos;
   }
   sesion.Entregar(visto.tabla, visto.columnas, {"Visualizador", {"Fecha: " + TextoFecha(sesion.ElReloj().Ahora())}});
-  sesion.Resumir(*visto.tabla, nullptr);
+  sesion.Resumir(*visto.tabla, nullptr, visto.a_intervalos);
   return Codigo::kHecho;
 }
 

@@ -123,7 +123,10 @@ Codigo Configuracion(Sesion& sesion) {
   } else {
     Columnas columnas;
     for (std::size_t i = 0; i < tabla->FieldCount(); ++i)
-      columnas.push_back({.titulo = tabla->Field(i).nombre, .campo = tabla->Field(i).nombre});
+      columnas.push_back(
+          {.titulo = tabla->Field(i).nombre,
+           .campo = tabla->Field(i).nombre,
+           .orden = EsColumnaDeCantidad(tabla->Field(i).nombre) ? ClaseOrden::kNumero : ClaseOrden::kTexto});
     sesion.Entregar(tabla, std::move(columnas), {});
   }
   return Codigo::kHecho;

@@ -65,10 +65,10 @@ void Sesion::Entregar(const TablaPtr& tabla, const TablaPtr& de_lista, Columnas 
   consola::Entregar(que, opciones_.destino, entorno_.salida);
 }
 
-void Sesion::Resumir(const Tabla& tabla, const Tabla* configuracion) {
+void Sesion::Resumir(const Tabla& tabla, const Tabla* configuracion, bool a_intervalos) {
   if (!opciones_.cifras) return;
   const SeriesDeTabla series = SeriesDe(tabla, configuracion);
-  for (const auto& serie : series) Avisar(TituloSerie(*serie) + ": " + TextoCifras(tabla, {serie}));
+  for (const auto& serie : series) Avisar(TituloSerie(*serie) + ": " + TextoCifras(tabla, {serie}, a_intervalos));
   if (!series.empty()) return;
   const std::string cifras = TextoCifras(tabla, series);
   Avisar(cifras.empty() ? "La tabla no es de registros: no hay cifras" : cifras);

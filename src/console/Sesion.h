@@ -80,7 +80,7 @@ class Sesion {
 
   // The figures of the records that were delivered, a line for each channel, where the options want them.
   // `configuracion`: the table of channels, or null.
-  void Resumir(const Tabla& tabla, const Tabla* configuracion);
+  void Resumir(const Tabla& tabla, const Tabla* configuracion, bool a_intervalos = true);
 
   // A line of the result, and one of what went wrong.
   void Decir(const std::string& linea);

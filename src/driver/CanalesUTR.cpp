@@ -54,6 +54,12 @@ constexpr struct {
     {TipoSensor::kSupervisionDigital, false},
 };
 
+constexpr std::string_view kCantidades[] = {
+    "TMed",      "TRead",     "TEval",    "TStorage", "TDiscret", "TCero", "TResetAlarma", "MaxValid", "MinValid",
+    "MaxSubVal", "MaxBajVal", "MaxSubTx", "MaxBajTx", "AMax",     "AMin",  "AlSub",        "AlBaj",    "AlMaxPico",
+    "AlMinPico", "RangoMax",  "RangoMin", "Rango",    "Span",     "Cero",  "Bits",         "CtePluvi", "NivRefLmn",
+};
+
 // The channels of a stretch of the frame.
 constexpr struct {
   std::int16_t desde;
@@ -108,6 +114,11 @@ bool GuardaHistoria(std::optional<TipoSensor> tipo) {
 
 void AgregarColumnasDeCanales(Tabla& tabla) {
   for (const ColumnaCanal& columna : kColumnasDeCanal) tabla.Append(columna.nombre, columna.tipo, columna.tamano);
+}
+
+bool EsColumnaDeCantidad(std::string_view columna) {
+  return std::any_of(std::begin(kCantidades), std::end(kCantidades),
+                     [columna](std::string_view una) { return IgualSinCaso(una, columna); });
 }
 
 std::optional<std::size_t> LugarEnTrama(std::int16_t canal) {

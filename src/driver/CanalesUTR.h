@@ -92,6 +92,10 @@ inline constexpr std::array<ColumnaCanal, 38> kColumnasDeCanal = {{
 // Appends them to a closed table.
 void AgregarColumnasDeCanales(Tabla& tabla);
 
+// Whether a column of that name holds a quantity (minutes, counts, bits, engineering units), whatever its type and the
+// case of its letters; not for codes, masks, identifiers and texts, digits though they may be.
+bool EsColumnaDeCantidad(std::string_view columna);
+
 // --- The frame of present values -------------------------------------------------------------------------------------
 
 inline constexpr std::size_t kLugaresDeTrama = 38;

@@ -26,7 +26,20 @@ std::string FechaIso(const FechaHora& fecha, std::string_view texto) {
   return iso;
 }
 
-// Of a text that passes the test of numbers: a comma only parts thousands there, and "d" stands for "e".
+// Commas part thousands in a text that passes the test of numbers. One that stands anywhere else was meant as something
+// else, a decimal sign above all, and without it the number would be another one.
+bool ComasEnSuLugar(std::string_view numero) {
+  const std::size_t primera = numero.find(',');
+  if (primera == std::string_view::npos) return true;
+  const std::size_t delante = primera - std::min(numero.find_first_of("0123456789,"), primera);
+  const std::string_view grupos = numero.substr(primera, numero.find_first_not_of("0123456789,", primera) - primera);
+  for (std::size_t i = 0; i < grupos.size(); ++i) {
+    if ((grupos[i] == ',') != (i % 4 == 0)) return false;
+  }
+  return delante >= 1 && delante <= 3 && grupos.size() % 4 == 0;
+}
+
+// Of a text that passes the test of numbers: "d" stands for "e" there.
 std::string NumeroLlano(std::string_view texto, char decimal) {
   std::string numero;
   for (const char letra : Recortar(texto)) {
@@ -39,7 +52,7 @@ std::string NumeroLlano(std::string_view texto, char decimal) {
 std::string EnSuForma(std::string_view texto, ClaseOrden clase, char decimal) {
   switch (clase) {
     case ClaseOrden::kNumero:
-      if (EsNumerico(texto)) return NumeroLlano(texto, decimal);
+      if (EsNumerico(texto) && ComasEnSuLugar(Recortar(texto))) return NumeroLlano(texto, decimal);
       break;
     case ClaseOrden::kFecha:
     case ClaseOrden::kHora:

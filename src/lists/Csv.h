@@ -16,7 +16,8 @@
 //   no value       an empty field: "N/D", and "-" in a column that shows so what it doesn't have
 //   texts          as they are, without leading blanks
 //
-// What a column of dates or numbers holds that is neither stays as a text. A field is quoted where it has to be: when
+// What a column of dates or numbers holds that is neither stays as a text, and so does a number with a comma that parts
+// no thousands. A field is quoted where it has to be: when
 // it holds the separator, a quote or the end of a line.
 namespace utr {
 

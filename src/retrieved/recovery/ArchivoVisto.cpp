@@ -7,6 +7,7 @@
 #include "base/Error.h"
 #include "base/Numeros.h"
 #include "base/Texto.h"
+#include "driver/CanalesUTR.h"
 #include "retrieved/recovery/ArchivosResultado.h"
 #include "services/RegistroErrores.h"
 
@@ -29,7 +30,7 @@ constexpr CampoConOrden kOrdenes[] = {{"Fecha", O::kFecha},   {"Hora", O::kHora}
 
 ClaseOrden OrdenDe(const Campo& campo) {
   const Clase clase = ClaseDe(campo.tipo);
-  if (clase == Clase::kDoble || clase == Clase::kEntero) return O::kNumero;
+  if (clase == Clase::kDoble || clase == Clase::kEntero || EsColumnaDeCantidad(campo.nombre)) return O::kNumero;
   const auto* conocido = std::find_if(std::begin(kOrdenes), std::end(kOrdenes),
                                       [&](const auto& uno) { return IgualSinCaso(uno.nombre, campo.nombre); });
   return conocido == std::end(kOrdenes) ? O::kTexto : conocido->orden;
@@ -97,6 +98,7 @@ ArchivoVisto AbrirParaVer(const std::filesystem::path& ruta) {
   visto.tabla = std::make_shared<Tabla>();
   visto.tabla->Open(ruta);
   visto.es_imp = EsImp(ruta);
+  visto.a_intervalos = !EsResultadoDeCola(ruta);
   if (visto.es_imp) {
     PrepararImp(visto);
   } else {

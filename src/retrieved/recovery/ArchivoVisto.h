@@ -16,6 +16,8 @@ struct ArchivoVisto {
   Columnas columnas;
   bool es_imp = false;      // a file for manual insertion
   bool de_eventos = false;  // it holds events; else data, as far as exports go
+  // Its records come at regular intervals; not those of a queue, which its name alone tells from others.
+  bool a_intervalos = true;
 };
 
 // True for a path whose last three letters are "imp" in any case.

@@ -103,4 +103,8 @@ fs::path InformeDeResultado(const fs::path& resultado) {
   return base ? resultado.parent_path() / (*base + kInforme) : fs::path{};
 }
 
+bool EsResultadoDeCola(const fs::path& resultado) {
+  return resultado.filename().string().ends_with(Nombre(kCola));
+}
+
 }  // namespace utr

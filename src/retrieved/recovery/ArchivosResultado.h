@@ -31,4 +31,7 @@ class ArchivosResultado {
 // The report that belongs to a file with the name of a result, whether it is there or not; empty for any other name.
 std::filesystem::path InformeDeResultado(const std::filesystem::path& resultado);
 
+// True for a file with the name of a result that holds the queue of what is to be sent; downloads call theirs so, too.
+bool EsResultadoDeCola(const std::filesystem::path& resultado);
+
 }  // namespace utr

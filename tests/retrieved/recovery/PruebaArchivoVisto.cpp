@@ -1,7 +1,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include "driver/ArchivosDelControlador.h"
+#include "lists/Csv.h"
 #include "lists/ListaTabla.h"
 #include "retrieved/recovery/ArchivoVisto.h"
 #include "support/Carpeta.h"
@@ -84,6 +87,23 @@ TEST_F(PruebaArchivoVisto, UnaTablaSeVeBajoSusCamposYElCodigoDiceQueSonEventos) 
   EXPECT_EQ(visto.columnas[1].orden, ClaseOrden::kNumero);
   EXPECT_TRUE(visto.de_eventos);
   EXPECT_FALSE(visto.es_imp);
+}
+
+TEST_F(PruebaArchivoVisto, LasCantidadesDeUnaConfiguracionSonNumerosYLosCodigosTextos) {
+  const ArchivoVisto visto =
+      AbrirParaVer(Guardada("a.xml", TablaDeTextos({"Flags", "amax", "Canal", "Descripcion", "Resolucion"},
+                                                   {{"1", "2.5", "1", "4.5", "3"}})));
+  ListaTabla lista(visto.columnas);
+  lista.Mostrar(visto.tabla);
+  std::ostringstream csv;
+  EscribirCsv(csv, lista, {.separador = ';', .decimal = ','});
+  EXPECT_EQ(csv.str(), "Flags;amax;Canal;Descripcion;Resolucion\r\n1;2,5;1;4.5;3\r\n");
+}
+
+TEST_F(PruebaArchivoVisto, SoloUnaColaNoTieneIntervalos) {
+  for (const auto& [nombre, a_intervalos] :
+       {std::pair{"rioColaTx.xml", false}, {"ColaTx.xml", false}, {"rioDatosCanal_3.xml", true}, {"Cola.xml", true}})
+    EXPECT_EQ(AbrirParaVer(Guardada(nombre, TablaDeTextos({"Valor"}, {{"1"}}))).a_intervalos, a_intervalos) << nombre;
 }
 
 TEST_F(PruebaArchivoVisto, CamposDelMismoNombreMuestranCadaUnoLoSuyo) {
