@@ -102,6 +102,7 @@ void BitacoraVisita::Seguir(const Diario::Cambio& cambio) {
   }
   for (Asiento& asiento : pendientes_) asiento.provisional = false;
   for (auto& [lugar, abierta] : abiertas_) {
+    abierta.sueltos.clear();
     for (Asiento& asiento : abierta.cola) asiento.provisional = false;
     abierta.Afirmar();
   }
@@ -153,8 +154,39 @@ BitacoraVisita::Abierta& BitacoraVisita::AbiertaDe(const Asiento& asiento) {
   const fs::path carpeta = Carpeta(asiento.estacion);
   const FechaHora dia = Dia(asiento.momento);
   Abierta& abierta = abiertas_[{carpeta, DiasDesde1970(dia)}];
-  if (!abierta.ComoQuedo()) abierta = Abrir(carpeta, dia);
+  if (!abierta.ComoQuedo()) {
+    Abierta antes = std::exchange(abierta, Abrir(carpeta, dia));
+    abierta.Soltar(antes);
+  }
+  QuitarSueltos(abierta);
   return abierta;
+}
+
+// Provisional entries as they stand in the file that somebody else has written to.
+void BitacoraVisita::Abierta::Soltar(Abierta& antes) {
+  if (antes.archivo != archivo) return;
+  sueltos = std::move(antes.sueltos);
+  std::size_t numero = antes.ultimo_firme;
+  for (const Asiento& asiento : antes.cola) {
+    ++numero;
+    if (asiento.provisional) sueltos[asiento.orden] = RenglonBitacora(numero, asiento);
+  }
+}
+
+// What others wrote stays, and so do the numbers of all lines. One that isn't found any more was changed by somebody,
+// who answers for it.
+void BitacoraVisita::QuitarSueltos(Abierta& abierta) {
+  const auto retirado = [this](const auto& uno) { return retirados_.contains(uno.first); };
+  if (std::none_of(abierta.sueltos.begin(), abierta.sueltos.end(), retirado)) return;
+  std::string texto = PrimerosBytes(abierta.archivo, abierta.largo);
+  for (const auto& [orden, renglon] : abierta.sueltos) {
+    const std::size_t lugar = retirados_.contains(orden) ? texto.rfind(renglon) : std::string::npos;
+    if (lugar != std::string::npos && lugar > 0 && texto[lugar - 1] == '\n') texto.erase(lugar, renglon.size());
+  }
+  const bool hecho =
+      IgnorandoErrores([&] { EscribirEntero(abierta.archivo, [&](std::ostream& salida) { salida << texto; }); });
+  std::erase_if(abierta.sueltos, retirado);
+  if (hecho) abierta.largo = abierta.largo_firme = texto.size();
 }
 
 // The file of that day that can go on, or the name of one that isn't there yet.

@@ -58,9 +58,12 @@ class BitacoraVisita {
     std::vector<Asiento> cola{};
     std::uint64_t largo_firme = 0;
     std::size_t ultimo_firme = 0;
+    // Lines of provisional entries that stand somewhere in it, since somebody else has written to the file, by `orden`.
+    std::map<std::uint64_t, std::string> sueltos{};
 
     bool ComoQuedo() const;
     void Afirmar();
+    void Soltar(Abierta& antes);
   };
 
   void Seguir(const Diario::Cambio& cambio);
@@ -71,6 +74,7 @@ class BitacoraVisita {
   void Agregar(Abierta& abierta, const Asiento& asiento);
   void Rehacer(Abierta& abierta, const Asiento* nuevo);
   bool TieneRetirados(const Abierta& abierta) const;
+  void QuitarSueltos(Abierta& abierta);
   bool Retirado(const Asiento& asiento) const { return retirados_.contains(asiento.orden); }
 
   std::filesystem::path programa_;

@@ -255,6 +255,22 @@ TEST_F(BitacoraEnCarpeta, LoProvisionalDeOtroArchivoTambienSeVa) {
   EXPECT_THAT(Que(Archivo("Bitacora-2026-03-15.csv", "80")), IsEmpty());
 }
 
+TEST_F(BitacoraEnCarpeta, LoProvisionalSeVaAunqueOtroHayaEscritoEnMedio) {
+  ComunicadorFalso equipo;
+  ComunicadorConDiario driver(equipo, diario, reloj);
+  equipo.Devuelve("BorrarFlash", true);
+  equipo.Devuelve("ReiniciarUTR", true);
+  equipo.al_llamar = [&](const std::string& llamada) { EnOtraCorrida("Otro, durante " + llamada.substr(0, 3)); };
+  driver.BorrarFlash();
+  {
+    Diario::Tarea tarea(diario);
+    driver.ReiniciarUTR("14");
+    tarea.Anotar({reloj.Ahora(), "Todo", "-", "b", "hecho"});
+  }
+  EXPECT_THAT(Que(Archivo()), ElementsAre("Otro, durante Bor", "Borrar Flash", "Otro, durante Rei", "Todo"));
+  EXPECT_EQ(LeerTodo(Archivo()).find("sin terminar"), std::string::npos);
+}
+
 TEST_F(BitacoraEnCarpeta, UnDiscoLlenoEnMedioDeUnProcedimientoNoPierdeNada) {
   ComunicadorFalso equipo;
   ComunicadorConDiario driver(equipo, diario, reloj);
