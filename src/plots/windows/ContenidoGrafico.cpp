@@ -5,6 +5,7 @@
 #include <limits>
 #include <span>
 
+#include "retrieved/series/BarrasLluvia.h"
 #include "retrieved/series/Momentos.h"
 #include "retrieved/series/TextoSerie.h"
 #include "widgets/TextoQt.h"
@@ -44,6 +45,15 @@ Recogida ValoresEn(const Serie& serie, const VentanaTiempo& ventana) {
   return recogida;
 }
 
+// The highest bar of several records in sight; nothing where each record has its own.
+std::optional<double> MayorBarra(const Serie& serie, const VentanaTiempo& ventana) {
+  const auto segundos = SegundosPorBarra(serie, ventana);
+  if (!segundos) return std::nullopt;
+  double mayor = 0;
+  for (const BarraLluvia& barra : BarrasDe(serie, ventana, *segundos)) mayor = std::max(mayor, barra.suma);
+  return mayor;
+}
+
 // A limit is worth the room if it at most doubles the extent.
 void AcogerLimites(const std::vector<LimiteSerie>& limites, Recogida& recogida) {
   const double vecindad = recogida.Largo();
@@ -74,7 +84,7 @@ std::vector<EventoGrafico> EventosDeTabla(const Tabla& eventos) {
   return banderas;
 }
 
-std::optional<VentanaTiempo> TodoElTiempo(const ContenidoGrafico& contenido) {
+std::optional<VentanaTiempo> TiempoDeRegistros(const ContenidoGrafico& contenido) {
   std::optional<VentanaTiempo> todo;
   for (const CanalGrafico& canal : contenido.canales) {
     const CifrasSerie& cifras = canal.serie->Cifras();
@@ -84,6 +94,11 @@ std::optional<VentanaTiempo> TodoElTiempo(const ContenidoGrafico& contenido) {
     if (!todo) todo = {desde, hasta};
     todo = {std::min(todo->desde, desde), std::max(todo->hasta, hasta)};
   }
+  return todo;
+}
+
+std::optional<VentanaTiempo> TodoElTiempo(const ContenidoGrafico& contenido) {
+  const auto todo = TiempoDeRegistros(contenido);
   if (!todo || contenido.eventos.empty()) return todo;
   return VentanaTiempo{std::min(todo->desde, static_cast<double>(contenido.eventos.front().momento)),
                        std::max(todo->hasta, static_cast<double>(contenido.eventos.back().momento))};
@@ -92,7 +107,7 @@ std::optional<VentanaTiempo> TodoElTiempo(const ContenidoGrafico& contenido) {
 Extension ExtensionDe(const CanalGrafico& canal, const VentanaTiempo& ventana) {
   Recogida valores = ValoresEn(*canal.serie, ventana);
   if (canal.serie->EsLluvia()) {
-    const double mayor = valores.Nada() ? 1 : std::max(valores.arriba, 0.0);
+    const double mayor = MayorBarra(*canal.serie, ventana).value_or(valores.arriba);
     return {0, mayor > 0 ? mayor / kLluviaDelAlto : 1};
   }
   if (valores.Nada()) return {};

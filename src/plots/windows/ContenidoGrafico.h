@@ -29,19 +29,23 @@ std::vector<EventoGrafico> EventosDeTabla(const Tabla& eventos);
 
 // All that a plot shows. The first channel is the one that was read, whose rows stand in the list.
 struct ContenidoGrafico {
-  QString titulo;  // of the plot on paper
-  QString estacion;
-  QString periodo;  // the span as its reader was told it; empty: that of the records
+  QString titulo;    // of the plot on paper
+  QString estacion;  // whose records they are, or what file they are from
+  QString periodo;   // the span as its reader was told it; empty: that of the records
   std::vector<CanalGrafico> canales;
   std::vector<EventoGrafico> eventos;      // ascending
   std::optional<VentanaTiempo> ventana{};  // what is in sight of it; nothing: all
+  bool de_archivo = false;                 // from a file, which may be of any station
 };
 
-// From the first to the last record of all channels, and on to events beyond them; nothing without any record.
+// From the first to the last record of all channels; nothing without any record.
+std::optional<VentanaTiempo> TiempoDeRegistros(const ContenidoGrafico& contenido);
+
+// The same, and on to events beyond them.
 std::optional<VentanaTiempo> TodoElTiempo(const ContenidoGrafico& contenido);
 
 // The extent of values that an axis shows for a channel: what lies in that span of time, with room around it, and the
-// limits near enough not to squeeze the curve. Rain starts at 0.
+// limits near enough not to squeeze the curve. Rain starts at 0, and its bars take the upper part alone.
 struct Extension {
   double abajo = 0;
   double arriba = 1;

@@ -12,6 +12,7 @@ constexpr double kPuntoSuelto = 2.2;  // radius of a point that no line reaches
 constexpr double kCruz = 3.5;         // half the size of the mark of a value that wasn't validated
 constexpr int kVelo = 55;             // of the band
 constexpr double kBarraMinima = 1.5;
+constexpr double kParteDeBarra = 0.8;  // of its lapse that a bar takes
 
 // Whether most columns hold several points. Such a line is a row of upright strokes, which are drawn many times faster
 // than a line that goes up and down.
@@ -50,11 +51,10 @@ QCPRange CurvaSerie::getValueRange(bool& foundRange, QCP::SignDomain, const QCPR
 }
 
 void CurvaSerie::draw(QCPPainter* painter) {
-  const QCPRange rango = mKeyAxis->range();
-  const Pasos pasos = Reducir(*canal_.serie, {rango.lower, rango.upper}, mKeyAxis->axisRect()->width());
-  if (canal_.serie->EsLluvia()) {
-    DibujarBarras(*painter, pasos);
-  } else if (Tupida(pasos)) {
+  const VentanaTiempo ventana{mKeyAxis->range().lower, mKeyAxis->range().upper};
+  if (canal_.serie->EsLluvia()) return DibujarLluvia(*painter, ventana);
+  const Pasos pasos = Reducir(*canal_.serie, ventana, mKeyAxis->axisRect()->width());
+  if (Tupida(pasos)) {
     DibujarTupida(*painter, pasos);
   } else {
     DibujarBanda(*painter, pasos);
@@ -122,26 +122,60 @@ void CurvaSerie::DibujarLinea(QCPPainter& pintor, const Pasos& pasos) const {
   cerrar();
 }
 
-void CurvaSerie::DibujarBarras(QCPPainter& pintor, const Pasos& pasos) const {
-  const double base = mValueAxis->coordToPixel(0);
-  const double segundos = canal_.serie->Minutos().value_or(1) * 60;
-  const double ancho =
-      std::max(kBarraMinima, std::abs(mKeyAxis->coordToPixel(segundos) - mKeyAxis->coordToPixel(0)) * 0.8);
+void CurvaSerie::DibujarLluvia(QCPPainter& pintor, const VentanaTiempo& ventana) const {
   pintor.setPen(Qt::NoPen);
   pintor.setBrush(color_);
-  for (const PasoReducido& paso : pasos) {
-    if (!(paso.arriba > 0)) continue;
-    const QPointF punta = coordsToPixels(paso.momento, paso.arriba);
-    pintor.drawRect(QRectF(QPointF(punta.x() - ancho, base), QPointF(punta.x(), punta.y())).normalized());
+  if (const auto segundos = SegundosPorBarra(*canal_.serie, ventana))
+    return DibujarSumas(pintor, BarrasDe(*canal_.serie, ventana, *segundos));
+  DibujarRegistros(pintor, ventana);
+}
+
+void CurvaSerie::DibujarSumas(QCPPainter& pintor, const std::vector<BarraLluvia>& barras) const {
+  std::vector<QPointF> no_validados;
+  for (const BarraLluvia& barra : barras) {
+    const auto hasta = static_cast<double>(barra.hasta);
+    DibujarBarra(pintor, static_cast<double>(barra.desde), hasta, barra.suma);
+    if (barra.no_validados) no_validados.push_back(coordsToPixels(hasta, barra.suma));
   }
+  MarcarNoValidados(pintor, no_validados);
+}
+
+// Each ends with its record, and that of the first one beyond the span may reach into it.
+void CurvaSerie::DibujarRegistros(QCPPainter& pintor, const VentanaTiempo& ventana) const {
+  const Serie& serie = *canal_.serie;
+  const double segundos = serie.Minutos().value_or(1) * 60;
+  std::vector<QPointF> no_validados;
+  for (const TramoSerie& tramo : TramosEn(serie, {ventana.desde, ventana.hasta + segundos})) {
+    for (std::size_t i = tramo.desde; i < tramo.hasta; ++i) {
+      const auto momento = static_cast<double>(serie.Tiempos()[i]);
+      DibujarBarra(pintor, momento - segundos, momento, serie.Valores()[i]);
+      if (!serie.Validado(i)) no_validados.push_back(coordsToPixels(momento, serie.Valores()[i]));
+    }
+  }
+  MarcarNoValidados(pintor, no_validados);
+}
+
+// From the top, with a little room to the one before.
+void CurvaSerie::DibujarBarra(QCPPainter& pintor, double desde, double hasta, double valor) const {
+  if (!(valor > 0)) return;
+  const QPointF punta = coordsToPixels(hasta, valor);
+  const double ancho = std::max(kBarraMinima, (punta.x() - coordsToPixels(desde, valor).x()) * kParteDeBarra);
+  pintor.drawRect(
+      QRectF(QPointF(punta.x() - ancho, mValueAxis->coordToPixel(0)), QPointF(punta.x(), punta.y())).normalized());
 }
 
 void CurvaSerie::DibujarNoValidados(QCPPainter& pintor, const Pasos& pasos) const {
+  std::vector<QPointF> puntos;
+  for (const PasoReducido& paso : pasos) {
+    if (!std::isnan(paso.no_validado)) puntos.push_back(coordsToPixels(paso.momento, paso.no_validado));
+  }
+  MarcarNoValidados(pintor, puntos);
+}
+
+void CurvaSerie::MarcarNoValidados(QCPPainter& pintor, const std::vector<QPointF>& puntos) const {
   pintor.setPen(QPen(colores_.no_validado, kGrosor));
   double anterior = -std::numeric_limits<double>::infinity();  // marks on one another would only blot the curve
-  for (const PasoReducido& paso : pasos) {
-    if (std::isnan(paso.no_validado)) continue;
-    const QPointF punto = coordsToPixels(paso.momento, paso.no_validado);
+  for (const QPointF& punto : puntos) {
     if (std::abs(punto.x() - anterior) < 2 * kCruz) continue;
     anterior = punto.x();
     pintor.drawLine(QLineF(punto - QPointF(kCruz, kCruz), punto + QPointF(kCruz, kCruz)));

@@ -7,6 +7,7 @@
 
 #include "plots/windows/ColoresGrafico.h"
 #include "plots/windows/ContenidoGrafico.h"
+#include "retrieved/series/BarrasLluvia.h"
 #include "retrieved/series/Reduccion.h"
 
 namespace utr {
@@ -35,7 +36,11 @@ class CurvaSerie : public QCPAbstractPlottable {
   void DibujarBanda(QCPPainter& pintor, const Pasos& pasos) const;
   void DibujarTupida(QCPPainter& pintor, const Pasos& pasos) const;
   void DibujarLinea(QCPPainter& pintor, const Pasos& pasos) const;
-  void DibujarBarras(QCPPainter& pintor, const Pasos& pasos) const;
+  void DibujarLluvia(QCPPainter& pintor, const VentanaTiempo& ventana) const;
+  void DibujarSumas(QCPPainter& pintor, const std::vector<BarraLluvia>& barras) const;
+  void DibujarRegistros(QCPPainter& pintor, const VentanaTiempo& ventana) const;
+  void DibujarBarra(QCPPainter& pintor, double desde, double hasta, double valor) const;
+  void MarcarNoValidados(QCPPainter& pintor, const std::vector<QPointF>& puntos) const;
   void DibujarNoValidados(QCPPainter& pintor, const Pasos& pasos) const;
 
   CanalGrafico canal_;

@@ -14,6 +14,7 @@
 #include "plots/windows/CurvaSerie.h"
 #include "plots/windows/LimitesGrafico.h"
 #include "plots/windows/MarcasGrafico.h"
+#include "retrieved/series/BarrasLluvia.h"
 #include "retrieved/series/TextoSerie.h"
 #include "widgets/Accesibilidad.h"
 #include "widgets/TextoQt.h"
@@ -31,10 +32,18 @@ constexpr int kAnchoMinimo = 160;
 constexpr int kRenglonesMinimos = 8;  // of letters, which the axes take a good part of
 constexpr const char* kCapaCursor = "cursor";
 
-QString EtiquetaDe(const Serie& serie) {
-  const QString unidad = Q(serie.Unidad());
+// What a bar stands for where it isn't one record's.
+std::optional<std::int64_t> LapsoDeBarra(const Serie& serie, const VentanaTiempo& ventana) {
+  return serie.EsLluvia() ? SegundosPorBarra(serie, ventana) : std::nullopt;
+}
+
+QString EtiquetaDe(const Serie& serie, const VentanaTiempo& ventana) {
+  QStringList entre;
+  if (!serie.Unidad().empty() && serie.Unidad() != "-") entre.append(Q(serie.Unidad()));
+  if (const auto lapso = LapsoDeBarra(serie, ventana))
+    entre.append(QStringLiteral("en ") + Q(TextoLapsoDeBarra(*lapso)));
   const QString titulo = Q(TituloSerie(serie));
-  return unidad.isEmpty() || unidad == QLatin1String("-") ? titulo : titulo + QStringLiteral(" (%1)").arg(unidad);
+  return entre.isEmpty() ? titulo : titulo + QStringLiteral(" (%1)").arg(entre.join(' '));
 }
 
 QString TextoEvento(const EventoGrafico& evento) {
@@ -119,7 +128,7 @@ void Hidrograma::ArmarCurvas() {
     const bool hay = i < contenido_.canales.size();
     QCPAxis* eje = ejes_[i];
     eje->setVisible(hay);
-    eje->setLabel(hay ? EtiquetaDe(*contenido_.canales[i].serie) : QString());
+    if (!hay) eje->setLabel({});
     eje->setRangeReversed(hay && contenido_.canales[i].serie->EsLluvia());
     if (hay) curvas_.push_back(new CurvaSerie(lugar_->axis(QCPAxis::atBottom), eje, contenido_.canales[i]));
   }
@@ -206,7 +215,7 @@ bool Hidrograma::VeTodo() const {
 }
 
 void Hidrograma::Ultimas(double segundos) {
-  const auto todo = TodoElTiempo(contenido_);
+  const auto todo = TiempoDeRegistros(contenido_);
   if (!todo) return;
   Ver(ConAire({std::max(todo->desde, todo->hasta - segundos), todo->hasta}));
 }
@@ -228,6 +237,8 @@ void Hidrograma::AjustarRango() {
   FormatearTiempos();
   AjustarValores();
   ajustando_ = false;
+  // A record of rain may have got a bar of its own, or lost it.
+  if (cursor_ && contenido_.canales[cursor_->canal].serie->EsLluvia()) PonerCursor();
   emit VentanaCambiada();
 }
 
@@ -235,6 +246,7 @@ void Hidrograma::AjustarValores() {
   for (std::size_t i = 0; i < curvas_.size(); ++i) {
     const Extension extension = ExtensionDe(contenido_.canales[i], *contenido_.ventana);
     ejes_[i]->setRange(extension.abajo, extension.arriba);
+    ejes_[i]->setLabel(EtiquetaDe(*contenido_.canales[i].serie, *contenido_.ventana));
   }
 }
 
@@ -302,7 +314,9 @@ void Hidrograma::PonerCursor() {
   std::optional<CursorGrafico::Sitio> sitio;
   if (const auto momento = MomentoDelCursor()) sitio = {*momento, std::nan(""), ejes_.front()};
   if (cursor_) {
-    sitio->valor = contenido_.canales[cursor_->canal].serie->Valores()[cursor_->punto];
+    // A record among others of one bar has no height of its own.
+    const Serie& serie = *contenido_.canales[cursor_->canal].serie;
+    if (!LapsoDeBarra(serie, *contenido_.ventana)) sitio->valor = serie.Valores()[cursor_->punto];
     sitio->valores = ejes_[cursor_->canal];
   }
   linea_->Poner(sitio);
@@ -313,7 +327,18 @@ void Hidrograma::PonerCursor() {
 
 QString Hidrograma::Hechos() const {
   if (evento_) return HechosDelEvento();
-  return cursor_ ? Q(TextoPunto(*contenido_.canales[cursor_->canal].serie, cursor_->punto)) : QString();
+  if (!cursor_) return {};
+  const Serie& serie = *contenido_.canales[cursor_->canal].serie;
+  const QString hechos = Q(TextoPunto(serie, cursor_->punto));
+  const QString barra = HechosDeLaBarra(serie, static_cast<double>(serie.Tiempos()[cursor_->punto]));
+  return barra.isEmpty() ? hechos : hechos + '\n' + barra;
+}
+
+// Empty where no bar of several records stands there.
+QString Hidrograma::HechosDeLaBarra(const Serie& serie, double momento) const {
+  const auto lapso = LapsoDeBarra(serie, *contenido_.ventana);
+  const auto barra = lapso ? BarraEn(serie, momento, *lapso) : std::nullopt;
+  return barra ? Q(TextoBarra(serie, *barra)) : QString();
 }
 
 // Flags of one moment are drawn on one another, and only words tell them apart.
@@ -328,6 +353,11 @@ QString Hidrograma::HechosDelEvento() const {
 QString Hidrograma::HechosEn(double momento) const {
   QStringList hechos;
   for (const CanalGrafico& canal : contenido_.canales) {
+    if (LapsoDeBarra(*canal.serie, *contenido_.ventana)) {
+      const QString barra = HechosDeLaBarra(*canal.serie, momento);
+      if (!barra.isEmpty()) hechos.append(barra);
+      continue;
+    }
     const double alcance = std::max(AlcanceEnSegundos(kAlcanceClic / 2), canal.serie->Minutos().value_or(0) * 60);
     if (const auto punto = canal.serie->MasCercano(momento, alcance))
       hechos.append(Q(TextoPunto(*canal.serie, *punto)));

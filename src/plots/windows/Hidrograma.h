@@ -44,7 +44,7 @@ class Hidrograma : public QWidget {
 
   void Ver(const VentanaTiempo& ventana);
   void Todo();
-  void Ultimas(double segundos);  // of what there is
+  void Ultimas(double segundos);  // of the records, whatever events lie beyond them
 
   // Puts the cursor on a point of a channel, or on the flag of an event, and brings it into sight.
   struct Punto {
@@ -59,7 +59,7 @@ class Hidrograma : public QWidget {
 
   // What the cursor stands at, in words: the point, or all events of that moment. Empty without one.
   QString Hechos() const;
-  // What lies at that moment: the nearest record of each channel. Empty where none is near.
+  // What lies at that moment: the nearest record of each channel, or the bar of several. Empty where none is near.
   QString HechosEn(double momento) const;
 
   // Draws all of it anew at once, as a zoom does.
@@ -99,6 +99,7 @@ class Hidrograma : public QWidget {
   std::optional<double> MomentoDelCursor() const;
   void BajoElPuntero(int x);
   QString HechosDelEvento() const;
+  QString HechosDeLaBarra(const Serie& serie, double momento) const;
   void Acercar(double factor);
   void Correr(double parte);
   void PonerCursor();

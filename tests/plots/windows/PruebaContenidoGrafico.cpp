@@ -28,7 +28,7 @@ TEST(PruebaContenidoGrafico, ElEjeAcogeLosLimitesCercanosYNoLosLejanos) {
       {"one record", CanalDe("EA01", {{"10:00", "10"}}), 10 - 0.8, 10 + 0.8},
       {"zeros", CanalDe("EA01", {{"10:00", "0"}, {"10:10", "0"}}), -0.5, 0.5},
       {"nothing but N/D", CanalDe("EA01", {{"10:00", "N/D"}}), 0, 1},
-      {"rain from the top", CanalDe("PLV", {{"10:00", "9"}, {"10:10", "2"}}), 0, 20},
+      {"rain from the top, both records in one bar", CanalDe("PLV", {{"10:00", "9"}, {"10:10", "0.9"}}), 0, 22},
       {"no rain", CanalDe("PLV", {{"10:00", "0"}}), 0, 1},
   };
   for (const Caso& caso : casos) {

@@ -7,6 +7,7 @@
 #include <QTest>
 #include <QWheelEvent>
 
+#include "base/Fechas.h"
 #include "plots/windows/BancoGraficos.h"
 #include "plots/windows/Hidrograma.h"
 #include "plots/windows/SalidaGrafico.h"
@@ -31,6 +32,15 @@ class PruebaHidrograma : public testing::Test {
     for (const Qt::Key tecla : teclas) QTest::keyClick(&grafico, tecla);
   }
   double Largo() const { return grafico.Contenido().ventana->hasta - grafico.Contenido().ventana->desde; }
+  // Words at the axes, those that have some.
+  std::vector<std::string> Rotulos() const {
+    std::vector<std::string> rotulos;
+    for (const QObject* parte : grafico.findChildren<QObject*>()) {
+      const QString rotulo = parte->property("label").toString();
+      if (!rotulo.isEmpty()) rotulos.push_back(U(rotulo));
+    }
+    return rotulos;
+  }
   QWidget& Lienzo() { return *grafico.findChild<QWidget*>(); }
   void Rueda(int pasos) {
     const QPointF centro = Lienzo().rect().center();
@@ -59,6 +69,31 @@ TEST_F(PruebaHidrograma, ElCursorVaDeRegistroEnRegistroYDeCanalEnCanal) {
   EXPECT_EQ(U(grafico.accessibleDescription()), U(grafico.Hechos()));
   grafico.SinCursor();
   EXPECT_EQ(U(grafico.accessibleDescription()), "");
+}
+
+TEST_F(PruebaHidrograma, UnaBarraDeVariosRegistrosEsSuSumaYSeDiceLoMismo) {
+  std::vector<std::string> horas;
+  for (int i = 0; i < 1440; ++i) horas.push_back(TextoHora({.hora = i / 60, .minuto = i % 60}));
+  std::vector<Celdas> filas;
+  for (const std::string& hora : horas) filas.push_back({"15/03/2026", hora.c_str(), "PLV", "0.2", "Lluvia", "mm"});
+  const auto tabla = TablaDeTextos({"Fecha", "Hora", "Canal", "Valor", "Descripcion", "Unidad"}, filas);
+  const CanalGrafico canal{std::make_shared<const Serie>(*tabla, OpcionesSerie{{}, 1.0}), {}};
+  grafico.Mostrar(ContenidoDe({canal}));
+  const VentanaTiempo& ventana = *grafico.Contenido().ventana;
+  EXPECT_NEAR(ExtensionDe(canal, ventana).arriba * 0.45, 2, 1e-9) << "ten records of 0.2";
+  const auto mediodia = static_cast<double>(canal.serie->Tiempos()[720]);
+  EXPECT_EQ(U(grafico.HechosEn(mediodia - 30)),
+            "PLV Lluvia: 15/03/2026 11:50:00 a 15/03/2026 12:00:00, 2.000 mm en 10 registros");
+  grafico.Senalar({0, 720});
+  EXPECT_EQ(U(grafico.Hechos()),
+            "PLV Lluvia: 15/03/2026 12:00:00, 0.2 mm\n"
+            "PLV Lluvia: 15/03/2026 11:50:00 a 15/03/2026 12:00:00, 2.000 mm en 10 registros");
+  EXPECT_THAT(Rotulos(), ElementsAre("PLV Lluvia (mm en 10 min)"));
+  grafico.Ver({mediodia - 1800, mediodia + 1800});
+  EXPECT_NEAR(ExtensionDe(canal, ventana).arriba * 0.45, 0.2, 1e-9) << "a bar for each";
+  EXPECT_EQ(U(grafico.HechosEn(mediodia - 10)), "PLV Lluvia: 15/03/2026 12:00:00, 0.2 mm");
+  EXPECT_EQ(U(grafico.accessibleDescription()), "PLV Lluvia: 15/03/2026 12:00:00, 0.2 mm");
+  EXPECT_THAT(Rotulos(), ElementsAre("PLV Lluvia (mm)"));
 }
 
 TEST_F(PruebaHidrograma, SeAcercaYSeAlejaSinSalirDeLoLeido) {
@@ -104,6 +139,9 @@ TEST_F(PruebaHidrograma, LosEventosSeRecorrenConElTecladoYTodosSeDicen) {
   const auto momento = grafico.Contenido().canales[0].serie->Tiempos()[1];
   grafico.PonerEventos({{momento, "Lluvia"}, {momento, "Puerta"}, {momento, "Reinicio"}, {momento + 7200, "Otro"}});
   EXPECT_TRUE(grafico.VeTodo()) << "an event behind the last record is in sight too";
+  grafico.Ultimas(300);
+  EXPECT_LE(grafico.Contenido().ventana->desde, static_cast<double>(momento + 600)) << "records stay in sight";
+  grafico.Todo();
   const auto con_control = [this](Qt::Key tecla) { QTest::keyClick(&grafico, tecla, Qt::ControlModifier); };
   con_control(Qt::Key_Right);
   EXPECT_EQ(U(grafico.Hechos()),
