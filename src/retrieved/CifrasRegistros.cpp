@@ -73,10 +73,16 @@ std::string ConUnidad(double valor, const std::string& unidad) {
 std::string TextoValores(const Serie& serie) {
   const CifrasSerie& cifras = serie.Cifras();
   std::vector<std::string> partes;
-  if (cifras.minimo) partes.push_back("mínimo " + TextoValor(*cifras.minimo, serie.Unidad()));
-  if (cifras.maximo) partes.push_back("máximo " + TextoValor(*cifras.maximo, serie.Unidad()));
-  if (cifras.media) partes.push_back("media " + ConUnidad(*cifras.media, serie.Unidad()));
-  if (cifras.lluvia) partes.push_back("lluvia total " + ConUnidad(*cifras.lluvia, serie.Unidad()));
+  // A direction has neither: north is at both ends.
+  if (cifras.minimo && !serie.EsDireccion()) partes.push_back("mínimo " + TextoValor(*cifras.minimo, serie.Unidad()));
+  if (cifras.maximo && !serie.EsDireccion()) partes.push_back("máximo " + TextoValor(*cifras.maximo, serie.Unidad()));
+  if (cifras.media)
+    partes.push_back((serie.EsDireccion() ? "dirección media " : "media ") + ConUnidad(*cifras.media, serie.Unidad()));
+  // Without a unit they are counts, and no rain.
+  const std::string_view unidad = Recortar(serie.Unidad());
+  const bool en_unidades = !unidad.empty() && unidad != "-";
+  if (cifras.lluvia)
+    partes.push_back((en_unidades ? "lluvia total " : "suma ") + ConUnidad(*cifras.lluvia, serie.Unidad()));
   return partes.empty() ? "" : "; " + Unir(partes, ", ");
 }
 

@@ -20,7 +20,8 @@ SeriesDeTabla SeriesDe(const Tabla& tabla, const Tabla* configuracion);
 
 // One line on what a read brought: the first and the last record that are there, how many, those without a value, not
 // validated, without a date and missing in between, gaps, times that the clock went back; of a single channel minimum,
-// maximum and mean, and what fell in all. Of events the first, the last and how many. Empty for a table without rows
+// maximum (those of its intervals where the table has them) and mean, and what fell in all; of directions the mean
+// alone. Of events the first, the last and how many. Empty for a table without rows
 // and for present values. `series`: those of the table. `a_intervalos`: its channels record at regular intervals; where
 // they don't, as what is queued to be sent, nobody knows what is missing and nothing is said of it.
 std::string TextoCifras(const Tabla& tabla, const SeriesDeTabla& series, bool a_intervalos = true);

@@ -16,6 +16,10 @@ Celdas Registro(const char* hora, const char* canal, const char* valor, const ch
   return {"15/03/2026", hora, canal, valor, "N/D", "N/D", validacion, "0", "Nivel", "m"};
 }
 
+Celdas Viento(const char* hora, const char* valor, const char* unidad) {
+  return {"15/03/2026", hora, "EA03", valor, "N/D", "N/D", "1", "0", "Dirección del viento", unidad};
+}
+
 TEST(CifrasRegistros, LoQueHayEnLoLeido) {
   const TablaPtr canales = TablaDeCanales({{{"Canal", "1"}, {"TStorage", "10"}}});
   struct Caso {
@@ -34,6 +38,21 @@ TEST(CifrasRegistros, LoQueHayEnLoLeido) {
       {Datos({Registro("10:00:00", "PLV", " 0.2"), Registro("10:10:00", "PLV", " 0.4")}),
        "Primero: 15/03/2026 10:00:00, último: 15/03/2026 10:10:00; 2 registros; mínimo 0.2 m, máximo 0.4 m, media "
        "0.300 m, lluvia total 0.600 m"},
+      {Datos({{"15/03/2026", "10:00:00", "PLV", "5", "N/D", "N/D", "1", "0", "-", "-"}}),
+       "Primero: 15/03/2026 10:00:00, último: 15/03/2026 10:00:00; 1 registro; mínimo 5, máximo 5, media 5.000, suma "
+       "5.000"},
+      {Datos({{"15/03/2026", "10:00:00", "EA01", "1", "1.75", "0.5", "1", "0", "Nivel", "m"},
+              {"15/03/2026", "10:10:00", "EA01", "N/D", "9", "-9", "1", "0", "Nivel", "m"}}),
+       "Primero: 15/03/2026 10:00:00, último: 15/03/2026 10:10:00; 2 registros, 1 sin valor, 1 hueco; mínimo 0.5 m, "
+       "máximo 1.75 m, media 1.000 m"},
+      {Datos({Viento("10:00:00", "350", "°"), Viento("10:10:00", "20", "°")}),
+       "Primero: 15/03/2026 10:00:00, último: 15/03/2026 10:10:00; 2 registros; dirección media 5.000 °"},
+      {Datos({Viento("10:00:00", "355", "°"), Viento("10:10:00", "5", "°")}),
+       "Primero: 15/03/2026 10:00:00, último: 15/03/2026 10:10:00; 2 registros; dirección media 0.000 °"},
+      {Datos({Viento("10:00:00", "90", "°"), Viento("10:10:00", "270", "°")}),
+       "Primero: 15/03/2026 10:00:00, último: 15/03/2026 10:10:00; 2 registros"},
+      {Datos({Viento("10:00:00", "1000", "-"), Viento("10:10:00", "20", "-")}),
+       "Primero: 15/03/2026 10:00:00, último: 15/03/2026 10:10:00; 2 registros"},
       {Datos({Registro("10:00:00", "EA01", "N/D"), Registro("10:10:00", "EA01", "N/D")}),
        "Primero: 15/03/2026 10:00:00, último: 15/03/2026 10:10:00; 2 registros, 2 sin valor, 1 hueco"},
       {Datos({Registro("10:20:00", "EA01", "1"), Registro("10:00:00", "PLV", "2")}),

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <numbers>
 #include <unordered_map>
 #include <utility>
 
@@ -15,6 +16,8 @@ namespace utr {
 namespace {
 
 constexpr double kVecesHueco = 1.5;
+constexpr std::string_view kGrados = "°";          // the unit of directions alone
+constexpr std::string_view kDireccion = "DIRECC";  // how their parameter begins, whatever follows
 
 std::uint8_t LeerValidado(std::string_view texto) {
   return NumeroDeRegistro(texto) == 0 ? 0 : 1;
@@ -102,27 +105,46 @@ struct Sumas {
   double suma = 0;
   double minimo = std::numeric_limits<double>::infinity();
   double maximo = -minimo;
-  std::size_t punto_minimo = 0;
-  std::size_t punto_maximo = 0;
 
   void Agregar(std::span<const double> valores, const TramoSerie& tramo) {
     Sumas estas = *this;
     for (std::size_t i = tramo.desde; i < tramo.hasta; ++i) {
       const double valor = valores[i];
       estas.suma += valor;
-      if (valor < estas.minimo) {
-        estas.minimo = valor;
-        estas.punto_minimo = i;
-      }
-      if (valor > estas.maximo) {
-        estas.maximo = valor;
-        estas.punto_maximo = i;
-      }
+      estas.minimo = valor < estas.minimo ? valor : estas.minimo;
+      estas.maximo = valor > estas.maximo ? valor : estas.maximo;
     }
     estas.cuantos += tramo.hasta - tramo.desde;
     *this = estas;
   }
+
+  // What is no number is passed over.
+  void AgregarExtremos(std::span<const double> minimos, std::span<const double> maximos, const TramoSerie& tramo) {
+    for (std::size_t i = tramo.desde; i < tramo.hasta && !minimos.empty(); ++i)
+      minimo = minimos[i] < minimo ? minimos[i] : minimo;
+    for (std::size_t i = tramo.desde; i < tramo.hasta && !maximos.empty(); ++i)
+      maximo = maximos[i] > maximo ? maximos[i] : maximo;
+  }
 };
+
+// The direction of the sum of unit vectors, in degrees.
+std::optional<double> DireccionMedia(std::span<const double> grados, const std::vector<TramoSerie>& tramos) {
+  constexpr double kPorGrado = std::numbers::pi / 180;
+  constexpr double kSeAnulan = 1e-6;  // of a vector's length, on average
+  double seno = 0;
+  double coseno = 0;
+  double cuantos = 0;
+  for (const TramoSerie& tramo : tramos) {
+    for (const double valor : grados.subspan(tramo.desde, tramo.hasta - tramo.desde)) {
+      seno += std::sin(valor * kPorGrado);
+      coseno += std::cos(valor * kPorGrado);
+      ++cuantos;
+    }
+  }
+  if (std::hypot(seno, coseno) <= cuantos * kSeAnulan) return std::nullopt;
+  const double media = std::fmod(std::atan2(seno, coseno) / kPorGrado + 360, 360);
+  return 360 - media < kSeAnulan ? 0 : media;
+}
 
 // Walks the points and parts them where something is missing between them.
 class Partidor {
@@ -252,6 +274,7 @@ void Serie::LeerPalabras(const Tabla& tabla, std::size_t fila) {
   descripcion_ = leer("Descripcion");
   unidad_ = leer("Unidad");
   es_lluvia_ = ClaseDeCanal(NumeroDeNombre(canal_)) == ClaseCanal::kPluviometro;
+  es_direccion_ = unidad_ == kGrados || Mayusculas(descripcion_).starts_with(kDireccion);
 }
 
 void Serie::Partir() {
@@ -278,6 +301,7 @@ void Serie::Contar() {
   Sumas sumas;
   for (const TramoSerie& tramo : tramos_) {
     sumas.Agregar(valores_, tramo);
+    sumas.AgregarExtremos(minimos_, maximos_, tramo);
     if (validados_.empty()) continue;
     const auto validado = validados_.begin() + static_cast<std::ptrdiff_t>(tramo.desde);
     const auto largo = static_cast<std::ptrdiff_t>(tramo.hasta - tramo.desde);
@@ -287,9 +311,11 @@ void Serie::Contar() {
   if (sumas.cuantos == 0) return;
   cifras_.minimo = sumas.minimo;
   cifras_.maximo = sumas.maximo;
-  cifras_.punto_minimo = sumas.punto_minimo;
-  cifras_.punto_maximo = sumas.punto_maximo;
-  cifras_.media = sumas.suma / static_cast<double>(sumas.cuantos);
+  if (!es_direccion_) {
+    cifras_.media = sumas.suma / static_cast<double>(sumas.cuantos);
+  } else if (unidad_ == kGrados) {
+    cifras_.media = DireccionMedia(valores_, tramos_);
+  }
   if (es_lluvia_) cifras_.lluvia = sumas.suma;
 }
 

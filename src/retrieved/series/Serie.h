@@ -38,11 +38,12 @@ struct CifrasSerie {
   std::size_t retrocesos = 0;           // how often the clock went back
   std::optional<std::int64_t> primero;  // the earliest and the latest record, with or without value
   std::optional<std::int64_t> ultimo;
-  std::optional<double> minimo;  // of the values; nothing without any
+  // Of the values and, where the table has them, of the extremes of their intervals; nothing without a value.
+  std::optional<double> minimo;
   std::optional<double> maximo;
+  // Of the values. Of directions in degrees that of their vectors, from 0 up to 360, nothing where they cancel out;
+  // nothing of directions in counts.
   std::optional<double> media;
-  std::size_t punto_minimo = 0;  // the first point that has it
-  std::size_t punto_maximo = 0;
   std::optional<double> lluvia;  // total of a rain gauge, in the unit of the values; nothing for other channels
 };
 
@@ -72,6 +73,8 @@ class Serie {
   const std::string& Descripcion() const noexcept { return descripcion_; }
   const std::string& Unidad() const noexcept { return unidad_; }
   bool EsLluvia() const noexcept { return es_lluvia_; }  // a value is what fell since the record before
+  // A value is where the wind comes from: behind 359 degrees comes 0, and neither is less than the other.
+  bool EsDireccion() const noexcept { return es_direccion_; }
 
   std::size_t Cantidad() const noexcept { return tiempos_.size(); }
   std::span<const std::int64_t> Tiempos() const noexcept { return tiempos_; }  // seconds from 01/01/1970, without zone
@@ -110,6 +113,7 @@ class Serie {
   std::string descripcion_;
   std::string unidad_;
   bool es_lluvia_ = false;
+  bool es_direccion_ = false;
   std::vector<std::int64_t> tiempos_;
   std::vector<double> valores_;
   std::vector<double> minimos_;

@@ -143,7 +143,6 @@ TEST(PruebaSerie, CifrasDeLoQueHay) {
   EXPECT_EQ(cifras.ultimo, A(10, 30));
   EXPECT_EQ(cifras.minimo, -1.5);
   EXPECT_EQ(cifras.maximo, 55);  // a comma parts thousands
-  EXPECT_EQ(cifras.punto_maximo, 3U);
   EXPECT_DOUBLE_EQ(cifras.media.value_or(0), (2.5 - 1.5 + 55 + 1.25 + 55) / 5);
   EXPECT_FALSE(cifras.lluvia);
 }
