@@ -2,6 +2,8 @@
 
 #include <QPainter>
 #include <algorithm>
+#include <cmath>
+#include <limits>
 
 #include "base/Fechas.h"
 #include "plots/windows/ColoresGrafico.h"
@@ -17,6 +19,7 @@ using Curva = CurvasInstantaneas::Curva;
 constexpr int kMargen = 6;
 constexpr int kAnchoMinimo = 220;
 constexpr double kPunto = 2.5;  // radius of the last point
+constexpr double kSuelto = 1;   // of one that no line reaches
 
 QString Titulo(const Curva& curva) {
   const QString canal = Q(curva.canal);
@@ -27,18 +30,31 @@ QString Ultimo(const Curva& curva) {
   return curva.puntos.empty() ? QStringLiteral("N/D") : Q(TextoValor(curva.puntos.back().valor, curva.unidad));
 }
 
-// Where the points of a curve lie in that rectangle; the right side is the last moment of all.
-QPolygonF Puntos(const Curva& curva, std::int64_t ahora, const QRectF& lugar) {
-  const auto menor = [](const auto& a, const auto& b) { return a.valor < b.valor; };
-  const auto [abajo, arriba] = std::minmax_element(curva.puntos.begin(), curva.puntos.end(), menor);
-  const double largo = arriba->valor - abajo->valor;
-  QPolygonF puntos;
+// Draws the stretches of a curve into that rectangle; the right side is the last moment of all.
+void DibujarCurva(QPainter& pintor, const Curva& curva, std::int64_t ahora, const QRectF& lugar) {
+  double abajo = std::numeric_limits<double>::infinity();
+  double arriba = -abajo;
   for (const auto& punto : curva.puntos) {
-    const double atras = static_cast<double>(ahora - punto.momento) / CurvasInstantaneas::kSegundos;
-    const double parte = largo > 0 ? (punto.valor - abajo->valor) / largo : 0.5;
-    puntos.append({lugar.right() - atras * lugar.width(), lugar.bottom() - parte * lugar.height()});
+    abajo = std::fmin(abajo, punto.valor);
+    arriba = std::fmax(arriba, punto.valor);
   }
-  return puntos;
+  const auto sitio = [&](const CurvasInstantaneas::Punto& punto) {
+    const double atras = static_cast<double>(ahora - punto.momento) / CurvasInstantaneas::kSegundos;
+    const double parte = arriba > abajo ? (punto.valor - abajo) / (arriba - abajo) : 0.5;
+    return QPointF(lugar.right() - atras * lugar.width(), lugar.bottom() - parte * lugar.height());
+  };
+  QPolygonF tramo;
+  const auto cerrar = [&] {
+    if (tramo.size() > 1) pintor.drawPolyline(tramo);
+    if (tramo.size() == 1) pintor.drawEllipse(tramo.front(), kSuelto, kSuelto);
+    tramo.clear();
+  };
+  for (const auto& punto : curva.puntos) {
+    if (!punto.sigue) cerrar();
+    if (!std::isnan(punto.valor)) tramo.append(sitio(punto));
+  }
+  cerrar();
+  if (!std::isnan(curva.puntos.back().valor)) pintor.drawEllipse(sitio(curva.puntos.back()), kPunto, kPunto);
 }
 
 }  // namespace
@@ -107,11 +123,9 @@ void MiniCurvas::paintEvent(QPaintEvent*) {
                     fontMetrics().elidedText(Titulo(curva), Qt::ElideRight, sitio));
     if (!curva.puntos.empty()) {
       const QRectF lugar = QRectF(renglon).adjusted(kPunto, letra + 2 * kPunto, -kPunto, -kMargen);
-      const QPolygonF puntos = Puntos(curva, ahora, lugar);
       pintor.setPen(QPen(colores.curvas.front(), 1.5));
-      pintor.drawPolyline(puntos);
       pintor.setBrush(colores.curvas.front());
-      pintor.drawEllipse(puntos.back(), kPunto, kPunto);
+      DibujarCurva(pintor, curva, ahora, lugar);
     }
     y += AltoRenglon();
     pintor.setPen(colores.reja);

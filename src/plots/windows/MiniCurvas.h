@@ -7,7 +7,8 @@
 namespace utr {
 
 // The present values of the last half hour as small curves, one a channel, each over its own extent, with the last
-// value in words.
+// value in words. A line leads from turn to turn alone: neither over a read that is missing nor over a value that a
+// read didn't have.
 class MiniCurvas : public QWidget {
   Q_OBJECT
 
@@ -15,6 +16,7 @@ class MiniCurvas : public QWidget {
   explicit MiniCurvas(QWidget* parent = nullptr);
 
   void Agregar(const Tabla& lectura);
+  void Interrumpir() { curvas_.Interrumpir(); }  // as CurvasInstantaneas does
   void Vaciar();
   const CurvasInstantaneas& Curvas() const noexcept { return curvas_; }
 

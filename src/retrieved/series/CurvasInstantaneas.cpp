@@ -12,9 +12,10 @@
 namespace utr {
 namespace {
 
-void Anotar(CurvasInstantaneas::Curva& curva, const CurvasInstantaneas::Punto& punto) {
+void Anotar(CurvasInstantaneas::Curva& curva, CurvasInstantaneas::Punto punto) {
   auto& puntos = curva.puntos;
   if (!puntos.empty() && punto.momento < puntos.back().momento) puntos.clear();
+  punto.sigue = punto.sigue && !puntos.empty() && !std::isnan(puntos.back().valor) && !std::isnan(punto.valor);
   puntos.push_back(punto);
   while (puntos.front().momento < punto.momento - CurvasInstantaneas::kSegundos) puntos.pop_front();
 }
@@ -39,9 +40,10 @@ void CurvasInstantaneas::Agregar(const Tabla& lectura) {
     curva.descripcion = texto("Descripcion");
     curva.unidad = texto("Unidad");
     const double valor = NumeroDeRegistro(texto("Valor"));
-    if (!std::isnan(valor) && momentos[fila] != kSinMomento) Anotar(curva, {momentos[fila], valor});
+    if (momentos[fila] != kSinMomento) Anotar(curva, {momentos[fila], valor, !interrumpida_});
     curvas_.push_back(std::move(curva));
   }
+  interrumpida_ = false;
 }
 
 }  // namespace utr

@@ -17,7 +17,8 @@ class CurvasInstantaneas {
 
   struct Punto {
     std::int64_t momento = 0;  // of the read, by the clock of this machine
-    double valor = 0;
+    double valor = 0;          // not a number where the read had none
+    bool sigue = false;        // a line joins it with the one before
   };
   struct Curva {
     std::string canal;  // its name, "EA01"
@@ -26,9 +27,11 @@ class CurvasInstantaneas {
     std::deque<Punto> puntos;  // in the order of time, all within kSegundos of the last one
   };
 
-  // Adds a read as PresentacionDatosInstantaneos gives it. A value that is no number adds nothing to its curve; a
-  // channel that the read lacks loses its curve, and one whose clock went back begins anew.
+  // Adds a read as PresentacionDatosInstantaneos gives it. A channel that the read lacks loses its curve, and one whose
+  // clock went back begins anew.
   void Agregar(const Tabla& lectura);
+  // A read is missing ahead of the next one: no line leads over what nobody saw.
+  void Interrumpir() noexcept { interrumpida_ = true; }
   void Vaciar() noexcept { curvas_.clear(); }
 
   // In the order of the last read.
@@ -36,6 +39,7 @@ class CurvasInstantaneas {
 
  private:
   std::vector<Curva> curvas_;
+  bool interrumpida_ = false;
 };
 
 }  // namespace utr

@@ -97,6 +97,10 @@ void GraficoDeDatos::VerInstantaneos(const Tabla& valores, bool escalados, bool 
   setCurrentIndex(1);
 }
 
+void GraficoDeDatos::InterrumpirInstantaneos() {
+  minis_->Interrumpir();
+}
+
 void GraficoDeDatos::Vaciar() {
   panel_->Vaciar();
   panel_->Ofrecer({});

@@ -44,6 +44,8 @@ class GraficoDeDatos : public QStackedWidget {
   // The records of a read, which are in the list already, or the present values of one.
   void VerRegistros(std::shared_ptr<const Serie> serie, const LectorDatos::Pedido& pedido);
   void VerInstantaneos(const Tabla& valores, bool escalados, bool con_nivel);
+  // A read of the present values is missing ahead of the next one.
+  void InterrumpirInstantaneos();
   // The list is empty. The curves of the present values stay for the next read of them.
   void Vaciar();
 

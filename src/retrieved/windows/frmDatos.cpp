@@ -48,7 +48,8 @@ constexpr std::array kMarcos{"mnuDatHistoricos", "mnuDatosInst"};
 constexpr int kCadaMinimo = 10;
 constexpr int kCadaMaximo = 3600;
 constexpr int kCadaComun = 60;
-constexpr int kOtroIntento = 1000;  // milliseconds until a turn that had to wait is tried again
+constexpr double kVecesPausa = 1.5;  // as long a pause is a turn that was missed
+constexpr int kOtroIntento = 1000;   // milliseconds until a turn that had to wait is tried again
 constexpr QLatin1String kCada("actualizar cada");
 
 constexpr const char* kContador = "Cantidad de Registros Cargados: ";
@@ -240,6 +241,7 @@ void frmDatos::VerMarco(int cual) {
   if (cual == marco_) return;
   vistos_[static_cast<std::size_t>(marco_)] = LoVisto();
   disposiciones_[static_cast<std::size_t>(marco_)] = Lista().Disposicion();
+  filtros_[static_cast<std::size_t>(marco_)] = Lista().CampoFiltro()->text();
   Ver({});
   marco_ = cual;
   Lista().QuitarOrden(false);
@@ -247,6 +249,7 @@ void frmDatos::VerMarco(int cual) {
   Lista().Disponer(disposiciones_[static_cast<std::size_t>(marco_)]);
   grafico_->setCurrentIndex(marco_);
   Ver(vistos_[static_cast<std::size_t>(marco_)]);
+  Lista().CampoFiltro()->setText(filtros_[static_cast<std::size_t>(marco_)]);
 }
 
 void frmDatos::TraerDatos() {
@@ -267,6 +270,10 @@ void frmDatos::TraerDatos() {
 
 bool frmDatos::MostrarInstantaneos() {
   hojas_->setCurrentIndex(1);
+  const std::int64_t pausa = Segundos(Mod().reloj.Ahora()) - fin_turno_;
+  if (!turno_listado_ || static_cast<double>(pausa) > kVecesPausa * ActualizarCada_->value())
+    grafico_->InterrumpirInstantaneos();
+  turno_listado_ = false;
   PedidoLectura pedido;
   pedido.procedimiento = "DatosInst_Click";
   pedido.leer = [this] { return lector_.MostrarInstantaneos(OpEscalados_->isChecked(), chkNivelRef_->isChecked()); };
@@ -330,6 +337,8 @@ std::string frmDatos::CanalEn(std::size_t posicion) const {
 void frmDatos::Listado() {
   if (marco_ == 1) {
     grafico_->VerInstantaneos(*lector_.Resultado(), OpEscalados_->isChecked(), chkNivelRef_->isChecked());
+    turno_listado_ = true;
+    fin_turno_ = Segundos(Mod().reloj.Ahora());
   } else if (!LoVisto().series.empty()) {
     grafico_->VerRegistros(LoVisto().series.front(), leido_);
   }

@@ -79,9 +79,12 @@ class frmDatos : public VistaRegistros {
   QTimer* turno_;
   GraficoDeDatos* grafico_;
   LectorDatos::Pedido leido_;                 // of the historic records that were read last
+  bool turno_listado_ = false;                // the last read of the present values brought some
+  std::int64_t fin_turno_ = 0;                // when it ended, in seconds by the clock of this machine
   int marco_ = 0;                             // whose list is on show
   std::array<Visto, 2> vistos_;               // what each frame read last, while the other one is on show
   std::array<QStringList, 2> disposiciones_;  // and how its columns stood
+  std::array<QString, 2> filtros_;            // and what narrowed it
 };
 
 }  // namespace utr

@@ -132,6 +132,13 @@ TEST_F(PruebaFrmDatos, CadaMarcoTieneSuListaYSuDocumento) {
   EXPECT_FALSE(Hijo<QAction>(ventana, "mnuExportData")->isEnabled());
   Pulsar(ventana, "DatosInst");
   EXPECT_EQ(Filas(ventana).size(), 3u);
+  Lista(ventana).CampoFiltro()->setText("PLV");
+  Elegir(ventana, "mnuDatHistoricos");
+  EXPECT_EQ(U(Lista(ventana).CampoFiltro()->text()), "") << "what narrows one list doesn't narrow the other";
+  Elegir(ventana, "mnuDatosInst");
+  EXPECT_EQ(U(Lista(ventana).CampoFiltro()->text()), "PLV");
+  EXPECT_EQ(Filas(ventana).size(), 1u);
+  Lista(ventana).CampoFiltro()->clear();
   const std::pair<int, std::string> marcos[] = {
       {0, "Datos históricos de la UTR\r\nDesde: 15/03/2026"},
       {1, "Datos instantáneos de la UTR\r\nFecha: 15/03/2026\r\nFecha\tHora"}};

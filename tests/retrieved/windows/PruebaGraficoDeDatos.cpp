@@ -235,6 +235,28 @@ TEST_F(PruebaActualizar, CadaTurnoEsLaLecturaEnteraHastaQueUnaFalla) {
   EXPECT_FALSE(Turno()->isActive());
 }
 
+TEST_F(PruebaActualizar, TrasUnaPausaOUnTurnoFallidoLaCurvaSeCorta) {
+  Hijo<QSpinBox>(ventana, "ActualizarCada")->setValue(10);
+  const auto ultimo_sigue = [this] {
+    return ventana.findChild<MiniCurvas*>()->Curvas().Curvas().at(0).puntos.back().sigue;
+  };
+  const auto tras = [&](int segundos) {
+    banco.reloj.Adelantar(segundos);
+    Pulsar(ventana, "DatosInst");
+    return ultimo_sigue();
+  };
+  EXPECT_FALSE(tras(0)) << "the first one";
+  EXPECT_TRUE(tras(10));
+  EXPECT_TRUE(tras(15));
+  EXPECT_FALSE(tras(16)) << "a turn was missed";
+  EXPECT_TRUE(tras(1));
+  driver.Falla("LeerInstantaneos", Error(8020, "x", "No responde"), 1);
+  operador.Espera("La operación solicitada no puede completarse\n[ No responde ]");
+  Pulsar(ventana, "DatosInst");
+  driver.Devuelve("LeerInstantaneos", Instantaneos("1024"));
+  EXPECT_FALSE(tras(1));
+}
+
 TEST_F(PruebaActualizar, UnTurnoEsperaMientrasElOperadorMiraOtraCosa) {
   ventana.show();
   Seguido()->setChecked(true);
