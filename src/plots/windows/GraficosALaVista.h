@@ -12,9 +12,9 @@ namespace utr {
 
 // A plot as it was last on show, for whoever prints it again.
 struct GraficoVisto {
-  QString titulo;    // "Datos históricos de la UTR: EA01 Nivel del río"
-  QString estacion;  // empty where it isn't known
-  QString periodo;   // the span that was asked for, and what of it was in sight
+  QString titulo;   // "Datos históricos de la UTR: EA01 Nivel del río"
+  QString fuente;   // where its records are from: the station, or the file, which may be of any; empty: not known
+  QString periodo;  // the span that was asked for, and what of it was in sight
   // Paints the plot (curves and axes, without title) into that rectangle, in the colours of paper. May be called at any
   // time while the program runs: it holds its own data. The painter is left as it was.
   std::function<void(QPainter& pintor, const QRectF& lugar)> pintar;

@@ -131,7 +131,8 @@ void ImprimirGrafico(const ContenidoGrafico& contenido, Impresora& impresora, co
 
 GraficoVisto VistoDe(ContenidoGrafico contenido) {
   const auto suyo = std::make_shared<const ContenidoGrafico>(std::move(contenido));
-  return {suyo->titulo, suyo->estacion, PeriodoDe(*suyo),
+  const QString de_quien = suyo->de_archivo ? QStringLiteral(" (puede ser de otra estación)") : QString();
+  return {suyo->titulo, suyo->estacion + de_quien, PeriodoDe(*suyo),
           [suyo](QPainter& pintor, const QRectF& lugar) { PintarGrafico(*suyo, pintor, lugar); }};
 }
 

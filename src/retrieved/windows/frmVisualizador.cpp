@@ -171,7 +171,7 @@ void frmVisualizador::Listar(ArchivoVisto visto, const std::filesystem::path& ru
   Decir(lblCantRegistros_,
         QStringLiteral("Cantidad de Registros Cargados: ") + QString::number(visto_.tabla->RecordCount()));
   series_ = SeriesDe(*visto_.tabla, nullptr);
-  Decir(lblCifras_, Q(TextoCifras(*visto_.tabla, series_)));
+  Decir(lblCifras_, Q(TextoCifras(*visto_.tabla, series_, visto_.a_intervalos)));
   VerGrafico(ruta);
 }
 
@@ -183,6 +183,7 @@ void frmVisualizador::VerGrafico(const std::filesystem::path& ruta) {
   ContenidoGrafico contenido;
   contenido.titulo = QStringLiteral("%1: %2").arg(QString::fromUtf8(kVisualizador), Q(TituloSerie(*series_[0])));
   contenido.estacion = Q(OrigenDe(ruta));
+  contenido.de_archivo = true;
   contenido.canales.push_back({series_[0], {}});
   grafico_->Mostrar(std::move(contenido));
   grafico_->Ofrecer(otros);

@@ -33,6 +33,18 @@ std::string Que(const Asiento& asiento) {
   return EsDePractica(asiento.unidad) ? "[" + asiento.unidad + "] " + asiento.comando : asiento.comando;
 }
 
+// The entries are of one day, unless they come from a file of elsewhere.
+bool DeUnDia(const std::vector<Asiento>& asientos) {
+  return std::all_of(asientos.begin(), asientos.end(), [&](const Asiento& uno) {
+    return DiasDesde1970(uno.momento) == DiasDesde1970(asientos.front().momento);
+  });
+}
+
+bool DeUnaEstacion(const std::vector<Asiento>& asientos) {
+  return std::all_of(asientos.begin(), asientos.end(),
+                     [&](const Asiento& uno) { return uno.estacion == asientos.front().estacion; });
+}
+
 struct ColumnaInforme {
   const char* titulo;
   double ancho;  // of a hundred
@@ -79,6 +91,8 @@ class Plana {
       : dispositivo_(dispositivo),
         pintor_(pintor),
         informe_(informe),
+        de_un_dia_(DeUnDia(informe.asientos)),
+        de_una_estacion_(DeUnaEstacion(informe.asientos)),
         por_milimetro_(pintor.device()->logicalDpiY() / kPorPulgada),
         hoja_(pintor.viewport()),
         util_(hoja_.adjusted(0, 0, 0, -kMilimetrosPie * por_milimetro_)) {
@@ -137,6 +151,13 @@ class Plana {
     cursor.insertBlock();
   }
 
+  std::string Celda(const ColumnaInforme& columna, const Asiento& asiento) const {
+    if (&columna == &kColumnas[0] && !de_un_dia_) return TextoFechaHora(asiento.momento);
+    if (&columna == &kColumnas[1] && !de_una_estacion_)
+      return "Estación " + std::to_string(asiento.estacion) + ": " + Que(asiento);
+    return columna.texto(asiento);
+  }
+
   void Asientos(QTextCursor& cursor) const {
     if (informe_.asientos.empty()) return Linea(cursor, "Sin asientos en la bitácora de ese día.", {});
     QTextTableFormat formato;
@@ -162,7 +183,7 @@ class Plana {
     for (std::size_t c = 0; c < kColumnas.size(); ++c) {
       poner(0, c, QString::fromUtf8(kColumnas[c].titulo), true);
       for (std::size_t i = 0; i < informe_.asientos.size(); ++i) {
-        poner(static_cast<int>(i) + 1, c, Q(kColumnas[c].texto(informe_.asientos[i])), false);
+        poner(static_cast<int>(i) + 1, c, Q(Celda(kColumnas[c], informe_.asientos[i])), false);
       }
     }
   }
@@ -202,13 +223,20 @@ class Plana {
     pintor_.drawText(QRectF(cuadro.left(), cuadro.top(), cuadro.width(), titulo), Qt::AlignLeft | Qt::AlignVCenter,
                      Q(figura.titulo));
     cuadro.setTop(cuadro.top() + titulo);
+    const QString fuente = figura.fuente.empty() ? QString() : QStringLiteral("Fuente: ") + Q(figura.fuente);
+    constexpr int kComo = Qt::AlignLeft | Qt::AlignBottom | Qt::TextWordWrap;
+    const QRectF renglones = pintor_.boundingRect(cuadro, kComo, fuente);
+    if (!fuente.isEmpty()) cuadro.setBottom(renglones.top());
     figura.pintar(pintor_, cuadro);
+    pintor_.drawText(renglones, kComo, fuente);
     pintor_.restore();
   }
 
   QPagedPaintDevice& dispositivo_;
   QPainter& pintor_;
   const InformeVisita& informe_;
+  bool de_un_dia_;
+  bool de_una_estacion_;
   double por_milimetro_;
   QRectF hoja_;
   QRectF util_;  // above the foot

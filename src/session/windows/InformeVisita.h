@@ -17,6 +17,7 @@ namespace utr {
 // A plot that was on show, to be painted once more: into that rectangle, which it fills.
 struct FiguraInforme {
   std::string titulo;
+  std::string fuente;  // whose records it shows, and of when; stands beneath it
   std::function<void(QPainter& pintor, const QRectF& lugar)> pintar;
 };
 

@@ -10,6 +10,7 @@
 #include <QTimer>
 #include <algorithm>
 #include <chrono>
+#include <set>
 #include <utility>
 
 #include "base/Error.h"
@@ -76,6 +77,15 @@ QString Numero(std::int32_t estacion) {
   return estacion == 0 ? QStringLiteral("sin identificador") : QString::number(estacion);
 }
 
+// A file that was saved elsewhere may hold entries of several.
+std::string EstacionesDe(const std::vector<Asiento>& asientos) {
+  std::set<std::int32_t> numeros;
+  for (const Asiento& asiento : asientos) numeros.insert(asiento.estacion);
+  std::vector<std::string> textos;
+  for (const std::int32_t numero : numeros) textos.push_back(U(Numero(numero)));
+  return textos.empty() ? "-" : Unir(textos, "; ");
+}
+
 }  // namespace
 
 frmBitacora::frmBitacora(ModRTU& mod, std::vector<FiguraInforme> figuras, QWidget* parent)
@@ -108,6 +118,9 @@ frmBitacora::frmBitacora(ModRTU& mod, std::vector<FiguraInforme> figuras, QWidge
     const QSignalBlocker callada(cboEstacion_);
     SeleccionarValor(*cboEstacion_, estacion_);
   });
+  // From a journal of elsewhere back to that of the day that stands there already.
+  connect(cboEstacion_, &QComboBox::activated, this, &frmBitacora::Volver);
+  connect(cboDia_, &QComboBox::activated, this, &frmBitacora::Volver);
   connect(cboDia_, &QComboBox::currentIndexChanged, this, [this] {
     if (GuardarDatos()) return MostrarDia();
     const QSignalBlocker callada(cboDia_);
@@ -148,23 +161,31 @@ void frmBitacora::ArmarComandos() {
   imprimir.ayuda = "Imprimir el informe de la visita";
   imprimir.si = {};
   imprimir.hacer = [this] { ImprimirInforme(); };
+  ComandoVentana previa = ComandoVistaPrevia();
+  previa.texto = "&Vista previa de la lista...";  // the report is laid out by itself
   ComandoVentana abrir = ComandoAbrir("mnuBitAbrir");
   abrir.texto = "&Abrir el asiento";
   abrir.ayuda = "Abrir el asiento elegido";
   abrir.tecla = {};
-  Comandos({{.nombre = "mnuBitacora", .texto = "&Bitácora"}},
-           {abrir,
-            {.nombre = "mnuBitOtra",
-             .texto = "Abrir &otra bitácora...",
-             .icono = "abrir",
-             .tecla = QKeySequence::Open,
-             .hacer = [this] { AbrirOtra(); }},
-            ComandoGuardar("mnuBitGuardar"),
-            ComandoConfigurarImpresora("mnuBitConfigPrint"),
-            imprimir,
-            ComandoSalir("mnuBitSalir"),
-            ComandoQueEsEsto()},
-           {"Open", "Save", "Print", nullptr, "Help What's This"});
+  Comandos(
+      {{.nombre = "mnuBitacora", .texto = "&Bitácora"}},
+      {abrir,
+       {.nombre = "mnuBitOtra",
+        .texto = "Abrir &otra bitácora...",
+        .icono = "abrir",
+        .tecla = QKeySequence::Open,
+        .hacer = [this] { AbrirOtra(); }},
+       ComandoGuardar("mnuBitGuardar"),
+       ComandoGuardarCsv(),
+       ComandoConfigurarImpresora("mnuBitConfigPrint"),
+       imprimir,
+       previa,
+       ComandoSalir("mnuBitSalir"),
+       ComandoOrdenar(true),
+       ComandoOrdenar(false),
+       ComandoAyuda(),
+       ComandoQueEsEsto()},
+      {"Open", "Save", "Print", nullptr, "Sort Ascending", "Sort Descending", nullptr, "Help", "Help What's This"});
 }
 
 bool frmBitacora::Intentar(const char* procedimiento, const std::function<void()>& hacer) {
@@ -221,6 +242,10 @@ void frmBitacora::MostrarDia() {
   }
   MostrarAsientos();
   MostrarDatos();
+}
+
+void frmBitacora::Volver() {
+  if (!archivo_.empty()) MostrarDia();
 }
 
 void frmBitacora::Leer(const std::filesystem::path& archivo) {
@@ -310,7 +335,7 @@ EncabezadoLista frmBitacora::Encabezado(bool) const {
 
 // The number, and the name that the book has for it where only one station is called so.
 std::string frmBitacora::NombreDeEstacion() const {
-  if (!archivo_.empty()) return asientos_.empty() ? "-" : U(Numero(asientos_.front().estacion));
+  if (!archivo_.empty()) return EstacionesDe(asientos_);
   std::string nombre = U(Numero(estacion_));
   LibroEstaciones libro(mod_.carpeta / LibroEstaciones::kArchivo);
   if (!IgnorandoErrores([&] { libro.Leer(); })) return nombre;
@@ -321,7 +346,12 @@ std::string frmBitacora::NombreDeEstacion() const {
 
 std::string frmBitacora::DiaEnPalabras() const {
   if (archivo_.empty()) return TextoFecha(dia_);
-  return asientos_.empty() ? "-" : TextoFecha(asientos_.front().momento);
+  if (asientos_.empty()) return "-";
+  const auto antes = [](const Asiento& uno, const Asiento& otro) { return uno.momento < otro.momento; };
+  const auto [primero, ultimo] = std::minmax_element(asientos_.begin(), asientos_.end(), antes);
+  const std::string desde = TextoFecha(primero->momento);
+  const std::string hasta = TextoFecha(ultimo->momento);
+  return desde == hasta ? desde : desde + " a " + hasta;
 }
 
 // Plots are of this run and of the present station: they belong to no earlier visit, no other one's and no journal from

@@ -43,6 +43,7 @@ class frmBitacora : public VentanaLista {
   void LlenarEstaciones();
   void LlenarDias();
   void MostrarDia();
+  void Volver();
   void MostrarAsientos();
   void MostrarDatos();
   void Leer(const std::filesystem::path& archivo);

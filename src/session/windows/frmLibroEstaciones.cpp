@@ -110,11 +110,17 @@ void frmLibroEstaciones::ArmarComandos() {
              .si = [this] { return HayResultado(); },
              .hacer = [this] { Exportar(); }},
             ComandoGuardar("mnuLibGuardar"),
+            ComandoGuardarCsv(),
             ComandoConfigurarImpresora("mnuLibConfigPrint"),
             ComandoImprimir("mnuLibImprimir"),
+            ComandoVistaPrevia(),
             ComandoSalir("mnuLibSalir"),
+            ComandoOrdenar(true),
+            ComandoOrdenar(false),
+            ComandoAyuda(),
             ComandoQueEsEsto()},
-           {"New", "Open", "Delete", nullptr, "Save", "Print", nullptr, "Help What's This"});
+           {"New", "Open", "Delete", nullptr, "Save", "Print", nullptr, "Sort Ascending", "Sort Descending", nullptr,
+            "Help", "Help What's This"});
 }
 
 bool frmLibroEstaciones::Intentar(const char* procedimiento, const std::function<void()>& hacer) {

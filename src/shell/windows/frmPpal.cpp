@@ -328,9 +328,9 @@ void frmPpal::MostrarBitacora() {
   std::vector<FiguraInforme> figuras;
   if (mod_.graficos != nullptr) {
     for (const auto& [ventana, grafico] : mod_.graficos->Todos()) {
-      QStringList titulo{grafico.titulo, grafico.estacion, grafico.periodo};
-      titulo.removeAll(QString());
-      figuras.push_back({U(titulo.join(", ")), grafico.pintar});
+      QStringList fuente{grafico.fuente, grafico.periodo};
+      fuente.removeAll(QString());
+      figuras.push_back({U(grafico.titulo), U(fuente.join(QStringLiteral(", "))), grafico.pintar});
     }
   }
   frmBitacora(mod_, std::move(figuras), this).exec();

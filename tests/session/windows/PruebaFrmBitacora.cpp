@@ -12,6 +12,7 @@
 #include <QTreeView>
 #include <memory>
 
+#include "session/ArchivoBitacora.h"
 #include "session/windows/InformeVisita.h"
 #include "session/windows/frmBitacora.h"
 #include "support/DispositivoLleno.h"
@@ -101,6 +102,11 @@ TEST_F(LaBitacora, MuestraHoyYSePuedenVerLasDemas) {
   Ordenar("mnuBitOtra");
   EXPECT_THAT(Que(), testing::ElementsAre("Ayer"));
   EXPECT_FALSE(Operador_().isEnabled()) << "a file by itself belongs to no day";
+  Hallar<QComboBox>(*ventana, "cboEstacion").activated(1);
+  EXPECT_THAT(Que(), testing::ElementsAre("De otra")) << "the day that stands there is chosen once more";
+  EXPECT_TRUE(Operador_().isEnabled());
+  operador.EsperaAbrir("Abrir bitácora...", carpeta / "Respaldos/70/Bitacora-2026-03-14.csv");
+  Ordenar("mnuBitOtra");
   prueba::EscribirTodo(carpeta / "v9.csv", "\"N.º (bitácora 9)\"\r\n");
   operador.EsperaAbrir("Abrir bitácora...", carpeta / "v9.csv");
   operador.EsperaParte("v9.csv es de otra versión (9)");
@@ -187,7 +193,7 @@ TEST_F(LaBitacora, CadaArchivoDelDiaDiceSuReparo) {
 
 TEST_F(LaBitacora, ElInformeSeImprimeConLasFiguras) {
   int pintadas = 0;
-  const FiguraInforme figura{"Nivel", [&](QPainter& pintor, const QRectF& lugar) {
+  const FiguraInforme figura{"Nivel", "UTR 70", [&](QPainter& pintor, const QRectF& lugar) {
                                ++pintadas;
                                EXPECT_GT(lugar.height(), lugar.width() / 4);
                                pintor.drawRect(lugar);
@@ -207,6 +213,43 @@ TEST_F(LaBitacora, ElInformeSeImprimeConLasFiguras) {
   Operador_().setText("Ana");
   Ordenar("mnuBitImprimir");
   EXPECT_EQ(a_pdf.paginas.back(), 1) << "the plots are of another station";
+}
+
+TEST_F(LaBitacora, LoDeVariosDiasYEstacionesNoPasaPorLoDeUna) {
+  const auto renglon = [](std::size_t numero, const FechaHora& momento, std::int32_t estacion) {
+    return RenglonBitacora(numero, {.momento = momento,
+                                    .comando = "Uno",
+                                    .antes = "a",
+                                    .escrito = "b",
+                                    .resultado = "hecho",
+                                    .estacion = estacion,
+                                    .unidad = "real"});
+  };
+  prueba::EscribirTodo(carpeta / "v.csv", CabeceraBitacora() + renglon(1, {2026, 3, 15, 10, 0, 0}, 70) +
+                                              renglon(2, {2026, 3, 14, 9, 0, 0}, 8));
+  Abrir();
+  operador.EsperaAbrir("Abrir bitácora...", carpeta / "v.csv");
+  Ordenar("mnuBitOtra");
+  operador.EsperaGuardar("Exportar ...", carpeta / "v.txt");
+  operador.Espera("La lista ha sido exportada con éxito");
+  Ordenar("mnuBitGuardar");
+  EXPECT_THAT(prueba::LeerTodo(carpeta / "v.txt"),
+              testing::HasSubstr("Estación: 8; 70\r\nDía: 14/03/2026 a 15/03/2026\r\n"));
+}
+
+TEST_F(LaBitacora, TieneLosServiciosDeTodaLista) {
+  reloj.Adelantar(60);
+  Anotar("Tres");
+  Abrir();
+  ventanas.Espera("DialogoCsv", [](QDialog& dialogo) { dialogo.accept(); });
+  operador.EsperaGuardar("Guardar como CSV ...", carpeta / "b.csv");
+  operador.Espera("La lista ha sido exportada con éxito");
+  Ordenar("mnuGuardarCsv");
+  EXPECT_THAT(prueba::LeerTodo(carpeta / "b.csv"),
+              testing::HasSubstr("\r\n2026-03-15T10:00:00,real,Uno,a,b,hecho\r\n"));
+  Hallar<QAbstractButton>(*ventana, "Sort Descending").click();
+  EXPECT_THAT(Que(), testing::ElementsAre("Tres", "Uno", "Dos"));
+  EXPECT_TRUE(Hallar<QAction>(*ventana, "mnuVistaPrevia").isEnabled());
 }
 
 TEST_F(LaBitacora, UnDiaLargoOcupaVariasPaginas) {
