@@ -1,28 +1,46 @@
 #include "retrieved/Periodos.h"
 
+#include <algorithm>
+
 namespace utr {
 namespace {
 
 constexpr FechaHora kPrimeraFecha{2000, 1, 1, 0, 0, 0};
 
-FechaHora Antes(const FechaHora& ahora, std::int64_t dias) {
-  return FechaDeSegundos(Segundos(ahora) - dias * kSegundosDia);
+FechaHora FinDelDia(const FechaHora& fecha) {
+  FechaHora fin = FechaDeDias(DiasDesde1970(fecha));
+  fin.hora = 23;
+  fin.minuto = fin.segundo = 59;
+  return fin;
+}
+
+FechaHora FinDelMinuto(FechaHora fecha) {
+  fecha.segundo = 59;
+  return fecha;
+}
+
+FechaHora ComienzoDelMinuto(FechaHora fecha) {
+  fecha.segundo = 0;
+  return fecha;
 }
 
 }  // namespace
 
-std::optional<Lapso> LapsoDe(Periodo periodo, const FechaHora& ahora, const std::optional<FechaHora>& visita) {
-  const FechaHora hoy = FechaDeDias(DiasDesde1970(ahora));
-  FechaHora fin = hoy;
-  fin.hora = 23;
-  fin.minuto = 59;
+std::optional<Lapso> LapsoDe(Periodo periodo, const FechaHora& ahora, const std::optional<FechaHora>& visita,
+                             const std::optional<FechaHora>& unidad) {
+  const FechaHora fin = FinDelDia(std::max(ahora, unidad.value_or(ahora)));
+  const auto ultimos = [&](std::int64_t dias) {
+    const FechaHora hasta = unidad.value_or(ahora);
+    return Lapso{ComienzoDelMinuto(FechaDeSegundos(Segundos(hasta) - dias * kSegundosDia)),
+                 unidad ? FinDelMinuto(hasta) : fin};
+  };
   switch (periodo) {
     case Periodo::kHoy:
-      return Lapso{hoy, fin};
+      return Lapso{FechaDeDias(DiasDesde1970(ahora)), fin};
     case Periodo::kUltimas24Horas:
-      return Lapso{Antes(ahora, 1), fin};
+      return ultimos(1);
     case Periodo::kUltimos7Dias:
-      return Lapso{Antes(ahora, 7), fin};
+      return ultimos(7);
     case Periodo::kTodo:
       return Lapso{kPrimeraFecha, fin};
     case Periodo::kDesdeLaVisita:

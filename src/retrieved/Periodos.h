@@ -26,9 +26,12 @@ struct Lapso {
   bool operator==(const Lapso&) const = default;
 };
 
-// From when to when such a span goes, both ends included; it ends with the last minute of today, so that nothing is
-// missed of a unit whose clock is ahead. Whoever knows only days takes those that it touches. Nothing for the span
-// since a visit that isn't known, or lies in the future.
-std::optional<Lapso> LapsoDe(Periodo periodo, const FechaHora& ahora, const std::optional<FechaHora>& visita);
+// From when to when such a span goes, both ends included. `unidad`: what the clock of the unit shows at that moment,
+// where it is known: records bear its times. The last hours and days are counted to the minute, from that clock where
+// it is known, and end with the running minute then; where it isn't, nothing is to be missed of a unit whose clock is
+// ahead, and they end with the last second of today, as all others do. Whoever knows only days takes those that a span
+// touches. Nothing for the span since a visit that isn't known, or lies in the future.
+std::optional<Lapso> LapsoDe(Periodo periodo, const FechaHora& ahora, const std::optional<FechaHora>& visita,
+                             const std::optional<FechaHora>& unidad = std::nullopt);
 
 }  // namespace utr

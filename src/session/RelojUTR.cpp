@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cstdlib>
-#include <utility>
 
 namespace utr {
 namespace {
@@ -34,19 +33,24 @@ std::string TextoDeDuracion(std::int64_t segundos) {
 
 }  // namespace
 
-void RelojUTR::Leer(const Lectura& lectura) {
-  leida_ = lectura;
-  puesta_.reset();
+std::optional<FechaHora> RelojUTR::EnLaUnidad(const FechaHora& ahora) const {
+  if (leida_) return FechaDeSegundos(Segundos(ahora) + Adelanto(*leida_));
+  return puesta_ ? std::optional(ahora) : std::nullopt;
 }
 
-void RelojUTR::Olvidar() {
-  leida_.reset();
+void RelojUTR::Leer(const Lectura& lectura) {
+  leida_ = lectura;
   puesta_.reset();
 }
 
 void RelojUTR::Escribir(const FechaHora& ahora, bool confirmado) {
   leida_.reset();
   puesta_ = confirmado ? std::optional(ahora) : std::nullopt;
+}
+
+void RelojUTR::Olvidar() noexcept {
+  leida_.reset();
+  puesta_.reset();
 }
 
 std::int64_t Adelanto(const RelojUTR::Lectura& lectura) {
@@ -72,29 +76,39 @@ bool ComunicadorConReloj::GrabarFechaHora() {
   return confirmado;
 }
 
-// The same unit is named again ahead of many a read.
+void ComunicadorConReloj::IrA(Parte parte, std::string_view valor) {
+  if (camino_[parte] == valor) return;
+  camino_[parte] = valor;
+  reloj_utr_.Olvidar();
+}
+
 void ComunicadorConReloj::IdEquipo(std::int32_t identificador) {
-  if (std::exchange(identificador_, identificador) != identificador) reloj_utr_.Olvidar();
+  IrA(kIdentificador, std::to_string(identificador));
   ComunicadorReenviado::IdEquipo(identificador);
 }
+
 void ComunicadorConReloj::Conectar(std::string_view enlace, std::string_view puerto) {
-  reloj_utr_.Olvidar();
+  IrA(kPuerto, puerto);
   ComunicadorReenviado::Conectar(enlace, puerto);
 }
-void ComunicadorConReloj::PorIP(bool activo) {
-  reloj_utr_.Olvidar();
-  ComunicadorReenviado::PorIP(activo);
-}
+
 void ComunicadorConReloj::DireccionIP(std::string_view direccion) {
-  reloj_utr_.Olvidar();
+  IrA(kDireccion, direccion);
   ComunicadorReenviado::DireccionIP(direccion);
 }
+
 void ComunicadorConReloj::PuertoIP(std::string_view puerto) {
-  reloj_utr_.Olvidar();
+  IrA(kPuertoIP, puerto);
   ComunicadorReenviado::PuertoIP(puerto);
 }
+
+void ComunicadorConReloj::PorIP(bool activo) {
+  IrA(kPorIP, activo ? "1" : "0");
+  ComunicadorReenviado::PorIP(activo);
+}
+
 bool ComunicadorConReloj::LlamarTelefono(std::string_view numero, std::string_view comandos) {
-  reloj_utr_.Olvidar();
+  IrA(kTelefono, numero);
   return ComunicadorReenviado::LlamarTelefono(numero, comandos);
 }
 

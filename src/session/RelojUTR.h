@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -24,11 +25,15 @@ class RelojUTR {
   // When the unit last confirmed to have been given this computer's time; nothing once it was read since.
   const std::optional<FechaHora>& PuestaEl() const noexcept { return puesta_; }
 
+  // What it shows when this computer's clock shows `ahora`, as far as the two are known to differ; nothing where that
+  // isn't known.
+  std::optional<FechaHora> EnLaUnidad(const FechaHora& ahora) const;
+
   void Leer(const Lectura& lectura);
-  // Another unit may be at the other end.
-  void Olvidar();
   // The clock was written; `confirmado`: the unit said so.
   void Escribir(const FechaHora& ahora, bool confirmado);
+  // Another unit may answer from now on.
+  void Olvidar() noexcept;
 
  private:
   std::optional<Lectura> leida_;
@@ -41,7 +46,8 @@ std::int64_t Adelanto(const RelojUTR::Lectura& lectura);
 // "en hora", "2 min 8 s adelantado", "3 d 4 h atrasado": the two largest units that say something.
 std::string TextoAdelanto(std::int64_t segundos);
 
-// Learns from every call that passes what it tells of the unit's clock, and makes none itself.
+// Learns from every call that passes what it tells of the unit's clock, and makes none itself. What was known is
+// forgotten as soon as another identifier, address, port or telephone number leads to another unit.
 class ComunicadorConReloj final : public ComunicadorReenviado {
  public:
   // All three must outlive it.
@@ -50,19 +56,20 @@ class ComunicadorConReloj final : public ComunicadorReenviado {
 
   std::string LeerFechaHora() override;
   bool GrabarFechaHora() override;
-
-  // Another unit may be there from then on.
   void IdEquipo(std::int32_t identificador) override;
   void Conectar(std::string_view enlace, std::string_view puerto) override;
-  void PorIP(bool activo) override;
   void DireccionIP(std::string_view direccion) override;
   void PuertoIP(std::string_view puerto) override;
+  void PorIP(bool activo) override;
   bool LlamarTelefono(std::string_view numero, std::string_view comandos) override;
 
  private:
+  enum Parte : std::uint8_t { kIdentificador, kPuerto, kDireccion, kPuertoIP, kPorIP, kTelefono, kPartes };
+  void IrA(Parte parte, std::string_view valor);
+
   const Reloj& reloj_;
   RelojUTR& reloj_utr_;
-  std::optional<std::int32_t> identificador_;  // the last one given
+  std::array<std::string, kPartes> camino_;  // to the unit, as told last
 };
 
 }  // namespace utr

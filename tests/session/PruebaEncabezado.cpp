@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <functional>
-
 #include "session/Encabezado.h"
 #include "session/RelojUTR.h"
 #include "support/ModPrueba.h"
@@ -72,22 +70,34 @@ TEST_F(ConEncabezado, ElRelojEsElDeLaUltimaLecturaYNoDiceNadaTrasEscribirlo) {
   EXPECT_EQ(El().reloj.detalle, "El 15/03/2026 10:00:00, sin releer");
 }
 
-TEST_F(ConEncabezado, ElRelojDeUnaUnidadNoSeDiceDeOtra) {
-  comunicador.Devuelve("LeerFechaHora", "15/03/2026 09:57:52");
-  con_reloj.IdEquipo(70);
-  const std::function<void()> otra[] = {
-      [&] { con_reloj.IdEquipo(71); },     [&] { con_reloj.Conectar("9600,n,8,1", "2"); },
-      [&] { con_reloj.PorIP(true); },      [&] { con_reloj.DireccionIP("10.0.0.1"); },
-      [&] { con_reloj.PuertoIP("1000"); }, [&] { con_reloj.LlamarTelefono("1", ""); }};
-  for (const auto& cambiar : otra) {
+TEST_F(ConEncabezado, ElRelojDeUnaUnidadNoEsElDeLaQueSigue) {
+  const auto llegar = [&](int identificador, const char* puerto, const char* direccion, const char* numero) {
+    con_reloj.IdEquipo(identificador);
+    con_reloj.Conectar("9600,N,8,1", puerto);
+    con_reloj.PorIP(direccion[0] != 0);
+    con_reloj.DireccionIP(direccion);
+    con_reloj.PuertoIP("1000");
+    con_reloj.LlamarTelefono(numero, "");
+  };
+  comunicador.Devuelve("LeerFechaHora", "15/03/2026 12:00:30");
+  const auto leer = [&] {
+    llegar(70, "1", "", "11");
     con_reloj.LeerFechaHora();
-    con_reloj.IdEquipo(70);
-    con_reloj.LeerFechaHora();
-    con_reloj.IdEquipo(70);
-    EXPECT_EQ(El().reloj.texto, "2 min 8 s atrasado") << "the same is named again";
-    cambiar();
-    EXPECT_EQ(El().reloj.texto, "Sin leer");
-  }
+    llegar(70, "1", "", "11");
+    return reloj_utr.EnLaUnidad({2026, 3, 15, 23, 0, 0});
+  };
+  EXPECT_EQ(leer(), (FechaHora{2026, 3, 16, 1, 0, 30}));
+  llegar(71, "1", "", "11");
+  EXPECT_FALSE(reloj_utr.Leida());
+  leer();
+  llegar(70, "2", "", "11");
+  EXPECT_FALSE(reloj_utr.Leida());
+  leer();
+  llegar(70, "1", "10.0.0.7", "11");
+  EXPECT_FALSE(reloj_utr.Leida());
+  leer();
+  llegar(70, "1", "", "12");
+  EXPECT_FALSE(reloj_utr.EnLaUnidad({2026, 3, 15, 23, 0, 0}));
 }
 
 TEST_F(ConEncabezado, LaEstacionEsLaDeLaConfiguracionQueHay) {

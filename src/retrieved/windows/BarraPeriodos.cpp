@@ -5,6 +5,7 @@
 #include <QPushButton>
 
 #include "session/ModRTU.h"
+#include "session/RelojUTR.h"
 #include "session/windows/Visitas.h"
 #include "widgets/CampoFecha.h"
 #include "widgets/Campos.h"
@@ -43,7 +44,9 @@ void BarraPeriodos::Agregar(QWidget* control) {
 }
 
 std::optional<Lapso> BarraPeriodos::LapsoAhora(Periodo periodo) const {
-  return LapsoDe(periodo, mod_.reloj.Ahora(), Visitas(mod_).FinDeLaAnterior());
+  const FechaHora ahora = mod_.reloj.Ahora();
+  const auto unidad = mod_.reloj_utr == nullptr ? std::nullopt : mod_.reloj_utr->EnLaUnidad(ahora);
+  return LapsoDe(periodo, ahora, Visitas(mod_).FinDeLaAnterior(), unidad);
 }
 
 void BarraPeriodos::Actualizar() {

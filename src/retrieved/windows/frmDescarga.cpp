@@ -114,7 +114,7 @@ frmDescarga::frmDescarga(ModRTU& mod, TablaPtr configuracion, QWidget* parent)
       lblFinal_(new QLabel),
       cmdDescargar_(Boton("cmdDescargar", QStringLiteral("&Descargar"))),
       cmdSeguir_(Boton("cmdSeguir", QStringLiteral("Seguir con lo que &falta"))) {
-  FechaFin_->setTime(QTime(23, 59));
+  FechaFin_->setTime(QTime(23, 59, 59));
   connect(cmdDescargar_, &QPushButton::clicked, this, &frmDescarga::Descargar);
   connect(cmdSeguir_, &QPushButton::clicked, this, &frmDescarga::Seguir);
   ArmarComandos();

@@ -49,7 +49,7 @@ TEST_F(PruebaFrmDescarga, DescargaLoMarcadoYLoDice) {
   operador.EsperaParte("La descarga está completa.\nCarpeta: " + donde.string());
   Pulsar(ventana, "cmdDescargar");
   EXPECT_THAT(driver.llamadas, ElementsAre("LeerDatos(15/03/2026,15/03/2026,0)", "LeerDatos(15/03/2026,15/03/2026,14)",
-                                           "LeerEventos(15/03/2026 00:00:00,15/03/2026 23:59:00)"));
+                                           "LeerEventos(15/03/2026 00:00:00,15/03/2026 23:59:59)"));
   EXPECT_THAT(Estados(), ElementsAre("Configuración|guardada", "EA01_Meteorologico|guardada",
                                      "PLV_Pluviómetro|sin datos en el período", "Eventos|guardada",
                                      "Resumen de la descarga|guardada"));
@@ -68,7 +68,7 @@ TEST_F(PruebaFrmDescarga, LoQueFaltaSeVeYSePideOtraVez) {
   driver.llamadas.clear();
   operador.EsperaParte("La descarga está completa");
   Pulsar(ventana, "cmdSeguir");
-  EXPECT_THAT(driver.llamadas, ElementsAre("LeerEventos(15/03/2026 00:00:00,15/03/2026 23:59:00)"));
+  EXPECT_THAT(driver.llamadas, ElementsAre("LeerEventos(15/03/2026 00:00:00,15/03/2026 23:59:59)"));
   EXPECT_EQ(Carpetas().size(), 1U) << "into the same folder";
 }
 
