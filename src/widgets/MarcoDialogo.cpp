@@ -64,6 +64,12 @@ bool Cabe(const QSize& tamano, const QSize& sitio) {
   return tamano.width() <= sitio.width() && tamano.height() <= sitio.height();
 }
 
+// Sizes are told for letters of such a height of line, and grow with larger ones.
+constexpr int kRenglonComun = 17;
+QSize SegunLaLetra(const QSize& tamano, const QWidget& ventana) {
+  return tamano * std::max(1.0, static_cast<double>(ventana.fontMetrics().lineSpacing()) / kRenglonComun);
+}
+
 // What a style adds to the sizes of controls once they are seen.
 constexpr int kHolgura = 8;
 
@@ -120,7 +126,7 @@ QWidget* ALoAncho(QWidget* contenido, const QDialog& dialogo) {
 void AjustarTamano(QDialog& dialogo, const QSize& minimo, const QSize& por_venir) {
   const QSize sitio = SitioEnPantalla(dialogo);
   if (!Cabe(dialogo.minimumSizeHint() + por_venir, sitio)) HacerDesplazable(dialogo);
-  dialogo.resize(dialogo.sizeHint().expandedTo(minimo).boundedTo(sitio));
+  dialogo.resize(dialogo.sizeHint().expandedTo(SegunLaLetra(minimo, dialogo)).boundedTo(sitio));
   RecordarTamano(&dialogo);
 }
 

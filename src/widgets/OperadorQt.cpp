@@ -163,6 +163,16 @@ class ClasesDeArchivo : public QFileIconProvider {
   }
 };
 
+// ".txt" of each "*.txt" in a pattern of a filter; empty for one that takes any.
+QStringList ExtensionesDe(std::string_view patron) {
+  QStringList extensiones;
+  for (const std::string_view una : Separar(patron, ';')) {
+    const QString extension = Q(Recortar(una)).mid(1);
+    extensiones.append(extension.size() < 2 || extension.contains(QLatin1Char('*')) ? QString() : extension);
+  }
+  return extensiones;
+}
+
 // Completes the name before the dialog asks whether to replace the file: Qt takes any dot for an extension, so that
 // "datos 01.11.2026" would be saved without one.
 class DialogoGuardar : public QFileDialog {
@@ -304,11 +314,14 @@ QString ConExtension(const QString& nombre, std::string_view filtro, int cual) {
   const std::size_t lugar = 2 * static_cast<std::size_t>(std::max(cual, 0)) + 1;
   if (nombre.isEmpty() || lugar >= partes.size()) return nombre;
   QString primera;
-  for (const std::string_view patron : Separar(partes[lugar], ';')) {
-    const QString extension = Q(Recortar(patron)).mid(1);  // "*.txt"
-    if (extension.size() < 2 || extension.contains(QLatin1Char('*'))) return nombre;
-    if (nombre.endsWith(extension, Qt::CaseInsensitive)) return nombre;
+  for (const QString& extension : ExtensionesDe(partes[lugar])) {
+    if (extension.isEmpty()) return nombre;
     if (primera.isEmpty()) primera = extension;
+  }
+  for (std::size_t i = 1; i < partes.size(); i += 2) {
+    for (const QString& extension : ExtensionesDe(partes[i])) {
+      if (!extension.isEmpty() && nombre.endsWith(extension, Qt::CaseInsensitive)) return nombre;
+    }
   }
   return nombre + primera;
 }

@@ -29,7 +29,8 @@ class OperadorQt : public Operador {
 QString FiltroQt(std::string_view filtro);
 
 // A name with the extension of the filter's pair number `cual` (from 0; below 0: the first), the first one where the
-// pair has several. As it is where it ends in one of them already, and for a filter that takes any file.
+// pair has several. As it is where it ends in an extension of any pair already, which then tells what is wanted, and
+// for a pair that takes any file.
 QString ConExtension(const QString& nombre, std::string_view filtro, int cual);
 
 }  // namespace utr

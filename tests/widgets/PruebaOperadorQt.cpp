@@ -207,6 +207,9 @@ TEST(PruebaOperadorQt, UnNombreTomaLaExtensionDeSuFiltroSiLeFalta) {
       {"x", kVarios, 1, "x.icf"},
       {"x.UCG", kVarios, 1, "x.UCG"},
       {"x.1", kVarios, 2, "x.1"},
+      {"x.icf", kVarios, 0, "x.icf"},
+      {"x.png", "Documento PDF (*.pdf)|*.pdf|Imagen PNG (*.png)|*.png", 0, "x.png"},
+      {"x.png.txt", "Documento PDF (*.pdf)|*.pdf|Imagen PNG (*.png)|*.png", 1, "x.png.txt.png"},
       {"x", "", 0, "x"},
       {"", kTexto, 0, ""},
   };

@@ -24,7 +24,6 @@ constexpr int kCifras = 5;
 constexpr int kLineasNotas = 4;
 constexpr int kMargenNotas = 12;
 constexpr int kAncho = 480;
-constexpr int kLetrasAncho = 55;  // where letters are large
 constexpr MedioEstacion kMedios[] = {MedioEstacion::kSimulado, MedioEstacion::kSerie, MedioEstacion::kTelefono,
                                      MedioEstacion::kIP};
 
@@ -72,7 +71,7 @@ frmEstacion::frmEstacion(ModRTU& mod, const LibroEstaciones& libro, const Estaci
   connect(aceptar, &QPushButton::clicked, this, &frmEstacion::Aceptar);
   connect(cancelar, &QPushButton::clicked, this, &frmEstacion::reject);
   SegunElMedio();
-  AjustarTamano(*this, {std::max(kAncho, kLetrasAncho * fontMetrics().averageCharWidth()), 0});
+  AjustarTamano(*this, {kAncho, 0});
 }
 
 QLayout* frmEstacion::ArmarCuerpo() {
