@@ -42,7 +42,7 @@ bool EsLlano(std::string_view texto) {
   return (dudosos | Dudosos(ocho)) == 0;
 }
 
-// The values of a column, where enough rows use each of them, and whether they are plain.
+// The attributes of a column, where enough rows use each of its texts, and whether these are plain.
 void PrepararTextos(ColumnaSalida& c) {
   constexpr std::size_t kRepeticiones = 4;
   const Diccionario& textos = c.columna->Textos();
@@ -54,7 +54,9 @@ void PrepararTextos(ColumnaSalida& c) {
   c.finales.push_back(0);
   for (std::uint32_t n = 1; n <= textos.Cantidad(); ++n) {
     const std::string_view texto = textos.Texto(n);
+    c.hechos.append(c.comienzo, 0, c.largo_comienzo);
     c.llana || EsLlano(texto) ? c.hechos.append(texto) : c.hechos.append(Escapar(texto));
+    c.hechos.push_back('\'');
     if (c.hechos.size() > std::numeric_limits<std::uint32_t>::max()) return c.finales.clear();
     c.finales.push_back(static_cast<std::uint32_t>(c.hechos.size()));
   }
@@ -74,10 +76,10 @@ std::string TextoReal(double numero, int cifras) {
 // The text of a column whose texts are made ready or plain.
 inline Renglones::Punta Agregar(Renglones& r, const Renglones::Punta& punta, const ColumnaSalida& c,
                                 std::uint32_t numero) {
-  const std::string_view comienzo{c.comienzo.data(), c.largo_comienzo};
-  if (c.finales.empty()) return r.Hecho(punta, comienzo, c.columna->Textos().Texto(numero), 1);
+  if (c.finales.empty())
+    return r.Hecho(punta, {c.comienzo.data(), c.largo_comienzo}, c.columna->Textos().Texto(numero), 1);
   const std::uint32_t desde = c.finales[numero - 1];
-  return r.Hecho(punta, comienzo, {c.hechos.data() + desde, c.finales[numero] - desde}, 1);
+  return r.Hecho(punta, {c.hechos.data() + desde, c.finales[numero] - desde}, 1);
 }
 
 void EscribirTexto(Renglones& r, const ColumnaSalida& c, std::uint32_t numero) {

@@ -29,8 +29,8 @@ struct ColumnaSalida {
   std::size_t largo_comienzo;              // of the former alone
   std::span<const std::uint32_t> lugares;  // texts by row, of a text column that isn't thin
   bool llana = false;                      // no text of it needs a reference
-  std::string hechos;                      // values of texts that repeat, as the file has them, and kHolgura bytes
-  std::vector<std::uint32_t> finales;      // where the value of each text ends there, by its number; 0 has none
+  std::string hechos;                      // attributes of texts that repeat, as the file has them, and kHolgura bytes
+  std::vector<std::uint32_t> finales;      // where that of each text ends there, by its number; 0 has none
 };
 
 // Which columns may have a value in a row, without a look at all columns for each row: those that are full enough to be

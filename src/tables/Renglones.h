@@ -70,7 +70,12 @@ class Renglones {
     return punta;
   }
 
-  // A whole attribute: the blank, name and quote ahead of the value, and the value.
+  // A whole attribute, from the blank ahead of it to its last quote.
+  Punta Hecho(Punta punta, std::string_view atributo, std::size_t extra) {
+    return ConHolgura(Cortar(Hacer(punta, atributo.size()), extra), atributo);
+  }
+
+  // The same in two pieces: the blank, name and quote ahead of the value, and the value.
   Punta Hecho(Punta punta, std::string_view comienzo, std::string_view valor, std::size_t extra) {
     punta = Cortar(Hacer(punta, comienzo.size() + valor.size()), extra);
     punta = ConHolgura(ConHolgura(punta, comienzo), valor);
