@@ -237,6 +237,12 @@ std::size_t ListaTabla::IndiceDe(std::size_t fila, const Fuente& fuente) const {
   return fuente.de_texto ? tabla_->Textos(static_cast<std::size_t>(fuente.campo)).De(fila) : fuente.indices[fila];
 }
 
+// IndiceDe of every row, of a column that reads the table.
+std::span<const std::uint32_t> ListaTabla::IndicesPorFila(const Fuente& fuente,
+                                                          std::vector<std::uint32_t>& apoyo) const {
+  return fuente.de_texto ? tabla_->Textos(static_cast<std::size_t>(fuente.campo)).Indices(apoyo) : fuente.indices;
+}
+
 std::string_view ListaTabla::TextoDeIndice(std::size_t indice, std::size_t columna) const {
   const Fuente& fuente = fuentes_[columna];
   if (fuente.campo < 0) return kGuion;
@@ -264,9 +270,16 @@ std::size_t ListaTabla::IndiceDeTexto(std::size_t posicion, std::size_t columna)
 std::vector<std::string_view> ListaTabla::TextosDistintos(std::size_t columna) const {
   std::vector<std::string_view> textos;
   if (!tabla_) return textos;
-  const std::size_t cuantos = Indices(fuentes_[columna]);
+  const Fuente& fuente = fuentes_[columna];
+  const std::size_t cuantos = Indices(fuente);
   textos.reserve(cuantos);
-  for (std::size_t i = 0; i < cuantos; ++i) textos.push_back(TextoDeIndice(i, columna));
+  if (!fuente.directa) {
+    for (std::size_t i = 0; i < cuantos; ++i) textos.push_back(TextoDeIndice(i, columna));
+    return textos;
+  }
+  textos.push_back(TextoDeIndice(0, columna));
+  const TextosColumna de_la_tabla = tabla_->Textos(static_cast<std::size_t>(fuente.campo));
+  for (std::size_t i = 1; i < cuantos; ++i) textos.push_back(de_la_tabla.Texto(i));
   return textos;
 }
 
@@ -292,7 +305,8 @@ void ListaTabla::RehacerVista() {
   con_vista_ = tabla_ && (!filtro_.empty() || orden_);
   if (!con_vista_) return;
   vista_.resize(total_);
-  for (std::size_t i = 0; i < total_; ++i) vista_[i] = static_cast<std::uint32_t>(tabla_->Filas().EnVista(i));
+  const FilasTabla filas = tabla_->Filas();
+  for (std::size_t i = 0; i < total_; ++i) vista_[i] = static_cast<std::uint32_t>(filas.EnVista(i));
   if (!filtro_.empty()) DejarLasQueContienen(vista_);
   if (orden_) OrdenarFilas(vista_);
 }
@@ -363,10 +377,13 @@ void ListaTabla::OrdenarFilas(std::vector<std::uint32_t>& filas) const {
 // Distributes the rows by the rank of their text, which keeps the order of equal ones in both directions.
 void ListaTabla::Distribuir(std::vector<std::uint32_t>& filas, std::size_t columna, bool como_texto) const {
   const Fuente& fuente = fuentes_[columna];
+  if (fuente.campo < 0) return;  // the same text in all of them
+  std::vector<std::uint32_t> apoyo;
+  const auto indices = IndicesPorFila(fuente, apoyo);
   const auto rangos = RangosDe(columna, como_texto);
   const auto ultimo = static_cast<std::uint32_t>(rangos.size() - 1);
   const auto rango_de = [&](std::uint32_t fila) {
-    const std::uint32_t rango = rangos[IndiceDe(fila, fuente)];
+    const std::uint32_t rango = rangos[indices[fila]];
     return orden_->descendente ? ultimo - rango : rango;
   };
   std::vector<std::uint32_t> rango_de_fila(filas.size());

@@ -88,6 +88,7 @@ class ListaTabla {
   Fuente PrepararColumna(const Tabla& tabla, const ColumnaLista& columna) const;
   std::size_t Indices(const Fuente& fuente) const;
   std::size_t IndiceDe(std::size_t fila, const Fuente& fuente) const;
+  std::span<const std::uint32_t> IndicesPorFila(const Fuente& fuente, std::vector<std::uint32_t>& apoyo) const;
   std::string_view TextoDeIndice(std::size_t indice, std::size_t columna) const;
   std::string_view Mostrado(std::size_t fila, std::size_t columna) const;
   void RehacerVista();
