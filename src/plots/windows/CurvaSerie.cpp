@@ -85,21 +85,25 @@ void CurvaSerie::DibujarBanda(QCPPainter& pintor, const Pasos& pasos) const {
   cerrar();
 }
 
-// Upright strokes of a column each, over those of the band. Each reaches to the value that the line comes from.
+// Upright strokes of a column each, between those of the band, which is costly to draw where it would be hidden. Each
+// reaches to the value that the line comes from.
 void CurvaSerie::DibujarTupida(QCPPainter& pintor, const Pasos& pasos) const {
   QColor velo = color_;
   velo.setAlpha(kVelo);
   pintor.setAntialiasing(false);
-  const auto trazo = [&](double momento, double abajo, double arriba, const QColor& color) {
+  const auto trazo = [&](double momento, double abajo, double arriba, const QColor& color, double minimo) {
     const QPointF desde = coordsToPixels(momento, arriba);
     const double alto = coordsToPixels(momento, abajo).y() - desde.y();
-    pintor.fillRect(QRectF(std::floor(desde.x()), desde.y(), 1, std::max(1.0, alto)), color);
+    pintor.fillRect(QRectF(std::floor(desde.x()), desde.y(), 1, std::max(minimo, alto)), color);
   };
   double antes = 0;
   for (const PasoReducido& paso : pasos) {
-    if (!std::isnan(paso.banda_abajo)) trazo(paso.momento, paso.banda_abajo, paso.banda_arriba, velo);
     const double de_donde = paso.sigue ? antes : paso.primero;
-    trazo(paso.momento, std::min(paso.abajo, de_donde), std::max(paso.arriba, de_donde), color_);
+    const double abajo = std::min(paso.abajo, de_donde);
+    const double arriba = std::max(paso.arriba, de_donde);
+    if (paso.banda_arriba > arriba) trazo(paso.momento, arriba, paso.banda_arriba, velo, 0);
+    if (paso.banda_abajo < abajo) trazo(paso.momento, paso.banda_abajo, abajo, velo, 0);
+    trazo(paso.momento, abajo, arriba, color_, 1);
     antes = paso.ultimo;
   }
 }
