@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <charconv>
 #include <fstream>
 
 namespace utr {
@@ -85,18 +86,23 @@ void Bitacora::Llamada(const FechaHora& ahora, std::string_view operacion, std::
   }
 }
 
-// Put together by hand: it is written 32,768 times in a reading of the whole flash.
+// Put together by hand and in one piece: it is written 32,768 times in a reading of the whole flash.
 void Bitacora::PaginaFlash(const FechaHora& ahora, int pista, int pagina, std::size_t largo) noexcept {
-  const auto poner = [this](const fmt::format_int& numero) { pendiente_.append(numero.data(), numero.size()); };
+  constexpr std::size_t kMayorNumero = 20;
+  char linea[64 + 3 * kMayorNumero];
+  char* fin = linea;
+  const auto texto = [&fin](std::string_view palabras) { fin += palabras.copy(fin, palabras.size()); };
+  const auto numero = [&fin](auto valor) { fin = std::to_chars(fin, fin + kMayorNumero, valor).ptr; };
+  texto("LeerPaginaFlash(");
+  numero(pista);
+  texto(", ");
+  numero(pagina);
+  texto(") = ");
+  numero(largo);
+  texto(" caracteres\n");
   try {
     PonerFecha(ahora);
-    pendiente_ += "LeerPaginaFlash(";
-    poner(fmt::format_int(pista));
-    pendiente_ += ", ";
-    poner(fmt::format_int(pagina));
-    pendiente_ += ") = ";
-    poner(fmt::format_int(largo));
-    pendiente_ += " caracteres\n";
+    pendiente_.append(linea, fin);
     if (pendiente_.size() > kMayorEspera) Vaciar();
   } catch (...) {
   }

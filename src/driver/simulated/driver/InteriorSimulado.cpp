@@ -78,6 +78,7 @@ bool InteriorSimulado::EsperarLlamada(double segundos) {
 
 // Ten bits a byte: eight, and the two that begin and end it.
 void InteriorSimulado::Transferir(Op op, std::size_t filas) {
+  if (escenario.tiempos.factor <= 0) return;
   const Octetos& octetos = De(op).octetos;
   const double bits = 10 * (octetos.fijos + static_cast<double>(filas) * octetos.por_fila);
   const double segundos = bits / enlace.VelocidadDeLinea(Unidad()) * escenario.tiempos.linea;
