@@ -118,7 +118,7 @@ bool MedirLectura(utr::Comunicador& comunicador) {
   std::size_t leidos = 0;
   std::vector<char> bufer(numeros.size() * 4);
   std::size_t escritos = 0;
-  return medida::Comparar(
+  return medida::CompararTrabajo(
       "leer_32768_paginas_de_flash", 2.0,
       [&] {
         for (int pista = 0; pista < kPistas; ++pista) {
@@ -143,7 +143,7 @@ bool MedirDecodificacion(utr::Comunicador& comunicador) {
   const auto respuestas = RespuestasDeDatos(comunicador);
   const auto filas = FilasDe(comunicador, respuestas);
   std::size_t cuenta = 0;
-  return medida::Comparar(
+  return medida::CompararTrabajo(
       "decodificar_las_paginas_de_datos", 2.0,
       [&] {
         for (const auto& respuesta : respuestas) {

@@ -70,7 +70,7 @@ int main(int argc, char** argv) {
   contenido.canales.push_back({serie, {}});
   nuestro.Mostrar(std::move(contenido));
   QApplication::processEvents();
-  const bool bien = medida::Comparar(
+  const bool bien = medida::CompararTrabajo(
       "grafico_redibujar_1000000", 1.5, [&] { nuestro.Redibujar(); },
       [&] { pelado->replot(QCustomPlot::rpImmediateRefresh); }, 15);
   return bien ? 0 : 1;

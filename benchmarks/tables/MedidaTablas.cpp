@@ -41,21 +41,14 @@ std::string Nombre(const char* que, const std::string& caso) {
   return fmt::format("tabla_{}_{}", que, caso);
 }
 
-// The rows that a file holds, without what stands around them.
-std::string Filas(const fs::path& ruta) {
-  const std::string texto = medida::LeerTodo(ruta);
-  const auto desde = texto.find("<rs:data>\r\n") + 11;
-  return texto.substr(desde, texto.rfind("</rs:data>") - desde);
-}
-
 bool MedirGuardar(const Carpeta& carpeta, const Caso& caso, const utr::Tabla& tabla) {
   const fs::path ruta = carpeta / "t.xml";
   const fs::path plano = carpeta / "plano.xml";
-  medida::EscrituraMinima minima(caso.variedad, caso.pendientes);
+  medida::EscrituraMinima minima(tabla, caso.pendientes);
   const bool bien = medida::CompararTrabajo(
       Nombre("guardar", caso.nombre).c_str(), 1.0, [&] { tabla.GuardarSobre(ruta); }, [&] { minima.Escribir(plano); });
-  if (medida::LeerTodo(plano) == Filas(ruta)) return bien;
-  std::fprintf(stderr, "the compared work writes other rows\n");
+  if (medida::LeerTodo(plano) == medida::LeerTodo(ruta)) return bien;
+  std::fprintf(stderr, "the compared work writes other bytes\n");
   return false;
 }
 
@@ -66,17 +59,33 @@ void CambiarComillas(const fs::path& de, const fs::path& a) {
   std::ofstream(a, std::ios::binary) << texto;
 }
 
+bool SonIguales(const utr::Tabla& leida, const medida::LecturaMinima& minima) {
+  if (leida.RecordCount() != minima.Filas() || leida.FieldCount() != minima.Columnas().size()) return false;
+  for (std::size_t campo = 0; campo < leida.FieldCount(); ++campo) {
+    const auto& columna = minima.Columnas()[campo];
+    for (std::size_t fila = 0; fila < minima.Filas(); ++fila) {
+      const std::uint32_t numero = columna.numeros[fila];
+      if (leida.Filas().Texto(fila, campo) != (numero == 0 ? "" : columna.textos.Texto(numero))) return false;
+    }
+  }
+  return true;
+}
+
 bool MedirAbrir(const std::string& caso, const fs::path& ruta) {
   std::size_t suma = 0;
-  return medida::CompararTrabajo(
-             Nombre("abrir", caso).c_str(), 1.5,
-             [&] {
-               utr::Tabla leida;
-               leida.Open(ruta);
-               suma += leida.RecordCount();
-             },
-             [&] { suma += medida::LeerYRecorrer(ruta); }) &&
-         suma > 0;
+  const bool bien = medida::CompararTrabajo(
+      Nombre("abrir", caso).c_str(), 1.5,
+      [&] {
+        utr::Tabla leida;
+        leida.Open(ruta);
+        suma += leida.RecordCount();
+      },
+      [&] { suma += medida::LecturaMinima(ruta).Filas(); });
+  utr::Tabla leida;
+  leida.Open(ruta);
+  if (suma > 0 && SonIguales(leida, medida::LecturaMinima(ruta))) return bien;
+  std::fprintf(stderr, "the compared work reads another table\n");
+  return false;
 }
 
 bool MedirMemoria(const Caso& caso, utr::Tabla& tabla, const fs::path& ruta) {

@@ -1,21 +1,30 @@
 #pragma once
 
 #include <fcntl.h>
+#include <fmt/format.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <memory>
-#include <pugixml.hpp>
+#include <optional>
+#include <ostream>
+#include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
+#include "base/Archivos.h"
+#include "benchmarks/Internados.h"
 #include "benchmarks/tables/Registros.h"
 
-// The least that anybody has to do who writes or reads such a file.
+// The least that anybody has to do who writes or reads such a file: the same bytes of the same table, the same table of
+// the same bytes.
 namespace medida {
 
 inline std::string LeerTodo(const std::filesystem::path& ruta) {
@@ -24,71 +33,112 @@ inline std::string LeerTodo(const std::filesystem::path& ruta) {
   return texto;
 }
 
-// The rows of a table as a program has them that keeps nothing but their texts, in the order of the file. No text needs
-// a reference, and nobody asks whether it does.
+// Writes a table whose columns are texts. It takes each distinct text once, asks whether a reference is needed in it
+// and how long a column has to be declared, and then copies names and texts row by row. It brings the file to the disk
+// in the same way as the table, since that isn't what is compared.
 class EscrituraMinima {
  public:
-  EscrituraMinima(Variedad variedad, bool pendientes) : pendientes_(pendientes) {
-    std::vector<std::size_t> largos;
-    for (std::size_t fila = 0; fila < kFilas; ++fila) {
-      for (std::size_t campo = 0; campo < kCampos.size(); ++campo) {
-        const std::string celda = EsNula(fila, campo) ? "" : Celda(fila, campo, variedad);
-        textos_ += celda;
-        largos.push_back(celda.size());
-      }
-    }
-    std::size_t desde = 0;
-    for (const std::size_t largo : largos) {
-      celdas_.emplace_back(largo == 0 ? nullptr : textos_.data() + desde, largo);
-      desde += largo;
-    }
-    for (const char* campo : kCampos) nombres_.push_back(std::string(campo) + "='");
-  }
+  EscrituraMinima(const utr::Tabla& tabla, bool pendientes) : tabla_(tabla), pendientes_(pendientes) {}
 
-  // Copies each row with its names, ends lines where the service does, and brings the file to the disk.
   void Escribir(const std::filesystem::path& ruta) {
-    const int archivo = ::open(ruta.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0666);
-    lugar_ = bufer_.get();
-    if (pendientes_) Poner("\t<rs:insert>\r\n");
-    const std::string_view* celda = celdas_.data();
-    for (std::size_t fila = 0; fila < kFilas; ++fila, celda += kCampos.size()) {
-      Fila(celda);
-      if (lugar_ - bufer_.get() > kTramo) Volcar(archivo);
-    }
-    if (pendientes_) Poner("\t</rs:insert>\r\n");
-    Volcar(archivo);
-    ::fsync(archivo);
-    ::close(archivo);
+    utr::EscribirEntero(ruta, [&](std::ostream& salida) {
+      lugar_ = bufer_.get();
+      Cabeza();
+      if (pendientes_) Poner("\t<rs:insert>\r\n");
+      for (std::size_t fila = 0; fila < tabla_.RecordCount(); ++fila) {
+        Fila(fila);
+        if (lugar_ - bufer_.get() > kTramo) Volcar(salida);
+      }
+      if (pendientes_) Poner("\t</rs:insert>\r\n");
+      Poner("</rs:data>\r\n</xml>");
+      Volcar(salida);
+    });
   }
 
  private:
-  static constexpr std::ptrdiff_t kTramo = 1 << 20;
+  static constexpr std::ptrdiff_t kTramo = 128 * 1024;
   static constexpr std::ptrdiff_t kAncho = 108;
 
-  void Fila(const std::string_view* celdas) {
+  struct Columna {
+    std::string nombre;
+    std::string comienzo;  // of a value, without the blank
+    std::vector<std::uint32_t> apoyo;
+    std::span<const std::uint32_t> numeros;  // by row
+    std::vector<std::string_view> textos;    // by number, as the file has them
+    std::size_t largo = 0;
+  };
+
+  void Cabeza() {
+    Poner(
+        "<xml xmlns:s='uuid:BDC6E3F0-6DA3-11d1-A2A3-00AA00C14882'\r\n"
+        "\txmlns:dt='uuid:C2F41010-65B3-11d1-A29F-00AA00C14882'\r\n"
+        "\txmlns:rs='urn:schemas-microsoft-com:rowset'\r\n\txmlns:z='#RowsetSchema'>\r\n"
+        "<s:Schema id='RowsetSchema'>\r\n\t<s:ElementType name='row' content='eltOnly' rs:updatable='true'>\r\n");
+    columnas_.resize(tabla_.FieldCount());
+    for (std::size_t i = 0; i < columnas_.size(); ++i) {
+      Tomar(columnas_[i], i);
+      Poner(
+          fmt::format("\t\t<s:AttributeType name='{}' rs:number='{}' rs:nullable='true' rs:write='true'>\r\n"
+                      "\t\t\t<s:datatype dt:type='string' rs:dbtype='str' dt:maxLength='{}' rs:precision='0' "
+                      "rs:maybenull='false'/>\r\n\t\t</s:AttributeType>\r\n",
+                      columnas_[i].nombre, i + 1, columnas_[i].largo));
+    }
+    Poner("\t\t<s:extends type='rs:rowbase'/>\r\n\t</s:ElementType>\r\n</s:Schema>\r\n<rs:data>\r\n");
+  }
+
+  void Tomar(Columna& columna, std::size_t campo) const {
+    const utr::TextosColumna textos = tabla_.Textos(campo);
+    columna.nombre = tabla_.Field(campo).nombre;
+    columna.comienzo = columna.nombre + "='";
+    columna.largo = tabla_.Field(campo).tamano;
+    columna.numeros = textos.Indices(columna.apoyo);
+    columna.textos.resize(textos.Cantidad() + 1);
+    for (std::size_t n = 1; n < columna.textos.size(); ++n) {
+      const std::string_view texto = textos.Texto(n);
+      // No text of the measured tables needs one or is longer than declared: whatever it takes beyond isn't measured.
+      if (PideReferencia(texto) || texto.size() > columna.largo) std::abort();
+      columna.textos[n] = texto;
+    }
+  }
+
+  static bool PideReferencia(std::string_view texto) {
+    static const auto kEspeciales = [] {
+      std::array<bool, 256> especiales{};
+      for (std::size_t b = 0; b < 0x20; ++b) especiales[b] = true;
+      for (const unsigned char b : {'&', '<', '>', '\'', '"'}) especiales[b] = true;
+      return especiales;
+    }();
+    bool pide = false;
+    for (const char c : texto) pide |= kEspeciales[static_cast<unsigned char>(c)];
+    return pide;
+  }
+
+  void Fila(std::size_t fila) {
     char* linea = lugar_;
     Poner(pendientes_ ? "\t\t<z:row" : "\t<z:row");
-    for (std::size_t campo = 0; campo < kCampos.size(); ++campo) {
-      if (celdas[campo].data() == nullptr) continue;
+    bool nulos = false;
+    for (const Columna& columna : columnas_) {
+      const std::uint32_t numero = columna.numeros[fila];
+      nulos |= numero == 0;
+      if (numero == 0) continue;
       Separar(linea);
-      Poner(nombres_[campo]);
-      Poner(celdas[campo]);
+      Poner(columna.comienzo);
+      Poner(columna.textos[numero]);
       *lugar_++ = '\'';
     }
-    if (pendientes_) Nulos(celdas, linea);
+    if (pendientes_ && nulos) Nulos(fila, linea);
     Poner("/>\r\n");
   }
 
-  void Nulos(const std::string_view* celdas, char*& linea) {
+  void Nulos(std::size_t fila, char*& linea) {
+    Separar(linea);
     const char* separador = "rs:forcenull='";
-    for (std::size_t campo = 0; campo < kCampos.size(); ++campo) {
-      if (celdas[campo].data() != nullptr) continue;
-      if (*separador == 'r') Separar(linea);
-      Poner(separador);
-      Poner(kCampos[campo]);
-      separador = " ";
+    for (const Columna& columna : columnas_) {
+      if (columna.numeros[fila] != 0) continue;
+      Poner(std::exchange(separador, " "));
+      Poner(columna.nombre);
     }
-    if (*separador == ' ') *lugar_++ = '\'';
+    *lugar_++ = '\'';
   }
 
   void Separar(char*& linea) {
@@ -105,39 +155,104 @@ class EscrituraMinima {
     lugar_ += texto.size();
   }
 
-  void Volcar(int archivo) {
-    if (::write(archivo, bufer_.get(), static_cast<std::size_t>(lugar_ - bufer_.get())) < 0) std::abort();
+  void Volcar(std::ostream& salida) {
+    salida.write(bufer_.get(), lugar_ - bufer_.get());
     lugar_ = bufer_.get();
   }
 
+  const utr::Tabla& tabla_;
   bool pendientes_;
-  std::string textos_;
-  std::vector<std::string_view> celdas_;
-  std::vector<std::string> nombres_;
+  std::vector<Columna> columnas_;
   std::unique_ptr<char[]> bufer_ = std::make_unique<char[]>(2 * kTramo);
   char* lugar_ = nullptr;
 };
 
-// Reads a file at once, has its tree built in the quickest way that the library offers, and walks its values.
-inline std::size_t LeerYRecorrer(const std::filesystem::path& ruta) {
-  const auto largo = static_cast<std::size_t>(std::filesystem::file_size(ruta));
-  const auto bytes = std::make_unique_for_overwrite<char[]>(largo);
-  const int archivo = ::open(ruta.c_str(), O_RDONLY);
-  std::size_t leidos = 0;
-  for (ssize_t n = 1; n > 0; leidos += static_cast<std::size_t>(n))
-    n = ::read(archivo, bytes.get() + leidos, largo - leidos);
-  ::close(archivo);
-  pugi::xml_document documento;
-  if (!documento.load_buffer_inplace(bytes.get(), leidos, pugi::parse_escapes, pugi::encoding_utf8)) std::abort();
-  std::size_t suma = 0;
-  std::vector<pugi::xml_node> nodos{documento.document_element().child("rs:data")};
-  while (!nodos.empty()) {
-    const pugi::xml_node nodo = nodos.back();
-    nodos.pop_back();
-    for (const auto atributo : nodo.attributes()) suma += std::char_traits<char>::length(atributo.value());
-    for (const auto hijo : nodo.children()) nodos.push_back(hijo);
+// The table of a file: each distinct text of a column once, and its number by row.
+class LecturaMinima {
+ public:
+  struct Columna {
+    std::string clave;
+    Internados textos;
+    std::vector<std::uint32_t> numeros;  // by row; 0 is null
+  };
+
+  // Reads the file at once and walks over its bytes: names, quotes, references. Anything that isn't a row is passed
+  // over up to its end.
+  explicit LecturaMinima(const std::filesystem::path& ruta) {
+    const auto largo = static_cast<std::size_t>(std::filesystem::file_size(ruta));
+    const auto bytes = std::make_unique_for_overwrite<char[]>(largo);
+    Leer(ruta, bytes.get(), largo);
+    for (const char* campo : kCampos) columnas_.push_back({campo, {}, {}});
+    fin_ = bytes.get() + largo;
+    p_ = bytes.get() + std::string_view(bytes.get(), largo).find("<rs:data>") + 9;
+    while (p_ < fin_) Elemento();
   }
-  return suma;
-}
+
+  std::size_t Filas() const { return filas_; }
+  const std::vector<Columna>& Columnas() const { return columnas_; }
+
+ private:
+  static void Leer(const std::filesystem::path& ruta, char* bytes, std::size_t largo) {
+    const int archivo = ::open(ruta.c_str(), O_RDONLY);
+    std::size_t leidos = 0;
+    for (ssize_t n = 1; n > 0; leidos += static_cast<std::size_t>(n))
+      n = ::read(archivo, bytes + leidos, largo - leidos);
+    ::close(archivo);
+    if (leidos != largo) std::abort();
+  }
+
+  void Elemento() {
+    if (static_cast<std::size_t>(fin_ - p_) > kFila.size() && std::string_view(p_, kFila.size()) == kFila) {
+      p_ += kFila.size();
+      Fila();
+    } else {
+      ++p_;
+    }
+  }
+
+  void Fila() {
+    std::size_t siguiente = 0;
+    for (Columna& columna : columnas_) columna.numeros.push_back(0);
+    for (;; ++p_) {
+      if (p_ == fin_) std::abort();
+      if (*p_ == '/') break;
+      if (*p_ == ' ' || *p_ == '\t' || *p_ == '\r' || *p_ == '\n') continue;
+      Atributo(siguiente);
+    }
+    ++filas_;
+  }
+
+  // Values come in the order of their columns.
+  void Atributo(std::size_t& siguiente) {
+    const char* desde = p_;
+    while (p_ < fin_ && *p_ != '=') ++p_;
+    const std::string_view clave(desde, static_cast<std::size_t>(p_ - desde));
+    const std::string_view valor = Valor();
+    for (; siguiente < columnas_.size(); ++siguiente) {
+      Columna& columna = columnas_[siguiente];
+      if (columna.clave != clave) continue;
+      columna.numeros.back() = columna.textos.Numero(valor);
+      ++siguiente;
+      return;
+    }
+  }
+
+  std::string_view Valor() {
+    if (fin_ - p_ < 3) std::abort();
+    const char comilla = p_[1];
+    char* desde = p_ += 2;
+    bool referencias = false;
+    for (; p_ < fin_ && *p_ != comilla; ++p_) referencias |= *p_ == '&';
+    // As above: there are none, but nobody knows that before.
+    if (p_ == fin_ || referencias) std::abort();
+    return {desde, static_cast<std::size_t>(p_ - desde)};
+  }
+
+  static constexpr std::string_view kFila = "<z:row";
+  std::vector<Columna> columnas_;
+  std::size_t filas_ = 0;
+  char* p_ = nullptr;
+  char* fin_ = nullptr;
+};
 
 }  // namespace medida
