@@ -13,6 +13,7 @@
 namespace utr {
 namespace {
 
+constexpr double kCasiNada = 0.5;     // of a dot
 constexpr double kPuntos = 10;        // size of the letter where the page is wide enough
 constexpr double kPuntosMinimos = 6;  // below it nobody reads; cells are wrapped instead
 constexpr double kPuntosPie = 8;
@@ -132,8 +133,17 @@ double Compaginado::AltoDe(std::string_view linea) const {
   return alto;
 }
 
+double Compaginado::AltoUtil() const {
+  return area_.height() - kAltoPie * alto_linea_;
+}
+
+// As much of a height as whole rows of letters take, one at least.
+double Compaginado::Renglones(double alto) const {
+  return std::max(1.0, std::floor(alto / alto_linea_)) * alto_linea_;
+}
+
 bool Compaginado::Paginar(Progreso& progreso) {
-  const double util = area_.height() - kAltoPie * alto_linea_;
+  const double util = AltoUtil();
   alto_titulos_ = documento_.titulos ? AltoDe(lineas_[*documento_.titulos]) : 0;
   double y = 0;
   for (std::size_t i = 0; i < lineas_.size(); ++i) {
@@ -142,12 +152,17 @@ bool Compaginado::Paginar(Progreso& progreso) {
       progreso.Texto("Páginas contadas: " + std::to_string(comienzos_.size()));
       if (progreso.Cancelado()) return false;
     }
-    const double alto = AltoDe(lineas_[i]);
-    if (comienzos_.empty() || y + alto > util) {
-      comienzos_.push_back(i);
+    double alto = AltoDe(lineas_[i]);
+    double saltado = 0;
+    while (comienzos_.empty() || y + alto - saltado > util) {
+      // What is higher than a page goes on at the next one, between two of its rows.
+      const bool ya_empezada = !comienzos_.empty() && comienzos_.back().linea == i;
+      if (ya_empezada) saltado += Renglones(util - y);
+      comienzos_.push_back({i, saltado});
       y = Repite(i) ? alto_titulos_ : 0;
+      if (y + alto - saltado <= util) break;
     }
-    y += alto;
+    y += alto - saltado;
   }
   return true;
 }
@@ -156,12 +171,25 @@ bool Compaginado::Paginar(Progreso& progreso) {
 
 void Compaginado::Dibujar(QPainter& pintor, int pagina) const {
   const auto cual = static_cast<std::size_t>(pagina);
-  const std::size_t hasta = cual + 1 < comienzos_.size() ? comienzos_[cual + 1] : lineas_.size();
+  const Comienzo& desde = comienzos_[cual];
+  const bool ultima = cual + 1 == comienzos_.size();
+  const std::size_t hasta =
+      ultima ? lineas_.size() : comienzos_[cual + 1].linea + (comienzos_[cual + 1].saltado > 0 ? 1 : 0);
   pintor.setFont(letra_);
   pintor.setPen(Qt::black);
   double y = 0;
-  if (Repite(comienzos_[cual])) y += DibujarLinea(pintor, *documento_.titulos, y);
-  for (std::size_t i = comienzos_[cual]; i < hasta; ++i) y += DibujarLinea(pintor, i, y);
+  if (Repite(desde.linea)) y += DibujarLinea(pintor, *documento_.titulos, y);
+  for (std::size_t i = desde.linea; i < hasta; ++i) {
+    const double saltado = i == desde.linea ? desde.saltado : 0;
+    const double resta = AltoDe(lineas_[i]) - saltado;
+    const double sitio = AltoUtil() - y;
+    const double parte = resta > sitio + kCasiNada ? Renglones(sitio) : resta;
+    pintor.save();
+    if (saltado > 0 || parte < resta) pintor.setClipRect(QRectF(0, y, area_.width(), parte));
+    DibujarLinea(pintor, i, y - saltado);
+    pintor.restore();
+    y += parte;
+  }
   DibujarPie(pintor, pagina);
 }
 

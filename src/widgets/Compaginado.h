@@ -45,10 +45,18 @@ class Compaginado {
     double Total() const;
   };
 
+  // The first line of a page, and how much of its height stands on the pages before.
+  struct Comienzo {
+    std::size_t linea = 0;
+    double saltado = 0;
+  };
+
   bool Medir(Progreso& progreso);
   void MedirLinea(std::string_view linea);
   void Encajar();
   bool Paginar(Progreso& progreso);
+  double AltoUtil() const;
+  double Renglones(double alto) const;
   void FijarLetra(double puntos);
   double AltoDe(std::string_view linea) const;
   double AltoDeCelda(std::string_view celda, double ancho) const;
@@ -68,7 +76,7 @@ class Compaginado {
   Medidas medidas_;
   bool todo_cabe_ = true;  // no cell is wider than its column, so that every line is as high as the others
   Lineas lineas_;
-  std::vector<std::size_t> comienzos_;  // the first line of each page
+  std::vector<Comienzo> comienzos_;  // of each page
 };
 
 }  // namespace utr

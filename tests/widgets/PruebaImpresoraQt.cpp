@@ -3,6 +3,7 @@
 #include <QBuffer>
 #include <QGuiApplication>
 #include <QPaintEngine>
+#include <QPainter>
 #include <QPdfWriter>
 #include <QPrinter>
 #include <map>
@@ -22,7 +23,7 @@ struct Trazo {
   std::string texto;
 };
 
-// Notes down the texts that are drawn instead of drawing them.
+// Notes down the texts that are drawn instead of drawing them, as far as they would be seen.
 class MotorAnotador : public QPaintEngine {
  public:
   MotorAnotador() : QPaintEngine(QPaintEngine::AllFeatures) {}
@@ -32,9 +33,9 @@ class MotorAnotador : public QPaintEngine {
   void drawPixmap(const QRectF&, const QPixmap&, const QRectF&) override {}
   void drawLines(const QLineF*, int) override {}
   void drawTextItem(const QPointF& punto, const QTextItem& texto) override {
-    trazos.push_back({pagina,
-                      QRectF(punto.x(), punto.y() - texto.ascent(), texto.width(), texto.ascent() + texto.descent()),
-                      U(texto.text())});
+    const QRectF lugar(punto.x(), punto.y() - texto.ascent(), texto.width(), texto.ascent() + texto.descent());
+    if (painter()->hasClipping() && !painter()->clipBoundingRect().contains(lugar.center())) return;
+    trazos.push_back({pagina, lugar, U(texto.text())});
     puntos = texto.font().pixelSize() * 72.0 / kPorPulgada;
   }
   Type type() const override { return QPaintEngine::User; }
@@ -196,6 +197,31 @@ TEST(PruebaImpresoraReal, EscribeUnPdfYSinDispositivoNoHayPaginas) {
   EXPECT_TRUE(prueba::LeerTodo(carpeta / "lista.pdf").starts_with("%PDF-"));
   impresora.setOutputFileName(Q((carpeta / "no" / "hay.pdf").string()));
   EXPECT_EQ(DibujarDocumento(impresora, documento, QGuiApplication::font(), nadie), 0);
+}
+
+// A record whose text is longer than a page, between two short ones.
+TEST_F(PruebaImpresora, LoQueEsMasAltoQueUnaPaginaSigueEnLaSiguienteSinPerderNiRepetirRenglones) {
+  std::string largo;
+  for (int i = 0; i < 4000; ++i) largo += std::to_string(10000 + i) + ";";
+  DocumentoImpreso documento{
+      .texto = "Registro\r\nHora\tEscrito\r\n10:00\tantes\r\n10:01\t" + largo + "\r\n10:02\tultimo",
+      .pie = "UTR 120",
+      .titulos = 1};
+  const int paginas = Dibujar(documento);
+  EXPECT_GT(paginas, 2);
+  for (const Trazo& trazo : papel.motor.trazos) EXPECT_LE(trazo.lugar.bottom(), papel.height() + 2) << trazo.texto;
+  std::string leido;
+  for (int pagina = 1; pagina <= paginas; ++pagina) {
+    const std::vector<std::string> textos = Pagina(pagina);
+    const std::string numero = "Página " + std::to_string(pagina) + " de " + std::to_string(paginas);
+    EXPECT_EQ(std::count(textos.begin(), textos.end(), "Escrito"), 1) << "the titles of page " << pagina;
+    EXPECT_EQ(std::count(textos.begin(), textos.end(), numero), 1);
+    for (const std::string& texto : textos) {
+      if (texto.find_first_not_of("0123456789;") == std::string::npos) leido += texto;
+    }
+  }
+  EXPECT_EQ(leido, largo);
+  EXPECT_EQ(Pagina(paginas)[Pagina(paginas).size() - 3], "ultimo");
 }
 
 }  // namespace
