@@ -23,19 +23,7 @@ class ComandosSimulados : public testing::Test {
   prueba::BancoSimulado banco;
   prueba::ModPrueba base;
   Conexion conexion{banco.Driver(), base.propiedades};
-  ModRTU mod{.comunicador = banco.Driver(),
-             .propiedades = base.propiedades,
-             .registro = base.registro,
-             .operador = base.operador,
-             .reloj = banco.reloj,
-             .catalogo = base.catalogo,
-             .puertos = base.puertos,
-             .impresora = base.impresora,
-             .conexion = conexion,
-             .diario = base.diario,
-             .bitacora = base.bitacora,
-             .atender = {},
-             .carpeta = base.carpeta.Ruta()};
+  ModRTU mod = prueba::ModSobre(banco.Driver(), banco.reloj, conexion, base, base.diario, base.bitacora);
   Comandos comandos{mod, "Comandos a la UTR", [](std::string_view, const auto& trabajo) { trabajo(); }};
 };
 

@@ -29,19 +29,7 @@ class DiaDeCampo {
   explicit DiaDeCampo(bool con_diario)
       : driver_(banco.Driver(), diario_, banco.reloj),
         conexion_(Driver(con_diario), base.propiedades),
-        mod_{.comunicador = Driver(con_diario),
-             .propiedades = base.propiedades,
-             .registro = base.registro,
-             .operador = base.operador,
-             .reloj = banco.reloj,
-             .catalogo = base.catalogo,
-             .puertos = base.puertos,
-             .impresora = base.impresora,
-             .conexion = conexion_,
-             .diario = diario_,
-             .bitacora = bitacora_,
-             .atender = {},
-             .carpeta = base.carpeta.Ruta()},
+        mod_(prueba::ModSobre(Driver(con_diario), banco.reloj, conexion_, base, diario_, bitacora_)),
         lectura_(mod_) {
     base.propiedades.Escribir(clave::kIdentificador, Propiedad{std::int64_t{120}}, Propiedad{std::int64_t{0}});
   }

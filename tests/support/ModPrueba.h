@@ -56,4 +56,22 @@ struct ModPrueba {
   std::string Errores() const { return LeerTodo(carpeta / "AdminUTR.err"); }
 };
 
+// The same state over another driver and what belongs to it.
+inline ModRTU ModSobre(Comunicador& driver, Reloj& reloj, Conexion& conexion, ModPrueba& base, Diario& diario,
+                       BitacoraVisita& bitacora) {
+  return {.comunicador = driver,
+          .propiedades = base.propiedades,
+          .registro = base.registro,
+          .operador = base.operador,
+          .reloj = reloj,
+          .catalogo = base.catalogo,
+          .puertos = base.puertos,
+          .impresora = base.impresora,
+          .conexion = conexion,
+          .diario = diario,
+          .bitacora = bitacora,
+          .atender = {},
+          .carpeta = base.carpeta.Ruta()};
+}
+
 }  // namespace utr::prueba
