@@ -1,6 +1,8 @@
 #include "lists/DocumentoLista.h"
 
+#include <algorithm>
 #include <ostream>
+#include <string_view>
 
 #include "base/Archivos.h"
 
@@ -17,14 +19,27 @@ void AgregarTitulos(std::string& documento, const Columnas& columnas) {
   }
 }
 
+// "15/03/2026", whatever follows.
+bool ComienzaConFecha(std::string_view texto) {
+  constexpr std::string_view kForma = "00/00/0000";
+  if (texto.size() < kForma.size()) return false;
+  return std::equal(kForma.begin(), kForma.end(), texto.begin(),
+                    [](char forma, char letra) { return forma == '/' ? letra == '/' : letra >= '0' && letra <= '9'; });
+}
+
 }  // namespace
 
 std::string NombreDeArchivo(const EncabezadoLista& encabezado) {
   std::string nombre = encabezado.nombre.empty() ? encabezado.titulo : encabezado.nombre;
+  bool tras_fecha = false;
   for (const std::string& linea : encabezado.lineas) {
-    const std::size_t valor = linea.find(": ");
-    if (valor == std::string::npos || valor + 2 == linea.size()) continue;
-    nombre += (&linea == &encabezado.lineas.front() ? " " : " a ") + linea.substr(valor + 2);
+    const std::size_t comienzo = linea.find(": ");
+    if (comienzo == std::string::npos || comienzo + 2 == linea.size()) continue;
+    const std::string valor = linea.substr(comienzo + 2);
+    const bool es_fecha = ComienzaConFecha(valor);
+    if (!es_fecha && valor.find('/') != std::string::npos) continue;  // a folder
+    nombre += (es_fecha && tras_fecha ? " a " : " ") + valor;
+    tras_fecha = es_fecha;
   }
   for (char& letra : nombre) {
     if (letra == '/' || letra == '\\') letra = '-';

@@ -34,6 +34,7 @@ PanelLista::PanelLista(const ContextoListas& contexto, const DescripcionPanel& d
       servicios_(contexto, *lista_, descripcion.palabras),
       titulo_(new QToolButton) {
   setObjectName(Nombre("Panel", descripcion_.nombre));
+  servicios_.Proponer([this] { return NombreDeArchivo(Encabezado()); });
   ArmarLista();
   ArmarTitulo();
   auto* renglon = new QHBoxLayout;

@@ -35,6 +35,8 @@ TEST(NombreDeArchivo, TituloONombreYElPeriodo) {
       {kEncabezado, "Eventos de la UTR 01-02-2005 00.00.00 a 02-02-2005 23.59.00"},
       {{"Datos", {"Desde: 01/02/2005", "Hasta: 02/02/2005"}, "Datos EA01"}, "Datos EA01 01-02-2005 a 02-02-2005"},
       {{"Agenda", {"Fecha: 15/03/2026"}}, "Agenda 15-03-2026"},
+      {{"Bitácora", {"Estación: 70, Río", "Día: 15/03/2026"}}, "Bitácora 70, Río 15-03-2026"},
+      {{"Descarga", {"Carpeta: /home/ana/UTR-70"}}, "Descarga"},
       {{"Canales/Pilas", {"Desde: ", "nota"}}, "Canales-Pilas"}};
   for (const auto& [encabezado, nombre] : casos) EXPECT_EQ(NombreDeArchivo(encabezado), nombre);
 }

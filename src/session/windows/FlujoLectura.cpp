@@ -3,6 +3,7 @@
 #include <QDialog>
 #include <memory>
 
+#include "lists/DocumentoLista.h"
 #include "session/OperacionesEnlace.h"
 #include "session/windows/Visitas.h"
 #include "session/windows/frmPresentacion.h"
@@ -21,6 +22,7 @@ void GuardarConfiguracion(ModRTU& mod, const std::string& titulo,
   pedido.titulo = "Guardar configuración...";
   pedido.filtro = "Configuración UTR (*.ucg)|*.ucg";
   pedido.carpeta = mod.carpeta;
+  pedido.nombre = NombreDeArchivo({mod.EstacionAMano(), {"Día: " + TextoFecha(mod.reloj.Ahora())}});
   const auto ruta = mod.operador.ElegirGuardar(pedido);
   if (!ruta) return;
   guardar(*ruta);
