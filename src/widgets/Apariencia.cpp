@@ -55,7 +55,6 @@ void Apariencia::FijarTamanoTexto(int porciento) {
 }
 
 void Apariencia::Aplicar() const {
-  AplicarTema(elegido_.value_or(TemaDe(del_equipo_)));
   QFont letra = letra_del_equipo_;
   if (letra.pointSizeF() > 0) {
     letra.setPointSizeF(letra.pointSizeF() * tamano_ / 100);
@@ -63,6 +62,7 @@ void Apariencia::Aplicar() const {
     letra.setPixelSize(letra.pixelSize() * tamano_ / 100);
   }
   QApplication::setFont(letra);
+  AplicarTema(elegido_.value_or(TemaDe(del_equipo_)));  // its icons are as large as the letters
 }
 
 }  // namespace utr

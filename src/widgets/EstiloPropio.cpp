@@ -5,8 +5,10 @@
 #include <QPainter>
 #include <QStyleOption>
 #include <algorithm>
+#include <cmath>
 
 #include "widgets/Iconos.h"
+#include "widgets/Tamanos.h"
 
 namespace utr {
 namespace {
@@ -14,6 +16,7 @@ namespace {
 constexpr int kGruesoExteriores = 2;
 constexpr int kBlancoExteriores = 40;  // the least height of what is aimed at
 constexpr double kRedondeo = 2.5;
+constexpr int kIconoDeBarra = 22;
 constexpr int kSobreElGrupo = 3;  // of the style's own, between the title of a group and its frame
 
 // The icon that stands for a kind of message; null for anything else.
@@ -54,6 +57,18 @@ bool EsMarca(QStyle::PixelMetric medida) {
     case QStyle::PM_ExclusiveIndicatorWidth:
     case QStyle::PM_ExclusiveIndicatorHeight:
     case QStyle::PM_ScrollBarExtent:
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool EsIcono(QStyle::PixelMetric medida) {
+  switch (medida) {
+    case QStyle::PM_SmallIconSize:
+    case QStyle::PM_ButtonIconSize:
+    case QStyle::PM_ToolBarIconSize:
+    case QStyle::PM_MessageBoxIconSize:
       return true;
     default:
       return false;
@@ -105,19 +120,20 @@ void EstiloPropio::drawComplexControl(ComplexControl elemento, const QStyleOptio
   if (elemento == CC_ComboBox || elemento == CC_SpinBox) Contornear(*opcion, *pintor, opcion->rect, kRedondeo);
 }
 
-// Light, the style's own outlines do.
+// Light, the style's own outlines do, but for who has the keyboard.
 void EstiloPropio::Contornear(const QStyleOption& opcion, QPainter& pintor, const QRect& lugar, double redondeo) const {
-  if (tema_ == Tema::kClaro) return;
+  const bool foco = opcion.state.testFlag(State_HasFocus);
+  if (tema_ == Tema::kClaro && !foco) return;
   const auto* marco = qstyleoption_cast<const QStyleOptionFrame*>(&opcion);
   if (marco != nullptr && marco->lineWidth == 0) return;
-  const bool foco = opcion.state.testFlag(State_HasFocus);
   const bool activo = opcion.state.testFlag(State_Enabled);
   QColor color = opcion.palette.color(activo ? QPalette::Active : QPalette::Disabled, QPalette::Dark);
   if (foco) color = ColorDe(Matiz::kAcento, opcion.palette);
   const double grueso = tema_ == Tema::kExteriores && activo ? kGruesoExteriores : 1;
   pintor.save();
   pintor.setRenderHint(QPainter::Antialiasing);
-  pintor.setPen(QPen(color, foco ? grueso + 1 : grueso));
+  const bool a_rayas = tema_ == Tema::kExteriores && !activo;
+  pintor.setPen(QPen(color, foco ? grueso + 1 : grueso, a_rayas ? Qt::DashLine : Qt::SolidLine));
   pintor.setBrush(Qt::NoBrush);
   const double medio = (foco ? grueso + 1 : grueso) / 2;
   pintor.drawRoundedRect(QRectF(lugar).adjusted(medio, medio, -medio, -medio), redondeo, redondeo);
@@ -140,15 +156,30 @@ void EstiloPropio::PintarApretado(const QStyleOption& opcion, QPainter& pintor) 
   pintor.restore();
 }
 
+void EstiloPropio::drawItemText(QPainter* pintor, const QRect& lugar, int alineado, const QPalette& paleta, bool activo,
+                                const QString& texto, QPalette::ColorRole papel) const {
+  const QFont letra = pintor->font();
+  pintor->setFont(LetraDe(activo, letra, paleta));
+  QProxyStyle::drawItemText(pintor, lugar, alineado, paleta, activo, texto, papel);
+  pintor->setFont(letra);
+}
+
 // The style asks for an icon in the mode of a pointer that is over it; on the ground of a selection it must be in that
 // of a selection.
 void EstiloPropio::drawControl(ControlElement elemento, const QStyleOption* opcion, QPainter* pintor,
                                const QWidget* control) const {
+  const bool activo = opcion->state.testFlag(State_Enabled);
+  if (const auto* celda = qstyleoption_cast<const QStyleOptionViewItem*>(opcion); celda != nullptr && !activo) {
+    QStyleOptionViewItem otra = *celda;
+    otra.font = LetraDe(activo, celda->font, celda->palette);
+    return QProxyStyle::drawControl(elemento, &otra, pintor, control);
+  }
   const auto* entrada = qstyleoption_cast<const QStyleOptionMenuItem*>(opcion);
-  const bool resaltada = entrada != nullptr && elemento == CE_MenuItem && !entrada->icon.isNull() &&
-                         entrada->state.testFlag(State_Selected) && entrada->state.testFlag(State_Enabled);
-  if (!resaltada) return QProxyStyle::drawControl(elemento, opcion, pintor, control);
+  if (entrada == nullptr || elemento != CE_MenuItem) return QProxyStyle::drawControl(elemento, opcion, pintor, control);
   QStyleOptionMenuItem otra = *entrada;
+  otra.font = LetraDe(activo, entrada->font, entrada->palette);
+  if (entrada->icon.isNull() || !activo || !entrada->state.testFlag(State_Selected))
+    return QProxyStyle::drawControl(elemento, &otra, pintor, control);
   const int lado = proxy()->pixelMetric(PM_SmallIconSize, opcion, control);
   QIcon icono;
   for (const QIcon::State estado : {QIcon::Off, QIcon::On}) {
@@ -159,7 +190,8 @@ void EstiloPropio::drawControl(ControlElement elemento, const QStyleOption* opci
 }
 
 int EstiloPropio::pixelMetric(PixelMetric medida, const QStyleOption* opcion, const QWidget* control) const {
-  int propia = QProxyStyle::pixelMetric(medida, opcion, control);
+  int propia = medida == PM_ToolBarIconSize ? kIconoDeBarra : QProxyStyle::pixelMetric(medida, opcion, control);
+  if (EsIcono(medida)) return static_cast<int>(std::lround(propia * EscalaDelTexto()));
   // A mark is as high as the words beside it, whatever their size.
   if (EsMarca(medida) && medida != PM_ScrollBarExtent)
     propia = std::max(propia, QFontMetrics(control != nullptr ? control->font() : QApplication::font()).ascent());

@@ -8,7 +8,7 @@ namespace utr {
 
 // Qt's own style "Fusion", with what it lacks here: a button that is pressed in is seen in any palette, icons in a
 // menu follow the selection, message boxes bear the program's icons, fields have an outline that is seen in the dark.
-// Outdoors, lines are heavy and what is aimed at is large.
+// Outdoors, lines are heavy, what is aimed at is large, and what is disabled has leaning letters and dashes.
 class EstiloPropio : public QProxyStyle {
   Q_OBJECT
 
@@ -19,6 +19,8 @@ class EstiloPropio : public QProxyStyle {
                      const QWidget* control) const override;
   void drawControl(ControlElement elemento, const QStyleOption* opcion, QPainter* pintor,
                    const QWidget* control) const override;
+  void drawItemText(QPainter* pintor, const QRect& lugar, int alineado, const QPalette& paleta, bool activo,
+                    const QString& texto, QPalette::ColorRole papel) const override;
   void drawComplexControl(ComplexControl elemento, const QStyleOptionComplex* opcion, QPainter* pintor,
                           const QWidget* control) const override;
   int pixelMetric(PixelMetric medida, const QStyleOption* opcion, const QWidget* control) const override;

@@ -27,6 +27,7 @@ constexpr Acento kAcentos[] = {{"#2b8fd6", Matiz::kAcento}, {"#dc5a4e", Matiz::k
 
 constexpr const char* kTrazo = "stroke-width=\"1.75\"";
 constexpr const char* kTrazoGrueso = "stroke-width=\"2.5\"";
+constexpr const char* kTrazoApagado = "stroke-width=\"1.25\" stroke-dasharray=\"1 2.75\"";
 
 QColor ColorDelModo(QIcon::Mode modo, const QPalette& paleta) {
   if (modo == QIcon::Disabled) return paleta.color(QPalette::Disabled, QPalette::ButtonText);
@@ -49,7 +50,8 @@ class MotorIcono : public QIconEngine {
     for (const auto& [dibujado, matiz] : kAcentos) {
       coloreado.replace(dibujado, de_un_color ? color : ColorDe(matiz, paleta).name().toLatin1());
     }
-    if (TemaDe(paleta) == Tema::kExteriores) coloreado.replace(kTrazo, kTrazoGrueso);
+    if (TemaDe(paleta) == Tema::kExteriores)
+      coloreado.replace(kTrazo, modo == QIcon::Disabled ? kTrazoApagado : kTrazoGrueso);
     QSvgRenderer(coloreado).render(pintor, lugar);
   }
 

@@ -1,6 +1,7 @@
 #include "widgets/MarcoDialogo.h"
 
 #include <QDialog>
+#include <QFormLayout>
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QScrollBar>
@@ -60,15 +61,33 @@ void HacerDesplazable(QDialog& dialogo) {
   todo->insertWidget(desde, area, 1);
 }
 
+// What a dialog can't do without when it is as wide as the screen; parts in rows are no higher there.
+QSize Minimo(const QDialog& dialogo, const QSize& sitio) {
+  QSize minimo = dialogo.minimumSizeHint();
+  const QLayout* partes = dialogo.layout();
+  if (partes != nullptr && partes->hasHeightForWidth())
+    minimo.setHeight(std::max(minimo.height(), partes->totalMinimumHeightForWidth(sitio.width())));
+  return minimo;
+}
+
 bool Cabe(const QSize& tamano, const QSize& sitio) {
   return tamano.width() <= sitio.width() && tamano.height() <= sitio.height();
 }
 
-// Sizes are told for letters of such a height of line, and grow with larger ones.
-constexpr int kRenglonComun = 17;
-QSize SegunLaLetra(const QSize& tamano, const QWidget& ventana) {
-  return tamano * std::max(1.0, static_cast<double>(ventana.fontMetrics().lineSpacing()) / kRenglonComun);
+// The words beside a field of one line stand at half its height, however high it is.
+void AlinearRotulos(const QDialog& dialogo) {
+  for (const QFormLayout* pares : dialogo.findChildren<QFormLayout*>()) {
+    for (int fila = 0; fila < pares->rowCount(); ++fila) {
+      const QLayoutItem* rotulo = pares->itemAt(fila, QFormLayout::LabelRole);
+      const QLayoutItem* campo = pares->itemAt(fila, QFormLayout::FieldRole);
+      if (rotulo == nullptr || campo == nullptr || rotulo->widget() == nullptr || campo->widget() == nullptr) continue;
+      if (campo->widget()->sizePolicy().verticalPolicy() == QSizePolicy::Fixed)
+        rotulo->widget()->setMinimumHeight(campo->sizeHint().height());
+    }
+  }
 }
+
+constexpr int kEntreBotones = 8;
 
 // What a style adds to the sizes of controls once they are seen.
 constexpr int kHolgura = 8;
@@ -77,6 +96,7 @@ constexpr int kHolgura = 8;
 
 QHBoxLayout* FilaDePie(const PieDialogo& pie, QLayout* a_la_izquierda) {
   auto* fila = new QHBoxLayout;
+  fila->setSpacing(kEntreBotones);
   if (pie.ayuda != nullptr) fila->addWidget(pie.ayuda);
   if (a_la_izquierda != nullptr) fila->addLayout(a_la_izquierda);
   fila->addStretch(1);
@@ -115,7 +135,8 @@ AreaDesplazable::AreaDesplazable(QWidget* contenido, QWidget* parent) : QScrollA
 
 QSize AreaDesplazable::sizeHint() const {
   const QSize ideal = widget()->sizeHint();
-  return {ideal.width(), std::max(ideal.height(), widget()->heightForWidth(ideal.width())) + kHolgura};
+  const int barra = verticalScrollBar()->sizeHint().width();
+  return {ideal.width() + barra, std::max(ideal.height(), widget()->heightForWidth(ideal.width())) + kHolgura};
 }
 
 QWidget* ALoAncho(QWidget* contenido, const QDialog& dialogo) {
@@ -125,8 +146,11 @@ QWidget* ALoAncho(QWidget* contenido, const QDialog& dialogo) {
 
 void AjustarTamano(QDialog& dialogo, const QSize& minimo, const QSize& por_venir) {
   const QSize sitio = SitioEnPantalla(dialogo);
-  if (!Cabe(dialogo.minimumSizeHint() + por_venir, sitio)) HacerDesplazable(dialogo);
-  dialogo.resize(dialogo.sizeHint().expandedTo(SegunLaLetra(minimo, dialogo)).boundedTo(sitio));
+  AlinearRotulos(dialogo);
+  if (!Cabe(Minimo(dialogo, sitio) + por_venir, sitio)) HacerDesplazable(dialogo);
+  const QSize ideal = dialogo.sizeHint().expandedTo(minimo * EscalaDelTexto()).boundedTo(sitio);
+  const int alto = Minimo(dialogo, ideal).height() + por_venir.height();
+  dialogo.resize(ideal.expandedTo({0, alto}).boundedTo(sitio));
   RecordarTamano(&dialogo);
 }
 

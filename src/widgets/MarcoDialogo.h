@@ -42,10 +42,10 @@ QWidget* ALoAncho(QWidget* contenido, const QDialog& dialogo);
 void ArmarDialogo(QDialog& dialogo, QLayout* cuerpo, const PieDialogo& pie,
                   std::initializer_list<QWidget*> campos = {});
 
-// The first size of a dialog, that of its content and at least `minimo` (in pixels for letters of the common size; more
-// for larger ones), no larger than the screen, and from then on the one that it was left with. A content that the
-// screen has no room for scrolls: all of the dialog's layout but a toolbar at its head and its last part. `por_venir`:
-// what the content may yet grow by, as it is filled.
+// The first size of a dialog, that of its content and at least `minimo`, which is given for common letters, no larger
+// than the screen, and from then on the one that it was left with. A content that the screen has no room for scrolls:
+// all of the dialog's layout but a toolbar at its head and its last part. `por_venir`: what the content may yet grow
+// by, as it is filled.
 void AjustarTamano(QDialog& dialogo, const QSize& minimo = {}, const QSize& por_venir = {});
 
 }  // namespace utr

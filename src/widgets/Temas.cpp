@@ -55,7 +55,7 @@ constexpr std::array<ColoresDeTema, 3> kColores{{
      .base = "#ffffff",
      .alterna = "#ffffff",
      .boton = "#ffffff",
-     .apagado = "#4a4a4a",
+     .apagado = "#000000",
      .sugerencia = "#000000",
      .resalte = "#00307a",
      .resaltado = "#ffffff",
@@ -133,6 +133,11 @@ Tema TemaDe(const QPalette& paleta) {
 
 QColor ColorDe(Matiz matiz, const QPalette& paleta) {
   return {ColoresDe(TemaDe(paleta)).matices.at(static_cast<std::size_t>(matiz))};
+}
+
+QFont LetraDe(bool activo, QFont letra, const QPalette& paleta) {
+  if (!activo && TemaDe(paleta) == Tema::kExteriores) letra.setItalic(true);
+  return letra;
 }
 
 double Contraste(const QColor& uno, const QColor& otro) {

@@ -1,12 +1,13 @@
 #pragma once
 
 #include <QColor>
+#include <QFont>
 #include <QPalette>
 
 namespace utr {
 
 // How the program looks. Outdoors: black on white without any grey text, heavy lines and large targets, for a screen in
-// the sun.
+// the sun; what is disabled has leaning letters there, and dashes where others have lines.
 enum class Tema { kClaro, kOscuro, kExteriores };
 
 // The colours beside those of a palette. Each can be read on the grounds of a window and of a list.
@@ -27,6 +28,9 @@ Tema TemaDe(const QPalette& paleta);
 
 // The colour in the theme of that palette.
 QColor ColorDe(Matiz matiz, const QPalette& paleta);
+
+// The letter of a text that stands on that palette. One that is disabled leans where its colour doesn't tell it.
+QFont LetraDe(bool activo, QFont letra, const QPalette& paleta);
 
 // From 1 (none) to 21 (black on white), as the accessibility guidelines for the web define it.
 double Contraste(const QColor& uno, const QColor& otro);

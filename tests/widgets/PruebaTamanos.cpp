@@ -1,7 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QDialog>
+#include <QFormLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
@@ -63,6 +66,43 @@ TEST(Tamanos, UnMarcoAnchoSeDesplazaALoAnchoYConservaSuAlto) {
   EXPECT_NE(puesto, ancho);
   EXPECT_LT(puesto->minimumSizeHint().width(), 50);
   EXPECT_GE(puesto->minimumSizeHint().height(), 50);
+}
+
+// A size for some letters would hide what larger ones need, and the other way round waste the screen.
+TEST(Tamanos, CadaTamanoDeLetraTieneElSuyo) {
+  const QFont comun = QApplication::font();
+  const auto abrir = [](const QSize& dejado) {
+    QWidget ventana;
+    ventana.setObjectName("frmDeLetra");
+    ventana.resize(200, 100);
+    RecordarTamano(&ventana);
+    ventana.show();
+    const QSize hallado = ventana.size();
+    if (!dejado.isEmpty()) ventana.resize(dejado);
+    ventana.hide();
+    return hallado;
+  };
+  abrir({300, 150});
+  EXPECT_EQ(abrir({}), QSize(300, 150));
+  QFont grande = comun;
+  grande.setPointSizeF(comun.pointSizeF() * 2);
+  QApplication::setFont(grande);
+  EXPECT_EQ(abrir({500, 400}), QSize(200, 100));
+  EXPECT_EQ(abrir({}), QSize(500, 400));
+  QApplication::setFont(comun);
+  EXPECT_EQ(abrir({}), QSize(300, 150));
+}
+
+TEST(Tamanos, ElRotuloDeUnCampoAltoQuedaASuMitad) {
+  QDialog dialogo;
+  auto* pares = new QFormLayout(&dialogo);
+  auto* campo = new QLineEdit;
+  campo->setFixedHeight(60);
+  auto* rotulo = new QLabel("Identificador:");
+  pares->addRow(rotulo, campo);
+  AjustarTamano(dialogo);
+  dialogo.show();
+  EXPECT_NEAR(rotulo->geometry().center().y(), campo->geometry().center().y(), 2);
 }
 
 }  // namespace

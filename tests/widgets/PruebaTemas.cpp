@@ -1,10 +1,16 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
 #include <QImage>
+#include <QLabel>
+#include <QLineEdit>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QStyle>
 #include <QToolButton>
+#include <QVBoxLayout>
 #include <algorithm>
 #include <optional>
 #include <utility>
@@ -64,6 +70,12 @@ TEST(Temas, CadaTextoSeLeeSobreSuFondo) {
     }
     EXPECT_EQ(TemaDe(paleta), tema);
   }
+  // Outdoors no text is grey, not even that of what is disabled.
+  const QPalette exteriores = PaletaDe(Tema::kExteriores);
+  for (const auto grupo : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+    for (const auto papel : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::PlaceholderText})
+      EXPECT_EQ(exteriores.color(grupo, papel), QColor(Qt::black)) << grupo << ", " << papel;
+  }
   EXPECT_EQ(Contraste(Qt::black, Qt::white), 21);
   EXPECT_NEAR(Contraste(QColor("#777777"), Qt::white), 4.48, 0.005);
 }
@@ -101,6 +113,34 @@ TEST(Temas, LosIconosSeVenEnCadaTemaYApagadosNoParecenVivos) {
       EXPECT_EQ(acentos, 1) << nombre;
     }
   }
+}
+
+// What is disabled is told without any colour too.
+TEST(Temas, EnExterioresLoApagadoSeDistinguePorSuForma) {
+  AplicarTema(Tema::kExteriores);
+  const auto de_negro = [](QPixmap dibujo) {
+    QImage imagen = dibujo.toImage().convertToFormat(QImage::Format_ARGB32);
+    for (int y = 0; y < imagen.height(); ++y) {
+      for (int x = 0; x < imagen.width(); ++x) {
+        const QColor color = imagen.pixelColor(x, y);
+        if (color.alpha() > 127 && color.lightness() < 128) imagen.setPixelColor(x, y, Qt::black);
+      }
+    }
+    return imagen;
+  };
+  QWidget ventana;
+  auto* columna = new QVBoxLayout(&ventana);
+  const std::vector<QWidget*> controles{new QLabel("Fecha"), new QPushButton("Traer"), new QCheckBox("Escalados"),
+                                        new QLineEdit("120"), new QComboBox};
+  for (QWidget* control : controles) columna->addWidget(control);
+  ventana.show();
+  for (QWidget* control : controles) {
+    const QImage vivo = de_negro(control->grab());
+    control->setEnabled(false);
+    EXPECT_NE(de_negro(control->grab()), vivo) << control->metaObject()->className();
+  }
+  const QIcon icono = IconoDe("guardar");
+  EXPECT_NE(de_negro(icono.pixmap(48, QIcon::Disabled)), de_negro(icono.pixmap(48)));
 }
 
 TEST(Temas, UnBotonApretadoSeDistingueDeUnoSuelto) {

@@ -5,6 +5,7 @@
 #include <QFontInfo>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QPicture>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -17,6 +18,7 @@
 #include "retrieved/series/BarrasLluvia.h"
 #include "retrieved/series/TextoSerie.h"
 #include "widgets/Accesibilidad.h"
+#include "widgets/Temas.h"
 #include "widgets/TextoQt.h"
 
 namespace utr {
@@ -28,6 +30,7 @@ constexpr double kMargenTiempo = 0.02;  // of the span, at both ends
 constexpr int kClic = 4;                // pixels that a click may move
 constexpr double kAlcanceClic = 60;     // pixels from the pointer to what it picks
 constexpr double kPasoZoom = 0.6;
+constexpr int kMarcoDeFoco = 2;  // pixels around the canvas
 constexpr int kAnchoMinimo = 160;
 constexpr int kRenglonesMinimos = 8;  // of letters, which the axes take a good part of
 constexpr const char* kCapaCursor = "cursor";
@@ -65,10 +68,10 @@ Hidrograma::Hidrograma(QWidget* parent) : QWidget(parent), lienzo_(new QCustomPl
   setAccessibleName(QStringLiteral("Gráfico"));
   setWhatsThis(
       QStringLiteral("Los registros en el tiempo. La rueda acerca y aleja; arrastrar acerca a lo marcado, con "
-                     "Mayúsculas corre el período; un clic elige el registro más cercano. Con el teclado: flechas, "
-                     "Inicio, Fin, + y -, Av Pág y Re Pág; con Control, izquierda y derecha van de evento en evento."));
+                     "Mayús corre el período; un clic elige el registro más cercano. Con el teclado: flechas, "
+                     "Inicio, Fin, + y -, Av Pág y Re Pág; con Ctrl, izquierda y derecha van de evento en evento."));
   auto* caja = new QVBoxLayout(this);
-  caja->setContentsMargins(0, 0, 0, 0);
+  caja->setContentsMargins(kMarcoDeFoco, kMarcoDeFoco, kMarcoDeFoco, kMarcoDeFoco);
   caja->addWidget(lienzo_);
   lienzo_->setFocusPolicy(Qt::NoFocus);
   lienzo_->setLocale(QLocale::c());
@@ -461,8 +464,20 @@ void Hidrograma::keyPressEvent(QKeyEvent* evento) {
   }
 }
 
+// The canvas covers all but a rim, which tells who has the keyboard.
+void Hidrograma::paintEvent(QPaintEvent*) {
+  QPainter pintor(this);
+  pintor.fillRect(rect(), hasFocus() ? ColorDe(Matiz::kAcento, palette()) : palette().color(QPalette::Base));
+}
+
+void Hidrograma::focusOutEvent(QFocusEvent* evento) {
+  QWidget::focusOutEvent(evento);
+  update();
+}
+
 void Hidrograma::focusInEvent(QFocusEvent* evento) {
   QWidget::focusInEvent(evento);
+  update();
   setAccessibleDescription(Hechos());
 }
 

@@ -78,7 +78,9 @@ class Hidrograma : public QWidget {
  protected:
   void changeEvent(QEvent* evento) override;
   void keyPressEvent(QKeyEvent* evento) override;
+  void paintEvent(QPaintEvent* evento) override;
   void focusInEvent(QFocusEvent* evento) override;
+  void focusOutEvent(QFocusEvent* evento) override;
   bool eventFilter(QObject* objeto, QEvent* evento) override;
 
  private:

@@ -2,18 +2,22 @@
 
 #include <QCheckBox>
 #include <QEvent>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QMenu>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <cmath>
+#include <optional>
 
+#include "lists/DocumentoLista.h"
 #include "plots/windows/ColoresGrafico.h"
 #include "plots/windows/Hidrograma.h"
 #include "plots/windows/SalidaGrafico.h"
+#include "retrieved/series/TextoSerie.h"
 #include "widgets/Campos.h"
+#include "widgets/DisposicionEnFilas.h"
 #include "widgets/TextoQt.h"
 
 namespace utr {
@@ -21,6 +25,7 @@ namespace {
 
 constexpr double kDia = 86400;
 constexpr int kEntre = 4;
+constexpr std::size_t kLargoFecha = 10;  // of a moment in words
 constexpr int kRenglonesDeHechos = 3;
 constexpr const char* kFiltro = "Documento PDF (*.pdf)|*.pdf|Imagen PNG (*.png)|*.png";
 
@@ -80,32 +85,34 @@ void PanelGrafico::Armar() {
   hechos_->setWordWrap(true);
   hechos_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
   sitio_->setObjectName("GraficoSitioDeHechos");
-  sitio_->setAccessibleName(hechos_->accessibleName());
+  sitio_->setAccessibleName(QStringLiteral("Hechos del gráfico"));
   sitio_->setWidget(hechos_);
   sitio_->setWidgetResizable(true);
-  sitio_->setFrameShape(QFrame::NoFrame);
   sitio_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   sitio_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
   AjustarLetra();
-  const auto fila = [](std::initializer_list<QWidget*> izquierda, std::initializer_list<QWidget*> derecha) {
-    auto* caja = new QHBoxLayout;
-    caja->setSpacing(kEntre);
-    for (QWidget* control : izquierda) caja->addWidget(control);
-    caja->addStretch(1);
-    for (QWidget* control : derecha) caja->addWidget(control);
-    return caja;
-  };
+  auto* fila = new DisposicionEnFilas(kEntre);
+  for (QWidget* control :
+       std::initializer_list<QWidget*>{botones_[0], botones_[1], botones_[2], agregar_, quitar_, eventos_})
+    fila->Agregar(control);
+  fila->Separar();
+  for (QWidget* control : {botones_[3], botones_[4]}) fila->Agregar(control);
   auto* caja = new QVBoxLayout(this);
   caja->setContentsMargins(kEntre, 0, 0, 0);
   caja->setSpacing(kEntre);
-  caja->addLayout(fila({botones_[0], botones_[1], botones_[2]}, {botones_[3], botones_[4]}));
-  caja->addLayout(fila({agregar_, quitar_}, {eventos_}));
+  caja->addLayout(fila);
   caja->addWidget(grafico_, 1);
   caja->addWidget(sitio_);
 }
 
 void PanelGrafico::AjustarLetra() {
-  sitio_->setFixedHeight(fontMetrics().lineSpacing() * kRenglonesDeHechos + kEntre);
+  sitio_->setFixedHeight(fontMetrics().lineSpacing() * kRenglonesDeHechos + kEntre + 2 * sitio_->frameWidth());
+}
+
+// What divides a window asks nobody how high it gets where it is narrow.
+void PanelGrafico::resizeEvent(QResizeEvent* evento) {
+  QWidget::resizeEvent(evento);
+  setMinimumHeight(layout()->totalMinimumHeightForWidth(width()));
 }
 
 void PanelGrafico::changeEvent(QEvent* evento) {
@@ -248,8 +255,21 @@ void PanelGrafico::Imprimir() {
   Intentar("ImprimirGrafico", [&] { ImprimirGrafico(grafico_->Contenido(), contexto_.impresora, eleccion); });
 }
 
+// Its first channel and the days that are in sight.
+std::string PanelGrafico::NombrePropuesto() const {
+  const ContenidoGrafico contenido = grafico_->Contenido();
+  EncabezadoLista encabezado{"Gráfico", {}};
+  if (!contenido.canales.empty()) encabezado.titulo += " " + TituloSerie(*contenido.canales.front().serie);
+  const std::optional<VentanaTiempo> ventana = contenido.ventana ? contenido.ventana : TodoElTiempo(contenido);
+  if (ventana) {
+    for (const double momento : {ventana->desde, ventana->hasta})
+      encabezado.lineas.push_back("Día: " + TextoMomento(std::llround(momento)).substr(0, kLargoFecha));
+  }
+  return NombreDeArchivo(encabezado);
+}
+
 void PanelGrafico::Guardar() {
-  const auto ruta = contexto_.operador.ElegirGuardar({"Guardar gráfico ...", kFiltro, {}, {}});
+  const auto ruta = contexto_.operador.ElegirGuardar({"Guardar gráfico ...", kFiltro, {}, NombrePropuesto()});
   if (!ruta) return;
   bool guardado = false;
   Intentar("GuardarGrafico", [&] {

@@ -64,6 +64,7 @@ class PanelGrafico : public QWidget {
   void EventosPedidos();
 
  protected:
+  void resizeEvent(QResizeEvent* evento) override;
   void changeEvent(QEvent* evento) override;
   void showEvent(QShowEvent* evento) override;
 
@@ -80,6 +81,7 @@ class PanelGrafico : public QWidget {
   void Decir(const QString& texto);
   void Intentar(std::string_view procedimiento, const std::function<void()>& accion);
   void Imprimir();
+  std::string NombrePropuesto() const;
   void Guardar();
 
   ContextoListas contexto_;

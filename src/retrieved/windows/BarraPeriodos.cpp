@@ -1,7 +1,6 @@
 #include "retrieved/windows/BarraPeriodos.h"
 
 #include <QDateTimeEdit>
-#include <QHBoxLayout>
 #include <QPushButton>
 
 #include "session/ModRTU.h"
@@ -9,6 +8,7 @@
 #include "session/windows/Visitas.h"
 #include "widgets/CampoFecha.h"
 #include "widgets/Campos.h"
+#include "widgets/DisposicionEnFilas.h"
 #include "widgets/TextoQt.h"
 
 namespace utr {
@@ -24,23 +24,22 @@ QDateTime EnCampo(const FechaHora& fecha) {
 }  // namespace
 
 BarraPeriodos::BarraPeriodos(const ModRTU& mod, QDateTimeEdit* inicio, QDateTimeEdit* fin)
-    : mod_(mod), inicio_(inicio), fin_(fin), fila_(new QHBoxLayout(this)) {
+    : mod_(mod), inicio_(inicio), fin_(fin), fila_(new DisposicionEnFilas(kEntreBotones, this)) {
   fila_->setContentsMargins(0, 0, 0, 0);
-  fila_->setSpacing(kEntreBotones);
   int cual = 0;
   for (const PeriodoConNombre& uno : kPeriodos) {
     const std::string nombre = "Periodo(" + std::to_string(cual++) + ")";
     QPushButton* boton = Boton(nombre.c_str(), QString::fromUtf8(uno.nombre));
     connect(boton, &QPushButton::clicked, this, [this, periodo = uno.periodo] { Poner(periodo); });
-    fila_->addWidget(boton);
+    fila_->Agregar(boton);
     if (uno.periodo == Periodo::kDesdeLaVisita) visita_ = boton;
   }
-  fila_->addStretch(1);
+  fila_->Separar();
   Actualizar();
 }
 
 void BarraPeriodos::Agregar(QWidget* control) {
-  fila_->addWidget(control);
+  fila_->Agregar(control);
 }
 
 std::optional<Lapso> BarraPeriodos::LapsoAhora(Periodo periodo) const {

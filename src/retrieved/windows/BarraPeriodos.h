@@ -6,10 +6,10 @@
 
 class QCheckBox;
 class QDateTimeEdit;
-class QHBoxLayout;
 
 namespace utr {
 
+class DisposicionEnFilas;
 struct ModRTU;
 
 // The row of spans that stands below a pair of date pickers: a click puts both. At its end the window may have what
@@ -33,7 +33,7 @@ class BarraPeriodos : public QWidget {
   const ModRTU& mod_;
   QDateTimeEdit* inicio_;
   QDateTimeEdit* fin_;
-  QHBoxLayout* fila_;
+  DisposicionEnFilas* fila_;
   QWidget* visita_ = nullptr;
 };
 

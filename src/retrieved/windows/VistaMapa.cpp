@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 
 #include "retrieved/windows/RejaMapa.h"
+#include "widgets/DisposicionEnFilas.h"
 #include "widgets/TextoQt.h"
 
 namespace utr {
@@ -70,11 +71,9 @@ VistaMapa::~VistaMapa() {
 }
 
 void VistaMapa::Armar() {
-  auto* leyenda = new QHBoxLayout;
-  leyenda->setSpacing(kEntreEntradas);
+  auto* leyenda = new DisposicionEnFilas(kEntreEntradas);
   for (const EstadoPagina estado : mapa_.Leyenda())
-    leyenda->addLayout(EntradaDe(estado, Q(mapa_.Palabra(estado)), *this));
-  leyenda->addStretch(1);
+    leyenda->Agregar(EntradaDe(estado, Q(mapa_.Palabra(estado)), *this));
   auto* renglon = new QHBoxLayout;
   renglon->addWidget(lugar_, 1);
   renglon->addWidget(cerca_);

@@ -4,11 +4,11 @@
 #include <QDateTimeEdit>
 #include <QFormLayout>
 #include <QGroupBox>
-#include <QHBoxLayout>
 #include <QPushButton>
 #include <QVBoxLayout>
 
 #include "widgets/Campos.h"
+#include "widgets/DisposicionEnFilas.h"
 #include "widgets/TextoQt.h"
 
 namespace utr {
@@ -37,10 +37,10 @@ VistaPorFechas::VistaPorFechas(ModRTU& mod, const DescripcionLista& descripcion,
 
 QWidget* VistaPorFechas::ArmarMarcos() {
   auto* marcos = new QWidget;
-  auto* fila = new QHBoxLayout(marcos);
+  auto* fila = new DisposicionEnFilas(kEntreControles, marcos);
   fila->setContentsMargins(0, 0, 0, 0);
-  fila->addWidget(ArmarPorFecha(), 3);
-  fila->addWidget(ArmarPendientes(), 1);
+  fila->Agregar(ArmarPorFecha(), 3);
+  fila->Agregar(ArmarPendientes(), 1);
   return marcos;
 }
 
@@ -56,11 +56,9 @@ QWidget* VistaPorFechas::ArmarPorFecha() {
   columna->setSpacing(kEntreControles);
   columna->addWidget(chkCartucho_);
   columna->addWidget(traer, 0, Qt::AlignLeft);
-  auto* fila = new QHBoxLayout;
-  fila->setSpacing(kEntreColumnas);
-  fila->addLayout(caja);
-  fila->addLayout(columna);
-  fila->addStretch(1);
+  auto* fila = new DisposicionEnFilas(kEntreColumnas);
+  fila->Agregar(caja);
+  fila->Agregar(columna);
   auto* todo = new QVBoxLayout(grupo);
   todo->setSpacing(kEntreControles);
   todo->addLayout(fila);

@@ -22,6 +22,7 @@
 #include "retrieved/windows/GraficoDeDatos.h"
 #include "retrieved/windows/frmDescarga.h"
 #include "widgets/Campos.h"
+#include "widgets/DisposicionEnFilas.h"
 #include "widgets/Recuerdos.h"
 #include "widgets/TextoQt.h"
 #include "widgets/VistaLista.h"
@@ -154,7 +155,7 @@ QWidget* frmDatos::ArmarMarcos() {
   hojas_->setObjectName("fraDatos");
   hojas_->addTab(ArmarHistoricos(), QStringLiteral("Datos Históricos"));
   hojas_->addTab(ArmarInstantaneos(), QStringLiteral("Datos instantáneos"));
-  hojas_->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+  hojas_->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
   return hojas_;
 }
 
@@ -170,17 +171,15 @@ QWidget* frmDatos::ArmarHistoricos() {
   auto* hoja = new QWidget;
   auto* todo = new QVBoxLayout(hoja);
   todo->setSpacing(kEntreControles);
-  auto* fila = new QHBoxLayout;
-  fila->setSpacing(kEntreColumnas);
+  auto* fila = new DisposicionEnFilas(kEntreColumnas);
   for (QLayout* columna : {canal, fechas}) {
     auto* pila = new QVBoxLayout;
     pila->addLayout(columna);
     pila->addStretch(1);
-    fila->addLayout(pila);
+    fila->Agregar(pila);
   }
-  fila->addLayout(Apilar({CheckEscalados_, chkCartucho_}));
-  fila->addLayout(Apilar({traer_}));
-  fila->addStretch(1);
+  fila->Agregar(Apilar({CheckEscalados_, chkCartucho_}));
+  fila->Agregar(Apilar({traer_}));
   todo->addLayout(fila);
   todo->addWidget(NuevaBarraPeriodos());
   return hoja;
@@ -189,13 +188,11 @@ QWidget* frmDatos::ArmarHistoricos() {
 QWidget* frmDatos::ArmarInstantaneos() {
   connect(DatosInst_, &QPushButton::clicked, this, &frmDatos::MostrarInstantaneos);
   auto* hoja = new QWidget;
-  auto* fila = new QHBoxLayout(hoja);
-  fila->setSpacing(kEntreColumnas);
-  fila->addLayout(Apilar({OpEscalados_, OpSinEscalar_}));
-  fila->addLayout(Apilar({chkNivelRef_}));
-  fila->addLayout(Apilar({DatosInst_}));
-  fila->addLayout(ArmarActualizar());
-  fila->addStretch(1);
+  auto* fila = new DisposicionEnFilas(kEntreColumnas, hoja);
+  fila->Agregar(Apilar({OpEscalados_, OpSinEscalar_}));
+  fila->Agregar(Apilar({chkNivelRef_}));
+  fila->Agregar(Apilar({DatosInst_}));
+  fila->Agregar(ArmarActualizar());
   return hoja;
 }
 
@@ -240,8 +237,8 @@ QStringList frmDatos::DisposicionDe(int marco) const {
 void frmDatos::VerMarco(int cual) {
   if (cual == marco_) return;
   vistos_[static_cast<std::size_t>(marco_)] = LoVisto();
+  quedaron_[static_cast<std::size_t>(marco_)] = ComoQuedo();
   disposiciones_[static_cast<std::size_t>(marco_)] = Lista().Disposicion();
-  filtros_[static_cast<std::size_t>(marco_)] = Lista().CampoFiltro()->text();
   Ver({});
   marco_ = cual;
   Lista().QuitarOrden(false);
@@ -249,7 +246,29 @@ void frmDatos::VerMarco(int cual) {
   Lista().Disponer(disposiciones_[static_cast<std::size_t>(marco_)]);
   grafico_->setCurrentIndex(marco_);
   Ver(vistos_[static_cast<std::size_t>(marco_)]);
-  Lista().CampoFiltro()->setText(filtros_[static_cast<std::size_t>(marco_)]);
+  Dejar(quedaron_[static_cast<std::size_t>(marco_)]);
+}
+
+frmDatos::MarcoQuedo frmDatos::ComoQuedo() {
+  MarcoQuedo quedo;
+  const ListaTabla& lista = Lista().Lista();
+  quedo.filtro = Lista().CampoFiltro()->text();
+  if (const auto actual = Lista().FilaActual()) quedo.actual = lista.Fila(*actual);
+  for (const std::size_t posicion : Lista().FilasElegidas()) quedo.elegidas.insert(lista.Fila(posicion));
+  return quedo;
+}
+
+// Rows of the same table are known by their places in it.
+void frmDatos::Dejar(const MarcoQuedo& quedo) {
+  if (!HayResultado()) return;
+  Lista().CampoFiltro()->setText(quedo.filtro);
+  const ListaTabla& lista = Lista().Lista();
+  for (std::size_t posicion = 0; quedo.actual && posicion < lista.Cantidad(); ++posicion) {
+    if (lista.Fila(posicion) != *quedo.actual) continue;
+    Lista().Elegir(posicion);
+    break;
+  }
+  if (!quedo.elegidas.empty()) Lista().ElegirTodas([&](std::size_t fila) { return quedo.elegidas.contains(fila); });
 }
 
 void frmDatos::TraerDatos() {

@@ -2,6 +2,7 @@
 
 #include <QStringList>
 #include <array>
+#include <optional>
 #include <set>
 #include <string>
 
@@ -78,13 +79,22 @@ class frmDatos : public VistaRegistros {
   QSpinBox* ActualizarCada_;
   QTimer* turno_;
   GraficoDeDatos* grafico_;
-  LectorDatos::Pedido leido_;                 // of the historic records that were read last
-  bool turno_listado_ = false;                // the last read of the present values brought some
-  std::int64_t fin_turno_ = 0;                // when it ended, in seconds by the clock of this machine
-  int marco_ = 0;                             // whose list is on show
+  LectorDatos::Pedido leido_;   // of the historic records that were read last
+  bool turno_listado_ = false;  // the last read of the present values brought some
+  std::int64_t fin_turno_ = 0;  // when it ended, in seconds by the clock of this machine
+  int marco_ = 0;               // whose list is on show
+  // Where the operator was in the list of a frame; rows by their places in its table.
+  struct MarcoQuedo {
+    QString filtro{};
+    std::optional<std::size_t> actual{};
+    std::set<std::size_t> elegidas{};
+  };
+  MarcoQuedo ComoQuedo();
+  void Dejar(const MarcoQuedo& quedo);
+
+  std::array<MarcoQuedo, 2> quedaron_;        // while the other one is on show
   std::array<Visto, 2> vistos_;               // what each frame read last, while the other one is on show
   std::array<QStringList, 2> disposiciones_;  // and how its columns stood
-  std::array<QString, 2> filtros_;            // and what narrowed it
 };
 
 }  // namespace utr

@@ -21,6 +21,7 @@
 #include "widgets/Campos.h"
 #include "widgets/ControlesRecordados.h"
 #include "widgets/DialogoCsv.h"
+#include "widgets/DisposicionEnFilas.h"
 #include "widgets/PanelAviso.h"
 #include "widgets/SinDormir.h"
 #include "widgets/TextoQt.h"
@@ -101,7 +102,7 @@ frmDescarga::frmDescarga(ModRTU& mod, TablaPtr configuracion, QWidget* parent)
       recordar_(new ControlesRecordados(objectName())),
       que_{Nuevo<QCheckBox>("chkConfiguracion", "C&onfiguración", true),
            Nuevo<QCheckBox>("chkDatos", "Da&tos de todos los canales", true),
-           Nuevo<QCheckBox>("chkEventos", "&Eventos", true), Nuevo<QCheckBox>("chkCola", "Cola de transm&isión", true)},
+           Nuevo<QCheckBox>("chkEventos", "&Eventos", true), Nuevo<QCheckBox>("chkCola", "Co&la de transmisión", true)},
       CheckEscalados_(Nuevo<QCheckBox>("CheckEscalados", "Datos Escalados", true)),
       chkCartucho_(Nuevo<QCheckBox>("chkCartucho", "Del Cartucho", false)),
       formatos_{Nuevo<QRadioButton>("optCsv", "CSV, un archivo por ca&nal", true),
@@ -112,7 +113,7 @@ frmDescarga::frmDescarga(ModRTU& mod, TablaPtr configuracion, QWidget* parent)
       picAvance_(new PanelAviso("picAvance", QStringLiteral("Descargando. Por favor espere..."))),
       barra_(new QProgressBar),
       lblFinal_(new QLabel),
-      cmdDescargar_(Boton("cmdDescargar", QStringLiteral("&Descargar"))),
+      cmdDescargar_(Boton("cmdDescargar", QStringLiteral("Desca&rgar"))),
       cmdSeguir_(Boton("cmdSeguir", QStringLiteral("Seguir con lo que &falta"))) {
   FechaFin_->setTime(QTime(23, 59, 59));
   connect(cmdDescargar_, &QPushButton::clicked, this, &frmDescarga::Descargar);
@@ -153,9 +154,9 @@ QWidget* frmDescarga::ArmarPedido() {
   auto* todo = new QVBoxLayout(pedido);
   todo->setContentsMargins(0, 0, 0, 0);
   todo->addWidget(ArmarPeriodo());
-  auto* fila = new QHBoxLayout;
-  fila->addWidget(ArmarQue());
-  fila->addWidget(ArmarComo(), 1);
+  auto* fila = new DisposicionEnFilas(kEntreControles);
+  fila->Agregar(ArmarQue());
+  fila->Agregar(ArmarComo(), 1);
   todo->addLayout(fila);
   carpeta_->setObjectName("txtCarpeta");
   carpeta_->setReadOnly(true);
@@ -178,11 +179,9 @@ QWidget* frmDescarga::ArmarPeriodo() {
   auto* opciones = new QVBoxLayout;
   opciones->setSpacing(kEntreControles);
   Apilar<QCheckBox>(*opciones, {CheckEscalados_, chkCartucho_});
-  auto* fila = new QHBoxLayout;
-  fila->setSpacing(kEntreColumnas);
-  fila->addLayout(fechas);
-  fila->addLayout(opciones);
-  fila->addStretch(1);
+  auto* fila = new DisposicionEnFilas(kEntreColumnas);
+  fila->Agregar(fechas);
+  fila->Agregar(opciones);
   auto* periodos = new BarraPeriodos(mod_, FechaInicio_, FechaFin_);
   periodos->Agregar(recordar_);
   auto* todo = new QVBoxLayout(grupo);
@@ -211,11 +210,9 @@ QWidget* frmDescarga::ArmarComo() {
   campos->setSpacing(kEntreControles);
   csv_->Agregar(*campos);
   connect(formatos_.last(), &QRadioButton::toggled, csv_, [this](bool tablas) { csv_->Habilitar(!tablas); });
-  auto* fila = new QHBoxLayout(grupo);
-  fila->setSpacing(kEntreColumnas);
-  fila->addLayout(pila);
-  fila->addLayout(campos);
-  fila->addStretch(1);
+  auto* fila = new DisposicionEnFilas(kEntreColumnas, grupo);
+  fila->Agregar(pila);
+  fila->Agregar(campos);
   return grupo;
 }
 

@@ -15,6 +15,7 @@
 #include "retrieved/windows/VistaMapa.h"
 #include "widgets/Ayuda.h"
 #include "widgets/Campos.h"
+#include "widgets/DisposicionEnFilas.h"
 #include "widgets/EtiquetaRuta.h"
 #include "widgets/MarcoDialogo.h"
 #include "widgets/Ocupacion.h"
@@ -86,20 +87,17 @@ void frmLectorFlash::Armar() {
   lugares->addWidget(new QLabel("Guardar en:"));
   lugares->addWidget(lblPathFile_, 1);
   lugares->addWidget(cmdFile_);
-  auto* columnas = new QHBoxLayout;
-  columnas->setSpacing(kEntreColumnas);
-  columnas->addWidget(seleccion_);
-  columnas->addWidget(vista_, 1);
+  auto* columnas = new DisposicionEnFilas(kEntreColumnas);
+  columnas->Agregar(seleccion_);
+  columnas->Agregar(vista_, 1);
   const QList<QWidget*> elecciones = seleccion_->Controles();
   auto* a_la_izquierda = new QHBoxLayout;
   a_la_izquierda->addWidget(cmdContinuar_);
   auto* todo = new QVBoxLayout(this);
   todo->setContentsMargins(kMargenVentana, kMargenVentana, kMargenVentana, kMargenVentana);
   todo->addLayout(columnas, 1);
-  auto* opciones = new QHBoxLayout;
-  opciones->setSpacing(kEntreColumnas);
-  for (QWidget* opcion : elecciones.last(2)) opciones->addWidget(opcion);
-  opciones->addStretch(1);
+  auto* opciones = new DisposicionEnFilas(kEntreColumnas);
+  for (QWidget* opcion : elecciones.last(2)) opciones->Agregar(opcion);
   todo->addLayout(opciones);
   todo->addLayout(lugares);
   // What is continued is told where the read then tells how it goes.

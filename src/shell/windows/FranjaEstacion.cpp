@@ -1,17 +1,18 @@
 #include "shell/windows/FranjaEstacion.h"
 
 #include <QEvent>
-#include <QHBoxLayout>
 #include <QVBoxLayout>
 #include <string>
 
 #include "shell/windows/EtiquetaEstado.h"
+#include "widgets/DisposicionEnFilas.h"
 #include "widgets/TextoQt.h"
 
 namespace utr {
 namespace {
 
 constexpr double kLetraChica = 0.88;
+constexpr int kEntreCeldas = 20;
 
 QFont Letra(QFont letra, double parte, bool negrita) {
   letra.setPointSizeF(letra.pointSizeF() * parte);
@@ -35,15 +36,13 @@ std::optional<Matiz> MatizDe(Tono tono) {
 
 }  // namespace
 
-FranjaEstacion::FranjaEstacion(QWidget* parent) : QFrame(parent) {
+FranjaEstacion::FranjaEstacion(QWidget* parent) : QFrame(parent), fila_(new DisposicionEnFilas(kEntreCeldas, this)) {
   setObjectName("FranjaEstacion");
   setAccessibleName("Estación, enlace y reloj");
   setFrameShape(QFrame::NoFrame);
   setBackgroundRole(QPalette::Base);
   setAutoFillBackground(true);
-  auto* fila = new QHBoxLayout(this);
-  fila->setContentsMargins(10, 6, 10, 8);
-  fila->setSpacing(20);
+  fila_->setContentsMargins(10, 6, 10, 8);
   celdas_ = {Agregar("Estacion", "Estación",
                      "La configuración con la que se trabaja: de quién es, de dónde vino y cuándo.", 5),
              Agregar("Enlace", "Enlace", "Si hay enlace con la UTR, y por dónde.", 3),
@@ -64,10 +63,10 @@ FranjaEstacion::Celda FranjaEstacion::Agregar(const char* nombre, const char* ti
   auto* columna = new QVBoxLayout;
   columna->setSpacing(1);
   for (QLabel* renglon : std::initializer_list<QLabel*>{rotulo, celda.dato, celda.detalle}) {
-    renglon->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    renglon->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     columna->addWidget(renglon);
   }
-  static_cast<QHBoxLayout*>(layout())->addLayout(columna, estirado);
+  fila_->Agregar(columna, estirado);
   return celda;
 }
 
@@ -88,6 +87,10 @@ void FranjaEstacion::changeEvent(QEvent* evento) {
 void FranjaEstacion::Mostrar(const Celda& celda, const Dato& dato) {
   celda.dato->Poner(Q(dato.texto), MatizDe(dato.tono), dato.tono == Tono::kMal);
   celda.detalle->Poner(Q(dato.detalle));
+}
+
+void FranjaEstacion::DecirUnidad(const QString& unidad) {
+  setAccessibleName(unidad + QStringLiteral(": estación, enlace y reloj"));
 }
 
 void FranjaEstacion::Mostrar(const Encabezado& encabezado) {

@@ -8,6 +8,7 @@
 
 namespace utr {
 
+class DisposicionEnFilas;
 class EtiquetaEstado;
 
 // The strip above the actions: which station, how it is reached, and how its clock goes.
@@ -18,6 +19,8 @@ class FranjaEstacion : public QFrame {
   explicit FranjaEstacion(QWidget* parent = nullptr);
 
   void Mostrar(const Encabezado& encabezado);
+  // Who is at the other end: a screen reader is told it here, since the end of a menu bar is nothing to it.
+  void DecirUnidad(const QString& unidad);
 
  protected:
   void changeEvent(QEvent* evento) override;
@@ -33,6 +36,7 @@ class FranjaEstacion : public QFrame {
   void PonerLetras();
   static void Mostrar(const Celda& celda, const Dato& dato);
 
+  DisposicionEnFilas* fila_;
   std::array<Celda, 3> celdas_{};  // station, link, clock
 };
 

@@ -11,6 +11,9 @@
 #include <algorithm>
 #include <utility>
 
+#include "widgets/Tamanos.h"
+#include "widgets/Temas.h"
+
 namespace utr {
 namespace {
 
@@ -23,6 +26,7 @@ constexpr double kLetraChica = 0.88;
 
 constexpr QSize kIconoGrande(48, 48);
 constexpr QSize kIconoPequeno(20, 20);
+constexpr QSize kIconoDeDetalle(24, 24);
 
 // How the icon view looks in each of its three forms. `texto`: the room that the widest caption takes.
 struct Aspecto {
@@ -33,12 +37,14 @@ struct Aspecto {
 };
 Aspecto AspectoDe(Vista vista, const QSize& texto) {
   if (vista == Vista::kIconosGrandes) {
-    const QSize celda(texto.width() + 24, kIconoGrande.height() + 2 * texto.height() + 16);
-    return {QListView::IconMode, QListView::LeftToRight, kIconoGrande, celda};
+    const QSize icono = kIconoGrande * EscalaDelTexto();
+    const QSize celda(texto.width() + 24, icono.height() + 2 * texto.height() + 16);
+    return {QListView::IconMode, QListView::LeftToRight, icono, celda};
   }
-  const QSize celda(texto.width() + kIconoPequeno.width() + 40, texto.height() + 16);
-  return {QListView::ListMode, vista == Vista::kIconosPequenos ? QListView::LeftToRight : QListView::TopToBottom,
-          kIconoPequeno, celda};
+  const QSize icono = kIconoPequeno * EscalaDelTexto();
+  const QSize celda(texto.width() + icono.width() + 40, texto.height() + 16);
+  return {QListView::ListMode, vista == Vista::kIconosPequenos ? QListView::LeftToRight : QListView::TopToBottom, icono,
+          celda};
 }
 
 // The selection covers a cell whole, its icon too, which is drawn for that ground.
@@ -76,7 +82,9 @@ class PintorDetalles : public PintorAcciones {
     const QRect arriba(sitio.left(), sitio.center().y() - alto / 2, sitio.width(), renglon);
     const QRect abajo(sitio.left(), arriba.bottom() + 1, sitio.width(), alto - renglon);
     const bool elegida = opcion.state.testFlag(QStyle::State_Selected);
-    const auto grupo = opcion.state.testFlag(QStyle::State_Enabled) ? QPalette::Active : QPalette::Disabled;
+    const bool activa = opcion.state.testFlag(QStyle::State_Enabled);
+    const auto grupo = activa ? QPalette::Active : QPalette::Disabled;
+    opcion.font = LetraDe(activa, opcion.font, opcion.palette);
     pintor->save();
     Escribir(*pintor, arriba, opcion, texto,
              opcion.palette.color(grupo, elegida ? QPalette::HighlightedText : QPalette::Text));
@@ -103,11 +111,11 @@ class PintorDetalles : public PintorAcciones {
   }
 };
 
-QAbstractItemView* VistaDeDetalles() {
+QAbstractItemView* VistaDeDetalles(const QSize& icono) {
   auto* vista = new QTreeView;
   vista->setRootIsDecorated(false);
   vista->setUniformRowHeights(true);
-  vista->setIconSize(QSize(24, 24));
+  vista->setIconSize(icono);
   vista->header()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   vista->setItemDelegate(new PintorDetalles(vista));
   return vista;
@@ -147,6 +155,7 @@ void ListaAcciones::Agregar(const QString& texto, const QString& que_hace, const
 
 void ListaAcciones::FijarVista(Vista vista) {
   const bool con_foco = vista_ != nullptr && vista_->hasFocus();
+  cual_ = vista;
   delete vista_;
   vista_ = NuevaVista(vista);
   vista_->setModel(modelo_);
@@ -163,7 +172,8 @@ void ListaAcciones::FijarVista(Vista vista) {
 }
 
 QAbstractItemView* ListaAcciones::NuevaVista(Vista vista) const {
-  return vista == Vista::kDetalles ? VistaDeDetalles() : VistaDeIconos(AspectoDe(vista, SitioDelTexto()));
+  if (vista == Vista::kDetalles) return VistaDeDetalles(kIconoDeDetalle * EscalaDelTexto());
+  return VistaDeIconos(AspectoDe(vista, SitioDelTexto()));
 }
 
 QSize ListaAcciones::SitioDelTexto() const {
@@ -188,6 +198,12 @@ int ListaAcciones::Indice(int fila) const {
 
 void ListaAcciones::Elegir(int fila) {
   vista_->setCurrentIndex(modelo_->index(fila, 0));
+}
+
+// The cells of the icon views have room for the captions in one size of letters.
+void ListaAcciones::changeEvent(QEvent* evento) {
+  QWidget::changeEvent(evento);
+  if (evento->type() == QEvent::FontChange && vista_ != nullptr) FijarVista(cual_);
 }
 
 bool ListaAcciones::eventFilter(QObject* vigilado, QEvent* evento) {

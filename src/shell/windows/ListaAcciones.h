@@ -36,6 +36,7 @@ class ListaAcciones : public QWidget {
   void Ejecutar(int indice);
 
  protected:
+  void changeEvent(QEvent* evento) override;
   bool eventFilter(QObject* vigilado, QEvent* evento) override;
 
  private:
@@ -46,6 +47,7 @@ class ListaAcciones : public QWidget {
   QStandardItemModel* modelo_;
   QItemSelectionModel* seleccion_;
   QAbstractItemView* vista_ = nullptr;
+  Vista cual_ = Vista::kDetalles;
 };
 
 }  // namespace utr

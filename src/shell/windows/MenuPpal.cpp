@@ -4,9 +4,11 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPainter>
 #include <QToolBar>
 #include <QToolButton>
 #include <optional>
+#include <utility>
 
 #include "shell/windows/AccionesPpal.h"
 #include "widgets/Apariencia.h"
@@ -43,6 +45,39 @@ constexpr std::array<TemaOfrecido, 4> kTemas{{
     {Tema::kExteriores, "&Exteriores (a pleno sol)"},
 }};
 
+// Who is at the other end, on a ground of its own colour.
+class EtiquetaUnidad : public QLabel {
+ public:
+  explicit EtiquetaUnidad(QMenuBar* barra) : barra_(barra) {
+    setObjectName("Unidad");
+    setContentsMargins(kAlLado + kAfuera, kEncima, kAlLado + kAfuera, kEncima);
+  }
+
+ protected:
+  void paintEvent(QPaintEvent* evento) override {
+    {
+      QPainter pintor(this);
+      pintor.setRenderHint(QPainter::Antialiasing);
+      pintor.setPen(Qt::NoPen);
+      pintor.setBrush(palette().color(QPalette::Window));
+      pintor.drawRoundedRect(rect().adjusted(kAfuera, 2, -kAfuera, -2), 3, 3);
+    }
+    QLabel::paintEvent(evento);
+  }
+  // A menu bar looks at the size of its corner when it is put there.
+  void changeEvent(QEvent* evento) override {
+    QLabel::changeEvent(evento);
+    if (evento->type() == QEvent::FontChange && barra_->cornerWidget() == this) barra_->setCornerWidget(this);
+  }
+
+ private:
+  static constexpr int kAfuera = 6;
+  static constexpr int kAlLado = 8;
+  static constexpr int kEncima = 3;
+
+  QMenuBar* barra_;
+};
+
 QMenu* Menu(QMenu* menu, const char* nombre) {
   menu->setObjectName(QString::fromLatin1(nombre));
   return menu;
@@ -56,14 +91,13 @@ QAction* Entrada(QMenu* menu, const QString& nombre, const QString& texto, const
 
 }  // namespace
 
-MenuPpal::MenuPpal(QMainWindow* ventana) : QObject(ventana), unidad_(new QLabel) {
+MenuPpal::MenuPpal(QMainWindow* ventana) : QObject(ventana), unidad_(new EtiquetaUnidad(ventana->menuBar())) {
   ArmarConexion(ventana);
   ArmarAcciones(ventana);
   ArmarVer(ventana);
   ArmarVisita(ventana);
   ArmarAyuda(ventana);
   ArmarBarra(ventana);
-  unidad_->setObjectName("Unidad");
   ventana->menuBar()->setCornerWidget(unidad_);
   MostrarUnidad(ClaseDeUnidad::kSimulada);
 }
@@ -192,7 +226,6 @@ void MenuPpal::ArmarBarra(QMainWindow* ventana) {
   auto* barra = new QToolBar("Barra de herramientas", ventana);
   barra->setObjectName("BarraHerramientas");
   barra->setMovable(false);
-  barra->setIconSize(QSize(22, 22));
   ventana->addToolBar(barra);
   // The pairs and the views press one button alone.
   auto* orden = new QActionGroup(this);
@@ -211,6 +244,8 @@ void MenuPpal::ArmarBarra(QMainWindow* ventana) {
           [this] { emit OrdenPedido(true); });
   connect(Agregar(barra, "Sort Descending", "Orden descendente", "orden-descendente", orden), &QAction::triggered, this,
           [this] { emit OrdenPedido(false); });
+  Boton("Sort Ascending")->setShortcut(QKeySequence("F8"));
+  Boton("Sort Descending")->setShortcut(QKeySequence("Shift+F8"));
   barra->addSeparator();
   for (std::size_t i = 0; i < kVistas.size(); ++i) {
     connect(Agregar(barra, kVistas[i].clave, kVistas[i].ayuda, kVistas[i].icono, vistas), &QAction::triggered, this,
@@ -237,14 +272,16 @@ QAction* MenuPpal::Agregar(QToolBar* barra, const char* clave, const char* texto
 // A colour of its own for each, so that the one that changes a unit isn't taken for the others. Both colours are given,
 // and so it can be read in any scheme.
 void MenuPpal::MostrarUnidad(ClaseDeUnidad clase) {
-  static constexpr std::array<const char*, 4> kColores{
-      "background: #f2c14e; color: black", "background: #1d4f86; color: white", "background: #9b2c2c; color: white",
-      "background: #4d5156; color: white"};
+  static constexpr std::array<std::pair<const char*, Qt::GlobalColor>, 4> kColores{
+      {{"#f2c14e", Qt::black}, {"#1d4f86", Qt::white}, {"#9b2c2c", Qt::white}, {"#4d5156", Qt::white}}};
+  const auto& [fondo, letras] = kColores.at(static_cast<std::size_t>(clase));
+  QPalette colores;
+  colores.setColor(QPalette::Window, QColor(fondo));
+  colores.setColor(QPalette::WindowText, letras);
+  unidad_->setPalette(colores);
   unidad_->setText(Q(TextoDe(clase)));
   unidad_->setToolTip(Q(DetalleDe(clase)));
   unidad_->setWhatsThis(Q(DetalleDe(clase)));
-  unidad_->setStyleSheet(QString("QLabel { %1; border-radius: 3px; padding: 1px 8px; margin: 2px 6px; }")
-                             .arg(kColores.at(static_cast<std::size_t>(clase))));
   // A menu bar looks at the size of its corner when it is put there.
   if (auto* barra = qobject_cast<QMenuBar*>(unidad_->parentWidget())) barra->setCornerWidget(unidad_);
 }

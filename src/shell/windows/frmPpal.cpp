@@ -74,7 +74,7 @@ frmPpal::frmPpal(ModRTU& mod, QWidget* parent)
                    .verificacion = [this](auto texto, auto detalle) { barra_estado_->Verificacion(texto, detalle); },
                    .leida = [this] { MostrarEstacion(); },
                    .mostrar_canales = [this](bool solo_mirar) { utr::MostrarConfiguracion(flujo_, solo_mirar); }});
-  resize(760, 580);
+  resize((QSize(820, 600) * EscalaDelTexto()).boundedTo(SitioEnPantalla(*this)));
   RecordarTamano(this);
 }
 
@@ -92,6 +92,7 @@ void frmPpal::Seguir(SituacionDelEnlace& situacion) {
   situacion_ = &situacion;
   const auto mostrar = [this] {
     menu_->MostrarUnidad(situacion_->Clase());
+    franja_->DecirUnidad(Q(TextoDe(situacion_->Clase())));
     const bool por_linea = situacion_->Clase() != ClaseDeUnidad::kSimulada;
     barra_estado_->Trafico(por_linea ? TextoDe(situacion_->Cuenta()) : std::string());
   };

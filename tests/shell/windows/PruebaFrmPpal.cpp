@@ -15,6 +15,7 @@
 #include "base/Progreso.h"
 #include "session/RelojUTR.h"
 #include "shell/windows/ListaAcciones.h"
+#include "widgets/Temas.h"
 
 namespace utr {
 namespace {
@@ -391,8 +392,10 @@ TEST_F(Ppal, DiceSiempreQuienEstaAlOtroExtremo) {
     EXPECT_EQ(Panel("Unidad"), texto);
     const auto& panel = Hallar<QLabel>(*ventana, "Unidad");
     EXPECT_TRUE(panel.isVisible());
+    EXPECT_TRUE(Hallar<QWidget>(*ventana, "FranjaEstacion").accessibleName().startsWith(QString::fromUtf8(texto)));
     EXPECT_FALSE(panel.toolTip().isEmpty());
-    colores.insert(panel.styleSheet());
+    colores.insert(panel.palette().color(QPalette::Window).name());
+    EXPECT_GE(Contraste(panel.palette().color(QPalette::WindowText), panel.palette().color(QPalette::Window)), 7);
   }
   EXPECT_EQ(colores.size(), 4U) << "a colour of its own for each";
   situacion.PonerCuenta({.enviados = 10, .recibidos = 20, .reintentos = 1});
