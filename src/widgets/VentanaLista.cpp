@@ -32,7 +32,6 @@ namespace {
 constexpr int kBajoLaBarra = 8;
 constexpr int kEntrePartes = 10;
 constexpr int kEntreLineas = 20;
-constexpr QSize kIcono(22, 22);
 constexpr int kAnchoALado = 420;
 constexpr int kRenglonesPorVenir = 5;        // of what is said of the rows once there are some
 constexpr QLatin1String kAlLado("al lado");  // what is remembered of the part beside the list
@@ -102,7 +101,6 @@ VentanaLista::VentanaLista(const ContextoListas& contexto, std::filesystem::path
                  Qt::WindowCloseButtonHint);
   lblFiltradas_->setObjectName("lblFiltradas");
   barra_->setObjectName("BarraHerramientas");
-  barra_->setIconSize(kIcono);
   barra_->setAccessibleName("Barra de herramientas");
   NombrarBotonesDeQt(*barra_);
   lineas_->setSpacing(kEntreLineas);
@@ -213,7 +211,7 @@ ComandoVentana VentanaLista::ComandoGuardar(const char* nombre) {
 
 ComandoVentana VentanaLista::ComandoGuardarCsv() {
   return {.nombre = "mnuGuardarCsv",
-          .texto = "Guardar como CS&V...",
+          .texto = "G&uardar como CSV...",
           .tecla = Qt::CTRL | Qt::SHIFT | Qt::Key_S,
           .si = [this] { return HayFilas(); },
           .hacer = UnaVez([this] { servicios_.GuardarComoCsv(); })};
@@ -262,6 +260,7 @@ ComandoVentana VentanaLista::ComandoOrdenar(bool ascendente) {
   return {.clave = ascendente ? "Sort Ascending" : "Sort Descending",
           .icono = ascendente ? "orden-ascendente" : "orden-descendente",
           .ayuda = ascendente ? "Orden ascendente" : "Orden descendente",
+          .tecla = QKeySequence(ascendente ? "F8" : "Shift+F8"),
           .hacer = [this, ascendente] { lista_->OrdenarComoTexto(0, ascendente); }};
 }
 
@@ -395,7 +394,7 @@ void VentanaLista::Armar(QWidget* encima, const PieDialogo& pie, const QSize& ta
   if (pie_.cancelar != nullptr) connect(pie_.cancelar, &QPushButton::clicked, this, &VentanaLista::reject);
   lineas_->addWidget(lblFiltradas_);
   auto* cuerpo = new QVBoxLayout;
-  cuerpo->setContentsMargins(kMargenVentana, kBajoLaBarra, kMargenVentana, kMargenVentana);
+  cuerpo->setContentsMargins(kMargenVentana, kBajoLaBarra, kMargenVentana, 0);
   cuerpo->setSpacing(kEntrePartes);
   if (encima_ != nullptr) cuerpo->addWidget(ALoAncho(encima_, *this));
   if (divisible) {
@@ -404,13 +403,15 @@ void VentanaLista::Armar(QWidget* encima, const PieDialogo& pie, const QSize& ta
     cuerpo->addWidget(Centro(), 1);
     if (debajo_ != nullptr) cuerpo->addWidget(debajo_);
   }
-  cuerpo->addLayout(FilaDePie(pie_, lineas_));
+  auto* fila = FilaDePie(pie_, lineas_);
+  fila->setContentsMargins(kMargenVentana, kEntrePartes, kMargenVentana, kMargenVentana);
   auto* todo = new QVBoxLayout(this);
   todo->setContentsMargins(0, 0, 0, 0);
   todo->setSpacing(0);
   todo->setMenuBar(menu_);
   todo->addWidget(barra_);
   todo->addLayout(cuerpo, 1);
+  todo->addLayout(fila);
   OrdenarTab();
   const int renglones = kRenglonesPorVenir * fontMetrics().lineSpacing();
   AjustarTamano(*this, al_lado_ == nullptr ? tamano : tamano + QSize(kAnchoALado, 0), QSize(0, renglones));

@@ -14,7 +14,6 @@
 #include <QVBoxLayout>
 #include <algorithm>
 #include <set>
-#include <unordered_set>
 #include <utility>
 
 #include "widgets/AnchoTexto.h"
@@ -26,9 +25,9 @@
 namespace utr {
 namespace {
 
-// Above this many selected rows, unless all are, only the current one is found again after a new order: the rest isn't
-// worth the walk.
-constexpr std::size_t kMaximoConservado = 10000;
+// In more separate stretches than these, the view would spend its time on looking up what is selected; then only the
+// current row stays so.
+constexpr int kMaximoDeTramos = 10000;
 constexpr int kLetrasALaVista = 60;  // of a cell at first; a double click on the border of the column shows all
 constexpr int kMargenCelda = 20;
 constexpr int kMargenRenglon = 6;
@@ -120,12 +119,6 @@ VistaLista::VistaLista(Columnas columnas, QWidget* parent)
 void VistaLista::ArmarFiltro() {
   filtro_->setObjectName(QStringLiteral("txtFiltro"));
   filtro_->setPlaceholderText(QStringLiteral("Filtrar (Ctrl+F)"));
-  // Some desktops leave the colour of the hint as it is on a light background.
-  QColor tenue = filtro_->palette().color(QPalette::Text);
-  tenue.setAlphaF(0.5F);
-  QPalette propia;
-  propia.setColor(QPalette::PlaceholderText, tenue);
-  filtro_->setPalette(propia);
   filtro_->setAccessibleName(QStringLiteral("Filtrar"));
   filtro_->setClearButtonEnabled(true);
   NombrarBotonesDeQt(*filtro_);
@@ -183,7 +176,14 @@ void VistaLista::ArmarAcciones() {
   todo->setShortcut(QKeySequence::SelectAll);
   todo->setShortcutContext(Qt::WidgetShortcut);
   connect(todo, &QAction::triggered, arbol_, &QTreeView::selectAll);
-  arbol_->addActions({copiar, todo});
+  auto* ordenar = new QAction(QStringLiteral("&Ordenar por la columna siguiente"), arbol_);
+  ordenar->setShortcut(QKeySequence(Qt::Key_F7));
+  connect(ordenar, &QAction::triggered, this, &VistaLista::OrdenarPorLaSiguiente);
+  auto* invertir = new QAction(QStringLiteral("&Invertir el orden"), arbol_);
+  invertir->setShortcut(QKeySequence(Qt::SHIFT | Qt::Key_F7));
+  connect(invertir, &QAction::triggered, this, &VistaLista::RepetirOrden);
+  for (QAction* accion : {ordenar, invertir}) accion->setShortcutContext(Qt::WidgetShortcut);
+  arbol_->addActions({copiar, todo, ordenar, invertir});
   arbol_->setContextMenuPolicy(Qt::ActionsContextMenu);
   buscar_ = new QShortcut(QKeySequence::Find, this);
   buscar_->setWhatsThis(QStringLiteral("Ir al filtro de la lista"));
@@ -244,12 +244,16 @@ void VistaLista::Elegir(std::size_t posicion) {
 void VistaLista::ElegirTodas(const std::function<bool(std::size_t fila)>& elegida) {
   QItemSelection seleccion;
   const int ultima = modelo_->columnCount() - 1;
-  for (std::size_t posicion = 0; posicion < Lista().Cantidad(); ++posicion) {
-    if (!elegida(Lista().Fila(posicion))) continue;
-    const int renglon = static_cast<int>(posicion);
-    seleccion.select(modelo_->index(renglon, 0), modelo_->index(renglon, ultima));
+  const int filas = static_cast<int>(Lista().Cantidad());
+  for (int desde = 0; desde < filas; ++desde) {
+    int hasta = desde;
+    while (hasta < filas && elegida(Lista().Fila(static_cast<std::size_t>(hasta)))) ++hasta;
+    if (hasta == desde) continue;
+    seleccion.append(QItemSelectionRange(modelo_->index(desde, 0), modelo_->index(hasta - 1, ultima)));
+    desde = hasta;  // which isn't selected
   }
-  arbol_->selectionModel()->select(seleccion, QItemSelectionModel::ClearAndSelect);
+  if (seleccion.size() <= kMaximoDeTramos)
+    arbol_->selectionModel()->select(seleccion, QItemSelectionModel::ClearAndSelect);
 }
 
 void VistaLista::Ordenar(std::size_t columna, bool ascendente) {
@@ -288,6 +292,15 @@ void VistaLista::ClicColumna(std::size_t columna) {
   emit Ordenada(columna, ascendente);
 }
 
+// By the columns as they stand; after the last one comes the first.
+void VistaLista::OrdenarPorLaSiguiente() {
+  const std::optional<std::size_t> ahora = orden_ ? std::optional(orden_->columna) : columna_ordenada_;
+  const int lugar = ahora ? (titulos_->visualIndex(static_cast<int>(*ahora)) + 1) % titulos_->count() : 0;
+  const auto columna = static_cast<std::size_t>(titulos_->logicalIndex(lugar));
+  Ordenar(columna, true);
+  emit Ordenada(columna, true);
+}
+
 void VistaLista::RepetirOrden() {
   if (columna_ordenada_) ClicColumna(*columna_ordenada_);
 }
@@ -317,14 +330,10 @@ void VistaLista::Cambiar(const std::function<void(ListaTabla&)>& cambio) {
   const std::optional<std::size_t> actual = FilaActual();
   constexpr auto kNinguna = static_cast<std::size_t>(-1);
   const std::size_t fila_actual = actual ? lista.Fila(*actual) : kNinguna;
-  std::unordered_set<std::size_t> elegidas;
-  std::vector<std::size_t> posiciones = FilasElegidas();
-  const bool todas = posiciones.size() > kMaximoConservado && posiciones.size() == lista.Cantidad();
-  if (posiciones.size() <= kMaximoConservado) {
-    for (const std::size_t posicion : posiciones) elegidas.insert(lista.Fila(posicion));
-  }
+  std::vector<bool> elegidas(lista.Total());
+  const std::vector<std::size_t> posiciones = FilasElegidas();
+  for (const std::size_t posicion : posiciones) elegidas[lista.Fila(posicion)] = true;
   modelo_->Cambiar(cambio);
-  if (fila_actual == kNinguna && elegidas.empty() && !todas) return;
   for (std::size_t posicion = 0; posicion < lista.Cantidad() && fila_actual != kNinguna; ++posicion) {
     if (lista.Fila(posicion) != fila_actual) continue;
     const QModelIndex nuevo = modelo_->index(static_cast<int>(posicion), 0);
@@ -332,8 +341,8 @@ void VistaLista::Cambiar(const std::function<void(ListaTabla&)>& cambio) {
     arbol_->scrollTo(nuevo);
     break;
   }
-  if (todas && posiciones.size() == lista.Cantidad()) return arbol_->selectAll();
-  ElegirTodas([&elegidas](std::size_t fila) { return elegidas.contains(fila); });
+  if (!posiciones.empty())
+    ElegirTodas([&elegidas](std::size_t fila) { return fila < elegidas.size() && elegidas[fila]; });
 }
 
 void VistaLista::AjustarColumnas() {

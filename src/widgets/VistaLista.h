@@ -77,6 +77,8 @@ class VistaLista : public QWidget {
   // The click on the title of a column, and the same on the column that bears the icon (nothing without one).
   void ClicColumna(std::size_t columna);
   void RepetirOrden();
+  // Orders by the column right of the one that orders now, ascending, as a click on its title would.
+  void OrdenarPorLaSiguiente();
 
   // For a window that is found as it was left. The operator may drag columns to other places, which changes no
   // document. With `si` the widths that he gave to columns stay when the columns are fitted.

@@ -1,9 +1,12 @@
 #include "widgets/frmItemLista.h"
 
+#include <QApplication>
+#include <QClipboard>
 #include <QFormLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 #include "widgets/Campos.h"
@@ -26,6 +29,9 @@ frmItemLista::frmItemLista(QWidget* parent) : QDialog(parent) {
   marco->setFocusPolicy(Qt::NoFocus);
   QPushButton* cmd = Boton("cmd", "&Cerrar");
   connect(cmd, &QPushButton::clicked, this, &frmItemLista::accept);
+  auto* copiar = new QShortcut(QKeySequence::Copy, this);
+  copiar->setWhatsThis("Copiar todos los campos");
+  connect(copiar, &QShortcut::activated, this, &frmItemLista::Copiar);
   auto* cuerpo = new QVBoxLayout;
   cuerpo->addWidget(marco);
   ArmarDialogo(*this, cuerpo, {.cancelar = cmd});
@@ -38,6 +44,17 @@ void frmItemLista::ItemToShow(const ListaTabla& lista, std::size_t posicion, std
   const QSize hoja = pares_->sizeHint();
   resize(QSize(std::max(360, hoja.width() + 60), hoja.height() + 90).boundedTo(SitioEnPantalla(*this)));
   RecordarTamano(this);
+}
+
+// What was marked in a value is copied by the value itself.
+void frmItemLista::Copiar() {
+  QStringList renglones;
+  for (int fila = 0; fila < pares_->rowCount(); ++fila) {
+    const auto* titulo = qobject_cast<QLabel*>(pares_->itemAt(fila, QFormLayout::LabelRole)->widget());
+    const auto* dato = qobject_cast<QLabel*>(pares_->itemAt(fila, QFormLayout::FieldRole)->widget());
+    renglones.append(titulo->text().replace("&&", "&") + dato->text());
+  }
+  QApplication::clipboard()->setText(renglones.join('\n'));
 }
 
 void frmItemLista::AgregarPar(std::size_t indice, const std::string& titulo, const std::string& dato) {

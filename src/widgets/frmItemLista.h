@@ -21,6 +21,7 @@ class frmItemLista : public QDialog {
   void ItemToShow(const ListaTabla& lista, std::size_t posicion, std::size_t columna_titulo);
 
  private:
+  void Copiar();
   void AgregarPar(std::size_t indice, const std::string& titulo, const std::string& dato);
 
   QFormLayout* pares_;

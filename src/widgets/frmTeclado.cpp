@@ -21,7 +21,7 @@
 namespace utr {
 namespace {
 
-constexpr QSize kTamano(620, 520);
+constexpr QSize kTamano(900, 560);
 constexpr const char* kCampos[] = {"Donde", "Que", "Tecla"};
 constexpr std::int32_t kLargo = 255;
 
@@ -32,18 +32,18 @@ struct AtajoComun {
   const char* tecla;
 };
 constexpr std::array<AtajoComun, 19> kComunes{{
-    {"Toda ventana", "Ir al control siguiente, al anterior", "Tab, Mayúsculas+Tab"},
+    {"Toda ventana", "Ir al control siguiente, al anterior", "Tab, Mayús+Tab"},
     {"Toda ventana", "Ir al control de la letra subrayada, o apretarlo", "Alt+letra"},
     {"Toda ventana", "Ir al menú", "Alt, F10"},
     {"Toda ventana", "Apretar el botón que tiene el teclado; si no, el que está marcado", "Enter"},
     {"Toda ventana", "Apretar el botón, o marcar la casilla, que tiene el teclado", "Espacio"},
     {"Toda ventana", "Cancelar, o cerrar", "Esc"},
-    {"Toda ventana", "Explicar el control que se señale después", "Mayúsculas+F1"},
-    {"Toda ventana", "Ver esta página", "Control+F1"},
-    {"Hojas", "Pasar a la hoja siguiente, a la anterior", "Control+Tab, Control+Mayúsculas+Tab"},
+    {"Toda ventana", "Decir para qué es el control que tiene el teclado", "Mayús+F1"},
+    {"Toda ventana", "Ver esta página", "Ctrl+F1"},
+    {"Hojas", "Pasar a la hoja siguiente, a la anterior", "Ctrl+Tab, Ctrl+Mayús+Tab"},
     {"Listas", "Moverse por los renglones", "flechas, Inicio, Fin, Re Pág, Av Pág"},
     {"Listas", "Abrir el renglón", "Enter"},
-    {"Listas", "Elegir más renglones", "Mayúsculas+flechas, Control+Espacio"},
+    {"Listas", "Elegir más renglones", "Mayús+flechas, Ctrl+Espacio"},
     {"Listas", "Del filtro a la lista", "Enter, Abajo"},
     {"Listas", "Vaciar el filtro", "Esc"},
     {"Fechas y números", "Aumentar, disminuir", "Arriba, Abajo"},
@@ -52,6 +52,8 @@ constexpr std::array<AtajoComun, 19> kComunes{{
     {"Gráfico y mapa", "Acercar, alejar", "+, -"},
     {"Gráfico", "Correr el período", "Re Pág, Av Pág"},
 }};
+
+constexpr QLatin1String kAhoraNo(" (ahora no)");
 
 QString SinLetra(QString texto) {
   return texto.remove('&').trimmed();
@@ -83,7 +85,7 @@ TablaPtr TablaDe(const QList<Atajo>& atajos) {
   for (const Atajo& atajo : atajos) {
     tabla->AddNew();
     tabla->Set(kCampos[0], U(atajo.donde));
-    tabla->Set(kCampos[1], U(atajo.que));
+    tabla->Set(kCampos[1], U(atajo.rige ? atajo.que : atajo.que + kAhoraNo));
     tabla->Set(kCampos[2], U(atajo.tecla));
   }
   return tabla;
@@ -95,12 +97,15 @@ QList<Atajo> AtajosDe(const QWidget& ventana) {
   QList<Atajo> atajos;
   for (const QAction* accion : ventana.findChildren<QAction*>()) {
     const QString tecla = accion->shortcut().toString(QKeySequence::NativeText);
-    if (!tecla.isEmpty()) Agregar(atajos, {DondeEsta(*accion), SinLetra(accion->text()), tecla});
+    if (!tecla.isEmpty() && accion->isVisible())
+      Agregar(atajos, {DondeEsta(*accion), SinLetra(accion->text()), tecla, accion->isEnabled()});
   }
   for (const QShortcut* atajo : ventana.findChildren<QShortcut*>()) {
     const bool de_la_ventana = qobject_cast<QWidget*>(atajo->parent())->window() == &ventana;
-    if (de_la_ventana && atajo->isEnabled() && !atajo->whatsThis().isEmpty())
-      Agregar(atajos, {QStringLiteral("Ventana"), atajo->whatsThis(), atajo->key().toString(QKeySequence::NativeText)});
+    if (de_la_ventana && !atajo->whatsThis().isEmpty()) {
+      const QString tecla = atajo->key().toString(QKeySequence::NativeText);
+      Agregar(atajos, {QStringLiteral("Ventana"), atajo->whatsThis(), tecla, atajo->isEnabled()});
+    }
   }
   return atajos;
 }
@@ -113,12 +118,13 @@ frmTeclado::frmTeclado(QWidget* ventana) : QDialog(ventana) {
                                 {.titulo = "Tecla", .campo = kCampos[2]}});
   lista->Arbol()->setAccessibleName("Teclas");
   QList<Atajo> atajos = AtajosDe(*ventana);
-  for (const AtajoComun& comun : kComunes) atajos.append({comun.donde, comun.que, comun.tecla});
+  for (const AtajoComun& comun : kComunes) atajos.append({comun.donde, comun.que, comun.tecla, true});
   lista->Mostrar(TablaDe(atajos));
   lista->Elegir(0);
   auto* cuerpo = new QVBoxLayout;
   cuerpo->addWidget(lista, 1);
   QPushButton* cerrar = Boton("cmd", "&Cerrar");
+  cerrar->setWhatsThis("Cierra la página.");
   connect(cerrar, &QPushButton::clicked, this, &frmTeclado::accept);
   ArmarDialogo(*this, cuerpo, {.cancelar = cerrar, .por_defecto = false}, {lista->CampoFiltro(), lista->Arbol()});
   lista->Arbol()->setFocus();

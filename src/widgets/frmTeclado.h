@@ -8,11 +8,13 @@ namespace utr {
 
 class VistaLista;
 
-// A key and what it does; `donde`: the menu that tells it too, or the part of the window that it belongs to.
+// A key and what it does; `donde`: the menu that tells it too, or the part of the window that it belongs to; `rige`:
+// whether its command can be given as the window stands.
 struct Atajo {
   QString donde;
   QString que;
   QString tecla;
+  bool rige = true;
 };
 
 // The keys of a window as it has them: those of its commands, and those that say by themselves what they do

@@ -19,6 +19,7 @@
 #include "widgets/TextoQt.h"
 #include "widgets/VentanaLista.h"
 #include "widgets/VistaLista.h"
+#include "widgets/frmTeclado.h"
 
 namespace utr {
 namespace {
@@ -138,6 +139,17 @@ TEST_F(PruebaVentanaLista, LosComandosSiguenALaListaLaSeleccionYLaVentana) {
   EXPECT_EQ(U(ventana.findChild<QLabel*>("lblFiltradas")->text()), "A la vista: 2") << "there is no export to tell of";
   ventana.Lista().Vaciar();
   EXPECT_THAT(estado(), ElementsAre(false, false, true));
+}
+
+TEST_F(PruebaVentanaLista, LaPaginaDelTecladoDiceQueComandosNoRigenAhora) {
+  const auto imprimir = [this] {
+    const QList<Atajo> atajos = AtajosDe(ventana);
+    const auto uno = std::find_if(atajos.begin(), atajos.end(), [](const Atajo& a) { return a.que == "Imprimir"; });
+    return uno != atajos.end() && uno->rige;
+  };
+  EXPECT_TRUE(imprimir());
+  ventana.Lista().Vaciar();
+  EXPECT_FALSE(imprimir());
 }
 
 TEST_F(PruebaVentanaLista, UnClicQueEsperoTrasImprimirNoImprimeOtraVez) {

@@ -160,6 +160,35 @@ TEST_F(PruebaVistaLista, LaFilaActualYLasElegidasSiguenASusFilas) {
   EXPECT_TRUE(vista.FilasElegidas().empty());
 }
 
+TEST_F(PruebaVistaLista, MuchasElegidasSiguenASusFilas) {
+  std::vector<Celdas> filas(30000, Celdas{"01/01/2026", "EA1", "1.000"});
+  for (std::size_t i = 0; i < 15000; ++i) filas[i][1] = "PLV";
+  vista.Mostrar(TablaDeTextos({"Fecha", "Canal", "Valor"}, filas));
+  vista.ElegirTodas([](std::size_t fila) { return fila < 15000; });
+  vista.Ordenar(1, true);  // "EA1" ahead of "PLV"
+  const std::vector<std::size_t> elegidas = vista.FilasElegidas();
+  ASSERT_EQ(elegidas.size(), 15000U);
+  EXPECT_EQ(elegidas.front(), 15000U);
+}
+
+TEST_F(PruebaVistaLista, ConElTecladoSeOrdenaPorCualquierColumna) {
+  vista.Mostrar(Muestra());
+  vista.Arbol()->header()->setSectionsMovable(true);
+  vista.Arbol()->header()->moveSection(2, 0);  // Valor, Fecha, Canal
+  QSignalSpy ordenada(&vista, &VistaLista::Ordenada);
+  vista.Arbol()->setFocus();
+  QTest::keyClick(vista.Arbol(), Qt::Key_F7);
+  EXPECT_THAT(Columna(2), ElementsAre("N/D", "-3.000", "9.500", "10.000"));
+  QTest::keyClick(vista.Arbol(), Qt::Key_F7, Qt::ShiftModifier);
+  EXPECT_THAT(Columna(2), ElementsAre("10.000", "9.500", "-3.000", "N/D"));
+  QTest::keyClick(vista.Arbol(), Qt::Key_F7);
+  EXPECT_THAT(Columna(0), ElementsAre("10/12/2025", "02/01/2026", "05/01/2026", "01/02/2026"));
+  QTest::keyClick(vista.Arbol(), Qt::Key_F7);
+  QTest::keyClick(vista.Arbol(), Qt::Key_F7);
+  EXPECT_EQ(vista.ColumnaOrdenada(), 2U) << "after the last comes the first";
+  EXPECT_EQ(ordenada.size(), 5);
+}
+
 TEST_F(PruebaVistaLista, CtrlFFiltraAlTeclearYEscVaciaElCampo) {
   vista.Mostrar(Muestra());
   vista.Arbol()->setFocus();
