@@ -137,4 +137,15 @@ Elija otro nombre de archivo.</translation>
         <translation>Archivo de &amp;salida:</translation>
     </message>
 </context>
+<context>
+    <name>QShortcut</name>
+    <message>
+        <source>Ctrl</source>
+        <translation>Ctrl</translation>
+    </message>
+    <message>
+        <source>Shift</source>
+        <translation>Mayús</translation>
+    </message>
+</context>
 </TS>

@@ -27,7 +27,6 @@ namespace utr {
 namespace {
 
 constexpr QSize kTamano(900, 620);
-constexpr QSize kIcono(22, 22);
 constexpr int kLetrasIndice = 44;  // room for the contents
 constexpr int kMargen = 6;
 constexpr int kMargenPagina = 12;
@@ -108,14 +107,13 @@ frmAyuda::frmAyuda(const LibroAyuda& libro, QWidget* parent)
   });
   new QShortcut(QKeySequence(Qt::Key_Escape), this, this, &QWidget::close);
   new QShortcut(QKeySequence::Find, this, this, &frmAyuda::IrABuscar);
-  resize(kTamano.boundedTo(SitioEnPantalla(*this)));
+  resize((kTamano * EscalaDelTexto()).boundedTo(SitioEnPantalla(*this)));
   RecordarTamano(this);
   Titular();
 }
 
 QWidget* frmAyuda::ArmarBarra() {
   auto* barra = new QToolBar("Barra de herramientas");
-  barra->setIconSize(kIcono);
   const auto agregar = [&](const char* nombre, const char* texto, const QKeySequence& tecla,
                            void (QTextBrowser::*hacer)()) {
     QAction* accion = barra->addAction(texto);
@@ -131,6 +129,7 @@ QWidget* frmAyuda::ArmarBarra() {
   for (QAction* accion : {atras, adelante}) accion->setEnabled(false);
   QAction* portada = barra->addAction("&Portada");
   portada->setObjectName("Portada");
+  portada->setShortcut(QKeySequence("Alt+Home"));
   connect(portada, &QAction::triggered, this, [this] { IrA(libro_.Portada()); });
   NombrarBotonesDeQt(*barra);
   return barra;
@@ -176,7 +175,15 @@ QWidget* frmAyuda::ArmarIndice() {
           [this](const QHelpLink& enlace) { pagina_->setSource(enlace.url); });
   // A word with several pages: they are offered where words that were searched are.
   connect(indice, &QHelpIndexWidget::documentsActivated, this,
-          [this](const QList<QHelpLink>& enlaces) { pagina_->setSource(enlaces.front().url); });
+          [this](const QList<QHelpLink>& enlaces, const QString& palabra) {
+            txtBuscar_->setText(palabra);
+            hallados_->clear();
+            for (const QHelpLink& enlace : enlaces) AgregarHallado(enlace.title, enlace.url);
+            DecirHallados();
+            hojas_->setCurrentIndex(hojas_->count() - 1);
+            hallados_->setCurrentRow(0);
+            hallados_->setFocus();
+          });
   QVBoxLayout* columna = Columna(hoja);
   columna->addWidget(filtro);
   hoja->setFocusProxy(filtro);
@@ -224,14 +231,21 @@ void frmAyuda::Buscar() {
 void frmAyuda::MostrarHallados() {
   hallados_->clear();
   const QList<QHelpSearchResult> halladas = libro_.Buscador().searchResults(0, kMasHallados);
-  for (const QHelpSearchResult& una : halladas) {
-    auto* renglon = new QListWidgetItem(una.title(), hallados_);
-    renglon->setData(Qt::UserRole, una.url());
-  }
-  lblHallados_->setText(halladas.isEmpty()     ? QStringLiteral("Ninguna página tiene esas palabras.")
-                        : halladas.size() == 1 ? QStringLiteral("Una página")
-                                               : QStringLiteral("%1 páginas").arg(halladas.size()));
+  for (const QHelpSearchResult& una : halladas) AgregarHallado(una.title(), una.url());
+  DecirHallados();
   emit Buscado();
+}
+
+void frmAyuda::AgregarHallado(const QString& titulo, const QUrl& pagina) {
+  auto* renglon = new QListWidgetItem(titulo, hallados_);
+  renglon->setData(Qt::UserRole, pagina);
+}
+
+void frmAyuda::DecirHallados() {
+  const int cuantas = hallados_->count();
+  lblHallados_->setText(cuantas == 0   ? QStringLiteral("Ninguna página tiene esas palabras.")
+                        : cuantas == 1 ? QStringLiteral("Una página")
+                                       : QStringLiteral("%1 páginas").arg(cuantas));
 }
 
 void frmAyuda::AbrirHallado(const QListWidgetItem* hallado) {

@@ -54,6 +54,8 @@ class frmAyuda : public QWidget {
   QWidget* ArmarBarra();
   void Buscar();
   void MostrarHallados();
+  void AgregarHallado(const QString& titulo, const QUrl& pagina);
+  void DecirHallados();
   void AbrirHallado(const QListWidgetItem* hallado);
   void Titular();
 
