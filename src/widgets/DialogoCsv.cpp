@@ -48,8 +48,8 @@ void CamposCsv::Agregar(QFormLayout& caja) {
   separador_->setWhatsThis(QStringLiteral("El signo entre un campo y el siguiente."));
   decimal_->setWhatsThis(QStringLiteral("El signo decimal de los números del archivo."));
   marca_->setWhatsThis(QStringLiteral("Algunas planillas de cálculo sólo con esa marca muestran bien los acentos."));
-  caja.addRow(Rotulo("lblSeparador", QStringLiteral("S&eparador:"), separador_), separador_);
-  caja.addRow(Rotulo("lblDecimal", QStringLiteral("Signo &decimal:"), decimal_), decimal_);
+  caja.addRow(Rotulo("lblSeparador", QStringLiteral("&Separador:"), separador_), separador_);
+  caja.addRow(Rotulo("lblDecimal", QStringLiteral("Signo decim&al:"), decimal_), decimal_);
   caja.addRow(QString(), marca_);
 }
 

@@ -89,7 +89,7 @@ frmPredefinidas::frmPredefinidas(ModRTU& mod, QWidget* parent)
     if (i > 0) paneles_[i]->hide();  // the first one, the largest, gives the size
   }
   ArmarDialogo(*this, cuerpo, {.aceptar = aceptar_, .cancelar = cancelar_},
-               {lista_->CampoFiltro(), lista_->Arbol(), otro_});
+               {otro_, lista_->CampoFiltro(), lista_->Arbol()});
   connect(otro_, &QPushButton::clicked, this, &frmPredefinidas::OtroArchivo);
   connect(lista_, &VistaLista::SeleccionCambiada, this, &frmPredefinidas::MostrarElegida);
   connect(lista_, &VistaLista::Filtrada, this, &frmPredefinidas::MostrarElegida);

@@ -106,7 +106,7 @@ void frmVisualizador::ArmarComandos() {
   exportar.si = [this] { return !visto_.es_imp; };
   Comandos({{.nombre = "mnuArchivo", .texto = "&Archivo"}},
            {{.nombre = "mnuSeleccionar",
-             .texto = "&Seleccionar archivo...",
+             .texto = "Se&leccionar archivo...",
              .tecla = QKeySequence::Open,
              .hacer = [this] { ElegirArchivo(); }},
             abrir,

@@ -59,7 +59,7 @@ frmLibroEstaciones::frmLibroEstaciones(ModRTU& mod, QWidget* parent)
     : VentanaLista(mod.Listas(), mod.archivo_ayuda, Descripcion(), ColumnasDelLibro(), parent),
       mod_(mod),
       libro_(mod.carpeta / LibroEstaciones::kArchivo),
-      cmdElegir_(Boton("cmdElegir", "&Elegir")),
+      cmdElegir_(Boton("cmdElegir", "E&legir")),
       vacio_(Panel("picVacio", "El libro no tiene estaciones")),
       ilegible_(Panel("picIlegible", "El libro de estaciones no se pudo leer, y no se modifica")) {
   cmdElegir_->setWhatsThis("Lleva el enlace de la estación elegida al diálogo de la conexión, donde puede aceptarse.");
@@ -101,7 +101,7 @@ void frmLibroEstaciones::ArmarComandos() {
              .si = hay_actual,
              .hacer = [this] { Borrar(); }},
             {.nombre = "mnuLibImportar",
-             .texto = "I&mportar...",
+             .texto = "Imp&ortar...",
              .abre_grupo = true,
              .si = leido,
              .hacer = [this] { Importar(); }},

@@ -9,12 +9,17 @@
 #include <QTreeView>
 #include <filesystem>
 #include <memory>
+#include <utility>
 
 #include "driver/BancoSimulado.h"
+#include "help/windows/AyudanteQt.h"
 #include "shell/windows/frmPpal.h"
 #include "support/GuionVentanas.h"
 #include "support/ModPrueba.h"
+#include "support/RevisionTeclado.h"
 #include "support/RevisionVentana.h"
+#include "widgets/Temas.h"
+#include "widgets/TextoQt.h"
 
 namespace utr {
 namespace {
@@ -22,17 +27,21 @@ namespace {
 namespace fs = std::filesystem;
 
 // Every window of the program over the simulated station, each looked at as the operator finds it.
-class TodasLasVentanas : public testing::TestWithParam<int> {
+class TodasLasVentanas : public testing::TestWithParam<std::pair<int, Tema>> {
  protected:
   TodasLasVentanas() : conexion_(banco_.Driver(), base_.propiedades) {
+    mod_.eleccion_impresora.nombre = "Oficina";
+    fs::create_directory(base_.carpeta / "Ayuda");
+    fs::copy_file(ARCHIVO_AYUDA, base_.carpeta / "Ayuda/AdminUTR.hlp");
     for (const auto& archivo : fs::directory_iterator(CARPETA_DATOS)) {
       if (archivo.is_regular_file() && archivo.path().extension() != ".icf")
         fs::copy_file(archivo, base_.carpeta / archivo.path().filename());
     }
     banco_.Escenario(prueba::LeerTodo(fs::path(CARPETA_DATOS) / "UTRSimulada.toml"));
     QFont letra = letra_;
-    letra.setPointSizeF(letra.pointSizeF() * GetParam() / 100);
+    letra.setPointSizeF(letra.pointSizeF() * GetParam().first / 100);
     QApplication::setFont(letra);
+    AplicarTema(GetParam().second);
     ventana_ = std::make_unique<frmPpal>(mod_);
     Al("frmPresentacion", [](QDialog& d) { Pulsar(d, "AceptarLecturaCFG"); });
     ventana_->Cargar();
@@ -42,6 +51,7 @@ class TodasLasVentanas : public testing::TestWithParam<int> {
   ~TodasLasVentanas() override {
     ventana_.reset();
     QApplication::setFont(letra_);
+    AplicarTema(Tema::kClaro);
   }
 
   static void Pulsar(QObject& donde, const char* nombre) { Hallar<QAbstractButton>(donde, nombre).click(); }
@@ -77,25 +87,16 @@ class TodasLasVentanas : public testing::TestWithParam<int> {
     const std::string nombre = ventana.objectName().toStdString();
     for (const std::string& reparo : ReparosDeAcceso(ventana)) ADD_FAILURE() << nombre << ": " << reparo;
     for (const std::string& reparo : ReparosDeTamano(ventana)) ADD_FAILURE() << nombre << ": " << reparo;
+    for (const std::string& reparo : ReparosDeTeclado(ventana)) ADD_FAILURE() << nombre << ": " << reparo;
+    ayudante_.Explicar(ventana);
+    for (const std::string& reparo : SinExplicacion(ventana)) ADD_FAILURE() << nombre << ": " << reparo;
   }
 
   prueba::BancoSimulado banco_;
   prueba::ModPrueba base_;
   Conexion conexion_;
-  ModRTU mod_{.comunicador = banco_.Driver(),
-              .propiedades = base_.propiedades,
-              .registro = base_.registro,
-              .operador = base_.operador,
-              .reloj = banco_.reloj,
-              .catalogo = base_.catalogo,
-              .puertos = base_.puertos,
-              .impresora = base_.impresora,
-              .conexion = conexion_,
-              .diario = base_.diario,
-              .bitacora = base_.bitacora,
-              .atender = {},
-              .carpeta = base_.carpeta.Ruta(),
-              .eleccion_impresora = {.nombre = "Oficina"}};
+  ModRTU mod_ = prueba::ModSobre(banco_.Driver(), banco_.reloj, conexion_, base_, base_.diario, base_.bitacora);
+  AyudanteQt ayudante_{mod_.archivo_ayuda, base_.operador, Q((base_.carpeta / "cache").string())};
   GuionVentanas ventanas_;
   QFont letra_ = QApplication::font();
   std::unique_ptr<frmPpal> ventana_;
@@ -207,7 +208,9 @@ TEST_P(TodasLasVentanas, SeVenEnterasYSeDicen) {
   Ejecutar("mnuHelpAbout");
 }
 
-INSTANTIATE_TEST_SUITE_P(Texto, TodasLasVentanas, testing::Values(100, 200));
+INSTANTIATE_TEST_SUITE_P(TextoYTema, TodasLasVentanas,
+                         testing::Values(std::pair{100, Tema::kClaro}, std::pair{200, Tema::kOscuro},
+                                         std::pair{100, Tema::kExteriores}));
 
 }  // namespace
 }  // namespace utr
