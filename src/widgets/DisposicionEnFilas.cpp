@@ -73,7 +73,11 @@ std::vector<DisposicionEnFilas::Fila> DisposicionEnFilas::Filas(int ancho) const
     if (partes_[i].Ocupa()) {
       const int suyo = partes_[i].item->sizeHint().width();
       if (!vacia && filas.back().ancho + entre_ + suyo > ancho) {
-        filas.push_back({i, i, suyo});
+        // What stands at the right end does so in the next row too.
+        const bool tras_separar = i > 0 && partes_[i - 1].Separa();
+        const std::size_t desde = tras_separar ? i - 1 : i;
+        filas.back().hasta = desde;
+        filas.push_back({desde, desde, suyo});
       } else {
         filas.back().ancho += suyo + (vacia ? 0 : entre_);
       }

@@ -62,7 +62,7 @@ TEST(DisposicionEnFilas, LoQueNoCabeEnUnaFilaSigueEnOtraYNadaSePisa) {
   };
   const Caso casos[] = {{todo, {{0, 0}, {110, 0}, {320, 0}, {380, 0}}},
                         {todo + 100, {{0, 0}, {110, 0}, {320, 0}, {480, 0}}},  // at the right end
-                        {todo - 1, {{0, 0}, {110, 0}, {320, 0}, {0, 1}}},
+                        {todo - 1, {{0, 0}, {110, 0}, {320, 0}, {todo - 81, 1}}},
                         {310, {{0, 0}, {110, 0}, {0, 1}, {230, 1}}},
                         {200, {{0, 0}, {0, 1}, {0, 2}, {120, 2}}}};
   for (const Caso& caso : casos) {

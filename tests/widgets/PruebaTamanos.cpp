@@ -95,6 +95,7 @@ TEST(Tamanos, CadaTamanoDeLetraTieneElSuyo) {
 
 TEST(Tamanos, ElRotuloDeUnCampoAltoQuedaASuMitad) {
   QDialog dialogo;
+  dialogo.setObjectName("frmDePares");
   auto* pares = new QFormLayout(&dialogo);
   auto* campo = new QLineEdit;
   campo->setFixedHeight(60);
