@@ -21,6 +21,7 @@ constexpr double kPuntos = 9;
 constexpr double kPuntosTitulo = 15;
 constexpr double kMilimetrosPie = 8;
 constexpr double kPorPulgada = 25.4;
+constexpr double kMilimetrosSobreFuente = 1;
 constexpr int kFigurasPorPagina = 2;
 constexpr double kDePantalla = 96;  // points to the inch of the lengths in a document
 constexpr double kPuntosPorCelda = 3;
@@ -151,6 +152,13 @@ class Plana {
     cursor.insertBlock();
   }
 
+  // Of a hundred. A date takes more room than a time, at the cost of its neighbour.
+  double ParteDe(const ColumnaInforme& columna) const {
+    constexpr double kPorLaFecha = 3;
+    if (de_un_dia_ || &columna > &kColumnas[1]) return columna.ancho;
+    return &columna == kColumnas.data() ? columna.ancho + kPorLaFecha : columna.ancho - kPorLaFecha;
+  }
+
   std::string Celda(const ColumnaInforme& columna, const Asiento& asiento) const {
     if (&columna == &kColumnas[0] && !de_un_dia_) return TextoFechaHora(asiento.momento);
     if (&columna == &kColumnas[1] && !de_una_estacion_)
@@ -173,7 +181,7 @@ class Plana {
     // Lengths of a document are those of a screen, whatever the device.
     const double ancho = (util_.width() * kDePantalla / pintor_.device()->logicalDpiX() - kPuntosPorCelda) / 100;
     for (const ColumnaInforme& columna : kColumnas)
-      anchos << QTextLength(QTextLength::FixedLength, columna.ancho * ancho - 2 * formato.cellPadding());
+      anchos << QTextLength(QTextLength::FixedLength, ParteDe(columna) * ancho - 2 * formato.cellPadding());
     formato.setColumnWidthConstraints(anchos);
     QTextTable* tabla =
         cursor.insertTable(static_cast<int>(informe_.asientos.size()) + 1, static_cast<int>(kColumnas.size()), formato);
@@ -226,7 +234,7 @@ class Plana {
     const QString fuente = figura.fuente.empty() ? QString() : QStringLiteral("Fuente: ") + Q(figura.fuente);
     constexpr int kComo = Qt::AlignLeft | Qt::AlignBottom | Qt::TextWordWrap;
     const QRectF renglones = pintor_.boundingRect(cuadro, kComo, fuente);
-    if (!fuente.isEmpty()) cuadro.setBottom(renglones.top());
+    if (!fuente.isEmpty()) cuadro.setBottom(renglones.top() - kMilimetrosSobreFuente * por_milimetro_);
     figura.pintar(pintor_, cuadro);
     pintor_.drawText(renglones, kComo, fuente);
     pintor_.restore();
