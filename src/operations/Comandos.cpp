@@ -487,6 +487,7 @@ FinComando Comandos::Hacer(AccionUTR accion) {
     intento.salio = true;
     // A restart or an erasure may change any of it, but for the line's own.
     std::erase_if(sabido_, [](const auto& uno) { return uno.first != kRTS; });
+    reloj_leido_.reset();
     return fila.hacer(mod_.comunicador);
   });
 }

@@ -25,7 +25,8 @@ constexpr std::int64_t kReciente = 2;  // seconds
 }  // namespace
 
 std::string HoraLeida(const std::string& hora, const FechaHora& leida_el, const FechaHora& ahora) {
-  const bool reciente = Segundos(ahora) - Segundos(leida_el) <= kReciente;
+  const std::int64_t hace = Segundos(ahora) - Segundos(leida_el);
+  const bool reciente = hace >= 0 && hace <= kReciente;  // a computer's clock may be set back meanwhile
   return reciente ? hora : fmt::format("{}, leída el {}", hora, TextoFechaHora(leida_el));
 }
 

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdlib>
+#include <utility>
 
 namespace utr {
 namespace {
@@ -76,39 +77,34 @@ bool ComunicadorConReloj::GrabarFechaHora() {
   return confirmado;
 }
 
-void ComunicadorConReloj::IrA(Parte parte, std::string_view valor) {
-  if (camino_[parte] == valor) return;
-  camino_[parte] = valor;
-  reloj_utr_.Olvidar();
+// What the driver refuses has changed nothing that is known here, and the reading may be another unit's all the same.
+void ComunicadorConReloj::IrA(Parte parte, std::string valor, const std::function<void()>& ir) {
+  if (camino_[parte] != valor) reloj_utr_.Olvidar();
+  ir();
+  camino_[parte] = std::move(valor);
 }
 
+// The same words are said again ahead of many a read, to the same unit.
 void ComunicadorConReloj::IdEquipo(std::int32_t identificador) {
-  IrA(kIdentificador, std::to_string(identificador));
-  ComunicadorReenviado::IdEquipo(identificador);
+  IrA(kIdentificador, std::to_string(identificador), [&] { ComunicadorReenviado::IdEquipo(identificador); });
+}
+void ComunicadorConReloj::DireccionIP(std::string_view direccion) {
+  IrA(kDireccion, std::string(direccion), [&] { ComunicadorReenviado::DireccionIP(direccion); });
+}
+void ComunicadorConReloj::PuertoIP(std::string_view puerto) {
+  IrA(kPuertoIP, std::string(puerto), [&] { ComunicadorReenviado::PuertoIP(puerto); });
+}
+void ComunicadorConReloj::PorIP(bool activo) {
+  IrA(kPorIP, activo ? "1" : "0", [&] { ComunicadorReenviado::PorIP(activo); });
 }
 
+// The cable of the same port may lead to another unit by now, and the same number be answered by another one.
 void ComunicadorConReloj::Conectar(std::string_view enlace, std::string_view puerto) {
-  IrA(kPuerto, puerto);
+  reloj_utr_.Olvidar();
   ComunicadorReenviado::Conectar(enlace, puerto);
 }
-
-void ComunicadorConReloj::DireccionIP(std::string_view direccion) {
-  IrA(kDireccion, direccion);
-  ComunicadorReenviado::DireccionIP(direccion);
-}
-
-void ComunicadorConReloj::PuertoIP(std::string_view puerto) {
-  IrA(kPuertoIP, puerto);
-  ComunicadorReenviado::PuertoIP(puerto);
-}
-
-void ComunicadorConReloj::PorIP(bool activo) {
-  IrA(kPorIP, activo ? "1" : "0");
-  ComunicadorReenviado::PorIP(activo);
-}
-
 bool ComunicadorConReloj::LlamarTelefono(std::string_view numero, std::string_view comandos) {
-  IrA(kTelefono, numero);
+  reloj_utr_.Olvidar();
   return ComunicadorReenviado::LlamarTelefono(numero, comandos);
 }
 

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -64,8 +65,8 @@ class ComunicadorConReloj final : public ComunicadorReenviado {
   bool LlamarTelefono(std::string_view numero, std::string_view comandos) override;
 
  private:
-  enum Parte : std::uint8_t { kIdentificador, kPuerto, kDireccion, kPuertoIP, kPorIP, kTelefono, kPartes };
-  void IrA(Parte parte, std::string_view valor);
+  enum Parte : std::uint8_t { kIdentificador, kDireccion, kPuertoIP, kPorIP, kPartes };
+  void IrA(Parte parte, std::string valor, const std::function<void()>& ir);
 
   const Reloj& reloj_;
   RelojUTR& reloj_utr_;

@@ -69,7 +69,7 @@ class SituacionDelEnlace {
 
  private:
   ClaseDeUnidad clase_ = ClaseDeUnidad::kSimulada;
-  ClaseDeUnidad ultima_conocida_ = ClaseDeUnidad::kDesconocida;
+  ClaseDeUnidad ultima_conocida_ = clase_;
   ClaseDeUnidad a_la_vista_ = ClaseDeUnidad::kDesconocida;  // when the operator acted last
   CuentaDeLinea cuenta_;
   std::function<void()> aviso_;

@@ -1,8 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include "session/Encabezado.h"
 #include "session/RelojUTR.h"
 #include "support/ModPrueba.h"
+#include "support/NumeroDeError.h"
 #include "support/Tablas.h"
 
 namespace utr {
@@ -71,33 +74,36 @@ TEST_F(ConEncabezado, ElRelojEsElDeLaUltimaLecturaYNoDiceNadaTrasEscribirlo) {
 }
 
 TEST_F(ConEncabezado, ElRelojDeUnaUnidadNoEsElDeLaQueSigue) {
-  const auto llegar = [&](int identificador, const char* puerto, const char* direccion, const char* numero) {
-    con_reloj.IdEquipo(identificador);
-    con_reloj.Conectar("9600,N,8,1", puerto);
-    con_reloj.PorIP(direccion[0] != 0);
-    con_reloj.DireccionIP(direccion);
+  const auto llegar = [&] {
+    con_reloj.IdEquipo(70);
+    con_reloj.PorIP(false);
+    con_reloj.DireccionIP("");
     con_reloj.PuertoIP("1000");
-    con_reloj.LlamarTelefono(numero, "");
   };
+  const std::function<void()> otra[] = {[&] { con_reloj.IdEquipo(71); },
+                                        [&] { con_reloj.PorIP(true); },
+                                        [&] { con_reloj.DireccionIP("10.0.0.7"); },
+                                        [&] { con_reloj.PuertoIP("1001"); },
+                                        [&] { con_reloj.Conectar("9600,N,8,1", "1"); },
+                                        [&] { con_reloj.Conectar("9600,N,8,1", "1"); },
+                                        [&] { con_reloj.LlamarTelefono("11", ""); },
+                                        [&] { con_reloj.LlamarTelefono("11", ""); }};
   comunicador.Devuelve("LeerFechaHora", "15/03/2026 12:00:30");
-  const auto leer = [&] {
-    llegar(70, "1", "", "11");
+  for (const auto& cambiar : otra) {
+    llegar();
     con_reloj.LeerFechaHora();
-    llegar(70, "1", "", "11");
-    return reloj_utr.EnLaUnidad({2026, 3, 15, 23, 0, 0});
-  };
-  EXPECT_EQ(leer(), (FechaHora{2026, 3, 16, 1, 0, 30}));
-  llegar(71, "1", "", "11");
+    llegar();
+    EXPECT_EQ(reloj_utr.EnLaUnidad({2026, 3, 15, 23, 0, 0}), (FechaHora{2026, 3, 16, 1, 0, 30})) << "the same again";
+    cambiar();
+    EXPECT_FALSE(reloj_utr.Leida() || reloj_utr.EnLaUnidad({2026, 3, 15, 23, 0, 0}));
+  }
+  llegar();
+  con_reloj.LeerFechaHora();
+  comunicador.Falla("IdEquipo", Error(8011, "driver", "otra llamada en curso"), 1);
+  EXPECT_EQ(prueba::NumeroDeError([&] { con_reloj.IdEquipo(71); }), 8011);
+  con_reloj.LeerFechaHora();
+  con_reloj.IdEquipo(71);
   EXPECT_FALSE(reloj_utr.Leida());
-  leer();
-  llegar(70, "2", "", "11");
-  EXPECT_FALSE(reloj_utr.Leida());
-  leer();
-  llegar(70, "1", "10.0.0.7", "11");
-  EXPECT_FALSE(reloj_utr.Leida());
-  leer();
-  llegar(70, "1", "", "12");
-  EXPECT_FALSE(reloj_utr.EnLaUnidad({2026, 3, 15, 23, 0, 0}));
 }
 
 TEST_F(ConEncabezado, LaEstacionEsLaDeLaConfiguracionQueHay) {

@@ -258,7 +258,7 @@ TEST(LaEstacionAMano, LlevaSuNombreDelLibroDondeNoHayDuda) {
 
   SituacionDelEnlace situacion;
   base.mod.situacion = &situacion;
-  for (const auto& [clase, dice] : {std::pair{ClaseDeUnidad::kDesconocida, "Estación Arroyo Seco, UTR 70"},
+  for (const auto& [clase, dice] : {std::pair{ClaseDeUnidad::kReal, "Estación Arroyo Seco, UTR 70"},
                                     {ClaseDeUnidad::kDePractica, "Estación Arroyo Seco, UTR 70 de práctica"},
                                     {ClaseDeUnidad::kDesconocida, "Estación Arroyo Seco, UTR 70 de práctica"},
                                     {ClaseDeUnidad::kReal, "Estación Arroyo Seco, UTR 70"},
