@@ -8,7 +8,7 @@ file(COPY ${AYUDA} DESTINATION ${DESTINO}/Ayuda)
 file(COPY ${CATALOGOS} DESTINATION ${DESTINO}/translations)
 
 # The trainer's and the operator's: a copy that was edited stays; one that wasn't follows the source.
-foreach(editable UTRSimulada.toml comandosAT.dat)
+foreach(editable UTRSimulada.toml comandosAT.dat Estaciones.toml)
   set(nuevo ${DATOS}/${editable})
   set(actual ${DESTINO}/${editable})
   set(anterior ${ENTREGADOS}/${editable})

@@ -18,10 +18,9 @@ bool EstaInstalado(const fs::path& ejecutable) {
   return !ejecutable.empty() && Hay(ejecutable / "instalado");
 }
 
-// What the environment says, as long as it is a whole path: another one would depend on where the program was started.
+// As long as it is a whole path: another one would depend on where the program was started.
 fs::path DelEntorno(const char* variable) {
-  const char* valor = std::getenv(variable);
-  fs::path ruta = valor == nullptr ? "" : valor;
+  fs::path ruta = RutaDelEntorno(variable);
   return ruta.is_absolute() ? ruta : fs::path{};
 }
 
@@ -41,6 +40,11 @@ bool TieneDe(const fs::path& carpeta, std::string_view extension) {
 }
 
 }  // namespace
+
+fs::path RutaDelEntorno(const char* variable) {
+  const char* valor = std::getenv(variable);
+  return valor == nullptr ? "" : valor;
+}
 
 const fs::path& CarpetaDelEjecutable() {
   static const fs::path propia = [] {

@@ -11,6 +11,9 @@ namespace utr {
 // commands, predefined parametrizations, backups, journal, book of stations) lies in a folder of the user, which
 // removing the package leaves alone.
 
+// What an environment variable names, as it stands there; empty: it isn't there.
+std::filesystem::path RutaDelEntorno(const char* variable);
+
 // The folder of the executable that runs, links followed; empty where the system doesn't tell.
 const std::filesystem::path& CarpetaDelEjecutable();
 

@@ -1,7 +1,6 @@
 #include "driver/CarpetaDeEstacion.h"
 
-#include <cstdlib>
-
+#include "base/CarpetaPrograma.h"
 #include "base/Error.h"
 
 namespace utr {
@@ -14,18 +13,13 @@ constexpr const char* kCandado = "Estacion.candado";
   throw Error(error::kArchivo, "utr-estacion", motivo + carpeta.string(), error_del_sistema);
 }
 
-std::filesystem::path DelEntorno(const char* variable) {
-  const char* valor = std::getenv(variable);
-  return valor == nullptr ? "" : valor;
-}
-
 }  // namespace
 
 std::filesystem::path CarpetaDeEstacion() {
   constexpr const char* kNombre = "utr-estacion";
-  if (auto propia = DelEntorno("UTR_ESTACION"); !propia.empty()) return std::filesystem::absolute(propia);
-  if (const auto estados = DelEntorno("XDG_STATE_HOME"); estados.is_absolute()) return estados / kNombre;
-  if (const auto casa = DelEntorno("HOME"); !casa.empty()) return casa / ".local" / "state" / kNombre;
+  if (auto propia = RutaDelEntorno("UTR_ESTACION"); !propia.empty()) return std::filesystem::absolute(propia);
+  if (const auto estados = RutaDelEntorno("XDG_STATE_HOME"); estados.is_absolute()) return estados / kNombre;
+  if (const auto casa = RutaDelEntorno("HOME"); !casa.empty()) return casa / ".local" / "state" / kNombre;
   return {};
 }
 

@@ -1,7 +1,5 @@
 #include "services/Propiedades.h"
 
-#include <toml++/toml.h>
-
 #include <cmath>
 #include <fstream>
 #include <iterator>
@@ -11,9 +9,9 @@
 
 #include "base/Archivos.h"
 #include "base/Error.h"
+#include "base/LectorToml.h"
 #include "base/Numeros.h"
 #include "base/Texto.h"
-#include "base/TomlHondo.h"
 
 namespace utr {
 namespace {
@@ -112,9 +110,9 @@ void Propiedades::CargarPropiedades() {
   std::map<std::string, Propiedad, std::less<>> leidas;
   try {
     const std::string texto = LeerArchivoPropiedades();
-    if (LineaDemasiadoHonda(texto) > 0) throw Error(error::kArchivo, archivo_.string(), "no se entiende");
-    const toml::table tabla = toml::parse(texto);
-    for (const auto& [nombre, nodo] : tabla) {
+    const TomlLeido leido = LeerToml(texto);
+    if (!leido.Bien()) throw Error(error::kArchivo, archivo_.string(), leido.Falla());
+    for (const auto& [nombre, nodo] : leido.raiz) {
       if (std::optional<Propiedad> valor = DesdeToml(nodo)) leidas.emplace(nombre.str(), std::move(*valor));
     }
   } catch (const std::exception&) {

@@ -2,17 +2,14 @@
 
 #include <fmt/format.h>
 
-#define TOML_EXCEPTIONS 1
-#include <toml++/toml.h>
-
 #include <fstream>
 #include <ostream>
 #include <sstream>
 
 #include "base/Archivos.h"
 #include "base/Error.h"
+#include "base/LectorToml.h"
 #include "base/Texto.h"
-#include "base/TomlHondo.h"
 
 namespace utr {
 namespace {
@@ -61,14 +58,9 @@ DatosVisita LeerDatosVisita(const fs::path& carpeta, const FechaHora& dia) {
       de_disco && entrada && (entrada.peek() == std::ifstream::traits_type::eof() || todo << entrada.rdbuf());
   if (!leido) Fallar(archivo, "no se puede leer");
   const std::string texto = todo.str();
-  if (const auto linea = LineaDemasiadoHonda(texto); linea > 0)
-    Fallar(archivo, fmt::format("línea {}: no se entiende", linea));
-  try {
-    const toml::table raiz = toml::parse(texto);
-    for (const auto& [clave, nodo] : raiz) Poner(archivo, clave, nodo, datos);
-  } catch (const toml::parse_error& error) {
-    Fallar(archivo, fmt::format("línea {}: no se entiende", error.source().begin.line));
-  }
+  const TomlLeido entendido = LeerToml(texto);
+  if (!entendido.Bien()) Fallar(archivo, entendido.Falla());
+  for (const auto& [clave, nodo] : entendido.raiz) Poner(archivo, clave, nodo, datos);
   return datos;
 }
 

@@ -2,9 +2,6 @@
 
 #include <fmt/format.h>
 
-#define TOML_EXCEPTIONS 1
-#include <toml++/toml.h>
-
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -15,9 +12,10 @@
 #include <utility>
 
 #include "base/Archivos.h"
+#include "base/CarpetaPrograma.h"
 #include "base/Error.h"
+#include "base/LectorToml.h"
 #include "base/Texto.h"
-#include "base/TomlHondo.h"
 #include "driver/PaginaCero.h"
 #include "driver/Textos.h"
 #include "session/Puertos.h"
@@ -173,16 +171,10 @@ void ExigirVersion(const fs::path& archivo, const toml::node* version) {
 std::vector<Estacion> Entender(const fs::path& archivo, const std::string& bytes) {
   std::vector<Estacion> estaciones;
   if (bytes.empty()) return estaciones;
-  if (const auto linea = LineaDemasiadoHonda(bytes); linea > 0)
-    Fallar(archivo, fmt::format("línea {}: no se entiende", linea));
-  toml::table raiz;
-  try {
-    raiz = toml::parse(bytes);
-  } catch (const toml::parse_error& falla) {
-    Fallar(archivo, fmt::format("línea {}: no se entiende", falla.source().begin.line));
-  }
-  ExigirVersion(archivo, raiz.get(kClaveVersion));
-  for (const auto& [clave, nodo] : raiz) {
+  const TomlLeido leido = LeerToml(bytes);
+  if (!leido.Bien()) Fallar(archivo, leido.Falla());
+  ExigirVersion(archivo, leido.raiz.get(kClaveVersion));
+  for (const auto& [clave, nodo] : leido.raiz) {
     if (clave.str() == kClaveVersion) continue;
     if (clave.str() != kClaveEstacion)
       Fallar(archivo, fmt::format("línea {}: '{}' está de más", clave.source().begin.line, clave.str()));
@@ -319,9 +311,10 @@ LibroEstaciones::LibroEstaciones(fs::path archivo) : archivo_(std::move(archivo)
 void LibroEstaciones::Leer() {
   estaciones_.clear();
   leido_ = false;
-  std::string bytes = Bytes(archivo_).value_or("");
-  estaciones_ = Entender(archivo_, bytes);
-  bytes_ = std::move(bytes);
+  const auto propio = Bytes(archivo_);
+  const fs::path legible = propio ? archivo_ : ArchivoDelPrograma(archivo_.parent_path(), kArchivo);
+  estaciones_ = Entender(legible, propio ? *propio : Bytes(legible).value_or(""));
+  bytes_ = propio.value_or("");
   leido_ = true;
 }
 

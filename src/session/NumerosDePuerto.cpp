@@ -1,8 +1,5 @@
 #include "session/NumerosDePuerto.h"
 
-#define TOML_EXCEPTIONS 1
-#include <toml++/toml.h>
-
 #include <algorithm>
 #include <fstream>
 #include <iterator>
@@ -10,8 +7,8 @@
 
 #include "base/Archivos.h"
 #include "base/Error.h"
+#include "base/LectorToml.h"
 #include "base/Numeros.h"
-#include "base/TomlHondo.h"
 #include "driver/CarpetaDeEstacion.h"
 #include "session/AjustesEnlace.h"
 
@@ -55,13 +52,12 @@ std::map<int, std::string> LeerPares(const std::filesystem::path& archivo) {
   std::map<int, std::string> pares;
   std::ifstream entrada(archivo, std::ios::binary);
   const std::string texto{std::istreambuf_iterator<char>(entrada), {}};
-  if (const auto linea = LineaDemasiadoHonda(texto); linea > 0)
-    NoSeEntiende("línea " + std::to_string(linea) + ": no se entiende");
-  const toml::table raiz = toml::parse(texto);
-  for (const auto& [clave, nodo] : raiz) {
+  const TomlLeido leido = LeerToml(texto);
+  if (!leido.Bien()) NoSeEntiende(leido.Falla());
+  for (const auto& [clave, nodo] : leido.raiz) {
     if (clave.str() != kTabla || !nodo.is_table()) NoSeEntiende("'" + std::string(clave.str()) + "' está de más");
   }
-  const toml::table* tabla = raiz[kTabla].as_table();
+  const toml::table* tabla = leido.raiz[kTabla].as_table();
   if (tabla == nullptr) return pares;
   for (const auto& [clave, nodo] : *tabla) {
     const int numero = NumeroDeTexto(clave.str());
@@ -112,8 +108,6 @@ void NumerosDePuerto::Leer() {
       dispositivos_ = LeerPares(archivo_);
       return;
     }
-  } catch (const toml::parse_error& error) {
-    motivo = "línea " + std::to_string(error.source().begin.line) + ": no se entiende";
   } catch (const Error& error) {
     motivo = error.Descripcion();
   }

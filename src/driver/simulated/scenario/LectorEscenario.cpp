@@ -1,5 +1,3 @@
-#define TOML_EXCEPTIONS 1
-#include <toml++/toml.h>
 
 #include <algorithm>
 #include <cmath>
@@ -8,9 +6,9 @@
 
 #include "base/Error.h"
 #include "base/Fechas.h"
+#include "base/LectorToml.h"
 #include "base/Numeros.h"
 #include "base/Texto.h"
-#include "base/TomlHondo.h"
 #include "driver/PaginaCero.h"
 #include "driver/Textos.h"
 #include "driver/simulated/scenario/Escenario.h"
@@ -426,18 +424,14 @@ std::string MotivoDeSintaxis(std::string_view motivo, const std::string& renglon
 }  // namespace
 
 Escenario LeerEscenarioDeTexto(const std::string& texto) {
-  if (const auto linea = LineaDemasiadoHonda(texto); linea > 0)
-    throw Error(error::kArchivo, "UTRSimulada.toml", "línea " + std::to_string(linea) + ": no se entiende");
-  toml::table raiz;
-  try {
-    raiz = toml::parse(texto);
-  } catch (const toml::parse_error& falla) {
-    const auto linea = falla.source().begin.line;
-    throw Error(error::kArchivo, "UTRSimulada.toml",
-                "línea " + std::to_string(linea) + ": " + MotivoDeSintaxis(falla.description(), Renglon(texto, linea)));
+  const TomlLeido leido = LeerToml(texto);
+  if (!leido.Bien()) {
+    throw Error(
+        error::kArchivo, "UTRSimulada.toml",
+        "línea " + std::to_string(leido.linea) + ": " + MotivoDeSintaxis(leido.motivo, Renglon(texto, leido.linea)));
   }
   Escenario escenario;
-  LeerClaves(Dato{raiz, {}}, kSecciones, escenario);
+  LeerClaves(Dato{leido.raiz, {}}, kSecciones, escenario);
   return escenario;
 }
 
