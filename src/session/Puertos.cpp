@@ -15,8 +15,12 @@ std::vector<PuertoSerie> PuertosFijos(ListaDePuertos& lista) {
   std::vector<PuertoSerie> puertos = PuertosFijos();
   IgnorandoErrores([&] {
     for (const PuertoSerie& otro : lista.Listar()) {
-      for (PuertoSerie& puerto : puertos) {
-        if (puerto.numero == otro.numero) puerto.nombre = otro.nombre;
+      const auto fijo =
+          std::find_if(puertos.begin(), puertos.end(), [&](const auto& p) { return p.numero == otro.numero; });
+      if (fijo != puertos.end()) {
+        fijo->nombre = otro.nombre;
+      } else if (otro.numero <= kUltimoPuertoSerie) {
+        puertos.push_back(otro);
       }
     }
   });

@@ -38,10 +38,10 @@ TEST(Puertos, SinPuertosSeOfrecenLosFijos) {
   EXPECT_THAT(Textos(PuertosOfrecidos(lista)), fijos);
 }
 
-TEST(Puertos, LosFijosLlevanElNombreDelQueHay) {
+TEST(Puertos, LosFijosLlevanElNombreDelQueHayYDetrasVanLosDemas) {
   Lista lista;
-  lista.puertos = {{2, "b"}, {7, "g"}};
-  EXPECT_THAT(Textos(PuertosFijos(lista)), ElementsAre("COM 1=", "COM 2=b", "COM 3=", "COM 4=", "COM 5="));
+  lista.puertos = {{2, "b"}, {7, "g"}, {11, "k"}};
+  EXPECT_THAT(Textos(PuertosFijos(lista)), ElementsAre("COM 1=", "COM 2=b", "COM 3=", "COM 4=", "COM 5=", "COM 7=g"));
   lista.falla = true;
   EXPECT_EQ(PuertosFijos(lista).size(), 5U);
 }
