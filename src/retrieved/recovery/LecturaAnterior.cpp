@@ -101,6 +101,16 @@ bool LecturaAnterior::Concuerda(const LecturaAnterior& otra) const {
   return true;
 }
 
+bool LecturaAnterior::Contiene(const LecturaAnterior& otra) const {
+  for (int indice = 0; indice < kPaginasFlash; ++indice) {
+    const LugarPagina lugar{indice / kPaginasPista, indice % kPaginasPista};
+    if (otra.Texto(lugar) == nullptr || otra.EsVacia(lugar)) continue;
+    if (Texto(lugar) == nullptr || EsVacia(lugar)) return false;
+    if (!otra.PuedeCambiar(lugar) && *Texto(lugar) != *otra.Texto(lugar)) return false;
+  }
+  return true;
+}
+
 const std::string* LecturaAnterior::Texto(const LugarPagina& lugar) const {
   const std::string& texto = textos_[IndiceDePagina(lugar)];
   return texto.empty() ? nullptr : &texto;

@@ -31,6 +31,9 @@ class LecturaAnterior {
   // equal, but for those that may have changed.
   bool Concuerda(const LecturaAnterior& otra) const;
 
+  // The other file's pages with data are all here: equal, or with data of its own where it may have changed.
+  bool Contiene(const LecturaAnterior& otra) const;
+
   // The page text; null: the files don't hold that page.
   const std::string* Texto(const LugarPagina& lugar) const;
   bool EsVacia(const LugarPagina& lugar) const { return vacias_[IndiceDePagina(lugar)]; }

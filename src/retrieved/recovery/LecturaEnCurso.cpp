@@ -111,7 +111,15 @@ void LecturaEnCurso::LeerTodo() {
   if (pedido_.opciones.anterior != nullptr) return Publicar();
   archivo_->Terminar();
   // Pages that are lacking may stand in the former file.
-  if (!lector_->Cancelada() && lector_->Fallidas().empty() && !apartado_.empty()) Borrar(apartado_);
+  if (!lector_->Cancelada() && lector_->Fallidas().empty() && !apartado_.empty() && SobraLoApartado())
+    Borrar(apartado_);
+}
+
+// The unit may have been erased since, or another part of it was read, and what bore that name may be no dump at all.
+bool LecturaEnCurso::SobraLoApartado() const {
+  bool sobra = false;
+  IgnorandoErrores([&] { sobra = LecturaAnterior(pedido_.ruta).Contiene(LecturaAnterior(apartado_)); });
+  return sobra;
 }
 
 void LecturaEnCurso::Publicar() {

@@ -12,8 +12,8 @@
 namespace utr {
 
 // A read of the flash with its files. Without an earlier file it grows in place, and a former file of that name is set
-// aside as ".anterior" until the new one is whole. With one, which then is the file `ruta` itself, it grows beside it
-// as
+// aside as ".anterior" until the new one is whole and has all of its pages. With one, which then is the file `ruta`
+// itself, it grows beside it as
 // ".continuacion" and takes its place in the end; the former one stays as ".anterior".
 class LecturaEnCurso {
  public:
@@ -37,6 +37,7 @@ class LecturaEnCurso {
   void LeerTodo();
   void Anotar(Diario::Tarea& tarea, const std::optional<Error>& falla) const;
   void Apartar();
+  bool SobraLoApartado() const;
   void Publicar();
 
   Diario* diario_;

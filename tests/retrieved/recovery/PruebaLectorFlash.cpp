@@ -291,6 +291,18 @@ TEST_F(PruebaLectorFlash, ElArchivoAnteriorSeVaCuandoElNuevoEstaEntero) {
   EXPECT_THAT(Archivos(), ElementsAre("lectura.bkp", "lectura.bkp.anterior")) << "that one isn't of this read";
 }
 
+// The new file may be whole and yet lack pages of the former one: another part was read, or the memory was erased.
+TEST_F(PruebaLectorFlash, ElArchivoAnteriorQuedaMientrasTengaPaginasQueElNuevoNo) {
+  Leer(Seleccion({3}, true));
+  Leer(Seleccion({3}, true, true));
+  EXPECT_THAT(Archivos(), ElementsAre("lectura.bkp"));
+  Leer(Seleccion({}, true));
+  EXPECT_THAT(Archivos(), ElementsAre("lectura.bkp", "lectura.bkp.anterior"));
+  unidad_ = {};
+  Leer(Seleccion({}, true));
+  EXPECT_THAT(Archivos(), ElementsAre("lectura.bkp", "lectura.bkp.anterior", "lectura.bkp.anterior-2"));
+}
+
 // --- Going on --------------------------------------------------------------------------------------------------------
 
 TEST_F(PruebaLectorFlash, ContinuadaEsIgualQueSinInterrumpir) {
