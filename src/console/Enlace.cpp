@@ -1,5 +1,6 @@
 #include "console/Enlace.h"
 
+#include "base/CarpetaPrograma.h"
 #include "base/Error.h"
 #include "base/Numeros.h"
 #include "driver/CarpetaDeEstacion.h"
@@ -20,10 +21,20 @@ namespace fs = std::filesystem;
 
 constexpr const char* kOrigen = "adminutr-cli";
 
+// The book that was asked for, which has to be there, or the program's own.
+fs::path ElLibro(const PedidoEnlace& pedido, const fs::path& carpeta) {
+  const fs::path pedido_o_del_entorno = pedido.libro.empty() ? RutaDelEntorno("ADMINUTR_LIBRO") : pedido.libro;
+  if (pedido_o_del_entorno.empty()) return carpeta / LibroEstaciones::kArchivo;
+  std::error_code nada;
+  if (!fs::exists(pedido_o_del_entorno, nada))
+    throw Error(error::kArchivo, kOrigen, "El libro " + pedido_o_del_entorno.string() + " no está");
+  return pedido_o_del_entorno;
+}
+
 // What the book says of a station in place of its name.
 PedidoEnlace Resolver(const PedidoEnlace& pedido, const fs::path& carpeta) {
   if (pedido.estacion.empty()) return pedido;
-  LibroEstaciones libro(pedido.libro.empty() ? carpeta / LibroEstaciones::kArchivo : pedido.libro);
+  LibroEstaciones libro(ElLibro(pedido, carpeta));
   libro.Leer();
   const Estacion* estacion = libro.Buscar(pedido.estacion);
   if (estacion == nullptr) {

@@ -18,6 +18,12 @@ struct NombreFormato {
 };
 constexpr NombreFormato kFormatos[] = {{".csv", Formato::kCsv}, {".xml", Formato::kXml}, {".txt", Formato::kTxt}};
 
+// Of configurations, which are tables in the program's own form and nothing else.
+bool EsDeConfiguracion(const std::filesystem::path& archivo) {
+  const std::string nombre = Minusculas(archivo.string());
+  return nombre.ends_with(".ucg") || nombre.ends_with(".icf");
+}
+
 bool EsAyuda(std::string_view argumento) {
   return argumento == "--ayuda" || argumento == "--help" || argumento == "-h";
 }
@@ -78,7 +84,8 @@ class Lector {
 
   void LeerOperando(std::string_view operando) {
     auto& archivos = l_.opciones.archivos;
-    if (archivos.size() == orden_->mayor || operando.empty())
+    if (operando.empty()) Mal("El nombre del archivo está vacío");
+    if (archivos.size() == orden_->mayor)
       Mal("\"" + std::string(operando) + "\" está de más en " + std::string(orden_->nombre));
     archivos.emplace_back(operando);
   }
@@ -121,8 +128,9 @@ class Lector {
     if (l_.opciones.pendientes && (l_.con_fechas || l_.opciones.cartucho))
       Mal("--pendientes no va con fechas ni con --cartucho");
     if (l_.opciones.hasta < l_.opciones.desde)
-      Mal(l_.con_desde ? "--hasta es anterior a --desde"
-                       : "Falta --desde: sin ella se lee desde hoy, y --hasta es anterior");
+      Mal(!l_.con_hasta  ? "Falta --hasta: sin ella se lee hasta hoy, y --desde es posterior"
+          : l_.con_desde ? "--hasta es anterior a --desde"
+                         : "Falta --desde: sin ella se lee desde hoy, y --hasta es anterior");
     if (l_.opciones.continuar && l_.opciones.destino.archivo.empty())
       Mal("--continuar quiere en --archivo el archivo que sigue");
     ComprobarFormato();
@@ -150,9 +158,21 @@ class Lector {
   void ComprobarFormato() {
     Destino& destino = l_.opciones.destino;
     if ((orden_->clases & clase::kSalida) == 0) return;
+    if (EsDeConfiguracion(destino.archivo)) ComprobarConfiguracion();
     if (!destino.formato) destino.formato = FormatoDe(destino.archivo);
     if (!destino.formato) destino.formato = Formato::kCsv;
     if (l_.con_csv && destino.formato != Formato::kCsv) Mal("--separador, --decimal y --marca van con --salida csv");
+  }
+
+  // Whoever opens such a file later takes it for a configuration.
+  void ComprobarConfiguracion() {
+    Destino& destino = l_.opciones.destino;
+    const std::string nombre = destino.archivo.filename().string();
+    if (l_.opciones.orden != Orden::kConfiguracion)
+      Mal(nombre + " sería una configuración: " + std::string(orden_->nombre) + " no guarda ninguna");
+    if (destino.formato.value_or(Formato::kXml) != Formato::kXml)
+      Mal(nombre + " sería una configuración, y sólo se la vuelve a abrir si está en xml");
+    destino.formato = Formato::kXml;
   }
 
   void CompletarSeleccion() {

@@ -1,5 +1,9 @@
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <cerrno>
+#include <fstream>
+#include <iterator>
 #include <optional>
 
 #include "base/Error.h"
@@ -32,6 +36,13 @@ bool EsOtraCosaQueUnArchivo(const fs::path& ruta) {
 // A pipe would wait for ever for somebody who writes to it.
 void ExigirArchivoDeDisco(const fs::path& ruta) {
   if (EsOtraCosaQueUnArchivo(ruta)) FallaDeArchivo("No es un archivo de disco: " + ruta.string());
+}
+
+// Ahead of anything that is said of its contents.
+void ExigirQueEste(const fs::path& ruta) {
+  std::error_code nada;
+  if (!fs::exists(ruta, nada)) throw Error(error::kArchivo, "adminutr-cli", ruta.string(), ENOENT);
+  ExigirArchivoDeDisco(ruta);
 }
 
 // --- Dump ------------------------------------------------------------------------------------------------------------
@@ -90,6 +101,42 @@ fs::path RutaConfiguracion(const Opciones& opciones) {
               "Falta --configuracion: junto al archivo no está " + propuesta.filename().string());
 }
 
+fs::path CarpetaDeResultados(const Opciones& opciones) {
+  if (opciones.carpeta.empty()) return fs::current_path();
+  std::error_code falla;
+  fs::create_directories(opciones.carpeta, falla);
+  if (falla)
+    throw Error(error::kArchivo, "recuperar", "No se puede crear la carpeta " + opciones.carpeta.string(),
+                falla.value());
+  return opciones.carpeta;
+}
+
+// Every track ends in a line of its own, and so does the file.
+bool TerminaEntero(const fs::path& ruta) {
+  std::ifstream archivo(ruta, std::ios::binary | std::ios::ate);
+  const std::streamoff largo = archivo.tellg();
+  constexpr std::streamoff kCola = 16;
+  archivo.seekg(std::max<std::streamoff>(0, largo - kCola));
+  const std::string cola{std::istreambuf_iterator<char>(archivo), {}};
+  const std::size_t fin = cola.find_last_not_of("\r\n\"");
+  return fin != cola.npos && std::string_view(cola).substr(0, fin + 1).ends_with("EOT");
+}
+
+// What the files hold and no table does; empty: nothing.
+std::string LoPerdido(const ResultadoProceso& resultado) {
+  const CuentaLineas lineas = resultado.informe.Lineas();
+  const std::uint64_t perdidas =
+      lineas[FinLinea::kDanada] + lineas[FinLinea::kCortada] + lineas[FinLinea::kCorta] + lineas[FinLinea::kSinTabla];
+  std::string texto;
+  const auto agregar = [&texto](const std::string& algo) { texto += (texto.empty() ? "" : "; ") + algo; };
+  if (perdidas > 0)
+    agregar(perdidas == 1 ? "1 línea no se pudo leer" : fmt::format("{} líneas no se pudieron leer", perdidas));
+  for (const InformeArchivo& archivo : resultado.informe.archivos) {
+    if (!TerminaEntero(archivo.ruta)) agregar("el volcado está cortado: " + archivo.ruta.string());
+  }
+  return texto;
+}
+
 }  // namespace
 
 Codigo Volcar(Sesion& sesion) {
@@ -134,14 +181,14 @@ Codigo Volcar(Sesion& sesion) {
 Codigo Recuperar(Sesion& sesion) {
   sesion.PasarAArchivos();
   const Opciones& opciones = sesion.LasOpciones();
+  for (const fs::path& archivo : opciones.archivos) ExigirQueEste(archivo);
   const fs::path configuracion = RutaConfiguracion(opciones);
-  ExigirArchivoDeDisco(configuracion);
-  for (const fs::path& archivo : opciones.archivos) ExigirArchivoDeDisco(archivo);
+  ExigirQueEste(configuracion);
   PedidoProceso pedido;
   pedido.configuracion = LeerArchivoDeCanales(sesion.Driver(), configuracion.string());
   pedido.descripciones = CargarEventos(sesion.Carpeta());
   pedido.archivos = opciones.archivos;
-  pedido.carpeta = opciones.carpeta.empty() ? fs::current_path() : opciones.carpeta;
+  pedido.carpeta = CarpetaDeResultados(opciones);
   pedido.carpeta_programa = sesion.Carpeta();
   pedido.configuracion_aplicada = "del archivo " + configuracion.string();
   const ResultadoProceso resultado =
@@ -154,6 +201,10 @@ Codigo Recuperar(Sesion& sesion) {
     if (!renglon.archivo.empty()) sesion.Decir(renglon.archivo.string());
   }
   sesion.Decir(resultado.archivo_informe.string());
+  if (const std::string perdido = LoPerdido(resultado); !perdido.empty()) {
+    sesion.Avisar(perdido + "; ver " + resultado.archivo_informe.string());
+    return Codigo::kArchivo;
+  }
   if (!resultado.archivo.empty()) return Codigo::kHecho;
   sesion.Avisar("No hay datos que recuperar");
   return Codigo::kSinDatos;

@@ -6,6 +6,8 @@
 #include "console/Sesion.h"
 #include "console/TablaOpciones.h"
 #include "driver/CanalesUTR.h"
+#include "driver/PaginaCero.h"
+#include "driver/Textos.h"
 #include "retrieved/ColumnasRegistros.h"
 #include "retrieved/Lectores.h"
 #include "retrieved/Registros.h"
@@ -41,8 +43,8 @@ void Agregar(Tabla& destino, Tabla& origen) {
   destino.UpdateBatch();
 }
 
-// The entries of the channels to be read, in the order asked for; all where none is named. Empty, with the reason told:
-// the station has none of them, or lacks one that was named.
+// The entries of the channels to be read, in the order asked for; all where none is named. What the station has no
+// history of is told.
 std::vector<std::string> EntradasDe(const LectorDatos& lector, Sesion& sesion) {
   std::vector<std::string> todas = lector.CargarCanales();
   const auto& pedidos = sesion.LasOpciones().canales;
@@ -54,7 +56,7 @@ std::vector<std::string> EntradasDe(const LectorDatos& lector, Sesion& sesion) {
         std::find_if(todas.begin(), todas.end(), [canal](const auto& una) { return CanalDeEntrada(una) == canal; });
     if (entrada == todas.end()) {
       if (!todas.empty()) sesion.Avisar("El canal " + NombreCanal(canal) + " no guarda historia en esta estación");
-      return {};
+      continue;
     }
     elegidas.push_back(*entrada);
   }
@@ -72,13 +74,19 @@ Codigo LeerDatos(Sesion& sesion) {
   const std::vector<std::string> entradas = EntradasDe(lector, sesion);
   if (entradas.empty()) return Codigo::kSinDatos;
   const TablaPtr todos = CrearRegistrosDatos();
+  std::string sin_datos;
   for (const std::string& entrada : entradas) {
     ExigirSinInterrumpir();
     sesion.Avance().Texto("Leyendo " + entrada + "...");
     const LectorDatos::Pedido pedido{opciones.desde, opciones.hasta, entrada, !opciones.crudos, opciones.cartucho};
-    if (lector.TraerDatos(pedido) == FinLectura::kListado) Agregar(*todos, *lector.Resultado());
+    if (lector.TraerDatos(pedido) == FinLectura::kListado) {
+      Agregar(*todos, *lector.Resultado());
+    } else {
+      sin_datos += (sin_datos.empty() ? "" : ", ") + NombreCanal(CanalDeEntrada(entrada));
+    }
   }
   if (todos->RecordCount() == 0) return SinDatos(sesion);
+  if (!sin_datos.empty()) sesion.Avisar("Sin datos: " + sin_datos);
   sesion.Entregar(todos, ColumnasDatos(), {"Datos históricos de la UTR", LineasDesdeHasta(opciones, TextoFecha)});
   sesion.Resumir(*todos, configuracion.get());
   return Codigo::kHecho;
@@ -132,15 +140,30 @@ Codigo Configuracion(Sesion& sesion) {
   return Codigo::kHecho;
 }
 
+namespace {
+
+// Whose backup it is: the one that was called, else the one that the unit says it is, so that those of two stations
+// never share a folder.
+std::int32_t IdentificadorDelRespaldo(Sesion& sesion) {
+  if (sesion.Identificador() != 0) return sesion.Identificador();
+  const auto pagina = LeerTextoPagina(sesion.Driver().LeerPagina(pagina0::kNumero, false));
+  if (!pagina || pagina->size() < pagina0::kIdentificador + 2)
+    throw Error(error::kSinRespuesta, "respaldo", "La estación no dice su identificador: falta --identificador");
+  return (*pagina)[pagina0::kIdentificador] + 256 * (*pagina)[pagina0::kIdentificador + 1];
+}
+
+}  // namespace
+
 Codigo Respaldo(Sesion& sesion) {
   sesion.Abrir();
   const TablaPtr tabla = sesion.LeerConfiguracion();
   if (!tabla) return Codigo::kSinDatos;
+  const std::int32_t identificador = IdentificadorDelRespaldo(sesion);
   sesion.PasarAArchivos();
   ExigirSinInterrumpir();
   // A bag of its own, which has no file: the backup asks it for the identifier.
   Propiedades propiedades{{}};
-  propiedades.Escribir(clave::kIdentificador, std::int64_t{sesion.Identificador()}, std::int64_t{0});
+  propiedades.Escribir(clave::kIdentificador, std::int64_t{identificador}, std::int64_t{0});
   const auto& elegida = sesion.LasOpciones().carpeta;
   Respaldos respaldos(elegida.empty() ? sesion.Carpeta() : elegida, propiedades, sesion.ElReloj(), sesion.Registro());
   const ResultadoRespaldo resultado = respaldos.Guardar(*tabla, MotivoRespaldo::kLectura);

@@ -5,6 +5,7 @@
 #include <charconv>
 
 #include "base/Error.h"
+#include "base/Numeros.h"
 #include "base/Texto.h"
 #include "driver/CanalesUTR.h"
 #include "driver/Textos.h"
@@ -129,6 +130,12 @@ void LeerDecimal(Lectura& l, std::string_view v) {
   l.con_csv = true;
 }
 
+// "02/13/2005" isn't the day that its writer meant, whichever that was.
+bool TieneMes(std::string_view fecha) {
+  const auto partes = Separar(fecha.substr(0, fecha.find_first_of("T ")), '/');
+  return partes.size() != 3 || Val(partes[1]) <= 12;
+}
+
 // "hoy", "ayer", "hoy-7", "01/02/2005", "2005-02-01", "2005-02-01T10:30".
 FechaHora LeerMomento(const char* opcion, std::string_view v, const Lectura& l, bool hasta) {
   const auto mal = [&] {
@@ -143,7 +150,7 @@ FechaHora LeerMomento(const char* opcion, std::string_view v, const Lectura& l, 
     momento = FechaDeDias(DiasDesde1970(l.hoy) - 1);
   } else if (v != "hoy") {
     const auto leido = LeerFecha(Reemplazar(v, "T", " "));
-    if (!leido || v.find_first_of("/-") == v.npos) mal();
+    if (!leido || !TieneMes(v) || v.find_first_of("/-") == v.npos) mal();
     momento = *leido;
     con_hora = v.find(':') != v.npos;
   }
@@ -177,7 +184,7 @@ void LeerPilas(Lectura& l, std::string_view v) {
 constexpr DescripcionOpcion kOpciones[] = {
     {"--estacion", "NOMBRE", kEnlace, "la estación de ese nombre en el libro de estaciones",
      [](Lectura& l, std::string_view v) { l.opciones.enlace.estacion = v; }},
-    {"--libro", "ARCHIVO", kEnlace, "otro libro que Estaciones.toml junto al programa",
+    {"--libro", "ARCHIVO", kEnlace, "otro libro que el de ADMINUTR_LIBRO o Estaciones.toml junto al programa",
      [](Lectura& l, std::string_view v) { l.opciones.enlace.libro = v; }},
     {"--puerto", "PUERTO", kEnlace,
      "por un puerto serie: su dispositivo (/dev/ttyUSB0) o su número en el\nprograma (COM4)", LeerPuerto},
@@ -197,7 +204,7 @@ constexpr DescripcionOpcion kOpciones[] = {
     {"--hasta", "FECHA", kFechas, "incluida; sin ella, hoy",
      [](Lectura& l, std::string_view v) {
        l.opciones.hasta = LeerMomento("--hasta", v, l, true);
-       l.con_fechas = true;
+       l.con_fechas = l.con_hasta = true;
      }},
     {"--canal", "CANAL[,...]", kDatos, "EA01, PLV o su número; sin él, todos los que guardan historia", LeerCanales},
     {"--pendientes", "", kEventos, "los que la estación no transmitió todavía",
@@ -214,7 +221,7 @@ constexpr DescripcionOpcion kOpciones[] = {
      [](Lectura& l, std::string_view v) { l.opciones.carpeta = v; }},
     {"--archivo", "ARCHIVO", kVolcado,
      "el archivo .bkp; sin ella, uno con la fecha y la hora en la carpeta actual.\nUno que ya estaba queda como "
-     ".anterior hasta que el nuevo está entero",
+     ".anterior mientras tenga algo que el nuevo no",
      LeerArchivo},
     {"--pilas", "N[,...]", kVolcado, "pilas de datos, de 0 a 8, o todas", LeerPilas},
     {"--cola", "", kVolcado, "la cola de transmisión",
@@ -225,12 +232,12 @@ constexpr DescripcionOpcion kOpciones[] = {
      [](Lectura& l, std::string_view) { l.opciones.seleccion.completa = true; }},
     {"--con-configuracion", "", kVolcado, "guarda además la configuración, con el mismo nombre y final .ucg",
      [](Lectura& l, std::string_view) { l.opciones.con_configuracion = true; }},
-    {"--continuar", "", kVolcado, "sigue la lectura que dejó el archivo de --archivo",
+    {"--continuar", "", kVolcado, "sigue la lectura que dejó el archivo de --archivo, que queda además como .anterior",
      [](Lectura& l, std::string_view) { l.opciones.continuar = true; }},
     {"--configuracion", "ARCHIVO", kRecuperar,
      "la de la estación (.ucg o .icf); sin ella, el .ucg que está junto al\nprimer archivo, con su nombre",
      [](Lectura& l, std::string_view v) { l.opciones.configuracion = v; }},
-    {"--carpeta", "CARPETA", kRecuperar, "de los resultados; sin ella, la carpeta actual",
+    {"--carpeta", "CARPETA", kRecuperar, "de los resultados, que se crea; sin ella, la carpeta actual",
      [](Lectura& l, std::string_view v) { l.opciones.carpeta = v; }},
     {"--salida", "FORMATO", kSalida, "csv (sin ella), xml o txt; si no, lo que diga el final del archivo", LeerFormato},
     {"--archivo", "ARCHIVO", kArchivo, "en lugar de la salida estándar (-); reemplaza al que hubiera, entero o nada",

@@ -18,6 +18,7 @@ struct Lectura {
   bool con_puerto = false;
   bool con_fechas = false;
   bool con_desde = false;
+  bool con_hasta = false;
   bool con_csv = false;
 };
 

@@ -79,6 +79,7 @@ TEST(OpcionesConsola, ElFormatoEsElDichoOElDelArchivo) {
   EXPECT_EQ(Leer("leer-datos --simulada --archivo a.XML").destino.formato, Formato::kXml);
   EXPECT_EQ(Leer("leer-datos --simulada --archivo a.xml --salida txt").destino.formato, Formato::kTxt);
   EXPECT_EQ(Leer("leer-datos --simulada --archivo datos").destino.formato, Formato::kCsv);
+  EXPECT_EQ(Leer("configuracion --simulada --archivo a.UCG").destino.formato, Formato::kXml);
   const Opciones planilla = Leer("ver-tabla a.xml --separador ; --decimal , --marca");
   EXPECT_EQ(planilla.destino.csv.separador, ';');
   EXPECT_EQ(planilla.destino.csv.decimal, ',');
@@ -123,6 +124,11 @@ TEST(OpcionesConsola, LoQueNoPuedeSerSeDice) {
       {"leer-datos --puerto 1 --comandos ATZ", "--comandos va con --telefono"},
       {"leer-datos --simulada --desde mañana", "--desde quiere una fecha"},
       {"leer-datos --simulada --desde 30/02/2026", "--desde quiere una fecha"},
+      {"leer-datos --simulada --desde 02/13/2026", "--desde quiere una fecha"},
+      {"leer-eventos --simulada --hasta 02/13/2026T10:30", "--hasta quiere una fecha"},
+      {"leer-datos --simulada --desde 2099-01-01", "Falta --hasta"},
+      {"leer-datos --simulada --archivo a.ucg", "leer-datos no guarda ninguna"},
+      {"configuracion --simulada --archivo a.icf --salida csv", "sólo se la vuelve a abrir si está en xml"},
       {"leer-datos --simulada --desde 10:30", "--desde quiere una fecha"},
       {"leer-datos --simulada --desde hoy-", "--desde quiere un número"},
       {"leer-datos --simulada --desde 2026-03-15T10:30", "leer-datos lee días enteros"},
