@@ -32,6 +32,7 @@ class BancoProceso : public Banco {
   }
 
   Comunicador& Driver() override { return *driver_; }
+  ComunicadorEnlace& Enlace() { return *driver_; }
   void Enmudecer(bool muda) override {
     Escenario("[equipo]\nmuda = " + std::string(muda ? "true\n" : "false\n"));
     reloj_.Volar(muda);

@@ -69,6 +69,9 @@ TEST(Testigos, OtrosClientesLeenLaMismaEstacion) {
     EXPECT_EQ(dicho[testigo + " reloj"], " 2026 3 15 10 0 0") << testigo;
   }
   EXPECT_EQ(dicho["mbpoll trama"], trama);
+  // By the time of the second witness the first one has switched output 1 on.
+  ASSERT_TRUE(trama.ends_with(" 0 0"));
+  EXPECT_EQ(dicho["pymodbus trama"], trama.substr(0, trama.size() - 4) + " 1 0");
   EXPECT_EQ(dicho["mbpoll salidas"], " 1 0");
   EXPECT_EQ(dicho["pymodbus salidas"], " 1 1");
   EXPECT_TRUE(Trama(driver).ends_with(" 1 1"));
