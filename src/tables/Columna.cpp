@@ -173,7 +173,7 @@ void Columna::Densar() {
     for (std::size_t i = 0; i < filas_.size(); ++i) repartidos[filas_[i]] = valores[i];
     valores = std::move(repartidos);
   });
-  filas_ = {};
+  filas_ = std::vector<std::uint32_t>();
   rala_ = false;
 }
 

@@ -464,7 +464,7 @@ void Tabla::Filter(std::string_view criterio) {
   if (TieneVista()) {
     RehacerVista(kNinguna);
   } else {
-    vista_ = {};
+    vista_ = std::vector<std::uint32_t>();  // "{}" would keep the room
   }
   Ubicar(0);
 }
@@ -487,7 +487,7 @@ void Tabla::Sort(std::string_view orden) {
   if (TieneVista()) {
     RehacerVista(kNinguna);
   } else {
-    vista_ = {};
+    vista_ = std::vector<std::uint32_t>();  // "{}" would keep the room
   }
   Ubicar(0);
 }

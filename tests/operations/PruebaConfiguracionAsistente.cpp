@@ -26,6 +26,23 @@ class ConfiguracionAsistente : public prueba::ModPrueba, public testing::Test {
   LecturaConfiguracion lectura{mod};
 };
 
+TEST(PasosAsistente, TerminarSeHabilitaAlLlegarAlUltimoPasoYNoAlPasarPorLosAnteriores) {
+  EstadoAsistente estado;
+  const LlegadasAsistente llegadas{[](bool) { return true; }, [](bool) { return true; }};
+  const struct {
+    std::int16_t paso;
+    Direccion direccion;
+    bool fin;
+  } pasos[] = {{1, Direccion::kAdelante, false}, {2, Direccion::kAdelante, false}, {3, Direccion::kAdelante, true},
+               {2, Direccion::kAtras, true},     {1, Direccion::kAtras, true},     {2, Direccion::kAdelante, false},
+               {3, Direccion::kAdelante, true},  {2, Direccion::kAtras, true},     {3, Direccion::kAdelante, true}};
+  for (const auto& uno : pasos) {
+    EXPECT_TRUE(SetStep(estado, uno.paso, uno.direccion, llegadas));
+    EXPECT_EQ(estado.paso, uno.paso);
+    EXPECT_EQ(estado.fin_habilitado, uno.fin) << uno.paso;
+  }
+}
+
 TEST_F(ConfiguracionAsistente, LasDosColeccionesCompartenSusCanales) {
   const TablaPtr tabla = TablaDeCanales({{{"Canal", "4"}, {"Flags", "0"}},
                                          {{"Canal", "1"}, {"AMax", "9"}},

@@ -74,6 +74,8 @@ TEST(EdicionAgenda, LosQueTomaronLosTiposSeDicenEnPocasPalabras) {
   std::vector<std::int16_t> dispares;
   for (int i = 0; i < 30; ++i) dispares.push_back(static_cast<std::int16_t>(i * i));
   EXPECT_THAT(texto(dispares), testing::EndsWith(", 08:49... (30 en total)"));
+  dispares.resize(24);
+  EXPECT_THAT(texto(dispares), testing::EndsWith(", 08:49")) << "as many as a line holds";
 }
 
 // Start, end, step and how many entries are there afterwards: the end counts where a step lands on it.

@@ -86,6 +86,8 @@ TEST(ProximasHoras, LosRenglonesDicenLoMismoQueElDibujo) {
   EXPECT_THAT(RenglonesDe(ProximasDe(agenda, kDiez, 10)),
               ElementsAre("12:00 obligatoria", "23:55 obligatoria, condicional, por ventana hasta las 00:05",
                           "09:59 por ventana hasta las 10:09 (abierta ahora)"));
+  EXPECT_THAT(RenglonesDe(ProximasDe(AgendaDe({590}), kDiez, 10)), ElementsAre("09:50 por ventana hasta las 10:00"))
+      << "closed at this very minute";
 }
 
 }  // namespace

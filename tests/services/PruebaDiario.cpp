@@ -112,6 +112,7 @@ TEST_F(DiarioDePrueba, CadaEscrituraYCadaLecturaLargaTieneSuAsiento) {
     EXPECT_THAT(Nuevos(), ElementsAre(sin_fin + "|[la UTR no responde]" + (caso.lee ? "" : "; no confirmado")));
   }
   EXPECT_EQ(unidad.llamadas.size(), 3 * std::size(kLlamadas)) << "no call of its own";
+  EXPECT_EQ(diario.Asientos().size(), unidad.llamadas.size()) << "what told of a call underway has gone";
   EXPECT_EQ(unidad.Recibidas("GrabarAgenda").front()->RecordCount(), 2U);
 }
 
@@ -195,6 +196,7 @@ TEST_F(DiarioDePrueba, LasPaginasDeLaFlashSonUnSoloAsiento) {
     for (int i = 0; i < cuantas; ++i) driver.LeerPaginaFlash(0, static_cast<std::int16_t>(i));
   };
   leer(3, "1,2");
+  EXPECT_EQ(diario.Asientos().size(), 1U) << "whatever their number, and ahead of their end";
   leer(1, "");
   unidad.Falla("LeerPaginaFlash", Error(8020, "driver", "nada"), 1);
   EXPECT_TRUE(FallaDe([&] { driver.LeerPaginaFlash(1, 1); }));
@@ -215,6 +217,7 @@ TEST_F(DiarioDePrueba, LasPaginasDeLaFlashSonUnSoloAsiento) {
     tarea.Anotar({reloj.Ahora(), "Recuperación", "-", "a.bkp", "5 páginas"});
   }
   EXPECT_THAT(Nuevos(), ElementsAre("70|Recuperación|-|a.bkp|5 páginas"));
+  EXPECT_EQ(diario.Asientos().size(), 5U);
 }
 
 TEST_F(DiarioDePrueba, OtroIdentificadorDejaSenasEnLasDosBitacoras) {

@@ -202,6 +202,7 @@ TEST_F(BitacoraEnCarpeta, LoPendientePuedeIrAOtroLado) {
   EXPECT_EQ(bitacora.Pendientes().size(), 2U);
   bitacora.GuardarPendientes(70, carpeta / "a.csv");
   EXPECT_THAT(bitacora.Pendientes(), IsEmpty());
+  EXPECT_EQ(bitacora.Falla(), "") << "nothing is missing any more";
   EXPECT_THAT(Que(carpeta / "a.csv"), ElementsAre("Uno", "Dos"));
   const std::string errores = LeerTodo(carpeta / "AdminUTR.err");
   EXPECT_EQ(std::count(errores.begin(), errores.end(), '\n'), 1) << "once, not at each entry";

@@ -1,7 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <limits>
 #include <memory>
+#include <string>
+#include <utility>
 
 #include "support/NumeroDeError.h"
 #include "support/Tablas.h"
@@ -190,6 +193,54 @@ TEST(Tabla, LosTextosNoSeMuevenCuandoSeAgregaMas) {
   }
   EXPECT_GE(t->Memoria(), memoria + 4 * 80000) << "rows count, also those of a text that is there";
   EXPECT_EQ(t->Filas().Texto(12345, 0), "texto numero 12344" + std::string(12344 % 40, 'x'));
+}
+
+// What each part of a table takes: no less than its values, and no more than growing in steps leaves unused.
+TEST(Tabla, LaMemoriaCuentaTodoLoQueHayYNadaDosVeces) {
+  constexpr std::size_t kFilas = 10000;
+  Tabla t;
+  t.Append("texto", TipoCampo::kVarChar, 20);
+  for (const auto& [nombre, tipo] :
+       {std::pair{"doble", TipoCampo::kDoble}, {"entero", TipoCampo::kEntero}, {"logico", TipoCampo::kLogico}})
+    t.Append(nombre, tipo);
+  t.Open();
+  const auto poner = [&](const char* campo, const std::function<std::string(std::size_t)>& texto) {
+    for (std::size_t fila = 0; fila < kFilas; ++fila) {
+      t.IrAFila(fila);
+      t.Set(campo, texto(fila));
+    }
+  };
+  const auto uno = [](std::size_t) { return std::string("1"); };
+  const struct {
+    const char* que;
+    std::function<void()> hacer;
+    double al_menos;  // bytes a row
+    double a_lo_mas;
+  } casos[] = {
+      {"rows of nulls",
+       [&] {
+         for (std::size_t i = 0; i < kFilas; ++i) t.AddNew();
+       },
+       0, 0},
+      {"the number of one text", [&] { poner("texto", uno); }, 4, 8.2},
+      {"doubles", [&] { poner("doble", uno); }, 8.1, 16.3},
+      {"integers", [&] { poner("entero", uno); }, 8.1, 16.3},
+      {"truth values", [&] { poner("logico", uno); }, 1.1, 2.3},
+      {"texts of 20 bytes, their entries and slots",
+       [&] { poner("texto", [](std::size_t fila) { return std::to_string(100000 + fila) + std::string(14, 'x'); }); },
+       20 + 16 + 24, 22 + 32 + 48},
+      {"the index of a filter", [&] { t.Filter("texto='100000" + std::string(14, 'x') + "'"), t.Filter(""); },
+       8 + 8 + 4 + 8, 36},
+      {"the rows of a view", [&] { t.Sort("doble"); }, 4, 8},
+      {"no view", [&] { t.Sort(""); }, -8, -4},
+  };
+  for (const auto& caso : casos) {
+    const auto antes = static_cast<double>(t.Memoria());
+    caso.hacer();
+    const double por_fila = (static_cast<double>(t.Memoria()) - antes) / kFilas;
+    EXPECT_GE(por_fila, caso.al_menos) << caso.que;
+    EXPECT_LE(por_fila, caso.a_lo_mas) << caso.que;
+  }
 }
 
 TEST(Tabla, OrdenarEsEstableYVuelveAlOrdenDeIngreso) {

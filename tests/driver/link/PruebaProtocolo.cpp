@@ -149,6 +149,48 @@ TEST(Protocolo, ImagenDeCanalesIdaYVuelta) {
   EXPECT_FALSE(ImagenDe(filas));
 }
 
+// The last value that goes and the first one that doesn't.
+TEST(Protocolo, LosLimitesEntranYLoQueLosPasaNo) {
+  const auto agenda = [](std::string_view bytes) { return LeerImagenDeAgenda(Hex(bytes)).has_value(); };
+  const auto salidas = [](std::string_view bytes) { return LeerPedidoDeSalidas(Hex(bytes)).has_value(); };
+  const auto archivos = [](std::size_t partes) {
+    return LeerPedidoDeArchivos(PedidoDeArchivos(std::vector<PedidoDeArchivo>(partes))).has_value();
+  };
+  const auto tcp = [](std::size_t largo) {
+    ReceptorTcp receptor;
+    receptor.Recibir(TramaTcp(1, kUnidad, Bytes(largo, 3)));
+    return receptor.Proxima().has_value();
+  };
+  const struct {
+    const char* que;
+    bool entra;
+    bool esperado;
+  } casos[] = {{"the last minute of a day", agenda("00 01 05 9F 00 00"), true},
+               {"one behind it", agenda("00 01 05 A0 00 00"), false},
+               {"no minute", agenda("00 01 FF FF 00 00"), true},
+               {"all kinds", agenda("00 01 00 00 07 00"), true},
+               {"another kind", agenda("00 01 00 00 08 00"), false},
+               {"no output", salidas("0F 00 00 00 00 00"), false},
+               {"eight outputs in a byte", salidas("0F 00 00 00 08 01 FF"), true},
+               {"nine outputs in a byte", salidas("0F 00 00 00 09 01 FF"), false},
+               {"on", salidas("05 00 00 FF 00"), true},
+               {"neither on nor off", salidas("05 00 00 FF 01"), false},
+               {"35 parts of files", archivos(35), true},
+               {"36 parts of files", archivos(36), false},
+               {"the longest PDU", tcp(kMayorPdu), true},
+               {"a longer one", tcp(kMayorPdu + 1), false}};
+  for (const auto& caso : casos) EXPECT_EQ(caso.entra, caso.esperado) << caso.que;
+  for (const std::size_t largo : {253UL, 254UL, 255UL, 256UL, 65535UL}) {
+    FilasDeCanales filas;
+    filas.presentes.assign(ColumnasDeUnidad().size(), false);
+    filas.presentes[0] = true;
+    filas.filas.emplace_back(ColumnasDeUnidad().size())[0] = std::string(largo, 'x');
+    const auto imagen = ImagenDe(filas);
+    const auto leida = imagen ? LeerImagenDeCanales(*imagen) : std::nullopt;
+    EXPECT_TRUE(leida && leida->filas == filas.filas) << largo;
+  }
+}
+
 TEST(Protocolo, LectoresAnteBytesCualesquiera) {
   std::mt19937 azar(7);  // NOLINT(bugprone-random-generator-seed): the same bytes in each run
   for (int vuelta = 0; vuelta < 20000; ++vuelta) {
