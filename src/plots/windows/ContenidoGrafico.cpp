@@ -116,6 +116,11 @@ Extension ExtensionDe(const CanalGrafico& canal, const VentanaTiempo& ventana) {
   return {valores.abajo - aire, valores.arriba + aire};
 }
 
+std::vector<LimiteSerie> LimitesALaVista(const CanalGrafico& canal, const VentanaTiempo& ventana) {
+  const bool sumas = canal.serie->EsLluvia() && SegundosPorBarra(*canal.serie, ventana);
+  return sumas ? std::vector<LimiteSerie>{} : canal.limites;
+}
+
 QString PorQueNada(const ContenidoGrafico& contenido) {
   if (contenido.canales.empty() || !TodoElTiempo(contenido)) return QStringLiteral("Sin datos que graficar");
   const bool con_valores = std::any_of(contenido.canales.begin(), contenido.canales.end(),

@@ -52,6 +52,10 @@ struct Extension {
 };
 Extension ExtensionDe(const CanalGrafico& canal, const VentanaTiempo& ventana);
 
+// The limits that stand beside what is drawn of such a span: none beside bars of several records each, since the unit
+// compares single readings with them.
+std::vector<LimiteSerie> LimitesALaVista(const CanalGrafico& canal, const VentanaTiempo& ventana);
+
 // What a plot without anything to draw says instead; empty where there is something.
 QString PorQueNada(const ContenidoGrafico& contenido);
 

@@ -40,6 +40,11 @@ std::optional<std::int64_t> LapsoDeBarra(const Serie& serie, const VentanaTiempo
   return serie.EsLluvia() ? SegundosPorBarra(serie, ventana) : std::nullopt;
 }
 
+std::vector<CanalGrafico> ConLimites(std::vector<CanalGrafico> canales, const VentanaTiempo& ventana) {
+  for (CanalGrafico& canal : canales) canal.limites = LimitesALaVista(canal, ventana);
+  return canales;
+}
+
 QString EtiquetaDe(const Serie& serie, const VentanaTiempo& ventana) {
   QStringList entre;
   if (!serie.Unidad().empty() && serie.Unidad() != "-") entre.append(Q(serie.Unidad()));
@@ -135,7 +140,6 @@ void Hidrograma::ArmarCurvas() {
     eje->setRangeReversed(hay && contenido_.canales[i].serie->EsLluvia());
     if (hay) curvas_.push_back(new CurvaSerie(lugar_->axis(QCPAxis::atBottom), eje, contenido_.canales[i]));
   }
-  limites_->Poner(contenido_.canales, {ejes_.begin(), ejes_.end()});
   // The time axis and the grid stand even where there is nothing to draw.
   ejes_.front()->setVisible(true);
   ejes_.front()->setTickLabels(!contenido_.canales.empty());
@@ -251,6 +255,7 @@ void Hidrograma::AjustarValores() {
     ejes_[i]->setRange(extension.abajo, extension.arriba);
     ejes_[i]->setLabel(EtiquetaDe(*contenido_.canales[i].serie, *contenido_.ventana));
   }
+  limites_->Poner(ConLimites(contenido_.canales, *contenido_.ventana), {ejes_.begin(), ejes_.end()});
 }
 
 void Hidrograma::FormatearTiempos() {

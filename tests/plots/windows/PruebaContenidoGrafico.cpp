@@ -38,6 +38,15 @@ TEST(PruebaContenidoGrafico, ElEjeAcogeLosLimitesCercanosYNoLosLejanos) {
   }
 }
 
+TEST(PruebaContenidoGrafico, LosLimitesSonDeUnRegistroYNoDeLaSumaDeVarios) {
+  const CanalGrafico lluvia = CanalDe("PLV", {{"10:00", "9"}, {"10:10", "1"}}, {Alarma(5)});
+  const CanalGrafico nivel = CanalDe("EA01", {{"10:00", "9"}, {"10:10", "1"}}, {Alarma(5)});
+  const auto desde = static_cast<double>(lluvia.serie->Tiempos()[0]);
+  EXPECT_EQ(LimitesALaVista(lluvia, {desde, desde + 600}).size(), 1U);
+  EXPECT_EQ(LimitesALaVista(lluvia, kSiempre).size(), 0U);
+  EXPECT_EQ(LimitesALaVista(nivel, kSiempre).size(), 1U);
+}
+
 TEST(PruebaContenidoGrafico, DiceQueNoHayNadaYPorQue) {
   EXPECT_EQ(U(PorQueNada({})), "Sin datos que graficar");
   EXPECT_EQ(U(PorQueNada(ContenidoDe({CanalDe("EA01", {})}))), "Sin datos que graficar");
