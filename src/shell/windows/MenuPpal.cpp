@@ -1,6 +1,7 @@
 #include "shell/windows/MenuPpal.h"
 
 #include <QActionGroup>
+#include <QEvent>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
