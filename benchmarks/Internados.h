@@ -1,9 +1,10 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
+#include <cstring>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 // What whoever keeps a table within its memory can't do without: each text once, found by its bytes.
@@ -14,14 +15,16 @@ class Internados {
   // The number of the text, from 1 on; a new one is kept.
   std::uint32_t Numero(std::string_view texto) {
     if ((textos_.size() + 1) * 3 > ranuras_.size() * 2) Crecer();
-    const auto dispersion = static_cast<std::uint32_t>(std::hash<std::string_view>{}(texto));
-    std::size_t i = dispersion & (ranuras_.size() - 1);
-    for (; ranuras_[i].numero != 0; i = (i + 1) & (ranuras_.size() - 1)) {
-      if (ranuras_[i].dispersion == dispersion && Texto(ranuras_[i].numero) == texto) return ranuras_[i].numero;
+    const Ranura buscada{Cabeza(texto), static_cast<std::uint32_t>(texto.size()), 0};
+    const std::size_t mascara = ranuras_.size() - 1;
+    std::size_t i = Dispersion(buscada, texto) & mascara;
+    for (; ranuras_[i].numero != 0; i = (i + 1) & mascara) {
+      const bool puede = ranuras_[i].cabeza == buscada.cabeza && ranuras_[i].largo == buscada.largo;
+      if (puede && (texto.size() <= 8 || Texto(ranuras_[i].numero) == texto)) return ranuras_[i].numero;
     }
     textos_.push_back({bytes_.size(), texto.size()});
     bytes_ += texto;
-    ranuras_[i] = {dispersion, static_cast<std::uint32_t>(textos_.size())};
+    ranuras_[i] = {buscada.cabeza, buscada.largo, static_cast<std::uint32_t>(textos_.size())};
     return ranuras_[i].numero;
   }
 
@@ -35,21 +38,44 @@ class Internados {
     std::size_t desde;
     std::size_t largo;
   };
+  // With its first bytes, so that a short text is found without looking anywhere else.
   struct Ranura {
-    std::uint32_t dispersion = 0;
+    std::uint64_t cabeza = 0;
+    std::uint32_t largo = 0;
     std::uint32_t numero = 0;  // 0: free
   };
 
+  template <typename Palabra>
+  static std::uint64_t Tomar(const char* p) {
+    Palabra palabra;
+    std::memcpy(&palabra, p, sizeof palabra);
+    return palabra;
+  }
+
+  static std::uint64_t Cabeza(std::string_view t) {
+    const std::size_t n = t.size();
+    if (n >= 8) return Tomar<std::uint64_t>(t.data());
+    if (n >= 4) return Tomar<std::uint32_t>(t.data()) | Tomar<std::uint32_t>(t.data() + n - 4) << 32;
+    if (n >= 2) return Tomar<std::uint16_t>(t.data()) | Tomar<std::uint16_t>(t.data() + n - 2) << 16;
+    return n == 1 ? Tomar<std::uint8_t>(t.data()) : 0;
+  }
+
+  static std::size_t Dispersion(const Ranura& ranura, std::string_view texto) {
+    constexpr std::uint64_t kMezcla = 0x9E3779B97F4A7C15ULL;
+    std::uint64_t h = (ranura.cabeza + texto.size()) * kMezcla;
+    for (std::size_t i = 8; i < texto.size(); i += 8) h = ((h ^ (h >> 29)) + Cabeza(texto.substr(i))) * kMezcla;
+    return h >> 32;
+  }
+
   void Crecer() {
-    const std::size_t nuevo = ranuras_.empty() ? 16 : ranuras_.size() * 2;
-    std::vector<Ranura> mayor(nuevo);
-    for (const Ranura& ranura : ranuras_) {
+    const std::size_t cuantas = ranuras_.empty() ? 1024 : ranuras_.size() * 2;
+    const std::vector<Ranura> anteriores = std::exchange(ranuras_, std::vector<Ranura>(cuantas));
+    for (const Ranura& ranura : anteriores) {
       if (ranura.numero == 0) continue;
-      std::size_t i = ranura.dispersion & (nuevo - 1);
-      while (mayor[i].numero != 0) i = (i + 1) & (nuevo - 1);
-      mayor[i] = ranura;
+      std::size_t i = Dispersion(ranura, Texto(ranura.numero)) & (ranuras_.size() - 1);
+      while (ranuras_[i].numero != 0) i = (i + 1) & (ranuras_.size() - 1);
+      ranuras_[i] = ranura;
     }
-    ranuras_ = std::move(mayor);
   }
 
   std::vector<Ranura> ranuras_;  // a power of two

@@ -64,9 +64,11 @@ class EscrituraMinima {
     std::string comienzo;  // of a value, without the blank
     std::vector<std::uint32_t> apoyo;
     std::span<const std::uint32_t> numeros;  // by row
-    std::vector<std::string_view> textos;    // by number, as the file has them
+    std::string textos;                      // one behind the other
+    std::vector<std::uint32_t> finales;      // by number
     std::size_t largo = 0;
   };
+  static constexpr std::size_t kHolgura = 16;
 
   void Cabeza() {
     Poner(
@@ -90,27 +92,32 @@ class EscrituraMinima {
     const utr::TextosColumna textos = tabla_.Textos(campo);
     columna.nombre = tabla_.Field(campo).nombre;
     columna.comienzo = columna.nombre + "='";
+    columna.comienzo.append(kHolgura, '\0');
     columna.largo = tabla_.Field(campo).tamano;
     columna.numeros = textos.Indices(columna.apoyo);
-    columna.textos.resize(textos.Cantidad() + 1);
-    for (std::size_t n = 1; n < columna.textos.size(); ++n) {
+    columna.finales.assign(1, 0);
+    columna.finales.reserve(textos.Cantidad() + 1);
+    columna.textos.clear();
+    for (std::size_t n = 1; n <= textos.Cantidad(); ++n) {
       const std::string_view texto = textos.Texto(n);
-      // No text of the measured tables needs one or is longer than declared: whatever it takes beyond isn't measured.
-      if (PideReferencia(texto) || texto.size() > columna.largo) std::abort();
-      columna.textos[n] = texto;
+      if (texto.size() > columna.largo) std::abort();
+      columna.textos += texto;
+      columna.finales.push_back(static_cast<std::uint32_t>(columna.textos.size()));
     }
+    // No text of the measured tables needs a reference or is longer than declared: whatever these take beyond isn't
+    // measured, but whether they do has to be asked.
+    columna.textos.append(kHolgura, '0');
+    if (PideReferencia(columna.textos)) std::abort();
   }
 
-  static bool PideReferencia(std::string_view texto) {
-    static const auto kEspeciales = [] {
-      std::array<bool, 256> especiales{};
-      for (std::size_t b = 0; b < 0x20; ++b) especiales[b] = true;
-      for (const unsigned char b : {'&', '<', '>', '\'', '"'}) especiales[b] = true;
-      return especiales;
-    }();
-    bool pide = false;
-    for (const char c : texto) pide |= kEspeciales[static_cast<unsigned char>(c)];
-    return pide;
+  // All texts of a column at once, in a loop that the compiler does sixteen bytes at a time.
+  static bool PideReferencia(std::string_view textos) {
+    unsigned char pide = 0;
+    for (const char c : textos) {
+      const auto b = static_cast<unsigned char>(c);
+      pide |= static_cast<unsigned char>((b < 0x20) | (b == '&') | (b == '<') | (b == '>') | (b == '\'') | (b == '"'));
+    }
+    return pide != 0;
   }
 
   void Fila(std::size_t fila) {
@@ -122,8 +129,9 @@ class EscrituraMinima {
       nulos |= numero == 0;
       if (numero == 0) continue;
       Separar(linea);
-      Poner(columna.comienzo);
-      Poner(columna.textos[numero]);
+      Breve({columna.comienzo.data(), columna.nombre.size() + 2});
+      const std::uint32_t desde = columna.finales[numero - 1];
+      Breve({columna.textos.data() + desde, columna.finales[numero] - desde});
       *lugar_++ = '\'';
     }
     if (pendientes_ && nulos) Nulos(fila, linea);
@@ -150,6 +158,13 @@ class EscrituraMinima {
     linea = lugar_;
   }
 
+  // Of a text with room behind it, nearly always by one copy of a length that is known.
+  void Breve(std::string_view texto) {
+    std::memcpy(lugar_, texto.data(), kHolgura);
+    if (texto.size() > kHolgura) std::memcpy(lugar_, texto.data(), texto.size());
+    lugar_ += texto.size();
+  }
+
   void Poner(std::string_view texto) {
     std::memcpy(lugar_, texto.data(), texto.size());
     lugar_ += texto.size();
@@ -174,6 +189,8 @@ class LecturaMinima {
     std::string clave;
     Internados textos;
     std::vector<std::uint32_t> numeros;  // by row; 0 is null
+    std::string_view ultimo;             // most values are the one of the row above
+    std::uint32_t su_numero = 0;
   };
 
   // Reads the file at once and walks over its bytes: names, quotes, references. Anything that isn't a row is passed
@@ -182,8 +199,13 @@ class LecturaMinima {
     const auto largo = static_cast<std::size_t>(std::filesystem::file_size(ruta));
     const auto bytes = std::make_unique_for_overwrite<char[]>(largo);
     Leer(ruta, bytes.get(), largo);
-    for (const char* campo : kCampos) columnas_.push_back({campo, {}, {}});
+    for (const char* campo : kCampos) {
+      columnas_.emplace_back().clave = campo;
+      columnas_.back().numeros.reserve(kFilas);
+    }
     fin_ = bytes.get() + largo;
+    // There are no references, but nobody knows that before.
+    if (std::memchr(bytes.get(), '&', largo) != nullptr) std::abort();
     p_ = bytes.get() + std::string_view(bytes.get(), largo).find("<rs:data>") + 9;
     while (p_ < fin_) Elemento();
   }
@@ -224,27 +246,32 @@ class LecturaMinima {
 
   // Values come in the order of their columns.
   void Atributo(std::size_t& siguiente) {
-    const char* desde = p_;
-    while (p_ < fin_ && *p_ != '=') ++p_;
-    const std::string_view clave(desde, static_cast<std::size_t>(p_ - desde));
-    const std::string_view valor = Valor();
     for (; siguiente < columnas_.size(); ++siguiente) {
       Columna& columna = columnas_[siguiente];
-      if (columna.clave != clave) continue;
-      columna.numeros.back() = columna.textos.Numero(valor);
+      const std::size_t largo = columna.clave.size();
+      if (static_cast<std::size_t>(fin_ - p_) <= largo || p_[largo] != '=' ||
+          std::memcmp(p_, columna.clave.data(), largo) != 0)
+        continue;
+      p_ += largo;
+      const std::string_view valor = Valor();
+      if (columna.su_numero == 0 || valor != columna.ultimo) {
+        columna.ultimo = valor;
+        columna.su_numero = columna.textos.Numero(valor);
+      }
+      columna.numeros.back() = columna.su_numero;
       ++siguiente;
       return;
     }
+    while (p_ < fin_ && *p_ != '=') ++p_;  // an attribute of no column
+    Valor();
   }
 
   std::string_view Valor() {
     if (fin_ - p_ < 3) std::abort();
     const char comilla = p_[1];
-    char* desde = p_ += 2;
-    bool referencias = false;
-    for (; p_ < fin_ && *p_ != comilla; ++p_) referencias |= *p_ == '&';
-    // As above: there are none, but nobody knows that before.
-    if (p_ == fin_ || referencias) std::abort();
+    const char* desde = p_ += 2;
+    while (p_ < fin_ && *p_ != comilla) ++p_;
+    if (p_ == fin_) std::abort();
     return {desde, static_cast<std::size_t>(p_ - desde)};
   }
 
