@@ -422,6 +422,7 @@ std::string VistaLista::TextoElegido() const {
 }
 
 void VistaLista::Copiar() const {
+  if (FilasElegidas().empty()) return;  // what was copied before stays
   QApplication::clipboard()->setText(Q(TextoElegido()));
 }
 

@@ -270,6 +270,9 @@ TEST_F(PruebaVistaLista, CtrlCCopiaLasElegidasEnElOrdenQueSeVe) {
   QTest::keyClick(vista.Arbol(), Qt::Key_C, Qt::ControlModifier);
   EXPECT_EQ(U(QApplication::clipboard()->text()),
             "Fecha\tCanal\tValor \n05/01/2026\tED1\tN/D\n10/12/2025\tPLV\t10.000");
+  vista.Arbol()->clearSelection();
+  QTest::keyClick(vista.Arbol(), Qt::Key_C, Qt::ControlModifier);
+  EXPECT_FALSE(QApplication::clipboard()->text().isEmpty()) << "nothing is selected: what was copied stays";
 }
 
 TEST_F(PruebaVistaLista, EnterYDobleClicActivanLaFila) {

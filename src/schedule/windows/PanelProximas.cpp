@@ -168,8 +168,10 @@ void LineaDeTiempo::PintarEje(QPainter& pintor) const {
     pintor.drawLine(QPointF(X(posicion), arriba), QPointF(X(posicion), abajo + (numero ? 3 : 0)));
     if (!numero) continue;
     pintor.setPen(palette().color(QPalette::WindowText));
-    const QRectF lugar(X(posicion) - Izquierda() / 2.0, abajo + 3, Izquierda(), Alto());
-    pintor.drawText(lugar, Qt::AlignHCenter | Qt::AlignTop, Q(TextoHorario(hora * kMinutosHora)));
+    const QString texto = Q(TextoHorario(hora * kMinutosHora));
+    const double ancho = fontMetrics().horizontalAdvance(texto);
+    const double izquierda = std::min(X(posicion) - ancho / 2, width() - ancho);
+    pintor.drawText(QRectF(izquierda, abajo + 3, ancho + 1, Alto()), Qt::AlignLeft | Qt::AlignTop, texto);
   }
   pintor.setPen(palette().color(QPalette::Mid));
   pintor.drawRect(QRectF(X(0), arriba, X(kMinutosDia) - X(0), abajo - arriba));
