@@ -24,10 +24,6 @@ namespace fs = std::filesystem;
 constexpr const char* kModulo = "BitacoraVisita";
 constexpr int kMayorOrden = 999;
 
-FechaHora Dia(const FechaHora& momento) {
-  return {.anio = momento.anio, .mes = momento.mes, .dia = momento.dia};
-}
-
 bool Existe(const fs::path& ruta) {
   std::error_code falla;
   return fs::symlink_status(ruta, falla).type() != fs::file_type::not_found;
@@ -135,7 +131,11 @@ void BitacoraVisita::Guardar(const Asiento& asiento) {
 // Takes away what an entry of another file took the place of.
 void BitacoraVisita::Quitar() {
   for (auto& [lugar, abierta] : abiertas_) {
-    if (TieneRetirados(abierta) && abierta.ComoQuedo()) Rehacer(abierta, nullptr);
+    if (!TieneRetirados(abierta) && abierta.sueltos.empty()) continue;
+    IgnorandoErrores([&, &lugar = lugar, &abierta = abierta] {
+      PonerAlDia(lugar, abierta);
+      if (TieneRetirados(abierta)) Rehacer(abierta, nullptr);
+    });
   }
   retirados_.clear();
 }
@@ -151,15 +151,22 @@ bool BitacoraVisita::Abierta::ComoQuedo() const {
 }
 
 BitacoraVisita::Abierta& BitacoraVisita::AbiertaDe(const Asiento& asiento) {
-  const fs::path carpeta = Carpeta(asiento.estacion);
-  const FechaHora dia = Dia(asiento.momento);
-  Abierta& abierta = abiertas_[{carpeta, DiasDesde1970(dia)}];
-  if (!abierta.ComoQuedo()) {
-    Abierta antes = std::exchange(abierta, Abrir(carpeta, dia));
-    abierta.Soltar(antes);
-  }
-  QuitarSueltos(abierta);
+  const Lugar lugar{Carpeta(asiento.estacion), DiasDesde1970(asiento.momento)};
+  Abierta& abierta = abiertas_[lugar];
+  PonerAlDia(lugar, abierta);
   return abierta;
+}
+
+// Looks at the file once more where somebody else has written to it, also while it was put in order.
+void BitacoraVisita::PonerAlDia(const Lugar& lugar, Abierta& abierta) {
+  const auto reabrir = [&] {
+    if (abierta.ComoQuedo()) return;
+    Abierta antes = std::exchange(abierta, Abrir(lugar.first, FechaDeDias(lugar.second)));
+    abierta.Soltar(antes);
+  };
+  reabrir();
+  QuitarSueltos(abierta);
+  reabrir();
 }
 
 // Provisional entries as they stand in the file that somebody else has written to.
@@ -169,24 +176,36 @@ void BitacoraVisita::Abierta::Soltar(Abierta& antes) {
   std::size_t numero = antes.ultimo_firme;
   for (const Asiento& asiento : antes.cola) {
     ++numero;
-    if (asiento.provisional) sueltos[asiento.orden] = RenglonBitacora(numero, asiento);
+    if (asiento.provisional) sueltos[asiento.orden] = {RenglonBitacora(numero, asiento)};
   }
 }
 
-// What others wrote stays, and so do the numbers of all lines. One that isn't found any more was changed by somebody,
-// who answers for it.
+// What others wrote stays, and so do the numbers of all lines. A line that isn't found any more was changed by
+// somebody, who answers for it.
 void BitacoraVisita::QuitarSueltos(Abierta& abierta) {
-  const auto retirado = [this](const auto& uno) { return retirados_.contains(uno.first); };
-  if (std::none_of(abierta.sueltos.begin(), abierta.sueltos.end(), retirado)) return;
-  std::string texto = PrimerosBytes(abierta.archivo, abierta.largo);
-  for (const auto& [orden, renglon] : abierta.sueltos) {
-    const std::size_t lugar = retirados_.contains(orden) ? texto.rfind(renglon) : std::string::npos;
-    if (lugar != std::string::npos && lugar > 0 && texto[lugar - 1] == '\n') texto.erase(lugar, renglon.size());
+  for (auto& [orden, suelto] : abierta.sueltos) suelto.sobra = suelto.sobra || retirados_.contains(orden);
+  const auto sobra = [](const auto& uno) { return uno.second.sobra; };
+  if (std::none_of(abierta.sueltos.begin(), abierta.sueltos.end(), sobra)) return;
+  const std::string todo = PrimerosBytes(abierta.archivo, abierta.largo);
+  std::string texto = todo.substr(0, abierta.largo_firme);
+  for (const auto& [orden, suelto] : abierta.sueltos) {
+    const std::size_t lugar = suelto.sobra ? texto.rfind(suelto.renglon) : std::string::npos;
+    if (lugar != std::string::npos && lugar > 0 && texto[lugar - 1] == '\n') texto.erase(lugar, suelto.renglon.size());
   }
-  const bool hecho =
-      IgnorandoErrores([&] { EscribirEntero(abierta.archivo, [&](std::ostream& salida) { salida << texto; }); });
-  std::erase_if(abierta.sueltos, retirado);
-  if (hecho) abierta.largo = abierta.largo_firme = texto.size();
+  const std::uint64_t quitados = abierta.largo_firme - texto.size();
+  texto += todo.substr(abierta.largo_firme);
+  const bool hecho = quitados == 0 || IgnorandoErrores([&] {
+                       EscribirEntero(abierta.archivo, [&](std::ostream& salida) {
+                         salida << texto;
+                         // Whatever came in between would be lost: it is tried again with the next entry.
+                         if (!abierta.ComoQuedo())
+                           throw Error(error::kArchivo, kModulo, "Otro escribió en " + abierta.archivo.string());
+                       });
+                     });
+  if (!hecho) return;
+  std::erase_if(abierta.sueltos, sobra);
+  abierta.largo -= quitados;
+  abierta.largo_firme -= quitados;
 }
 
 // The file of that day that can go on, or the name of one that isn't there yet.

@@ -58,13 +58,20 @@ class BitacoraVisita {
     std::vector<Asiento> cola{};
     std::uint64_t largo_firme = 0;
     std::size_t ultimo_firme = 0;
-    // Lines of provisional entries that stand somewhere in it, since somebody else has written to the file, by `orden`.
-    std::map<std::uint64_t, std::string> sueltos{};
+    // Lines of provisional entries that stand ahead of what is written from now on, since somebody else has written to
+    // the file, by `orden`.
+    struct Suelto {
+      std::string renglon;
+      bool sobra = false;  // another entry took its place
+    };
+    std::map<std::uint64_t, Suelto> sueltos{};
 
     bool ComoQuedo() const;
     void Afirmar();
     void Soltar(Abierta& antes);
   };
+
+  using Lugar = std::pair<std::filesystem::path, std::int64_t>;  // folder and day
 
   void Seguir(const Diario::Cambio& cambio);
   void Guardar(const Asiento& asiento);
@@ -74,6 +81,7 @@ class BitacoraVisita {
   void Agregar(Abierta& abierta, const Asiento& asiento);
   void Rehacer(Abierta& abierta, const Asiento* nuevo);
   bool TieneRetirados(const Abierta& abierta) const;
+  void PonerAlDia(const Lugar& lugar, Abierta& abierta);
   void QuitarSueltos(Abierta& abierta);
   bool Retirado(const Asiento& asiento) const { return retirados_.contains(asiento.orden); }
 
@@ -83,8 +91,8 @@ class BitacoraVisita {
   std::function<void()> aviso_;
   std::vector<Asiento> pendientes_;
   std::string falla_;
-  std::map<std::pair<std::filesystem::path, std::int64_t>, Abierta> abiertas_;  // by folder and day
-  std::set<std::uint64_t> retirados_;                                           // that a file may still hold
+  std::map<Lugar, Abierta> abiertas_;
+  std::set<std::uint64_t> retirados_;  // that a file may still hold
 };
 
 // "1 asiento", "2 asientos".

@@ -272,6 +272,45 @@ TEST_F(BitacoraEnCarpeta, LoProvisionalSeVaAunqueOtroHayaEscritoEnMedio) {
   EXPECT_EQ(LeerTodo(Archivo()).find("sin terminar"), std::string::npos);
 }
 
+// Two calls of one procedure, and a foreign entry ahead of, between and behind them.
+TEST_F(BitacoraEnCarpeta, LoProvisionalDeVariasLlamadasSeVaConLoAjenoEnMedio) {
+  ComunicadorFalso equipo;
+  ComunicadorConDiario driver(equipo, diario, reloj);
+  equipo.Devuelve("EscribirPagina", true);
+  Anotar("Uno");
+  {
+    Diario::Tarea tarea(diario);
+    driver.EscribirPagina("34", "0");
+    EnOtraCorrida("Ajeno");
+    driver.EscribirPagina("35", "0");
+    driver.EscribirPagina("36", "0");
+    tarea.Anotar({reloj.Ahora(), "Todo", "-", "b", "hecho"});
+    EnOtraCorrida("Ajeno");
+    driver.EscribirPagina("37", "0");
+    EnOtraCorrida("Ajeno");
+    Identificar(80);
+    tarea.Anotar({reloj.Ahora(), "Resto", "-", "b", "hecho"});
+  }
+  EXPECT_THAT(Que(Archivo()), ElementsAre("Uno", "Ajeno", "Todo", "Ajeno", "Ajeno", "Resto"));
+  Identificar(70);
+  Anotar("Dos");
+  EXPECT_THAT(Que(Archivo()), ElementsAre("Uno", "Ajeno", "Todo", "Ajeno", "Ajeno", "Resto", "Dos"));
+  EXPECT_EQ(LeerBitacora(Archivo()).reparo, "");
+}
+
+// What took its place is of another day: the file of the day before is put in order all the same.
+TEST_F(BitacoraEnCarpeta, LoProvisionalDeAyerSeVaConLoAjenoDetras) {
+  ComunicadorFalso equipo;
+  ComunicadorConDiario driver(equipo, diario, reloj);
+  Diario::Tarea tarea(diario);
+  driver.BorrarFlash();
+  EnOtraCorrida("Ajeno");
+  reloj.Poner({2026, 3, 16, 0, 0, 1});
+  tarea.Anotar({reloj.Ahora(), "Todo", "-", "b", "hecho"});
+  EXPECT_THAT(Que(Archivo()), ElementsAre("Ajeno"));
+  EXPECT_THAT(Que(Archivo("Bitacora-2026-03-16.csv")), ElementsAre("Todo"));
+}
+
 TEST_F(BitacoraEnCarpeta, UnDiscoLlenoEnMedioDeUnProcedimientoNoPierdeNada) {
   ComunicadorFalso equipo;
   ComunicadorConDiario driver(equipo, diario, reloj);
