@@ -36,7 +36,7 @@ bool ComasEnSuLugar(std::string_view numero) {
   for (std::size_t i = 0; i < grupos.size(); ++i) {
     if ((grupos[i] == ',') != (i % 4 == 0)) return false;
   }
-  return delante >= 1 && delante <= 3 && grupos.size() % 4 == 0;
+  return delante >= 1 && delante <= 3 && numero[primera - delante] != '0' && grupos.size() % 4 == 0;
 }
 
 // Of a text that passes the test of numbers: "d" stands for "e" there.
