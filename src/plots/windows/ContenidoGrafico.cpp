@@ -105,11 +105,14 @@ std::optional<VentanaTiempo> TodoElTiempo(const ContenidoGrafico& contenido) {
 }
 
 Extension ExtensionDe(const CanalGrafico& canal, const VentanaTiempo& ventana) {
-  Recogida valores = ValoresEn(*canal.serie, ventana);
   if (canal.serie->EsLluvia()) {
+    // The bar of the first record beyond the span reaches into it.
+    const double segundos = canal.serie->Minutos().value_or(1) * 60;
+    const Recogida valores = ValoresEn(*canal.serie, {ventana.desde, ventana.hasta + segundos});
     const double mayor = MayorBarra(*canal.serie, ventana).value_or(valores.arriba);
     return {0, mayor > 0 ? mayor / kLluviaDelAlto : 1};
   }
+  Recogida valores = ValoresEn(*canal.serie, ventana);
   if (valores.Nada()) return {};
   AcogerLimites(canal.limites, valores);
   const double aire = valores.Largo() > 0 ? valores.Largo() * kAire : std::max(std::abs(valores.arriba) * kAire, 0.5);

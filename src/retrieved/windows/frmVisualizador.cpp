@@ -119,7 +119,7 @@ void frmVisualizador::ArmarComandos() {
             {.nombre = "mnuImprimirInforme",
              .texto = "Imprimir in&forme",
              .si = [this] { return !informe_->isHidden(); },
-             .hacer = [this] { ImprimirTexto(informe_->Texto()); }},
+             .hacer = [this] { ImprimirTexto(informe_->Texto(), Origen()); }},
             ComandoSalir("mnuSalir"),
             ComandoOrdenar(true),
             ComandoOrdenar(false),

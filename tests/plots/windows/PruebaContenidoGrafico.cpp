@@ -38,6 +38,12 @@ TEST(PruebaContenidoGrafico, ElEjeAcogeLosLimitesCercanosYNoLosLejanos) {
   }
 }
 
+TEST(PruebaContenidoGrafico, LaBarraQueEntraPorElBordeCabeEnElEje) {
+  const CanalGrafico lluvia = CanalDe("PLV", {{"10:00", "1"}, {"10:10", "9"}, {"10:20", "90"}});
+  const auto desde = static_cast<double>(lluvia.serie->Tiempos()[0]);
+  EXPECT_NEAR(ExtensionDe(lluvia, {desde, desde + 300}).arriba, 20, 1e-9);
+}
+
 TEST(PruebaContenidoGrafico, LosLimitesSonDeUnRegistroYNoDeLaSumaDeVarios) {
   const CanalGrafico lluvia = CanalDe("PLV", {{"10:00", "9"}, {"10:10", "1"}}, {Alarma(5)});
   const CanalGrafico nivel = CanalDe("EA01", {{"10:00", "9"}, {"10:10", "1"}}, {Alarma(5)});
