@@ -23,7 +23,7 @@ constexpr const char* kOrigen = "adminutr-cli";
 
 // The book that was asked for, which has to be there, or the program's own.
 fs::path ElLibro(const PedidoEnlace& pedido, const fs::path& carpeta) {
-  const fs::path pedido_o_del_entorno = pedido.libro.empty() ? RutaDelEntorno("ADMINUTR_LIBRO") : pedido.libro;
+  fs::path pedido_o_del_entorno = pedido.libro.empty() ? RutaDelEntorno("ADMINUTR_LIBRO") : pedido.libro;
   if (pedido_o_del_entorno.empty()) return carpeta / LibroEstaciones::kArchivo;
   std::error_code nada;
   if (!fs::exists(pedido_o_del_entorno, nada))
