@@ -23,7 +23,10 @@ class PuertosDelPrograma : public ListaDePuertos {
       : simulado_(simulado), numeros_(numeros), eleccion_(eleccion), avisar_(std::move(avisar)) {}
 
   std::vector<PuertoSerie> Listar() override {
+    // The simulated station keeps its numbers though it isn't to be chosen: a device would keep them for good.
     auto puertos = numeros_.Repartir(Simulados(), Dispositivos());
+    if (eleccion_ == Eleccion::kLinea)
+      std::erase_if(puertos, [this](const PuertoSerie& puerto) { return numeros_.EsDeNadie(puerto.numero); });
     if (!numeros_.Aviso().empty()) avisar_(numeros_.Aviso());
     return puertos;
   }
@@ -33,7 +36,7 @@ class PuertosDelPrograma : public ListaDePuertos {
     const auto simulados = Simulados();
     const bool tiene =
         std::any_of(simulados.begin(), simulados.end(), [numero](const auto& p) { return p.numero == numero; });
-    return eleccion_ == Eleccion::kSimulada || (tiene && numeros_.EsDeNadie(numero));
+    return eleccion_ == Eleccion::kSimulada || (eleccion_ == Eleccion::kLibre && tiene && numeros_.EsDeNadie(numero));
   }
   bool EsSimulada(std::string_view direccion) {
     return eleccion_ == Eleccion::kSimulada || (eleccion_ == Eleccion::kLibre && simulado_.TieneDireccion(direccion));
@@ -42,7 +45,6 @@ class PuertosDelPrograma : public ListaDePuertos {
  private:
   std::vector<PuertoSerie> Simulados() {
     std::vector<PuertoSerie> puertos;
-    if (eleccion_ == Eleccion::kLinea) return puertos;
     for (const auto& [numero, nombre] : simulado_.Puertos()) puertos.push_back({numero, nombre});
     return puertos;
   }

@@ -110,9 +110,9 @@ int main(int argc, char** argv) {
       {.puerto_simulado = [&](int numero) { return puertos.EsSimulado(numero); },
        .direccion_simulada = [&](std::string_view direccion) { return puertos.EsSimulada(direccion); }});
   comunicador.AlElegir([&] {
-    situacion.PonerClase(comunicador.Simulado() ? utr::ClaseDeUnidad::kSimulada : utr::ClaseDeUnidad::kDesconocida);
+    situacion.PonerConexion(comunicador.Simulado() ? utr::ClaseDeUnidad::kSimulada : utr::ClaseDeUnidad::kDesconocida);
   });
-  if (*eleccion == utr::Eleccion::kLinea) situacion.PonerClase(utr::ClaseDeUnidad::kDesconocida);
+  if (*eleccion == utr::Eleccion::kLinea) situacion.PonerConexion(utr::ClaseDeUnidad::kDesconocida);
   QTimer cada_segundo;
   QObject::connect(&cada_segundo, &QTimer::timeout, [&] {
     simulado.VaciarBitacora();

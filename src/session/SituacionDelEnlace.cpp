@@ -32,7 +32,10 @@ const Palabras& De(ClaseDeUnidad clase) {
 
 void SituacionDelEnlace::PonerClase(ClaseDeUnidad clase) {
   clase_ = clase;
-  if (clase != ClaseDeUnidad::kDesconocida) ultima_conocida_ = clase;
+  if (clase != ClaseDeUnidad::kDesconocida) {
+    ultima_conocida_ = clase;
+    otra_conexion_ = false;
+  }
   if (aviso_) aviso_();
 }
 

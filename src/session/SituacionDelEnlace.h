@@ -38,8 +38,17 @@ class SituacionDelEnlace {
   void PonerClase(ClaseDeUnidad clase);
   void PonerCuenta(const CuentaDeLinea& cuenta);
 
-  // The operator acts now, with the class of unit before him that is on show.
-  void ActuaElOperador() noexcept { a_la_vista_ = clase_; }
+  // The line leads elsewhere from now on, or was opened once more.
+  void PonerConexion(ClaseDeUnidad clase) {
+    otra_conexion_ = true;
+    PonerClase(clase);
+  }
+
+  // The operator acts now, with the class of unit before him that is on show. A unit that is merely silent is taken for
+  // the one that was there.
+  void ActuaElOperador() noexcept {
+    if (clase_ != ClaseDeUnidad::kDesconocida || otra_conexion_) a_la_vista_ = clase_;
+  }
 
   // Whether what he has begun may be written to a unit of that kind: not where the one on show was of the other kind.
   bool Consiente(bool de_practica) const noexcept;
@@ -70,6 +79,7 @@ class SituacionDelEnlace {
  private:
   ClaseDeUnidad clase_ = ClaseDeUnidad::kSimulada;
   ClaseDeUnidad ultima_conocida_ = clase_;
+  bool otra_conexion_ = false;                              // since somebody said who it is
   ClaseDeUnidad a_la_vista_ = ClaseDeUnidad::kDesconocida;  // when the operator acted last
   CuentaDeLinea cuenta_;
   std::function<void()> aviso_;

@@ -17,7 +17,7 @@ TEST(SituacionDelEnlace, SeEscribeEnLaClaseDeUnidadQueEstabaALaVista) {
                {C::kDesconocida, true, true}};
   for (const auto& caso : casos) {
     SituacionDelEnlace situacion;
-    situacion.PonerClase(caso.a_la_vista);
+    situacion.PonerConexion(caso.a_la_vista);
     EXPECT_TRUE(situacion.Consiente(true) && situacion.Consiente(false)) << "nobody has done anything yet";
     situacion.ActuaElOperador();
     for (const C ahora : {C::kDesconocida, C::kReal, C::kDePractica}) {
@@ -26,6 +26,21 @@ TEST(SituacionDelEnlace, SeEscribeEnLaClaseDeUnidadQueEstabaALaVista) {
       EXPECT_EQ(situacion.Consiente(false), caso.en_real) << TextoDe(caso.a_la_vista);
     }
   }
+}
+
+// Silence in the middle of a write isn't another unit on show, whatever is clicked meanwhile; a new connection is.
+TEST(SituacionDelEnlace, ElSilencioNoEsOtraUnidadALaVista) {
+  SituacionDelEnlace situacion;
+  situacion.PonerConexion(ClaseDeUnidad::kDesconocida);
+  situacion.PonerClase(ClaseDeUnidad::kDePractica);
+  situacion.ActuaElOperador();
+  situacion.PonerClase(ClaseDeUnidad::kDesconocida);
+  situacion.ActuaElOperador();
+  EXPECT_FALSE(situacion.Consiente(false));
+  situacion.PonerConexion(ClaseDeUnidad::kDesconocida);
+  EXPECT_FALSE(situacion.Consiente(false)) << "it was begun before";
+  situacion.ActuaElOperador();
+  EXPECT_TRUE(situacion.Consiente(false));
 }
 
 }  // namespace utr

@@ -343,6 +343,46 @@ TEST_F(Enlace, LoDecididoAnteUnaDePracticaNoVaAUnaReal) {
   EXPECT_TRUE(Driver().GrabarSalidaDigital(1, true));
 }
 
+// Somebody moves the cable, or a gateway changes its mind, in the middle of something: pages of two units are no table,
+// and an order whose answer was lost goes to no other one.
+TEST_F(Enlace, UnaOperacionEsDeUnaSolaUnidad) {
+  int corte = 0;  // requests until the unit is another one, whose answer to that one is lost
+  int ordenes = 0;
+  bool otra = false;
+  banco.en_lugar = [&](VistaBytes pdu) -> std::optional<Bytes> {
+    const bool orden = pdu.front() == protocolo::funcion::kEscribirRegistros;
+    ordenes += orden ? 1 : 0;
+    const bool corta = corte > 0 ? --corte == 0 : corte < 0 && orden && !otra;
+    if (corta) {
+      banco.ContestarDeVeras(pdu);
+      otra = true;
+      return protocolo::PduDeExcepcion(pdu.front(), protocolo::Excepcion::kUnidadMuda);
+    }
+    const auto partes = protocolo::LeerPedidoDeArchivos(pdu);
+    if (!otra || !partes || partes->front() != protocolo::PedidoDeArchivo{protocolo::archivo::kRegistros, 0, 3})
+      return std::nullopt;
+    auto respuesta = banco.ContestarDeVeras(pdu);
+    respuesta->at(5) ^= 1;  // its identifier
+    return respuesta;
+  };
+  PorTcp();
+  Driver().IdEquipo(0);
+  for (const int cuando : {2, 3, 5}) {
+    otra = false;
+    Driver().IdEquipo(0);
+    corte = cuando + 1;  // behind the one that asks who it is
+    EXPECT_EQ(NumeroDeError([&] { Driver().LeerDatos("", "", 0); }), error::kSinRespuesta) << cuando;
+    EXPECT_TRUE(otra);
+    EXPECT_NE(Driver().LeerFechaHora(), "") << "the next operation is of the unit that is there";
+  }
+  otra = false;
+  Driver().IdEquipo(0);
+  corte = -1;
+  EXPECT_FALSE(Driver().GrabarSalidaDigital(1, true));
+  EXPECT_TRUE(otra);
+  EXPECT_EQ(ordenes, 1);
+}
+
 TEST_F(Enlace, UnaConexionCerradaEnElOcioSeReabreSinGastarIntentos) {
   PorTcp();
   banco.Escenario("[linea]\ncorta_despues = 2\n");

@@ -133,6 +133,26 @@ TEST_F(Excepciones, LoQueSeNiegaJuntoSePideSuelto) {
   }
 }
 
+// Tables that came whole and make no sense are neither silence nor "no data".
+TEST_F(Excepciones, UnaTablaQueNoSeEntiendeSeDice) {
+  const Bytes entero = protocolo::ArchivoDe(Bytes(10, 0xEE));
+  banco.en_lugar = [&](VistaBytes pdu) -> std::optional<Bytes> {
+    const auto partes = protocolo::LeerPedidoDeArchivos(pdu);
+    if (!partes) return std::nullopt;
+    const protocolo::PedidoDeArchivo& parte = partes->front();
+    if (parte.archivo != archivo::kAgenda && parte.archivo != archivo::kCanales) return std::nullopt;
+    const VistaBytes trozo =
+        VistaBytes(entero).subspan(parte.record * protocolo::kBytesPorPieza, 2 * std::size_t{parte.registros});
+    const std::uint16_t eco = partes->back().record;
+    std::vector<Bytes> respuesta;
+    respuesta.emplace_back(trozo.begin(), trozo.end());
+    respuesta.push_back({static_cast<std::uint8_t>(eco >> 8), static_cast<std::uint8_t>(eco)});
+    return protocolo::RespuestaDeArchivos(respuesta);
+  };
+  EXPECT_EQ(NumeroDeError([&] { Driver().LeerAgenda(); }), error_enlace::kOtraVersion);
+  EXPECT_EQ(NumeroDeError([&] { Driver().ConfiguracionAlmacenada(true); }), error_enlace::kOtraVersion);
+}
+
 TEST_F(Excepciones, LasQueFallanPorSuResultadoLoDicenAsi) {
   for (const int excepcion : {1, 2, 3, 4, 0x0B}) {
     banco.en_lugar = nullptr;

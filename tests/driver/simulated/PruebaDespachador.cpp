@@ -181,6 +181,23 @@ TEST(Despachador, LasPaginasSonLasDeLaMemoria) {
   EXPECT_EQ(b.Resultado().motivo, Motivo::kSinCartucho);
 }
 
+// Orders are told apart by all of the bits of their check.
+TEST(Despachador, OtroContenidoNoPasaPorElMismo) {
+  Banco b;
+  const Orden orden = b.Nueva(Codigo::kSuceso, {128, 0});
+  EXPECT_EQ(b.Mandar(orden), 0);
+  const auto de_todo = [](const Orden& una) { return Crc32(BytesDe(BloqueDe(una))); };
+  int parecidas = 0;  // to a check over the block with its own
+  for (int valor = 1; valor < 65536 * 16 && parecidas < 2; ++valor) {
+    Orden otra = orden;
+    otra.argumentos = {static_cast<std::uint16_t>(129 + valor / 65536), static_cast<std::uint16_t>(valor)};
+    if (de_todo(otra) != de_todo(orden)) continue;
+    ++parecidas;
+    EXPECT_EQ(b.Mandar(otra), 3) << valor;
+  }
+  EXPECT_GT(parecidas, 0);
+}
+
 TEST(Despachador, UnaOrdenRepetidaSeHaceUnaVez) {
   Carpeta carpeta;
   Orden orden;

@@ -138,8 +138,10 @@ std::int32_t ComunicadorEnlace::LeerEstado() {
 TablaPtr ComunicadorEnlace::LeerAgenda() {
   return interior_->Preguntar(TablaPtr(), [&]() -> TablaPtr {
     const auto imagen = interior_->unidad.LeerImagen(archivo::kAgenda);
-    const auto entradas = imagen ? LeerImagenDeAgenda(*imagen) : std::nullopt;
-    return entradas ? TablaDeAgenda(*entradas) : nullptr;
+    if (!imagen) return nullptr;
+    const auto entradas = LeerImagenDeAgenda(*imagen);
+    if (!entradas) throw Error(error_enlace::kOtraVersion, "Comunicador", "La UTR da una agenda que no se entiende");
+    return TablaDeAgenda(*entradas);
   });
 }
 

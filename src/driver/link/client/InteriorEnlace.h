@@ -95,6 +95,7 @@ auto ComunicadorEnlace::Interior::EnTurno(Hacer hacer, bool olvida) -> decltype(
   };
   const Turno turno(*this);
   espera.Comenzar();
+  unidad.Comenzar();
   if (olvida) adelantadas_.clear();
   return hacer();
 }

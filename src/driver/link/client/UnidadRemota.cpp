@@ -104,9 +104,12 @@ std::optional<Bytes> UnidadRemota::EnLinea(const std::function<std::optional<Byt
 
 std::optional<Bytes> UnidadRemota::Intentar(const Pedido& pedido) {
   if (!conocida_ && !Identificar()) return std::nullopt;
-  if (pedido.escribe) ExigirConsentimiento();
+  if (pedido.escribe) {
+    ExigirConsentimiento();
+    Recordar();
+  }
   auto respuesta = EnLinea([&](Conversacion& linea) { return linea.Intentar(pedido); });
-  if (!respuesta) Desconocer();
+  respuesta ? Recordar() : Desconocer();
   return respuesta;
 }
 
@@ -181,12 +184,13 @@ bool UnidadRemota::Identificar() {
   const auto registros = RegistrosDe(LeerRespuestaDeArchivos(*respuesta, partes)->front());
   if (registros[registro::kVersion] != kVersionDelMapa) NoSeEntiende(std::to_string(registros[registro::kVersion]));
   propia_ = registros[registro::kIdentificador];
-  if (llamada_ != 0 && propia_ != 0 && llamada_ != propia_) {
+  de_practica_ = registros[registro::kDePractica] != 0;
+  const bool otra = de_la_operacion_ && *de_la_operacion_ != std::pair(propia_, de_practica_);
+  if (otra || (llamada_ != 0 && propia_ != 0 && llamada_ != propia_)) {
     via_.Contestada(false);
     Lanzar(error::kSinRespuesta, kOrigen);
   }
   conocida_ = true;
-  de_practica_ = registros[registro::kDePractica] != 0;
   if (avisos_.identificada) avisos_.identificada(de_practica_);
   return true;
 }

@@ -4,6 +4,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "driver/link/client/Via.h"
@@ -54,6 +55,10 @@ class UnidadRemota {
   // Whether the unit is one to practise with, asked once where it isn't known who would answer. Nothing: nobody does.
   std::optional<bool> DePractica();
 
+  // An operation begins. All of it is of one unit: from its first answer on, and from the first byte of what it writes,
+  // another one that says who it is counts as silence.
+  void Comenzar() { de_la_operacion_.reset(); }
+
   // For the operation at hand: how often a request is tried, and no more than that.
   void Intentos(int cuantos) { intentos_ = cuantos; }
 
@@ -92,6 +97,7 @@ class UnidadRemota {
   std::optional<Bytes> EnLinea(const std::function<std::optional<Bytes>(Conversacion&)>& hacer);
   std::optional<Bytes> Intentar(const Pedido& pedido);
   void ExigirConsentimiento() const;
+  void Recordar() { de_la_operacion_ = {propia_, de_practica_}; }
   Bytes Preguntar(const Pedido& pedido);
   std::optional<Bytes> SiLibre(const Pedido& pedido, const std::function<std::optional<Bytes>()>& preguntar);
   Bytes PreguntarSiLibre(const Pedido& pedido);
@@ -118,6 +124,7 @@ class UnidadRemota {
   std::uint16_t propia_ = 0;  // and the one that the unit gave
   bool conocida_ = false;
   bool de_practica_ = false;
+  std::optional<std::pair<std::uint16_t, bool>> de_la_operacion_;  // identifier and practice of the unit that it is of
   int intentos_;
   bool hay_camino_ = false;
   bool reabrir_ = false;  // the connection closed, and may be opened again

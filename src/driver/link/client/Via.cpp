@@ -25,11 +25,11 @@ void Via::Conectar(std::string_view enlace, std::string_view puerto) {
   if (pedido->por_ip) {
     direccion_ = pedido->direccion;
     puerto_ip_ = numero;
+    por_ip_ = true;  // also where nobody answers yet: the next operation tries again
     if (!AbrirIpConIntentos()) {
       throw Error(error_enlace::kDireccionMuda, kOrigen,
                   "La dirección " + direccion_ + ", puerto " + std::to_string(numero) + ", no responde");
     }
-    por_ip_ = true;
     ajustes_ = direccion_ + ",n,8,1";
   } else {
     puerto_serie_ = numero;

@@ -31,13 +31,13 @@ void EnlaceSimulado::Conectar(std::string_view enlace, std::string_view puerto_p
   const int numero = NumeroDePuerto(puerto_pedido);
   Desconectar();
   if (pedido->por_ip) {
-    if (!Contiene(lineas.direcciones, pedido->direccion) || numero != lineas.puerto_ip) {
-      throw Error(error_enlace::kDireccionMuda, kOrigen,
-                  "La dirección " + pedido->direccion + ", puerto " + std::to_string(numero) + ", no responde");
-    }
-    por_ip = true;
+    por_ip = true;  // also where nobody answers yet: the next operation tries again
     direccion = pedido->direccion;
     puerto_ip = numero;
+    if (!Contiene(lineas.direcciones, direccion) || numero != lineas.puerto_ip) {
+      throw Error(error_enlace::kDireccionMuda, kOrigen,
+                  "La dirección " + direccion + ", puerto " + std::to_string(numero) + ", no responde");
+    }
     ajustes = direccion + ",n,8,1";
   } else {
     if (!Contiene(lineas.puertos, numero)) {

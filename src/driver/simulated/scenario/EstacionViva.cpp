@@ -84,7 +84,7 @@ void EstacionViva::RevisarEscenario() {
   try {
     std::string texto = LeerTextoEscenario(ruta);
     Escenario nuevo = LeerEscenarioDeTexto(texto);
-    if (EstaQuieto(nuevo)) Adoptar(std::move(nuevo), std::move(texto));
+    if (EstaQuieto(nuevo, ruta)) Adoptar(std::move(nuevo), std::move(texto));
   } catch (...) {
     if (!firma.hay && estado.aplicado.empty()) return;  // a fresh station needs no file
     anotar_(fecha, archivos_.escenario + ", " + ErrorActual().Descripcion() +
@@ -94,14 +94,14 @@ void EstacionViva::RevisarEscenario() {
 
 // Half a file may look whole. Before it costs the unit its memories, or what was written to it, it is looked at again a
 // moment later; the next call reads what was still being written.
-bool EstacionViva::EstaQuieto(const Escenario& nuevo) {
+bool EstacionViva::EstaQuieto(const Escenario& nuevo, const std::string& ruta) {
   if (estado.aplicado.empty() ||
       !(CambiaHistoria(estado.aplicado, nuevo.estado) || PierdeClaves(estado.aplicado, nuevo.estado))) {
     return true;
   }
   const Firma leida = firma_;
   reloj.Esperar(kReposo, atender);
-  if (FirmaDe(ruta_escenario_) == leida) return true;
+  if (FirmaDe(ruta) == leida) return true;
   firma_ = Firma{};
   return false;
 }

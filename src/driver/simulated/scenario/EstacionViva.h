@@ -72,7 +72,7 @@ class EstacionViva {
 
  private:
   void RevisarEscenario();
-  bool EstaQuieto(const Escenario& nuevo);
+  bool EstaQuieto(const Escenario& nuevo, const std::string& ruta);
   void Adoptar(Escenario nuevo, std::string texto);
   bool TomarEstado();
   void CargarUnidad();
