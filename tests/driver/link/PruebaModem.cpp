@@ -41,8 +41,8 @@ class ModemGuion : public Linea {
     return bytes.size();
   }
   std::size_t Recibir(std::vector<std::uint8_t>& destino, int milisegundos) override {
-    reloj_.Adelantar(std::max(milisegundos, 1) / 1000.0);
     if (salida_.empty()) salida_ = derrama;
+    reloj_.Adelantar((salida_.empty() ? std::max(milisegundos, 1) : 1) / 1000.0);
     const std::string trozo = salida_.substr(0, 3);
     salida_.erase(0, trozo.size());
     destino.insert(destino.end(), trozo.begin(), trozo.end());
@@ -136,6 +136,20 @@ TEST(Modem, UnaLlamadaAbandonadaSeCortaEnseguida) {
   EXPECT_EQ(NumeroDeError([&] { modem.Llamar("4800", ""); }), error_enlace::kCancelada);
   EXPECT_EQ(e.linea.recibido, "AT\rATDT4800\r\r") << "a character ends the dialling";
   EXPECT_LE(e.reloj.Milisegundos() - cancelada, 100);
+}
+
+// It was taken while the operator gave it up.
+TEST(Modem, UnaLlamadaTomadaAlAbandonarlaSeCuelga) {
+  Escena e;
+  e.linea.con_dtr = true;
+  e.linea.dice["ATDT4800"] = "";
+  e.linea.dice[""] = "CONNECT\r\n";  // behind the character that gives it up
+  Espera espera(e.reloj, [&] {
+    if (e.linea.recibido.find("ATDT") != std::string::npos) espera.Cancelar();
+  });
+  Modem modem(e.linea, espera);
+  EXPECT_EQ(NumeroDeError([&] { modem.Llamar("4800", ""); }), error_enlace::kCancelada);
+  EXPECT_EQ(e.linea.senial, "01");
 }
 
 TEST(Modem, SeCuelgaPorDtrOPorLaPausaYAth) {

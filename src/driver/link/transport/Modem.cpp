@@ -17,6 +17,7 @@ constexpr std::int64_t kSinPalabras = 100;  // and whatever it had to say is sai
 constexpr std::int64_t kParaLlamada = 60000;
 constexpr std::int64_t kPausaDeEscape = 1100;  // the modem's own is a second
 constexpr std::int64_t kSinDTR = 600;
+constexpr std::int64_t kParaDesistir = 60;  // a cancel is heard within a tenth of a second
 constexpr int kIntentosDeDespertar = 3;
 constexpr std::size_t kMayorLinea = 200;  // more without an end is no modem's
 
@@ -109,9 +110,17 @@ bool Modem::Llamar(std::string_view numero, std::string_view comandos) {
     if (palabra == Palabra::kNinguna) Decir("\r");  // or it would go on dialling, and stand with nobody knowing
     return palabra == Palabra::kConectado;
   } catch (const Error& falla) {
-    if (falla.Numero() == error_enlace::kCancelada) linea_.Enviar(Bytes("\r"), 0);
+    if (falla.Numero() == error_enlace::kCancelada) Desistir();
     throw;
   }
+}
+
+// A character ends the dialling. A call that was taken at that very moment stands all the same, and is hung up.
+void Modem::Desistir() {
+  espera_.Obstinarse(true);
+  Decir("\r");
+  if (Siguiente(espera_.Ahora() + kParaDesistir) == Palabra::kConectado) Colgar();
+  espera_.Obstinarse(false);
 }
 
 void Modem::Colgar() {

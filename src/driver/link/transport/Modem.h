@@ -17,7 +17,8 @@ class Modem {
   bool Contesta();
 
   // Sends the commands, one a line of the text, then dials. False: the modem doesn't answer or refuses a command, or
-  // nobody takes the call. Raises kCancelada at once when the wait is cancelled: the modem is told to give the call up.
+  // nobody takes the call. Raises kCancelada at once when the wait is cancelled: the modem is told to give the call up,
+  // and one that stood already by then is hung up.
   bool Llamar(std::string_view numero, std::string_view comandos);
 
   // Ends a call: by DTR where the line has it, else by the pause, "+++", the pause and ATH. Raises what the line
@@ -32,6 +33,7 @@ class Modem {
   Palabra Siguiente(std::int64_t hasta);
   bool Ordenar(std::string_view comando);
   bool Despertar();
+  void Desistir();
 
   Linea& linea_;
   Espera& espera_;
