@@ -14,11 +14,6 @@ FechaHora FinDelDia(const FechaHora& fecha) {
   return fin;
 }
 
-FechaHora FinDelMinuto(FechaHora fecha) {
-  fecha.segundo = 59;
-  return fecha;
-}
-
 FechaHora ComienzoDelMinuto(FechaHora fecha) {
   fecha.segundo = 0;
   return fecha;
@@ -30,9 +25,8 @@ std::optional<Lapso> LapsoDe(Periodo periodo, const FechaHora& ahora, const std:
                              const std::optional<FechaHora>& unidad) {
   const FechaHora fin = FinDelDia(std::max(ahora, unidad.value_or(ahora)));
   const auto ultimos = [&](std::int64_t dias) {
-    const FechaHora hasta = unidad.value_or(ahora);
-    return Lapso{ComienzoDelMinuto(FechaDeSegundos(Segundos(hasta) - dias * kSegundosDia)),
-                 unidad ? FinDelMinuto(hasta) : fin};
+    const std::int64_t hasta = Segundos(unidad.value_or(ahora));
+    return Lapso{ComienzoDelMinuto(FechaDeSegundos(hasta - dias * kSegundosDia)), fin};
   };
   switch (periodo) {
     case Periodo::kHoy:

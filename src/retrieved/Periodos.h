@@ -27,10 +27,10 @@ struct Lapso {
 };
 
 // From when to when such a span goes, both ends included. `unidad`: what the clock of the unit shows at that moment,
-// where it is known: records bear its times. The last hours and days are counted to the minute, from that clock where
-// it is known, and end with the running minute then; where it isn't, nothing is to be missed of a unit whose clock is
-// ahead, and they end with the last second of today, as all others do. Whoever knows only days takes those that a span
-// touches. Nothing for the span since a visit that isn't known, or lies in the future.
+// where it is known: records bear its times. The last hours and days are counted back to the minute, from that clock
+// where it is known. All end with the last second of today, or of the unit's today where that is later: what a clock
+// stamped that was ahead until a moment ago isn't missed. Whoever knows only days takes those that a span touches.
+// Nothing for the span since a visit that isn't known, or lies in the future.
 std::optional<Lapso> LapsoDe(Periodo periodo, const FechaHora& ahora, const std::optional<FechaHora>& visita,
                              const std::optional<FechaHora>& unidad = std::nullopt);
 

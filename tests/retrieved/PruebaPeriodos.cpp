@@ -21,10 +21,10 @@ TEST(Periodos, CadaUnoVaDeSuComienzoAlRegistroMasNuevoQuePuedeHaber) {
       {Periodo::kUltimos7Dias, {}, {{2026, 2, 22, 10, 30, 0}, kFinDeHoy}},
       {Periodo::kTodo, {}, {{2000, 1, 1, 0, 0, 0}, kFinDeHoy}},
       {Periodo::kDesdeLaVisita, {}, {kVisita, kFinDeHoy}},
-      // A unit whose clock is known tells where its last hours end, whatever this one's shows.
-      {Periodo::kUltimas24Horas, kAhora, {{2026, 2, 28, 10, 30, 0}, {2026, 3, 1, 10, 30, 59}}},
-      {Periodo::kUltimas24Horas, FechaHora{2026, 3, 2, 0, 4, 1}, {{2026, 3, 1, 0, 4, 0}, {2026, 3, 2, 0, 4, 59}}},
-      {Periodo::kUltimos7Dias, FechaHora{2026, 2, 28, 22, 0, 59}, {{2026, 2, 21, 22, 0, 0}, {2026, 2, 28, 22, 0, 59}}},
+      // A unit whose clock is known tells where its last hours began, and what it has stamped ahead of now is in them.
+      {Periodo::kUltimas24Horas, kAhora, {{2026, 2, 28, 10, 30, 0}, kFinDeHoy}},
+      {Periodo::kUltimas24Horas, FechaHora{2026, 3, 2, 0, 4, 1}, {{2026, 3, 1, 0, 4, 0}, {2026, 3, 2, 23, 59, 59}}},
+      {Periodo::kUltimos7Dias, FechaHora{2026, 2, 28, 22, 0, 59}, {{2026, 2, 21, 22, 0, 0}, kFinDeHoy}},
       {Periodo::kHoy, FechaHora{2026, 3, 2, 0, 4, 1}, {{2026, 3, 1, 0, 0, 0}, {2026, 3, 2, 23, 59, 59}}},
       {Periodo::kTodo, FechaHora{2026, 2, 28, 22, 0, 59}, {{2000, 1, 1, 0, 0, 0}, kFinDeHoy}},
   };

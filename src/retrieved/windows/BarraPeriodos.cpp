@@ -44,9 +44,7 @@ void BarraPeriodos::Agregar(QWidget* control) {
 
 std::optional<Lapso> BarraPeriodos::LapsoAhora(Periodo periodo) const {
   const FechaHora ahora = mod_.reloj.Ahora();
-  // A clock that was only written may have been ahead before: what it stamped then is not to be missed.
-  const bool leido = mod_.reloj_utr != nullptr && mod_.reloj_utr->Leida();
-  const auto unidad = leido ? mod_.reloj_utr->EnLaUnidad(ahora) : std::nullopt;
+  const auto unidad = mod_.reloj_utr == nullptr ? std::nullopt : mod_.reloj_utr->EnLaUnidad(ahora);
   return LapsoDe(periodo, ahora, Visitas(mod_).FinDeLaAnterior(), unidad);
 }
 
