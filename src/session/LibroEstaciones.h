@@ -85,8 +85,9 @@ class LibroEstaciones {
 
   const std::filesystem::path& Archivo() const noexcept { return archivo_; }
 
-  // Reads the file; where there is none yet, the one that came with an installed program, else the book is empty. Raises kArchivo, with a sentence that names the line, for
-  // one that can't be read or understood; the book is then empty, and changes are refused until a Leer goes well.
+  // Reads the file; where there is none yet, the one that came with an installed program, else the book is empty.
+  // Raises kArchivo, with a sentence that names the line, for one that can't be read or understood; the book is then
+  // empty, and changes are refused until a Leer goes well.
   void Leer();
 
   const std::vector<Estacion>& Estaciones() const noexcept { return estaciones_; }
