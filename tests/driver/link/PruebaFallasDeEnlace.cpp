@@ -460,7 +460,8 @@ class OperadorLejano {
   void Agenda(int i) {
     const std::string minuto = std::to_string(i);
     horarios_.insert(minuto + " ");
-    const TablaPtr pedida = TablaDeTextos({"HorarioInteger", "TOblig", "TWind", "TCond"}, {{minuto.c_str(), "Si", "No", "No"}});
+    const TablaPtr pedida =
+        TablaDeTextos({"HorarioInteger", "TOblig", "TWind", "TCond"}, {{minuto.c_str(), "Si", "No", "No"}});
     if (driver_.GrabarAgenda(*pedida)) horarios_ = {minuto + " "};
     const auto leidos = Horarios();
     EXPECT_TRUE(!leidos || horarios_.contains(*leidos)) << *leidos;
