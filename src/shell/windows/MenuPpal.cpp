@@ -51,6 +51,8 @@ class EtiquetaUnidad : public QLabel {
  public:
   explicit EtiquetaUnidad(QMenuBar* barra) : barra_(barra) {
     setObjectName("Unidad");
+    setBackgroundRole(QPalette::Window);  // a menu bar's own would be its children's too
+    setForegroundRole(QPalette::WindowText);
     setContentsMargins(kAlLado + kAfuera, kEncima, kAlLado + kAfuera, kEncima);
   }
 
