@@ -16,7 +16,7 @@ bool ModRTU::DePractica() const {
 std::string ModRTU::EstacionAMano() const {
   const std::int32_t identificador = propiedades.LeerEntero(clave::kIdentificador, 0);
   if (identificador == 0) return DePractica() ? "UTR sin identificador, de práctica" : "UTR sin identificador";
-  const std::string utr = "UTR " + UnidadAMano();
+  std::string utr = "UTR " + UnidadAMano();
   LibroEstaciones libro(carpeta / LibroEstaciones::kArchivo);
   if (!IgnorandoErrores([&] { libro.Leer(); })) return utr;
   const Estacion* estacion = libro.LaUnica(identificador);

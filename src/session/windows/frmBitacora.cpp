@@ -82,6 +82,7 @@ std::string EstacionesDe(const std::vector<Asiento>& asientos) {
   std::set<std::int32_t> numeros;
   for (const Asiento& asiento : asientos) numeros.insert(asiento.estacion);
   std::vector<std::string> textos;
+  textos.reserve(numeros.size());
   for (const std::int32_t numero : numeros) textos.push_back(U(Numero(numero)));
   return textos.empty() ? "-" : Unir(textos, "; ");
 }
