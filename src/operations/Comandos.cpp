@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "base/Numeros.h"
+#include "driver/ErroresDeEnlace.h"
 #include "driver/PaginaCero.h"
 #include "session/AjustesEnlace.h"
 #include "unit/PalabrasPagina0.h"
@@ -156,6 +157,11 @@ Retardos RetardosDe(const PaginaUnidad& pagina) {
           std::to_string(pagina.Numero(pagina0::kRepeticiones) * kPorUnidad)};
 }
 
+// The driver kept the order to itself, because another unit answered than the one that it was meant for.
+bool FueRetenido(const std::optional<Error>& falla) {
+  return falla && falla->Numero() == error_enlace::kOtraUnidad;
+}
+
 }  // namespace
 
 Retardos Redondear(const Retardos& retardos) {
@@ -172,8 +178,8 @@ Comandos::Comandos(ModRTU& mod, std::string titulo, Ocupar ocupar)
 
 // --- What all commands are made of -----------------------------------------------------------------------------------
 
-void Comandos::Decir(std::string_view texto, Icono icono) {
-  mod_.operador.Mostrar({std::string(texto), titulo_, icono, Botones::kAceptar});
+void Comandos::Decir(std::string_view texto, Icono icono, const std::string& detalle) {
+  mod_.operador.Mostrar({std::string(texto), titulo_, icono, Botones::kAceptar, {}, {}, detalle});
 }
 
 // Enter answers no: what follows can't be taken back.
@@ -236,12 +242,13 @@ FinComando Comandos::Cumplir(const OrdenUTR& orden, Intento intento, const Accio
     if (orden.exito != nullptr) Decir(orden.exito, orden.icono_exito);
     return FinComando::kHecho;
   }
-  const FinComando fin = intento.salio ? FinComando::kNoConfirmado : FinComando::kNoEscrito;
+  const bool retenido = FueRetenido(falla);
+  const bool salio = intento.salio && !retenido;
+  const FinComando fin = salio ? FinComando::kNoConfirmado : FinComando::kNoEscrito;
   Saber(intento, fin);
-  Anotar(
-      tarea, intento,
-      Comienzo(orden.fallo) + EntreCorchetes(falla) + (intento.salio ? asiento::kSinConfirmar : asiento::kNadaEscrito));
-  Decir(orden.fallo, Icono::kCritico);
+  Anotar(tarea, intento,
+         Comienzo(orden.fallo) + EntreCorchetes(falla) + (salio ? asiento::kSinConfirmar : asiento::kNadaEscrito));
+  Decir(orden.fallo, Icono::kCritico, retenido ? falla->Descripcion() : std::string());
   return fin;
 }
 
@@ -329,7 +336,11 @@ FinComando Comandos::GrabarYReiniciar(const CambioUTR& cambio, Intento intento, 
     std::string resultado;
     const std::optional<Error> falla = FallaDe([&] { fin = Reiniciar(cambio, intento, grabar, seguir, resultado); });
     if (falla) {
-      if (intento.salio) fin = intento.grabado ? FinComando::kSinTerminar : FinComando::kNoConfirmado;
+      if (intento.grabado) {
+        fin = FinComando::kSinTerminar;
+      } else if (intento.salio && !FueRetenido(falla)) {
+        fin = FinComando::kNoConfirmado;
+      }
       resultado += (resultado.empty() ? "[" : "; [") + falla->Descripcion() + "]";
     }
     if (fin == FinComando::kNoEscrito) resultado += asiento::kNadaEscrito;

@@ -28,7 +28,7 @@ enum class AccionUTR { kBorrarCartucho, kBorrarFlash, kReiniciarUTR, kReiniciarA
 enum class FinComando {
   kIncompleto,    // a value is missing or out of range, which was said
   kCancelado,     // the confirmation wasn't a yes
-  kNoEscrito,     // failed before anything went out to the unit
+  kNoEscrito,     // failed before anything went out to the unit, also where the driver kept it to itself
   kNoConfirmado,  // went out, and the unit refused, fell silent or failed
   kSinReiniciar,  // written; the restart with which it takes force was refused
   kSinTerminar,   // written; the restart or what follows it failed with an error
@@ -129,7 +129,7 @@ class Comandos {
   void Anotar(Diario::Tarea& tarea, const Intento& intento, const std::string& resultado);
   bool Confirmar(const char* pregunta, Icono icono);
   bool EnRango(CampoComando campo, double valor);
-  void Decir(std::string_view texto, Icono icono);
+  void Decir(std::string_view texto, Icono icono, const std::string& detalle = {});
 
   ModRTU& mod_;
   std::string titulo_;

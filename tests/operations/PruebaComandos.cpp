@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "driver/ErroresDeEnlace.h"
 #include "driver/Textos.h"
 #include "operations/Comandos.h"
 #include "support/ModPrueba.h"
@@ -240,6 +241,22 @@ TEST_F(ComandosUTR, CadaOrdenQueFallaLoDiceConSusPalabrasYQuedaSinConfirmar) {
     comunicador.Devuelve(caso.operacion, true);
   }
   EXPECT_EQ(ocupado, 0);
+}
+
+// The driver sends nothing when another unit answers than the one on show: no frame and no journal may leave it open.
+TEST_F(ComandosUTR, LaOrdenQueElManejadorRetieneDiceElMotivoYQueNoSeEscribioNada) {
+  const char* motivo = "Contesta una unidad real";
+  for (const CasoOrden& caso : kOrdenes) {
+    comunicador.Falla(caso.operacion, Error(error_enlace::kOtraUnidad, "driver", motivo));
+    if (!caso.pregunta.texto.empty()) operador.Espera(caso.pregunta, Respuesta::kSi);
+    Mensaje caja = Caja(caso.fallo, Icono::kCritico);
+    caja.detalle = motivo;
+    operador.Espera(caja);
+    EXPECT_EQ(caso.correr(comandos), Fin::kNoEscrito) << caso.llamada;
+    EXPECT_THAT(Resultado(), EndsWith(" [Contesta una unidad real]; no se escribió nada"));
+    operador.Comprobar();
+    comunicador.NoFalla(caso.operacion);
+  }
 }
 
 // Ahead of everything: what is missing, out of range or no number.
