@@ -42,25 +42,59 @@ bool EsLlano(std::string_view texto) {
   return (dudosos | Dudosos(ocho)) == 0;
 }
 
-// The attributes of a column, where enough rows use each of its texts, and whether these are plain.
-void PrepararTextos(ColumnaSalida& c) {
-  constexpr std::size_t kRepeticiones = 4;
+// The texts of a column as the file has them; none where they were longer than their places can tell.
+void HacerTextos(ColumnaSalida& c) {
   const Diccionario& textos = c.columna->Textos();
-  const bool repetidos = textos.Cantidad() * kRepeticiones <= c.columna->Lugares();
-  if (!c.columna->Rala()) c.lugares = c.columna->IndicesDensos();
-  c.llana = true;
-  textos.CadaTramo([&](std::string_view tramo) { c.llana = c.llana && EsLlano(tramo); });
-  if (!repetidos) return;
+  c.finales.reserve(textos.Cantidad() + 1);
   c.finales.push_back(0);
   for (std::uint32_t n = 1; n <= textos.Cantidad(); ++n) {
     const std::string_view texto = textos.Texto(n);
-    c.hechos.append(c.comienzo, 0, c.largo_comienzo);
+    if (c.entera) c.hechos.append(c.comienzo, 0, c.largo_comienzo);
     c.llana || EsLlano(texto) ? c.hechos.append(texto) : c.hechos.append(Escapar(texto));
     c.hechos.push_back('\'');
-    if (c.hechos.size() > std::numeric_limits<std::uint32_t>::max()) return c.finales.clear();
+    if (c.hechos.size() > std::numeric_limits<std::uint32_t>::max()) {
+      c.finales.clear();
+      c.hechos.clear();
+      return;
+    }
     c.finales.push_back(static_cast<std::uint32_t>(c.hechos.size()));
   }
   c.hechos.append(Renglones::kHolgura, '\0');
+}
+
+// Gives the texts made ready places of one size, so that each is found in one step; none where they are too long.
+void Acomodar(ColumnaSalida& c) {
+  constexpr unsigned kMenor = 3;
+  constexpr unsigned kMayor = 6;
+  unsigned ranura = kMenor;
+  while (ranura <= kMayor && c.mayor >= std::size_t{1} << ranura) ++ranura;
+  if (ranura > kMayor) return;
+  const std::size_t paso = std::size_t{1} << ranura;
+  std::string ranuras(c.finales.size() * paso + Renglones::kHolgura, '\0');
+  for (std::uint32_t n = 1; n < c.finales.size(); ++n) {
+    const std::string_view hecho = c.Hecho(n);
+    std::memcpy(ranuras.data() + n * paso, hecho.data(), hecho.size());
+    ranuras[(n + 1) * paso - 1] = static_cast<char>(hecho.size());
+  }
+  c.hechos = std::move(ranuras);
+  c.ranura = ranura;
+  std::vector<std::uint32_t>().swap(c.finales);
+}
+
+// Makes a text column ready, where enough rows use each of its texts, and finds out whether these are plain.
+void PrepararTextos(ColumnaSalida& c) {
+  constexpr std::size_t kRepeticiones = 4;
+  constexpr std::size_t kPocos = 2048;
+  const Diccionario& textos = c.columna->Textos();
+  if (!c.columna->Rala()) c.lugares = c.columna->IndicesDensos();
+  c.llana = true;
+  textos.CadaTramo([&](std::string_view tramo) { c.llana = c.llana && EsLlano(tramo); });
+  c.entera = textos.Cantidad() <= kPocos;
+  if (textos.Cantidad() * kRepeticiones <= c.columna->Lugares()) HacerTextos(c);
+  c.entera = c.entera && c.EstaHecha();
+  if (!c.llana && !c.EstaHecha()) return;
+  for (std::uint32_t n = 1; n <= textos.Cantidad(); ++n) c.mayor = std::max(c.mayor, c.Hecho(n).size());
+  if (c.EstaHecha()) Acomodar(c);
 }
 
 std::string TextoReal(double numero, int cifras) {
@@ -73,17 +107,25 @@ std::string TextoReal(double numero, int cifras) {
   return texto;
 }
 
-// The text of a column whose texts are made ready or plain.
-inline Renglones::Punta Agregar(Renglones& r, const Renglones::Punta& punta, const ColumnaSalida& c,
-                                std::uint32_t numero) {
-  if (c.finales.empty())
-    return r.Hecho(punta, {c.comienzo.data(), c.largo_comienzo}, c.columna->Textos().Texto(numero), 1);
-  const std::uint32_t desde = c.finales[numero - 1];
-  return r.Hecho(punta, {c.hechos.data() + desde, c.finales[numero] - desde}, 1);
+// An attribute of a column whose texts are made ready or plain, in room that there is already.
+inline void Agregar(const Renglones& r, Renglones::Punta& punta, const ColumnaSalida& c, std::uint32_t numero) {
+  r.Cortar(punta, 1);
+  if (!c.entera) punta.Poner({c.comienzo.data(), c.largo_comienzo});
+  punta.Poner(c.Hecho(numero));
+  if (!c.EstaHecha()) punta.Poner('\'');
+}
+
+// The room that Agregar takes at most.
+std::size_t Sitio(const ColumnaSalida& c) {
+  return Renglones::kBytesAtributo + c.largo_comienzo + c.mayor;
 }
 
 void EscribirTexto(Renglones& r, const ColumnaSalida& c, std::uint32_t numero) {
-  if (c.llana || !c.finales.empty()) return r.Dejar(Agregar(r, r.Tomar(), c, numero));
+  if (c.llana || c.EstaHecha()) {
+    Renglones::Punta punta = r.Tomar(Renglones::kBytesAtributo + c.largo_comienzo + c.Hecho(numero).size());
+    Agregar(r, punta, c, numero);
+    return r.Dejar(punta);
+  }
   const auto texto = c.columna->Textos().Texto(numero);
   EsLlano(texto) ? r.Atributo(c.atributo, texto, 1) : r.Atributo(c.atributo, Escapar(texto), 1);
 }
@@ -156,12 +198,15 @@ void ColumnasLlenas::QuitarAcabadas(std::size_t fila) {
 EscritorFilas::EscritorFilas(Renglones& renglones, const DatosTabla& datos, const std::vector<std::string>& nombres)
     : r_(renglones), datos_(datos), columnas_(PrepararColumnas(datos, nombres)), llenas_(datos) {
   constexpr std::size_t kMuchos = 4096;
+  constexpr std::size_t kFilaCorta = std::size_t{32} * 1024;
   for (const auto& c : columnas_) {
     const std::size_t textos = c.columna->Textos().Cantidad();
     const bool en_orden = textos * 2 > c.columna->Lugares();  // most rows brought a text of their own
     if (textos > kMuchos && !en_orden) dispersas_.push_back(&c);
-    solo_textos_ = solo_textos_ && c.columna->DeClase() == Clase::kTexto && (c.llana || !c.finales.empty());
+    solo_textos_ = solo_textos_ && c.columna->DeClase() == Clase::kTexto && (c.llana || c.EstaHecha());
+    mayor_fila_ += Sitio(c);
   }
+  solo_textos_ = solo_textos_ && mayor_fila_ <= kFilaCorta;
 }
 
 void EscritorFilas::Fila(std::size_t sangria, std::size_t fila) {
@@ -200,7 +245,7 @@ bool EscritorFilas::Valores(std::size_t sangria, std::size_t fila) {
 
 // A table of records is millions of short texts: the place where they go doesn't leave its registers here.
 bool EscritorFilas::Textos(std::size_t sangria, std::size_t fila, const std::vector<std::uint32_t>& columnas) {
-  Renglones::Punta punta = r_.Abrir(r_.Tomar(), sangria);
+  Renglones::Punta punta = r_.Abrir(sangria, mayor_fila_);
   std::size_t nulos = columnas_.size() - columnas.size();
   for (const std::uint32_t i : columnas) {
     const ColumnaSalida& c = columnas_[i];
@@ -208,7 +253,7 @@ bool EscritorFilas::Textos(std::size_t sangria, std::size_t fila, const std::vec
     if (numero == 0) {
       ++nulos;
     } else {
-      punta = Agregar(r_, punta, c, numero);
+      Agregar(r_, punta, c, numero);
     }
   }
   r_.Dejar(punta);
@@ -222,6 +267,10 @@ void EscritorFilas::Anticipar(std::size_t fila) const {
     if (fila + 2 * kCerca >= c->lugares.size()) continue;
     const std::uint32_t lejano = c->lugares[fila + 2 * kCerca];
     const std::uint32_t cercano = c->lugares[fila + kCerca];
+    if (c->ranura != 0) {
+      __builtin_prefetch(c->hechos.data() + (std::size_t{cercano} << c->ranura));
+      continue;
+    }
     if (!c->finales.empty()) {
       __builtin_prefetch(c->finales.data() + lejano);
       __builtin_prefetch(c->hechos.data() + c->finales[cercano]);

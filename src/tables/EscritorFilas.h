@@ -18,9 +18,24 @@ namespace utr {
 // left out; bytes that are no UTF-8 are read as ComoUtf8 does.
 std::string Escapar(std::string_view original);
 
-// What a column's values look like in the file. Texts that repeat are made ready once.
+// What a column's values look like in the file. Texts that repeat are made ready once: whole attributes where there are
+// few of them, so that one copy does, and else no more than the values, which then stay near enough to be found
+// quickly.
 struct ColumnaSalida {
   ColumnaSalida(const Columna& de_columna, const std::string& nombre);
+
+  // How a text of a column that is made ready or plain stands in the file: the whole attribute of an `entera`, else
+  // what follows its first quote; without the last one where nothing is made ready.
+  std::string_view Hecho(std::uint32_t numero) const {
+    if (ranura != 0) {
+      const char* const suya = hechos.data() + (std::size_t{numero} << ranura);
+      return {suya, static_cast<unsigned char>(suya[(std::size_t{1} << ranura) - 1])};
+    }
+    if (finales.empty()) return columna->Textos().Texto(numero);
+    const std::uint32_t desde = finales[numero - 1];
+    return {hechos.data() + desde, finales[numero] - desde};
+  }
+  bool EstaHecha() const { return !hechos.empty(); }
 
   const Columna* columna;
   std::string nombre_xml;
@@ -29,8 +44,11 @@ struct ColumnaSalida {
   std::size_t largo_comienzo;              // of the former alone
   std::span<const std::uint32_t> lugares;  // texts by row, of a text column that isn't thin
   bool llana = false;                      // no text of it needs a reference
-  std::string hechos;                      // attributes of texts that repeat, as the file has them, and kHolgura bytes
-  std::vector<std::uint32_t> finales;      // where that of each text ends there, by its number; 0 has none
+  bool entera = false;                     // attributes are made ready
+  std::string hechos;                      // what is made ready, and kHolgura bytes
+  unsigned ranura = 0;                     // short ones by number, with their length at the end of 2^ranura bytes; else
+  std::vector<std::uint32_t> finales;      // where that of each text ends, by its number; 0 has none
+  std::size_t mayor = 0;                   // bytes of the longest value or attribute, of a column made ready or plain
 };
 
 // Which columns may have a value in a row, without a look at all columns for each row: those that are full enough to be
@@ -104,7 +122,8 @@ class EscritorFilas {
   std::vector<ColumnaSalida> columnas_;
   ColumnasLlenas llenas_;
   std::vector<const ColumnaSalida*> dispersas_;  // columns of many texts, which lie all over the memory
-  bool solo_textos_ = true;                      // all values are plain texts or made ready
+  std::size_t mayor_fila_ = 0;                   // bytes that no row exceeds, where all values are plain or made ready
+  bool solo_textos_ = true;                      // that they are, and rows are short enough to make room for at once
   std::string nulos_;
 };
 

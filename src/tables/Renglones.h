@@ -15,7 +15,7 @@ namespace utr {
 // Elements and attributes in the layout of the service, through a buffer that is written when it is full.
 class Renglones {
  public:
-  explicit Renglones(std::ostream& salida) : salida_(salida), buffer_(kTramo) {}
+  explicit Renglones(std::ostream& salida) : salida_(salida), buffer_(kTramo + kReserva) {}
 
   // How far behind its end a short text has to be readable where it is copied without a look at its length.
   static constexpr std::size_t kHolgura = Diccionario::kHolgura;
@@ -44,43 +44,54 @@ class Renglones {
     Crudo("'");
   }
 
-  // The place where the next bytes go, for a writer that keeps it at hand over many attributes. Nothing else may be
-  // written before it is given back.
+  // The place where the next bytes go, for a writer that keeps it at hand over a whole row. Nothing else may be written
+  // before it is given back.
   struct Punta {
-    char* bytes;
-    std::size_t usados;
-    std::size_t caben;
-    std::ptrdiff_t linea;
+    char* lugar;
+    char* limite;  // where the present line is full
+
+    // What stands in a row's text goes over with kHolgura bytes at once, which have to be readable.
+    void Poner(std::string_view texto) {
+      std::memcpy(lugar, texto.data(), kHolgura);
+      if (texto.size() > kHolgura) std::memcpy(lugar + kHolgura, texto.data() + kHolgura, texto.size() - kHolgura);
+      lugar += texto.size();
+    }
+    void Poner(char c) { *lugar++ = c; }
   };
-  Punta Tomar() { return {buffer_.data(), usados_, buffer_.size(), linea_}; }
+
+  // With room for so many bytes, and for what is copied beyond them.
+  Punta Tomar(std::size_t bytes) {
+    Hacer(bytes);
+    const std::ptrdiff_t limite = linea_ + kAnchoLinea;
+    return {buffer_.data() + usados_, buffer_.data() + std::max<std::ptrdiff_t>(limite, 0)};
+  }
   void Dejar(const Punta& punta) {
-    usados_ = punta.usados;
-    linea_ = punta.linea;
+    usados_ = static_cast<std::size_t>(punta.lugar - buffer_.data());
+    linea_ = punta.limite - buffer_.data() - kAnchoLinea;
   }
 
-  // The beginning of an element of rows, with its tabs.
-  Punta Abrir(Punta punta, std::size_t sangria) {
-    static constexpr char kFila[kHolgura + 1] = "\t\t\t<z:row";
+  // What the beginning and the end of an element of rows take, and an attribute beyond its own bytes.
+  static constexpr std::size_t kBytesFila = 16;
+  static constexpr std::size_t kBytesAtributo = 16;
+
+  // The beginning of an element of rows, with its tabs, in room for `bytes` beyond it.
+  Punta Abrir(std::size_t sangria, std::size_t bytes) {
+    static constexpr char kFila[kHolgura + 4] = "\t\t\t<z:row";
     constexpr std::size_t kTabuladores = 3;
     sangria_ = sangria;
-    punta = Hacer(punta, kHolgura);
-    punta.linea = static_cast<std::ptrdiff_t>(punta.usados);
-    std::memcpy(punta.bytes + punta.usados, kFila + kTabuladores - sangria, kHolgura - kTabuladores);
-    punta.usados += sangria + 6;
+    Hacer(kBytesFila + bytes);
+    Punta punta{buffer_.data() + usados_, buffer_.data() + usados_ + kAnchoLinea};
+    punta.Poner({kFila + kTabuladores - sangria, sangria + 6});
     return punta;
   }
 
-  // A whole attribute, from the blank ahead of it to its last quote.
-  Punta Hecho(Punta punta, std::string_view atributo, std::size_t extra) {
-    return ConHolgura(Cortar(Hacer(punta, atributo.size()), extra), atributo);
-  }
-
-  // The same in two pieces: the blank, name and quote ahead of the value, and the value.
-  Punta Hecho(Punta punta, std::string_view comienzo, std::string_view valor, std::size_t extra) {
-    punta = Cortar(Hacer(punta, comienzo.size() + valor.size()), extra);
-    punta = ConHolgura(ConHolgura(punta, comienzo), valor);
-    punta.bytes[punta.usados++] = '\'';
-    return punta;
+  // Ends a line that is full. The blank that opens the next one doesn't count there.
+  void Cortar(Punta& punta, std::size_t extra) const {
+    if (punta.lugar < punta.limite) return;
+    static constexpr char kSalto[] = "\r\n\t\t\t\t\t";
+    std::memcpy(punta.lugar, kSalto, sizeof kSalto);
+    punta.lugar += 2 + sangria_ + extra;
+    punta.limite = punta.lugar + 1 + kAnchoLinea;
   }
 
   // A value that brings line ends of its own: what follows is counted from the last one on.
@@ -106,12 +117,14 @@ class Renglones {
  private:
   static constexpr std::ptrdiff_t kAnchoLinea = 108;  // a line with that many bytes takes no further attribute
   static constexpr std::size_t kTramo = std::size_t{128} * 1024;
+  // Behind what room was made for: what is copied beyond it, and where a line that ends there would be full.
+  static constexpr std::size_t kReserva = kHolgura + kAnchoLinea;
 
   // Room for so many bytes, and for what is copied beyond them.
   void Hacer(std::size_t bytes) {
-    if (buffer_.size() - usados_ >= bytes + kHolgura) return;
+    if (buffer_.size() - usados_ >= bytes + kReserva) return;
     Volcar();
-    if (buffer_.size() < bytes + kHolgura) buffer_.resize(bytes + kHolgura);
+    if (buffer_.size() < bytes + kReserva) buffer_.resize(bytes + kReserva);
   }
 
   void Tabuladores(std::size_t cuantos) {
@@ -124,30 +137,6 @@ class Renglones {
     Crudo("\r\n");
     Tabuladores(sangria_ + extra);
     linea_ = static_cast<std::ptrdiff_t>(usados_) + 1;
-  }
-
-  // The three steps of an attribute on a place at hand. Room for it, for the end of a line and for what is copied
-  // beyond it:
-  Punta Hacer(const Punta& punta, std::size_t bytes) {
-    if (punta.caben - punta.usados >= bytes + 3 * kHolgura) return punta;
-    Dejar(punta);
-    Hacer(bytes + 3 * kHolgura);
-    return Tomar();
-  }
-
-  Punta Cortar(const Punta& punta, std::size_t extra) {
-    if (static_cast<std::ptrdiff_t>(punta.usados) - punta.linea < kAnchoLinea) return punta;
-    Dejar(punta);
-    Cortar(extra);
-    return Tomar();
-  }
-
-  static Punta ConHolgura(Punta punta, std::string_view texto) {
-    char* lugar = punta.bytes + punta.usados;
-    std::memcpy(lugar, texto.data(), kHolgura);
-    if (texto.size() > kHolgura) std::memcpy(lugar + kHolgura, texto.data() + kHolgura, texto.size() - kHolgura);
-    punta.usados += texto.size();
-    return punta;
   }
 
   std::ostream& salida_;
