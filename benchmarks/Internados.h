@@ -13,11 +13,19 @@ namespace medida {
 class Internados {
  public:
   // The number of the text, from 1 on; a new one is kept.
-  std::uint32_t Numero(std::string_view texto) {
+  std::uint32_t Numero(std::string_view texto) { return Numero(texto, Dispersion(Buscada(texto), texto)); }
+
+  // The same in two steps, between which the place where the text would be is brought near.
+  std::size_t Anticipar(std::string_view texto) const {
+    const std::size_t dispersion = Dispersion(Buscada(texto), texto);
+    if (!ranuras_.empty()) __builtin_prefetch(&ranuras_[dispersion & (ranuras_.size() - 1)]);
+    return dispersion;
+  }
+  std::uint32_t Numero(std::string_view texto, std::size_t dispersion) {
     if ((textos_.size() + 1) * 3 > ranuras_.size() * 2) Crecer();
-    const Ranura buscada{Cabeza(texto), static_cast<std::uint32_t>(texto.size()), 0};
+    const Ranura buscada = Buscada(texto);
     const std::size_t mascara = ranuras_.size() - 1;
-    std::size_t i = Dispersion(buscada, texto) & mascara;
+    std::size_t i = dispersion & mascara;
     for (; ranuras_[i].numero != 0; i = (i + 1) & mascara) {
       const bool puede = ranuras_[i].cabeza == buscada.cabeza && ranuras_[i].largo == buscada.largo;
       if (puede && (texto.size() <= 8 || Texto(ranuras_[i].numero) == texto)) return ranuras_[i].numero;
@@ -59,6 +67,8 @@ class Internados {
     if (n >= 2) return Tomar<std::uint16_t>(t.data()) | Tomar<std::uint16_t>(t.data() + n - 2) << 16;
     return n == 1 ? Tomar<std::uint8_t>(t.data()) : 0;
   }
+
+  static Ranura Buscada(std::string_view texto) { return {Cabeza(texto), static_cast<std::uint32_t>(texto.size()), 0}; }
 
   static std::size_t Dispersion(const Ranura& ranura, std::string_view texto) {
     constexpr std::uint64_t kMezcla = 0x9E3779B97F4A7C15ULL;

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <ctime>
 #include <functional>
+#include <limits>
 #include <vector>
 
 // Budgets are ratios of two works measured in turn in one process, so that they hold on any machine.
@@ -44,24 +45,39 @@ inline bool Informar(const char* nombre, double valor, double limite) {
 
 using Reloj = double (*)(const std::function<void()>&);
 
-// The median ratio of `pares` pairs, each measured one after the other, after one pair that isn't counted.
-inline bool Comparar(const char* nombre, double limite, const std::function<void()>& nuestro,
-                     const std::function<void()>& comparado, int pares = 5, Reloj reloj = Segundos) {
-  nuestro();
-  comparado();
-  std::vector<double> razones;
-  for (int i = 0; i < pares; ++i) {
-    const double a = reloj(nuestro);
-    const double b = reloj(comparado);
-    razones.push_back(a / b);
+using Trabajo = std::function<void()>;
+
+// The ratio of the least that each took in `turnos` turns, one after the other, after one that isn't counted: what else
+// the machine does only adds. Of several compared works the quickest counts.
+inline bool Comparar(const char* nombre, double limite, const Trabajo& nuestro, const std::vector<Trabajo>& comparados,
+                     int turnos = 7, Reloj reloj = Segundos) {
+  double menor = std::numeric_limits<double>::infinity();
+  double menor_comparado = menor;
+  for (int i = 0; i <= turnos; ++i) {
+    const double suyo = reloj(nuestro);
+    if (i > 0) menor = std::min(menor, suyo);
+    for (const Trabajo& comparado : comparados) {
+      const double otro = reloj(comparado);
+      if (i > 0) menor_comparado = std::min(menor_comparado, otro);
+    }
   }
-  return Informar(nombre, Mediana(razones), limite);
+  return Informar(nombre, menor / menor_comparado, limite);
+}
+
+inline bool Comparar(const char* nombre, double limite, const Trabajo& nuestro, const Trabajo& comparado,
+                     int turnos = 7) {
+  return Comparar(nombre, limite, nuestro, std::vector<Trabajo>{comparado}, turnos);
 }
 
 // Comparar by the time of the processor, for works that wait for nobody.
-inline bool CompararTrabajo(const char* nombre, double limite, const std::function<void()>& nuestro,
-                            const std::function<void()>& comparado, int pares = 9) {
-  return Comparar(nombre, limite, nuestro, comparado, pares, SegundosDeProcesador);
+inline bool CompararTrabajo(const char* nombre, double limite, const Trabajo& nuestro,
+                            const std::vector<Trabajo>& comparados, int turnos = 15) {
+  return Comparar(nombre, limite, nuestro, comparados, turnos, SegundosDeProcesador);
+}
+
+inline bool CompararTrabajo(const char* nombre, double limite, const Trabajo& nuestro, const Trabajo& comparado,
+                            int turnos = 15) {
+  return CompararTrabajo(nombre, limite, nuestro, std::vector<Trabajo>{comparado}, turnos);
 }
 
 }  // namespace medida

@@ -182,15 +182,32 @@ class EscrituraMinima {
   char* lugar_ = nullptr;
 };
 
+// When a text that isn't the one of the row above is looked up.
+enum class Busqueda : std::uint8_t {
+  kEnseguida,
+  kAnticipada,  // a few rows later, when its place has been fetched
+};
+
 // The table of a file: each distinct text of a column once, and its number by row.
+template <Busqueda kBusqueda>
 class LecturaMinima {
+  static constexpr std::size_t kEspera = 8;
+
  public:
+  struct Espera {
+    std::string_view valor;
+    std::size_t dispersion;
+    std::size_t fila;
+  };
   struct Columna {
     std::string clave;
     Internados textos;
     std::vector<std::uint32_t> numeros;  // by row; 0 is null
     std::string_view ultimo;             // most values are the one of the row above
     std::uint32_t su_numero = 0;
+    std::array<Espera, kEspera> esperan;
+    std::size_t llegadas = 0;  // of those that wait or waited
+    std::size_t buscadas = 0;
   };
 
   // Reads the file at once and walks over its bytes: names, quotes, references. Anything that isn't a row is passed
@@ -208,6 +225,9 @@ class LecturaMinima {
     if (std::memchr(bytes.get(), '&', largo) != nullptr) std::abort();
     p_ = bytes.get() + std::string_view(bytes.get(), largo).find("<rs:data>") + 9;
     while (p_ < fin_) Elemento();
+    for (Columna& columna : columnas_) {
+      while (columna.buscadas < columna.llegadas) Buscar(columna);
+    }
   }
 
   std::size_t Filas() const { return filas_; }
@@ -253,17 +273,31 @@ class LecturaMinima {
           std::memcmp(p_, columna.clave.data(), largo) != 0)
         continue;
       p_ += largo;
-      const std::string_view valor = Valor();
-      if (columna.su_numero == 0 || valor != columna.ultimo) {
-        columna.ultimo = valor;
-        columna.su_numero = columna.textos.Numero(valor);
-      }
-      columna.numeros.back() = columna.su_numero;
+      Tomar(columna, Valor());
       ++siguiente;
       return;
     }
     while (p_ < fin_ && *p_ != '=') ++p_;  // an attribute of no column
     Valor();
+  }
+
+  void Tomar(Columna& columna, std::string_view valor) {
+    if constexpr (kBusqueda == Busqueda::kAnticipada) {
+      if (columna.llegadas - columna.buscadas == kEspera) Buscar(columna);
+      columna.esperan[columna.llegadas++ % kEspera] = {valor, columna.textos.Anticipar(valor), filas_};
+    } else {
+      if (columna.su_numero == 0 || valor != columna.ultimo) {
+        columna.ultimo = valor;
+        columna.su_numero = columna.textos.Numero(valor);
+      }
+      columna.numeros.back() = columna.su_numero;
+    }
+  }
+
+  // The one that waits longest.
+  static void Buscar(Columna& columna) {
+    const Espera& espera = columna.esperan[columna.buscadas++ % kEspera];
+    columna.numeros[espera.fila] = columna.textos.Numero(espera.valor, espera.dispersion);
   }
 
   std::string_view Valor() {
