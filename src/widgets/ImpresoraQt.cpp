@@ -7,6 +7,8 @@
 #include <QPainter>
 #include <QPrinter>
 #include <QPrinterInfo>
+#include <memory>
+#include <utility>
 
 #include "base/Error.h"
 #include "widgets/Compaginado.h"
@@ -32,6 +34,18 @@ constexpr ClaseDePapel kPapeles[] = {{QPageSize::A4, "A4 (210 x 297 mm)"},
   throw Error(kErrorImpresora, "Imprimir", "Error de impresora");
 }
 
+struct Trabajo {
+  QPrinter impresora{QPrinter::HighResolution};
+  QPainter pintor{};
+};
+
+// A job that was begun prints what it has by then, however it ends: the printers of the system leave nothing to abort.
+// So one that isn't to be printed doesn't end; it stays with the program.
+void Apartar(std::unique_ptr<Trabajo> trabajo) {
+  static auto& apartados = *new std::vector<std::unique_ptr<Trabajo>>;
+  apartados.push_back(std::move(trabajo));
+}
+
 // Printer, paper and name of a job.
 void Preparar(QPrinter& impresora, const EleccionImpresora& eleccion, std::string_view titulo) {
   impresora.setPrinterName(Q(eleccion.nombre));
@@ -41,24 +55,19 @@ void Preparar(QPrinter& impresora, const EleccionImpresora& eleccion, std::strin
 
 }  // namespace
 
-int DibujarDocumento(QPagedPaintDevice& dispositivo, const DocumentoImpreso& documento, const QFont& letra,
-                     Progreso& progreso, const std::function<void()>& al_cancelar) {
+int DibujarDocumento(QPagedPaintDevice& dispositivo, QPainter& pintor, const DocumentoImpreso& documento,
+                     const QFont& letra, Progreso& progreso) {
   const Compaginado hojas(documento, dispositivo, letra, progreso);
-  QPainter pintor;
   if (hojas.Paginas() == 0 || !pintor.begin(&dispositivo)) return 0;
   const std::string total = std::to_string(hojas.Paginas());
   progreso.Rango(hojas.Paginas());
   for (int pagina = 0; pagina < hojas.Paginas(); ++pagina) {
     progreso.Texto("Página " + std::to_string(pagina + 1) + " de " + total);
     progreso.Posicion(pagina);
-    if (progreso.Cancelado()) {
-      if (al_cancelar) al_cancelar();
-      return 0;
-    }
-    if (pagina > 0 && !dispositivo.newPage()) return 0;
+    if (progreso.Cancelado() || (pagina > 0 && !dispositivo.newPage())) return 0;
     hojas.Dibujar(pintor, pagina);
   }
-  return pintor.end() ? hojas.Paginas() : 0;
+  return hojas.Paginas();
 }
 
 void PonerPapel(QPrinter& impresora, const EleccionImpresora& eleccion) {
@@ -86,26 +95,31 @@ std::vector<std::string> ImpresoraQt::Nombres() {
 }
 
 bool ImpresoraQt::Imprimir(const EleccionImpresora& eleccion, const DocumentoImpreso& documento, Progreso& progreso) {
-  QPrinter impresora(QPrinter::HighResolution);
-  Preparar(impresora, eleccion, documento.titulo);
-  if (!impresora.isValid()) NoLoToma();
-  const bool dibujado =
-      DibujarDocumento(impresora, documento, FuenteDe(documento.letra), progreso, [&] { impresora.abort(); }) > 0;
-  if (!dibujado && !progreso.Cancelado()) NoLoToma();
-  return dibujado;
+  const auto dibujar = [&documento](QPagedPaintDevice& dispositivo, QPainter& pintor, Progreso& como_va) {
+    return DibujarDocumento(dispositivo, pintor, documento, FuenteDe(documento.letra), como_va);
+  };
+  return Dibujar(eleccion, documento.titulo, dibujar, progreso);
 }
 
-void ImpresoraQt::Dibujar(const EleccionImpresora& eleccion, std::string_view titulo, const DibujarPaginas& dibujar) {
-  QPrinter impresora(QPrinter::HighResolution);
-  Preparar(impresora, eleccion, titulo);
-  if (!impresora.isValid() || dibujar(impresora) == 0) NoLoToma();
+bool ImpresoraQt::Dibujar(const EleccionImpresora& eleccion, std::string_view titulo, const DibujarPaginas& dibujar,
+                          Progreso& progreso) {
+  auto trabajo = std::make_unique<Trabajo>();
+  Preparar(trabajo->impresora, eleccion, titulo);
+  if (!trabajo->impresora.isValid()) NoLoToma();
+  const bool dibujado = dibujar(trabajo->impresora, trabajo->pintor, progreso) > 0;
+  if (!dibujado && trabajo->pintor.isActive()) Apartar(std::move(trabajo));
+  if (!dibujado && progreso.Cancelado()) return false;
+  if (!dibujado || !trabajo->pintor.end()) NoLoToma();
+  return true;
 }
 
 void ImprimirDibujo(Impresora& impresora, const EleccionImpresora& eleccion, std::string_view titulo,
-                    const DibujarPaginas& dibujar) {
+                    const DibujarPaginas& dibujar, Progreso& progreso) {
   auto* con_dibujos = dynamic_cast<ImpresoraDibujos*>(&impresora);
   if (con_dibujos == nullptr) NoLoToma();
-  for (int copia = 0; copia < eleccion.copias; ++copia) con_dibujos->Dibujar(eleccion, titulo, dibujar);
+  for (int copia = 0; copia < eleccion.copias; ++copia) {
+    if (!con_dibujos->Dibujar(eleccion, titulo, dibujar, progreso)) return;
+  }
 }
 
 }  // namespace utr

@@ -10,6 +10,7 @@
 #include "widgets/ImpresoraDibujos.h"
 
 class QPagedPaintDevice;
+class QPainter;
 class QPrinter;
 
 namespace utr {
@@ -19,13 +20,14 @@ class ImpresoraQt : public Impresora, public ImpresoraDibujos {
  public:
   std::vector<std::string> Nombres() override;
   bool Imprimir(const EleccionImpresora& eleccion, const DocumentoImpreso& documento, Progreso& progreso) override;
-  void Dibujar(const EleccionImpresora& eleccion, std::string_view titulo, const DibujarPaginas& dibujar) override;
+  bool Dibujar(const EleccionImpresora& eleccion, std::string_view titulo, const DibujarPaginas& dibujar,
+               Progreso& progreso) override;
 };
 
-// Draws the whole document on as many pages as it takes. Gives the number of pages; 0 when the device couldn't be
-// opened or the work was cancelled. `al_cancelar` undoes what the device has by then, if anything.
-int DibujarDocumento(QPagedPaintDevice& dispositivo, const DocumentoImpreso& documento, const QFont& letra,
-                     Progreso& progreso, const std::function<void()>& al_cancelar = {});
+// Draws the whole document on as many pages as it takes, as DibujarPaginas does. The painter isn't begun where the work
+// is cancelled before there is anything to draw.
+int DibujarDocumento(QPagedPaintDevice& dispositivo, QPainter& pintor, const DocumentoImpreso& documento,
+                     const QFont& letra, Progreso& progreso);
 
 // The paper that was chosen, with margins of 15 mm, and the letter of a document.
 void PonerPapel(QPrinter& impresora, const EleccionImpresora& eleccion);

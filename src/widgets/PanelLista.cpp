@@ -11,6 +11,7 @@
 
 #include "widgets/Campos.h"
 #include "widgets/Iconos.h"
+#include "widgets/PanelDePaginas.h"
 #include "widgets/TextoQt.h"
 #include "widgets/VistaLista.h"
 
@@ -35,6 +36,7 @@ PanelLista::PanelLista(const ContextoListas& contexto, const DescripcionPanel& d
       titulo_(new QToolButton) {
   setObjectName(Nombre("Panel", descripcion_.nombre));
   servicios_.Proponer([this] { return NombreDeArchivo(Encabezado()); });
+  servicios_.Enmarcar([this](const TrabajoDePaginas& trabajo) { ConPanelDePaginas(*this, trabajo); });
   ArmarLista();
   ArmarTitulo();
   auto* renglon = new QHBoxLayout;

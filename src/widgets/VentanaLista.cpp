@@ -1,14 +1,12 @@
 #include "widgets/VentanaLista.h"
 
 #include <QAction>
-#include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
-#include <QScopeGuard>
 #include <QSplitter>
 #include <QTabBar>
 #include <QToolBar>
@@ -40,22 +38,6 @@ constexpr QLatin1String kDivision("division");
 bool EsDePestanias(const QWidget* control) {
   return qobject_cast<const QTabBar*>(control) != nullptr;
 }
-
-// Tells a panel how far the work is. Events run each time that it is asked whether to go on, so that a click on the
-// button of the panel is heard.
-class ProgresoEnPanel : public SinProgreso {
- public:
-  ProgresoEnPanel(PanelAviso& panel, const bool& cancelado) : panel_(panel), cancelado_(cancelado) {}
-  void Texto(std::string_view texto) override { panel_.Detallar(Q(texto)); }
-  bool Cancelado() override {
-    QCoreApplication::processEvents();
-    return cancelado_;
-  }
-
- private:
-  PanelAviso& panel_;
-  const bool& cancelado_;
-};
 
 // A line that stands in one row where there is room for it, and wraps where there isn't: what was read makes no window
 // wider than its screen.
@@ -109,7 +91,7 @@ VentanaLista::VentanaLista(const ContextoListas& contexto, std::filesystem::path
   connect(lista_->Arbol()->model(), &QAbstractItemModel::modelReset, this, &VentanaLista::Contar);
   Contar();
   servicios_.Proponer([this] { return NombreDeArchivo(Encabezado(false)); });
-  servicios_.Enmarcar([this](const std::function<void(Progreso&)>& trabajo) { ConPanel(trabajo); });
+  servicios_.Enmarcar([this](const TrabajoDePaginas& trabajo) { ConPanel(trabajo); });
 }
 
 // --- Commands --------------------------------------------------------------------------------------------------------
@@ -318,23 +300,8 @@ void VentanaLista::ImprimirTexto(const std::string& texto, const std::string& or
   UnaVez([&] { servicios_.ImprimirTexto(texto, origen); })();
 }
 
-// Pages are laid out behind the panel, which counts them and can be told to stop.
-void VentanaLista::ConPanel(const std::function<void(Progreso&)>& trabajo) {
-  bool cancelado = false;
-  QPushButton* cancelar = picInfo_->Boton("cmdCancelarPanel", QStringLiteral("&Cancelar"));
-  cancelar->show();
-  const auto conexion = connect(cancelar, &QPushButton::clicked, this, [&cancelado] { cancelado = true; });
-  const auto fin = qScopeGuard([this, cancelar, conexion] {
-    disconnect(conexion);
-    picInfo_->Detallar({});
-    cancelar->hide();
-  });
-  OpcionesOcupacion opciones = AlTrabajar();
-  opciones.siguen.push_back(cancelar);
-  opciones.al_cancelar = [&cancelado] { cancelado = true; };
-  const Ocupacion ocupacion(*this, opciones);
-  ProgresoEnPanel progreso(*picInfo_, cancelado);
-  trabajo(progreso);
+void VentanaLista::ConPanel(const TrabajoDePaginas& trabajo) {
+  ConPanelDePaginas(*this, AlTrabajar(), trabajo);
 }
 
 // --- Beside the list -------------------------------------------------------------------------------------------------

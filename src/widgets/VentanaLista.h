@@ -10,6 +10,7 @@
 #include "widgets/ComandoVentana.h"
 #include "widgets/MarcoDialogo.h"
 #include "widgets/Ocupacion.h"
+#include "widgets/PanelDePaginas.h"
 #include "widgets/ServiciosLista.h"
 
 class QAction;
@@ -92,6 +93,9 @@ class VentanaLista : public QDialog {
   // EncabezadoLista.
   void ImprimirTexto(const std::string& texto, const std::string& origen = {});
 
+  // Lays out or draws pages behind "picInfo", which counts them and can be told to stop.
+  void ConPanel(const TrabajoDePaginas& trabajo);
+
   // A panel that stands in the place of the list. "picInfo", which asks to wait, is there already.
   PanelAviso* Panel(const char* nombre, const char* texto);
   // A text left of the buttons, which takes no room while it is empty.
@@ -130,7 +134,6 @@ class VentanaLista : public QDialog {
   QAction* NuevaAccion(const ComandoVentana& comando);
   QMenu* NuevoMenu(const MenuVentana& menu, QMenu* madre);
   static QList<QWidget*> Alcanzables(QWidget* parte);
-  void ConPanel(const std::function<void(Progreso&)>& trabajo);
   void OrdenarTab();
   void AgregarVer();
   QWidget* Centro();

@@ -8,6 +8,7 @@
 #include <QPrinter>
 #include <map>
 
+#include "support/Cancelador.h"
 #include "support/Carpeta.h"
 #include "widgets/ImpresoraQt.h"
 #include "widgets/TextoQt.h"
@@ -67,7 +68,8 @@ class PruebaImpresora : public testing::Test {
   int Dibujar(DocumentoImpreso documento) {
     papel.motor.trazos.clear();
     papel.motor.pagina = 1;
-    return DibujarDocumento(papel, documento, QGuiApplication::font(), progreso);
+    QPainter pintor;
+    return DibujarDocumento(papel, pintor, documento, QGuiApplication::font(), progreso);
   }
   int Dibujar(const std::string& texto) { return Dibujar(DocumentoImpreso{.texto = texto}); }
 
@@ -171,18 +173,12 @@ TEST_F(PruebaImpresora, CadaPaginaLlevaTitulosDeColumnaYPie) {
 }
 
 TEST_F(PruebaImpresora, CancelarNoImprimeNada) {
-  class Cancelador : public SinProgreso {
-   public:
-    explicit Cancelador(int cuando) : faltan(cuando) {}
-    bool Cancelado() override { return --faltan < 0; }
-    int faltan;
-  };
   const DocumentoImpreso documento{.texto = Documento(500, "Nivel")};
   for (const int cuando : {0, 1, 3}) {  // while it is measured, counted, drawn
-    Cancelador cancelador(cuando);
-    bool deshecho = false;
-    EXPECT_EQ(DibujarDocumento(papel, documento, QGuiApplication::font(), cancelador, [&] { deshecho = true; }), 0);
-    EXPECT_EQ(deshecho, cuando == 3) << "only what was begun is undone";
+    prueba::Cancelador cancelador(cuando);
+    QPainter pintor;
+    EXPECT_EQ(DibujarDocumento(papel, pintor, documento, QGuiApplication::font(), cancelador), 0);
+    EXPECT_EQ(pintor.isActive(), cuando == 3) << "what was measured only needs no device";
   }
 }
 
@@ -193,10 +189,12 @@ TEST(PruebaImpresoraReal, EscribeUnPdfYSinDispositivoNoHayPaginas) {
   impresora.setOutputFileName(Q((carpeta / "lista.pdf").string()));
   SinProgreso nadie;
   const DocumentoImpreso documento{.texto = Documento(200, "Nivel")};
-  EXPECT_GT(DibujarDocumento(impresora, documento, QGuiApplication::font(), nadie), 1);
+  QPainter pintor;
+  EXPECT_GT(DibujarDocumento(impresora, pintor, documento, QGuiApplication::font(), nadie), 1);
+  EXPECT_TRUE(pintor.end());
   EXPECT_TRUE(prueba::LeerTodo(carpeta / "lista.pdf").starts_with("%PDF-"));
   impresora.setOutputFileName(Q((carpeta / "no" / "hay.pdf").string()));
-  EXPECT_EQ(DibujarDocumento(impresora, documento, QGuiApplication::font(), nadie), 0);
+  EXPECT_EQ(DibujarDocumento(impresora, pintor, documento, QGuiApplication::font(), nadie), 0);
 }
 
 // A record whose text is longer than a page, between two short ones.

@@ -18,6 +18,7 @@
 #include "retrieved/series/TextoSerie.h"
 #include "widgets/Campos.h"
 #include "widgets/DisposicionEnFilas.h"
+#include "widgets/PanelDePaginas.h"
 #include "widgets/TextoQt.h"
 
 namespace utr {
@@ -252,7 +253,11 @@ void PanelGrafico::Imprimir() {
     if (!elegida) return;
     eleccion = *elegida;
   }
-  Intentar("ImprimirGrafico", [&] { ImprimirGrafico(grafico_->Contenido(), contexto_.impresora, eleccion); });
+  Intentar("ImprimirGrafico", [&] {
+    ConPanelDePaginas(*this, [&](Progreso& progreso) {
+      ImprimirGrafico(grafico_->Contenido(), contexto_.impresora, eleccion, progreso);
+    });
+  });
 }
 
 // Its first channel and the days that are in sight.

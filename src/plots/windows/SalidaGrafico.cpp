@@ -119,14 +119,15 @@ void GuardarGrafico(const ContenidoGrafico& contenido, const std::filesystem::pa
   EscribirEntero(ruta, [&](std::ostream& salida) { salida.write(bytes.constData(), bytes.size()); });
 }
 
-void ImprimirGrafico(const ContenidoGrafico& contenido, Impresora& impresora, const EleccionImpresora& eleccion) {
-  const auto dibujar = [&contenido](QPagedPaintDevice& dispositivo) {
-    QPainter pintor;
-    if (!pintor.begin(&dispositivo)) return 0;
+void ImprimirGrafico(const ContenidoGrafico& contenido, Impresora& impresora, const EleccionImpresora& eleccion,
+                     Progreso& progreso) {
+  const auto dibujar = [&contenido](QPagedPaintDevice& dispositivo, QPainter& pintor, Progreso& como_va) {
+    como_va.Texto("Página 1 de 1");
+    if (como_va.Cancelado() || !pintor.begin(&dispositivo)) return 0;
     PintarLamina(contenido, pintor, pintor.viewport());
-    return pintor.end() ? 1 : 0;
+    return 1;
   };
-  ImprimirDibujo(impresora, eleccion, U(contenido.titulo), dibujar);
+  ImprimirDibujo(impresora, eleccion, U(contenido.titulo), dibujar, progreso);
 }
 
 GraficoVisto VistoDe(ContenidoGrafico contenido) {

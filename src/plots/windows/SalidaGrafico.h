@@ -23,9 +23,10 @@ void PintarLamina(const ContenidoGrafico& contenido, QPainter& pintor, const QRe
 // kArchivo, also when it can't be drawn.
 void GuardarGrafico(const ContenidoGrafico& contenido, const std::filesystem::path& ruta);
 
-// One page of the chosen paper, as often as told there, named after the plot. Raises Error 482 when the printer doesn't
-// take it.
-void ImprimirGrafico(const ContenidoGrafico& contenido, Impresora& impresora, const EleccionImpresora& eleccion);
+// One page of the chosen paper, as often as told there, named after the plot. Prints no more once it is cancelled.
+// Raises Error 482 when the printer doesn't take it.
+void ImprimirGrafico(const ContenidoGrafico& contenido, Impresora& impresora, const EleccionImpresora& eleccion,
+                     Progreso& progreso);
 
 // What stays to be painted again; the contents are its own.
 GraficoVisto VistoDe(ContenidoGrafico contenido);

@@ -88,10 +88,11 @@ QTextCharFormat Letra(double puntos, bool negrita) {
 // Lays out and draws one report on one device.
 class Plana {
  public:
-  Plana(QPagedPaintDevice& dispositivo, QPainter& pintor, const InformeVisita& informe)
+  Plana(QPagedPaintDevice& dispositivo, QPainter& pintor, const InformeVisita& informe, Progreso& progreso)
       : dispositivo_(dispositivo),
         pintor_(pintor),
         informe_(informe),
+        progreso_(progreso),
         de_un_dia_(DeUnDia(informe.asientos)),
         de_una_estacion_(DeUnaEstacion(informe.asientos)),
         por_milimetro_(pintor.device()->logicalDpiY() / kPorPulgada),
@@ -100,16 +101,18 @@ class Plana {
     Armar();
   }
 
+  // The number of pages; 0 once it is cancelled.
   int Dibujar() {
     const int de_texto = texto_.pageCount();
     const int figuras = static_cast<int>(informe_.figuras.size());
     paginas_ = de_texto + (figuras + kFigurasPorPagina - 1) / kFigurasPorPagina;
+    progreso_.Rango(paginas_);
     for (int i = 0; i < de_texto; ++i) {
-      Empezar();
+      if (!Empezar()) return 0;
       DibujarTexto(i);
     }
     for (int i = 0; i < figuras; ++i) {
-      if (i % kFigurasPorPagina == 0) Empezar();
+      if (i % kFigurasPorPagina == 0 && !Empezar()) return 0;
       DibujarFigura(informe_.figuras[static_cast<std::size_t>(i)], i % kFigurasPorPagina);
     }
     return paginas_;
@@ -196,8 +199,12 @@ class Plana {
     }
   }
 
-  void Empezar() {
-    if (pagina_++ > 0) dispositivo_.newPage();
+  // False: it was cancelled, or the device takes no more pages.
+  bool Empezar() {
+    progreso_.Texto("Página " + std::to_string(pagina_ + 1) + " de " + std::to_string(paginas_));
+    progreso_.Posicion(pagina_);
+    if (progreso_.Cancelado() || (pagina_ > 0 && !dispositivo_.newPage())) return false;
+    ++pagina_;
     QFont letra = texto_.defaultFont();
     letra.setPointSizeF(kPuntos - 1);
     pintor_.setFont(letra);
@@ -208,6 +215,7 @@ class Plana {
         QStringLiteral("Estación %1, %2. Impreso: %3").arg(Q(informe_.estacion), Q(informe_.dia), Q(informe_.impreso)));
     pintor_.drawText(pie, Qt::AlignRight | Qt::AlignBottom,
                      QStringLiteral("Página %1 de %2").arg(pagina_).arg(paginas_));
+    return true;
   }
 
   void DibujarTexto(int pagina) {
@@ -243,6 +251,7 @@ class Plana {
   QPagedPaintDevice& dispositivo_;
   QPainter& pintor_;
   const InformeVisita& informe_;
+  Progreso& progreso_;
   bool de_un_dia_;
   bool de_una_estacion_;
   double por_milimetro_;
@@ -255,11 +264,14 @@ class Plana {
 
 }  // namespace
 
-int DibujarInforme(QPagedPaintDevice& dispositivo, const InformeVisita& informe) {
-  QPainter pintor;
-  if (!pintor.begin(&dispositivo)) return 0;
-  const int paginas = Plana(dispositivo, pintor, informe).Dibujar();
-  return pintor.end() ? paginas : 0;
+const char* TituloDeInforme(const InformeVisita& informe) {
+  return TituloDe(informe.asientos);
+}
+
+int DibujarInforme(QPagedPaintDevice& dispositivo, QPainter& pintor, const InformeVisita& informe, Progreso& progreso) {
+  progreso.Texto("Preparando las páginas...");
+  if (progreso.Cancelado() || !pintor.begin(&dispositivo)) return 0;
+  return Plana(dispositivo, pintor, informe, progreso).Dibujar();
 }
 
 }  // namespace utr

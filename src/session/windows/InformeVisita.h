@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "base/Progreso.h"
 #include "services/Diario.h"
 #include "session/DatosVisita.h"
 
@@ -32,8 +33,12 @@ struct InformeVisita {
 };
 
 // Draws the report in black on as many pages as it takes: who, where and when, the notes, the entries as a table whose
-// titles stand on each page, then the plots, two to a page; at the foot of each page station, day and page. Gives the
-// number of pages; 0 when the device couldn't be opened.
-int DibujarInforme(QPagedPaintDevice& dispositivo, const InformeVisita& informe);
+// titles stand on each page, then the plots, two to a page; at the foot of each page station, day and page. Begins the
+// painter and leaves it to the caller to end. Gives the number of pages; 0 when the device couldn't be opened or the
+// work was cancelled. Tells the pages that are drawn.
+int DibujarInforme(QPagedPaintDevice& dispositivo, QPainter& pintor, const InformeVisita& informe, Progreso& progreso);
+
+// What the report calls itself: that entries are of a unit to practise with is part of it.
+const char* TituloDeInforme(const InformeVisita& informe);
 
 }  // namespace utr

@@ -380,8 +380,12 @@ void frmBitacora::ImprimirInforme() {
   Intentar("ImprimirInforme", [&] {
     const PunteroDeEspera espera(mod_.operador);
     const InformeVisita informe = Informe();
-    ImprimirDibujo(mod_.impresora, eleccion, "Informe de la visita",
-                   [&](QPagedPaintDevice& dispositivo) { return DibujarInforme(dispositivo, informe); });
+    const auto dibujar = [&](QPagedPaintDevice& dispositivo, QPainter& pintor, Progreso& progreso) {
+      return DibujarInforme(dispositivo, pintor, informe, progreso);
+    };
+    ConPanel([&](Progreso& progreso) {
+      ImprimirDibujo(mod_.impresora, eleccion, TituloDeInforme(informe), dibujar, progreso);
+    });
   });
 }
 

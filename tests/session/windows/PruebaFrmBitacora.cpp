@@ -15,6 +15,7 @@
 #include "session/ArchivoBitacora.h"
 #include "session/windows/InformeVisita.h"
 #include "session/windows/frmBitacora.h"
+#include "support/Cancelador.h"
 #include "support/DispositivoLleno.h"
 #include "support/GuionVentanas.h"
 #include "support/ModPrueba.h"
@@ -28,10 +29,13 @@ namespace {
 class ImpresoraAPdf : public prueba::ImpresoraFalsa, public ImpresoraDibujos {
  public:
   explicit ImpresoraAPdf(const std::filesystem::path& archivo) : archivo_(archivo) {}
-  void Dibujar(const EleccionImpresora& eleccion, std::string_view titulo, const DibujarPaginas& dibujar) override {
+  bool Dibujar(const EleccionImpresora& eleccion, std::string_view titulo, const DibujarPaginas& dibujar,
+               Progreso& progreso) override {
     QPdfWriter pdf(Q(archivo_.string()));
-    paginas.push_back(dibujar(pdf));
+    QPainter pintor;
+    paginas.push_back(dibujar(pdf, pintor, progreso));
     trabajos.push_back(eleccion.nombre + (eleccion.apaisado ? " apaisada:" : ":") + std::string(titulo));
+    return paginas.back() > 0;
   }
   std::vector<int> paginas;
 
@@ -254,13 +258,23 @@ TEST_F(LaBitacora, TieneLosServiciosDeTodaLista) {
 
 TEST_F(LaBitacora, UnDiaLargoOcupaVariasPaginas) {
   InformeVisita informe{.estacion = "70", .dia = "15/03/2026", .impreso = "hoy"};
+  SinProgreso nadie;
   QPdfWriter pdf(Q((carpeta / "a.pdf").string()));
-  EXPECT_EQ(DibujarInforme(pdf, informe), 1) << "also without an entry";
+  QPainter pintor;
+  EXPECT_EQ(DibujarInforme(pdf, pintor, informe, nadie), 1) << "also without an entry";
   for (int i = 0; i < 60; ++i)
     informe.asientos.push_back({reloj.Ahora(), "Grabar página 0", std::string(300, '7'), "b", "hecho"});
   informe.asientos[30].escrito = std::string(6000, '8');  // higher than a page
   QPdfWriter otro(Q((carpeta / "b.pdf").string()));
-  EXPECT_GT(DibujarInforme(otro, informe), 7);
+  QPainter otro_pintor;
+  EXPECT_GT(DibujarInforme(otro, otro_pintor, informe, nadie), 7);
+  for (const int cuando : {0, 1, 4}) {  // ahead of anything, at the first page, between two pages
+    prueba::Cancelador cancelador(cuando);
+    QPdfWriter cancelado(Q((carpeta / "c.pdf").string()));
+    QPainter suyo;
+    EXPECT_EQ(DibujarInforme(cancelado, suyo, informe, cancelador), 0);
+    EXPECT_EQ(suyo.isActive(), cuando > 0);
+  }
 }
 
 }  // namespace
