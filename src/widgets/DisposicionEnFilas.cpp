@@ -35,13 +35,23 @@ void DisposicionEnFilas::Agregar(QLayout* parte, int estirado) {
   partes_.back().estirado = estirado;
 }
 
+void DisposicionEnFilas::AgregarFlexible(QWidget* parte) {
+  Agregar(parte, 1);
+  partes_.back().flexible = true;
+}
+
+void DisposicionEnFilas::AgregarFlexible(QLayout* parte) {
+  Agregar(parte, 1);
+  partes_.back().flexible = true;
+}
+
 void DisposicionEnFilas::Separar() {
   addItem(new QSpacerItem(0, 0));
   partes_.back().estirado = 1;
 }
 
 void DisposicionEnFilas::addItem(QLayoutItem* item) {
-  partes_.push_back({std::unique_ptr<QLayoutItem>(item), 0});
+  partes_.push_back({.item = std::unique_ptr<QLayoutItem>(item)});
   invalidate();
 }
 
@@ -65,13 +75,21 @@ bool DisposicionEnFilas::Parte::Ocupa() const {
   return !item->isEmpty();
 }
 
+int DisposicionEnFilas::Parte::Ancho() const {
+  return item->sizeHint().width();
+}
+
+int DisposicionEnFilas::Parte::AnchoJusto() const {
+  return flexible ? item->minimumSize().width() : Ancho();
+}
+
 // Each row takes as many parts as it has room for, and one at least. What is hidden takes none.
 std::vector<DisposicionEnFilas::Fila> DisposicionEnFilas::Filas(int ancho) const {
   std::vector<Fila> filas{Fila{}};
   bool vacia = true;
   for (std::size_t i = 0; i < partes_.size(); ++i) {
     if (partes_[i].Ocupa()) {
-      const int suyo = partes_[i].item->sizeHint().width();
+      const int suyo = partes_[i].AnchoJusto();
       if (!vacia && filas.back().ancho + entre_ + suyo > ancho) {
         // What stands at the right end does so in the next row too.
         const bool tras_separar = i > 0 && partes_[i - 1].Separa();
@@ -99,7 +117,7 @@ std::vector<int> DisposicionEnFilas::Anchos(const Fila& fila, int ancho) const {
     const int de_mas = estirado(parte) > 0 ? resto * estirado(parte) / estirados : 0;
     resto -= de_mas;
     estirados -= estirado(parte);
-    anchos.push_back((parte.Ocupa() ? std::min(parte.item->sizeHint().width(), ancho) : 0) + de_mas);
+    anchos.push_back((parte.Ocupa() ? std::min(parte.AnchoJusto(), ancho) : 0) + de_mas);
   }
   return anchos;
 }
@@ -123,8 +141,11 @@ int DisposicionEnFilas::heightForWidth(int ancho) const {
 
 QSize DisposicionEnFilas::sizeHint() const {
   const Fila todas = Filas(QLAYOUTSIZE_MAX).front();
-  const QMargins margenes = contentsMargins();
-  return QSize(todas.ancho, Alto(todas, Anchos(todas, todas.ancho))).grownBy(margenes);
+  int ancho = todas.ancho;
+  for (const Parte& parte : partes_) {
+    if (parte.Ocupa()) ancho += parte.Ancho() - parte.AnchoJusto();
+  }
+  return QSize(ancho, Alto(todas, Anchos(todas, ancho))).grownBy(contentsMargins());
 }
 
 QSize DisposicionEnFilas::minimumSize() const {

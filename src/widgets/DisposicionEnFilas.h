@@ -18,6 +18,9 @@ class DisposicionEnFilas : public QLayout {
   // `estirado`: the share that the part takes of what its row leaves over; 0: as wide as it wants to be.
   void Agregar(QWidget* parte, int estirado = 0);
   void Agregar(QLayout* parte, int estirado = 0);
+  // A part that takes what its row leaves over, and would rather be as narrow as it can than go to the next row.
+  void AgregarFlexible(QWidget* parte);
+  void AgregarFlexible(QLayout* parte);
   // Parts after it stand at the right end of their row.
   void Separar();
 
@@ -36,15 +39,19 @@ class DisposicionEnFilas : public QLayout {
   struct Parte {
     std::unique_ptr<QLayoutItem> item;
     int estirado = 0;
+    bool flexible = false;
 
     bool Separa() const;
     bool Ocupa() const;
+    // What it wants, and what it takes a place in a row for.
+    int Ancho() const;
+    int AnchoJusto() const;
   };
   // Parts from `desde` up to and without `hasta`.
   struct Fila {
     std::size_t desde = 0;
     std::size_t hasta = 0;
-    int ancho = 0;
+    int ancho = 0;  // the just widths of its parts
   };
 
   std::vector<Fila> Filas(int ancho) const;

@@ -77,5 +77,36 @@ TEST(DisposicionEnFilas, LoQueNoCabeEnUnaFilaSigueEnOtraYNadaSePisa) {
   EXPECT_EQ(partes.Lugares(310), (Lugares{{0, 0}, {230, 0}}));
 }
 
+// It stands beside the others for as long as it can be made narrow enough.
+TEST(DisposicionEnFilas, LoFlexibleSeAngostaAntesDeIrAOtraFila) {
+  QWidget ventana;
+  auto* fila = new DisposicionEnFilas(kEntre, &ventana);
+  fila->setContentsMargins(0, 0, 0, 0);
+  auto* fija = new QWidget;
+  fija->setMinimumSize(100, kAlto);
+  auto* flexible = new QWidget;
+  auto* partes = new DisposicionEnFilas(kEntre, flexible);
+  partes->setContentsMargins(0, 0, 0, 0);
+  for (int i = 0; i < 2; ++i) {
+    auto* parte = new QWidget;
+    parte->setMinimumSize(150, kAlto);
+    partes->Agregar(parte);
+  }
+  fila->Agregar(fija);
+  fila->AgregarFlexible(flexible);
+  EXPECT_EQ(fila->sizeHint(), QSize(100 + kEntre + 310, kAlto));
+  ventana.show();
+  const std::pair<int, QRect> casos[] = {{500, {110, 0, 390, kAlto}},
+                                         {420, {110, 0, 310, kAlto}},
+                                         {419, {110, 0, 309, 2 * kAlto + kEntre}},
+                                         {260, {110, 0, 150, 2 * kAlto + kEntre}},
+                                         {259, {0, kAlto + kEntre, 259, 2 * kAlto + kEntre}}};
+  for (const auto& [ancho, lugar] : casos) {
+    ventana.resize(ancho, fila->heightForWidth(ancho));
+    fila->activate();
+    EXPECT_EQ(flexible->geometry(), lugar) << ancho;
+  }
+}
+
 }  // namespace
 }  // namespace utr

@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 
 #include "widgets/Campos.h"
+#include "widgets/DisposicionEnFilas.h"
 #include "widgets/Iconos.h"
 #include "widgets/MarcoDialogo.h"
 
@@ -19,6 +20,7 @@ using C = CampoSensor;
 constexpr int kEntreRenglones = 3;
 constexpr int kEntreMarcos = 6;
 constexpr int kLadoDeMarco = 6;
+constexpr int kEntreDatos = 18;
 // Figures that a field shows beside its mark; longer texts scroll.
 constexpr int kCifrasDeTiempo = 5;
 constexpr int kCifrasDeValor = 8;
@@ -54,6 +56,14 @@ QLabel* Muestra(const char* nombre) {
   auto* rotulo = Nombrado(new QLabel, nombre);
   rotulo->setTextFormat(Qt::PlainText);
   return rotulo;
+}
+
+// What belongs together stays so where the others go to the next row.
+QHBoxLayout* Juntos(std::initializer_list<QWidget*> controles) {
+  auto* fila = new QHBoxLayout;
+  fila->setSpacing(kEntreMarcos);
+  for (QWidget* control : controles) fila->addWidget(control);
+  return fila;
 }
 
 QCheckBox* Opcion(const char* nombre, const QString& texto) {
@@ -168,20 +178,12 @@ void ControlesSensor::ArmarFramePPal() {
   cboTiposSensores->setMinimumContentsLength(18);
   lblParametro = Muestra("lblParametro");
   lblParametro->setWordWrap(true);
-  auto* fila = new QHBoxLayout(FramePPal);
+  auto* fila = new DisposicionEnFilas(kEntreDatos, FramePPal);
   fila->setContentsMargins(0, 0, 0, 0);
-  fila->addWidget(Rotulo("lblCanal", "Canal:", Canal));
-  fila->addWidget(Canal);
-  fila->addWidget(txtCanal);
-  fila->addWidget(lblDescEntrada);
-  fila->addSpacing(12);
-  fila->addWidget(Rotulo("lblPila", "Pila:", Pila));
-  fila->addWidget(Pila);
-  fila->addSpacing(12);
-  fila->addWidget(Rotulo("lblTipo", "Tipo de Sensor:", cboTiposSensores));
-  fila->addWidget(cboTiposSensores);
-  fila->addSpacing(12);
-  fila->addWidget(lblParametro, 1);
+  fila->Agregar(Juntos({Rotulo("lblCanal", "Canal:", Canal), Canal, txtCanal, lblDescEntrada}));
+  fila->Agregar(Juntos({Rotulo("lblPila", "Pila:", Pila), Pila}));
+  fila->Agregar(Juntos({Rotulo("lblTipo", "Tipo de Sensor:", cboTiposSensores), cboTiposSensores}));
+  fila->Agregar(lblParametro, 1);
 }
 
 void ControlesSensor::ArmarFrameCFG() {
@@ -241,11 +243,10 @@ void ControlesSensor::ArmarFrame16() {
   derecha->addWidget(Frame8);
   derecha->addWidget(Frame9);
   derecha->addStretch(1);
-  auto* fila = new QHBoxLayout(Frame16);
-  Apretar(*fila);
-  fila->setSpacing(kEntreMarcos);
-  fila->addLayout(izquierda, 1);
-  fila->addLayout(derecha, 1);
+  auto* fila = new DisposicionEnFilas(kEntreMarcos, Frame16);
+  fila->setContentsMargins(kLadoDeMarco, 4, kLadoDeMarco, 4);
+  fila->Agregar(izquierda, 1);
+  fila->Agregar(derecha, 1);
 }
 
 void ControlesSensor::ArmarOpciones() {
@@ -280,19 +281,21 @@ QLayout* ControlesSensor::ArmarPredefinidas() {
   cmdOtroArchivo = Boton("cmdOtroArchivo", "Otro archivo...");
   cmdCopiar = Boton("cmdCopiar", "Copiar valores de...");
   lblArchivo = Muestra("lblArchivo");
-  auto* fila = new QHBoxLayout;
-  fila->addWidget(LeerParam);
-  fila->addWidget(lblArchivo, 1);
-  fila->addWidget(cmdOtroArchivo);
-  fila->addSpacing(kEntreMarcos);
-  fila->addWidget(cmdCopiar);
+  auto* fila = new DisposicionEnFilas(kEntreMarcos);
+  fila->Agregar(LeerParam);
+  fila->Agregar(lblArchivo, 1);
+  fila->Agregar(cmdOtroArchivo);
+  fila->Agregar(cmdCopiar);
   auto* columna = new QVBoxLayout;
   columna->setSpacing(kEntreRenglones);
-  columna->addWidget(
-      Rotulo("lblLeer", "Leer parametrizacion predefinida para este canal en un archivo (*.ipf) :", LeerParam));
+  QLabel* lblLeer =
+      Rotulo("lblLeer", "Leer parametrizacion predefinida para este canal en un archivo (*.ipf) :", LeerParam);
+  auto* lblNota = Nombrado(new QLabel("Nota: el archivo (*.ipf) se genera en la Estación Central"), "lblNota");
+  for (QLabel* largo : {lblLeer, lblNota}) largo->setWordWrap(true);
+  columna->addWidget(lblLeer);
   LeerParam->setAccessibleName("Leer");
   columna->addLayout(fila);
-  columna->addWidget(Nombrado(new QLabel("Nota: el archivo (*.ipf) se genera en la Estación Central"), "lblNota"));
+  columna->addWidget(lblNota);
   return columna;
 }
 
@@ -302,14 +305,14 @@ void ControlesSensor::ArmarReparos() {
   icono->setPixmap(IconoDe("aviso").pixmap(16, 16));
   icono->setAccessibleName("Aviso");
   lblReparos = Muestra("lblReparos");
+  lblReparos->setWordWrap(true);
   lblReparos->setTextInteractionFlags(Qt::TextSelectableByMouse);
   cmdReparo = Boton("cmdReparo", "Ir al primero");
   auto* fila = new QHBoxLayout(marco_reparos);
   fila->setContentsMargins(0, 0, 0, 0);
   fila->addWidget(icono);
-  fila->addWidget(lblReparos);
   fila->addWidget(cmdReparo);
-  fila->addStretch(1);
+  fila->addWidget(lblReparos, 1);
   // The place stays when nothing is wrong: no field moves under the pointer.
   for (QWidget* control : std::initializer_list<QWidget*>{marco_reparos, cmdReparo}) {
     QSizePolicy politica = control->sizePolicy();
@@ -326,12 +329,10 @@ void ControlesSensor::ArmarRonda() {
   lblRonda->setFont(letra);
   cmdDejarRestantes = Boton("cmdDejarRestantes", "Dejar los &restantes como están");
   cmdDejarRestantes->setToolTip("Este canal y los que faltan quedan con los valores que tienen");
-  auto* fila = new QHBoxLayout(fraRonda);
+  auto* fila = new DisposicionEnFilas(kMargenVentana, fraRonda);
   fila->setContentsMargins(0, 0, 0, 0);
-  fila->addWidget(lblRonda);
-  fila->addSpacing(kMargenVentana);
-  fila->addWidget(cmdDejarRestantes);
-  fila->addStretch(1);
+  fila->Agregar(lblRonda);
+  fila->Agregar(cmdDejarRestantes);
   fraRonda->hide();
 }
 
@@ -345,19 +346,17 @@ QLayout* ControlesSensor::Cuerpo(QLayout* predefinidas) {
   alarmas->addWidget(CAlarmaON);
   alarmas->addWidget(FrameDig);
   alarmas->addStretch(1);
-  auto* abajo = new QHBoxLayout;
-  abajo->addLayout(alarmas);
-  abajo->addSpacing(kMargenVentana);
-  abajo->addLayout(predefinidas, 1);
+  auto* abajo = new DisposicionEnFilas(kMargenVentana);
+  abajo->Agregar(alarmas);
+  abajo->AgregarFlexible(predefinidas);
   auto* derecha = new QVBoxLayout;
   derecha->setSpacing(kEntreMarcos);
   derecha->addWidget(Frame16);
   derecha->addLayout(abajo);
   derecha->addStretch(1);
-  auto* marcos = new QHBoxLayout;
-  marcos->setSpacing(kEntreMarcos);
-  marcos->addLayout(izquierda);
-  marcos->addLayout(derecha, 1);
+  auto* marcos = new DisposicionEnFilas(kEntreMarcos);
+  marcos->Agregar(izquierda);
+  marcos->AgregarFlexible(derecha);
   auto* todo = new QVBoxLayout;
   todo->setSpacing(kEntreMarcos);
   todo->addWidget(FramePPal);

@@ -11,6 +11,8 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QToolButton>
 
 #include "configuration/Predefinidas.h"
@@ -471,6 +473,25 @@ TEST_F(ParamCfg, CabeEnUnaPantallaChica) {
       EXPECT_GE(control->width(), control->minimumSizeHint().width()) << U(control->objectName());
       EXPECT_GE(control->height(), control->minimumSizeHint().height()) << U(control->objectName());
     }
+  }
+  QApplication::setFont(letra);
+}
+
+// Letters of twice the size: its frames stand one under the other, and nothing is reached by scrolling sideways.
+TEST_F(ParamCfg, ConLetrasGrandesNoSeDesplazaALosLados) {
+  const QFont letra = QApplication::font();
+  QFont grande = letra;
+  grande.setPointSizeF(letra.pointSizeF() * 2);
+  QApplication::setFont(grande);
+  for (const Cara& cara : kCaras) {
+    Abrir(Canal(cara.tipo, cara.canal));
+    dialogo->FijarRonda(22, 23);
+    dialogo->resize(1264, 760);
+    dialogo->show();
+    QCoreApplication::processEvents();
+    const auto* cuerpo = dialogo->findChild<QScrollArea*>();
+    ASSERT_NE(cuerpo, nullptr) << cara.tipo;
+    EXPECT_EQ(cuerpo->horizontalScrollBar()->maximum(), 0) << cara.tipo;
   }
   QApplication::setFont(letra);
 }
