@@ -57,6 +57,12 @@ std::string TextoDeHoras(const RelojUTR::Lectura& lectura) {
          TextoHora(lectura.computadora) + " del " + TextoFecha(lectura.computadora);
 }
 
+// Records are stamped by the clock: it is well only where it is right.
+Tono TonoDe(std::int64_t adelanto) {
+  if (std::llabs(adelanto) >= kFueraDeHora) return Tono::kMal;
+  return EnHora(adelanto) ? Tono::kBien : Tono::kAviso;
+}
+
 Dato DatoDeReloj(const RelojUTR* reloj) {
   if (reloj != nullptr && reloj->PuestaEl()) {
     return {"Puesto en hora", "El " + TextoFechaHora(*reloj->PuestaEl()) + ", sin releer", Tono::kBien};
@@ -65,7 +71,7 @@ Dato DatoDeReloj(const RelojUTR* reloj) {
   const std::int64_t adelanto = Adelanto(*reloj->Leida());
   std::string texto = TextoAdelanto(adelanto);
   texto.front() = static_cast<char>(std::toupper(static_cast<unsigned char>(texto.front())));
-  return {texto, TextoDeHoras(*reloj->Leida()), std::llabs(adelanto) >= kFueraDeHora ? Tono::kMal : Tono::kBien};
+  return {texto, TextoDeHoras(*reloj->Leida()), TonoDe(adelanto)};
 }
 
 }  // namespace

@@ -58,8 +58,12 @@ std::int64_t Adelanto(const RelojUTR::Lectura& lectura) {
   return Segundos(lectura.equipo) - Segundos(lectura.computadora);
 }
 
+bool EnHora(std::int64_t adelanto) {
+  return std::llabs(adelanto) <= kToleranciaSegundos;
+}
+
 std::string TextoAdelanto(std::int64_t segundos) {
-  if (std::llabs(segundos) <= kToleranciaSegundos) return "en hora";
+  if (EnHora(segundos)) return "en hora";
   return TextoDeDuracion(std::llabs(segundos)) + (segundos > 0 ? " adelantado" : " atrasado");
 }
 

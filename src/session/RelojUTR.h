@@ -44,6 +44,9 @@ class RelojUTR {
 // Seconds by which the unit was ahead of the computer, below zero behind it.
 std::int64_t Adelanto(const RelojUTR::Lectura& lectura);
 
+// No more apart than what asking for the time takes.
+bool EnHora(std::int64_t adelanto);
+
 // "en hora", "2 min 8 s adelantado", "3 d 4 h atrasado": the two largest units that say something.
 std::string TextoAdelanto(std::int64_t segundos);
 

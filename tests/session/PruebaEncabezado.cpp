@@ -51,15 +51,19 @@ TEST_F(ConEncabezado, ElRelojEsElDeLaUltimaLecturaYNoDiceNadaTrasEscribirlo) {
   EXPECT_EQ(con_reloj.LeerFechaHora(), "15/03/2026 09:57:52");
   EXPECT_EQ(El().reloj.texto, "2 min 8 s atrasado");
   EXPECT_EQ(El().reloj.detalle, "UTR 09:57:52, PC 10:00:00 del 15/03/2026");
-  EXPECT_EQ(El().reloj.tono, Tono::kBien);
+  EXPECT_EQ(El().reloj.tono, Tono::kAviso);
   comunicador.Devuelve("LeerFechaHora", "14/03/2026 23:00:00");
   con_reloj.LeerFechaHora();
   EXPECT_EQ(El().reloj.detalle, "UTR 14/03/2026 23:00:00, PC 10:00:00 del 15/03/2026");
   comunicador.Devuelve("LeerFechaHora", "Error");
   con_reloj.LeerFechaHora();
   EXPECT_EQ(El().reloj.texto, "11 h atrasado") << "what isn't a date tells nothing new";
-  for (const auto& [hora, tono] :
-       {std::pair{"15/03/2026 10:29:59", Tono::kBien}, {"15/03/2026 10:30:00", Tono::kMal}}) {
+  for (const auto& [hora, tono] : {std::pair{"15/03/2026 10:00:02", Tono::kBien},
+                                   {"15/03/2026 09:59:58", Tono::kBien},
+                                   {"15/03/2026 10:00:03", Tono::kAviso},
+                                   {"15/03/2026 09:59:57", Tono::kAviso},
+                                   {"15/03/2026 10:29:59", Tono::kAviso},
+                                   {"15/03/2026 10:30:00", Tono::kMal}}) {
     comunicador.Devuelve("LeerFechaHora", hora);
     con_reloj.LeerFechaHora();
     EXPECT_EQ(El().reloj.tono, tono) << hora;
