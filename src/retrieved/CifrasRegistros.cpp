@@ -100,10 +100,10 @@ bool Tiene(const Tabla& tabla, const char* campo) {
 
 }  // namespace
 
-SeriesDeTabla SeriesDe(const Tabla& tabla, const Tabla* configuracion) {
+SeriesDeTabla SeriesDe(const Tabla& tabla, const Tabla* configuracion, bool a_intervalos) {
   SeriesDeTabla series;
   for (const std::string& canal : CanalesDeTabla(tabla)) {
-    const OpcionesSerie opciones{canal, MinutosDe(configuracion, canal)};
+    const OpcionesSerie opciones{canal, MinutosDe(configuracion, canal), a_intervalos};
     series.push_back(std::make_shared<const Serie>(tabla, opciones));
   }
   return series;

@@ -14,9 +14,9 @@ namespace utr {
 
 // The series of a table of records, one a channel in the order in which they come first: made once, for whoever tells
 // figures and whoever draws. `configuracion` tells how often a channel records; null: its records do. None for a table
-// without Fecha, Canal or Valor.
+// without Fecha, Canal or Valor. `a_intervalos`: as in OpcionesSerie.
 using SeriesDeTabla = std::vector<std::shared_ptr<const Serie>>;
-SeriesDeTabla SeriesDe(const Tabla& tabla, const Tabla* configuracion);
+SeriesDeTabla SeriesDe(const Tabla& tabla, const Tabla* configuracion, bool a_intervalos = true);
 
 // One line on what a read brought: the first and the last record that are there, how many, those without a value, not
 // validated, without a date and missing in between, gaps, times that the clock went back; of a single channel minimum,

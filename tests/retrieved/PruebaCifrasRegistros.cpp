@@ -74,6 +74,7 @@ TEST(CifrasRegistros, DeLoQueNoEsAIntervalosNoFaltaNada) {
   EXPECT_EQ(TextoCifras(*cola, series, false),
             "Primero: 15/03/2026 10:00:00, último: 15/03/2026 12:50:00; 2 registros; mínimo 1 m, máximo 2 m, media "
             "1.500 m");
+  EXPECT_EQ(SeriesDe(*cola, nullptr, false)[0]->Tramos(), (std::vector<TramoSerie>{{0, 2}})) << "one line in a plot";
 }
 
 TEST(CifrasRegistros, SeMarcaLoQueNoTieneValorONoFueValidado) {

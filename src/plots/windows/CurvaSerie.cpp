@@ -14,6 +14,13 @@ constexpr int kVelo = 55;             // of the band
 constexpr double kBarraMinima = 1.5;
 constexpr double kParteDeBarra = 0.8;  // of its lapse that a bar takes
 
+// A direction that went through north goes on at the other end: its line would cross the whole plot.
+void PartirEnElNorte(const Serie& serie, std::vector<PasoReducido>& pasos) {
+  for (std::size_t i = 1; i < pasos.size(); ++i) {
+    if (serie.PasaPorElNorte(pasos[i - 1].ultimo, pasos[i].primero)) pasos[i].sigue = false;
+  }
+}
+
 // Whether most columns hold several points. Such a line is a row of upright strokes, which are drawn many times faster
 // than a line that goes up and down.
 bool Tupida(const std::vector<PasoReducido>& pasos) {
@@ -53,7 +60,8 @@ QCPRange CurvaSerie::getValueRange(bool& foundRange, QCP::SignDomain, const QCPR
 void CurvaSerie::draw(QCPPainter* painter) {
   const VentanaTiempo ventana{mKeyAxis->range().lower, mKeyAxis->range().upper};
   if (canal_.serie->EsLluvia()) return DibujarLluvia(*painter, ventana);
-  const Pasos pasos = Reducir(*canal_.serie, ventana, mKeyAxis->axisRect()->width());
+  Pasos pasos = Reducir(*canal_.serie, ventana, mKeyAxis->axisRect()->width());
+  PartirEnElNorte(*canal_.serie, pasos);
   if (Tupida(pasos)) {
     DibujarTupida(*painter, pasos);
   } else {

@@ -16,7 +16,8 @@ namespace utr {
 namespace {
 
 constexpr double kVecesHueco = 1.5;
-constexpr std::string_view kGrados = "°";          // the unit of directions alone
+constexpr std::string_view kGrados = "°";  // the unit of directions alone
+constexpr double kMediaVuelta = 180;
 constexpr std::string_view kDireccion = "DIRECC";  // how their parameter begins, whatever follows
 
 std::uint8_t LeerValidado(std::string_view texto) {
@@ -233,7 +234,7 @@ class Partidor {
 Serie::Serie(const Tabla& tabla, const OpcionesSerie& opciones) : minutos_(opciones.minutos) {
   if (minutos_ && !(*minutos_ > 0)) minutos_.reset();
   Leer(tabla, opciones.canal);
-  if (!minutos_) {
+  if (!minutos_ && opciones.a_intervalos) {
     if (const std::int64_t comun = IntervaloMasComun(tiempos_); comun > 0) minutos_ = static_cast<double>(comun) / 60;
   }
   Partir();
@@ -317,6 +318,10 @@ void Serie::Contar() {
     cifras_.media = DireccionMedia(valores_, tramos_);
   }
   if (es_lluvia_) cifras_.lluvia = sumas.suma;
+}
+
+bool Serie::PasaPorElNorte(double uno, double otro) const noexcept {
+  return unidad_ == kGrados && std::abs(uno - otro) > kMediaVuelta;
 }
 
 std::optional<std::size_t> Serie::Punto(std::size_t fila) const noexcept {

@@ -52,6 +52,8 @@ struct OpcionesSerie {
   std::string canal;
   // Minutes between two records. More than 1.5 times as much is a gap. Nothing: the commonest interval between records.
   std::optional<double> minutos;
+  // Nothing: records come when they come (a queue of transmissions), and no time between two of them is a gap.
+  bool a_intervalos = true;
 };
 
 // A series doesn't need its table once it is made.
@@ -75,6 +77,9 @@ class Serie {
   bool EsLluvia() const noexcept { return es_lluvia_; }  // a value is what fell since the record before
   // A value is where the wind comes from: behind 359 degrees comes 0, and neither is less than the other.
   bool EsDireccion() const noexcept { return es_direccion_; }
+  // The shorter way from one value to the other leads through north, which no line in a plot does. Only directions in
+  // degrees tell.
+  bool PasaPorElNorte(double uno, double otro) const noexcept;
 
   std::size_t Cantidad() const noexcept { return tiempos_.size(); }
   std::span<const std::int64_t> Tiempos() const noexcept { return tiempos_; }  // seconds from 01/01/1970, without zone

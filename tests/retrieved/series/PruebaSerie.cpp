@@ -221,6 +221,19 @@ TEST(PruebaSerie, ArchivosDeOtros) {
   EXPECT_EQ(NumeroDeError([&] { Serie{*eventos}; }), 3265);
 }
 
+TEST(PruebaSerie, SoloLosGradosPasanPorElNorte) {
+  for (const auto& [unidad, descripcion, pasa] : {std::tuple{"°", "Direccion", true},
+                                                  {"-", "DIRECCION", false},  // counts, which end who knows where
+                                                  {"m", "Nivel", false}}) {
+    const TablaPtr tabla = TablaDeTextos({"Fecha", "Hora", "Canal", "Valor", "Descripcion", "Unidad"},
+                                         {{"15/03/2026", "10:00:00", "EA02", "358", descripcion, unidad}});
+    const Serie serie(*tabla);
+    EXPECT_EQ(serie.PasaPorElNorte(358, 0), pasa) << unidad;
+    EXPECT_EQ(serie.PasaPorElNorte(0, 358), pasa) << unidad;
+    EXPECT_FALSE(serie.PasaPorElNorte(90, 270)) << unidad;
+  }
+}
+
 TEST(PruebaSerie, ElPuntoMasCercanoTieneValor) {
   const Serie serie(*Registros({{"10:00", "1"}, {"10:10", "N/D"}, {"10:20", "3"}, {"09:00", "4"}}));
   const auto cerca = [&](int hora, int minuto, double alcance) {
