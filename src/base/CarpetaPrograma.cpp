@@ -63,6 +63,14 @@ fs::path CarpetaDeDatos(const fs::path& ejecutable) {
   return datos / "AdminUTR";
 }
 
+bool EsDeDatosOcultos(const fs::path& carpeta, const fs::path& ejecutable) {
+  const fs::path datos = EstaInstalado(ejecutable) ? DatosDelUsuario() : fs::path{};
+  if (datos.empty()) return false;
+  const fs::path propia = (datos / "AdminUTR").lexically_normal();
+  const fs::path relativa = carpeta.lexically_normal().lexically_relative(propia);
+  return !relativa.empty() && *relativa.begin() != "..";
+}
+
 fs::path ArchivoDelPrograma(const fs::path& carpeta, std::string_view nombre, const fs::path& ejecutable) {
   fs::path propio = carpeta / nombre;
   if (Hay(propio) || !EstaInstalado(ejecutable)) return propio;

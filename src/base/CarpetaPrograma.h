@@ -22,6 +22,11 @@ const std::filesystem::path& CarpetaDelEjecutable();
 // that each file tells its own failure; a user without a home writes where the program is.
 std::filesystem::path CarpetaDeDatos(const std::filesystem::path& ejecutable = CarpetaDelEjecutable());
 
+// That folder is the one in which an installed program writes, or lies in it: a hidden one, which the operator wouldn't
+// find again.
+bool EsDeDatosOcultos(const std::filesystem::path& carpeta,
+                      const std::filesystem::path& ejecutable = CarpetaDelEjecutable());
+
 // The file of that name as the program reads it: the one in `carpeta`, where it writes; when there is none and the
 // program is installed, the one that came with it. Gives the name in `carpeta` when there is neither.
 std::filesystem::path ArchivoDelPrograma(const std::filesystem::path& carpeta, std::string_view nombre,

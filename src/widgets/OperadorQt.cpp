@@ -15,12 +15,13 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSortFilterProxyModel>
-#include <QStandardPaths>
 #include <QTreeView>
 #include <algorithm>
 #include <memory>
 
+#include "base/CarpetaPrograma.h"
 #include "base/Texto.h"
+#include "widgets/CarpetaDelOperador.h"
 #include "widgets/DialogoImpresora.h"
 #include "widgets/Ocupacion.h"
 #include "widgets/Tamanos.h"
@@ -250,7 +251,7 @@ std::optional<std::filesystem::path> OperadorQt::ElegirGuardar(const PedidoArchi
 std::optional<std::filesystem::path> OperadorQt::Elegir(const PedidoArchivo& pedido, bool guardar) {
   const PunteroNormal puntero;
   if (ultima_carpeta_.isEmpty()) {
-    ultima_carpeta_ = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    ultima_carpeta_ = Q(DocumentosDelOperador().string());
   }
   ClasesDeArchivo clases;
   const auto nuevo = guardar ? std::make_unique<DialogoGuardar>(Encima(), Q(pedido.titulo), pedido.filtro)
@@ -261,7 +262,9 @@ std::optional<std::filesystem::path> OperadorQt::Elegir(const PedidoArchivo& ped
   dialogo.setProxyModel(new ArchivosEnEspanol(&dialogo));
   Ensanchar(dialogo);
   dialogo.setNameFilters(FiltroQt(pedido.filtro).split(QStringLiteral(";;"), Qt::SkipEmptyParts));
-  dialogo.setDirectory(pedido.carpeta.empty() ? ultima_carpeta_ : Q(pedido.carpeta.string()));
+  // What is saved into a hidden folder isn't found again.
+  const bool donde_diga = !pedido.carpeta.empty() && !(guardar && EsDeDatosOcultos(pedido.carpeta));
+  dialogo.setDirectory(donde_diga ? Q(pedido.carpeta.string()) : ultima_carpeta_);
   const bool carpeta = !guardar && pedido.filtro.empty();
   dialogo.setFileMode(guardar ? QFileDialog::AnyFile : carpeta ? QFileDialog::Directory : QFileDialog::ExistingFile);
   dialogo.setOption(QFileDialog::ShowDirsOnly, carpeta);

@@ -75,6 +75,16 @@ TEST_F(CarpetaPrograma, LoInstaladoEscribeDondeElUsuario) {
   }
 }
 
+TEST_F(CarpetaPrograma, SoloLoInstaladoTieneDatosOcultos) {
+  EXPECT_FALSE(utr::EsDeDatosOcultos(propia_, programa_)) << "a copied folder hides nothing";
+  Escribir(programa_ / "instalado");
+  const std::pair<fs::path, bool> casos[] = {
+      {propia_, true}, {propia_ / "", true},          {propia_ / "Descargas", true},
+      {datos_, false}, {datos_ / "AdminUTR2", false}, {programa_, false},
+      {"", false}};
+  for (const auto& [carpeta, oculta] : casos) EXPECT_EQ(utr::EsDeDatosOcultos(carpeta, programa_), oculta) << carpeta;
+}
+
 TEST_F(CarpetaPrograma, LoDelUsuarioVaAntesQueLoEntregado) {
   Escribir(programa_ / "instalado");
   const fs::path carpeta = utr::CarpetaDeDatos(programa_);

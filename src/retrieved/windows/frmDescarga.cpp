@@ -19,6 +19,7 @@
 #include "session/windows/EsperaDeUnidad.h"
 #include "session/windows/Visitas.h"
 #include "widgets/Campos.h"
+#include "widgets/CarpetaDelOperador.h"
 #include "widgets/ControlesRecordados.h"
 #include "widgets/DialogoCsv.h"
 #include "widgets/DisposicionEnFilas.h"
@@ -109,7 +110,7 @@ frmDescarga::frmDescarga(ModRTU& mod, TablaPtr configuracion, QWidget* parent)
                 Nuevo<QRadioButton>("optPorTiempo", "CSV, los canales en una ta&bla por tiempo", false),
                 Nuevo<QRadioButton>("optTablas", "XML del &visualizador, un archivo por canal", false)},
       csv_(new CamposCsv(this)),
-      carpeta_(new QLineEdit(Q((mod.carpeta / "Descargas").string()))),
+      carpeta_(new QLineEdit(Q((CarpetaDelOperador(mod.carpeta) / "Descargas").string()))),
       picAvance_(new PanelAviso("picAvance", QStringLiteral("Descargando. Por favor espere..."))),
       barra_(new QProgressBar),
       lblFinal_(new QLabel),

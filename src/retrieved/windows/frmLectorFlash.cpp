@@ -15,6 +15,7 @@
 #include "retrieved/windows/VistaMapa.h"
 #include "widgets/Ayuda.h"
 #include "widgets/Campos.h"
+#include "widgets/CarpetaDelOperador.h"
 #include "widgets/DisposicionEnFilas.h"
 #include "widgets/EtiquetaRuta.h"
 #include "widgets/MarcoDialogo.h"
@@ -76,7 +77,7 @@ frmLectorFlash::frmLectorFlash(ModRTU& mod, const Tabla* configuracion, QWidget*
   connect(cerrar_, &QPushButton::clicked, this, &frmLectorFlash::reject);
   ServirAyuda(*cmdAyuda_, mod_.archivo_ayuda);
   connect(avance_->Boton(), &QPushButton::clicked, this, &frmLectorFlash::PedirCancelacion);
-  ruta_propuesta_ = NombreArchivoFlash(mod_.carpeta, mod_.reloj.Ahora());
+  ruta_propuesta_ = NombreArchivoFlash(CarpetaDelOperador(mod_.carpeta), mod_.reloj.Ahora());
   DejarDeContinuar();
   AjustarTamano(*this);
 }

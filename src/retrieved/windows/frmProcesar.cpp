@@ -18,6 +18,7 @@
 #include "retrieved/recovery/Procesamiento.h"
 #include "retrieved/windows/VistaMapa.h"
 #include "widgets/Campos.h"
+#include "widgets/CarpetaDelOperador.h"
 #include "widgets/Iconos.h"
 #include "widgets/MarcoDialogo.h"
 #include "widgets/TextoQt.h"
@@ -126,7 +127,7 @@ frmProcesar::frmProcesar(ModRTU& mod, ConfiguracionAplicada configuracion, QWidg
   mapa_.NombrarCanales(configuracion_.tabla.get());
   vista_mapa_->Renombrar();
   lblResultadosEn_->setReadOnly(true);
-  lblResultadosEn_->setText(Q(mod_.carpeta.string()));
+  lblResultadosEn_->setText(Q(CarpetaDelOperador(mod_.carpeta).string()));
   auto* partes = new QVBoxLayout(cuerpo_);
   partes->setContentsMargins(0, 0, 0, 0);
   partes->setSpacing(kEntrePartes);

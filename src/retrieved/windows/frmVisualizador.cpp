@@ -15,6 +15,7 @@
 #include "retrieved/windows/LineaDeCifras.h"
 #include "retrieved/windows/VistaInforme.h"
 #include "widgets/Campos.h"
+#include "widgets/CarpetaDelOperador.h"
 #include "widgets/TextoQt.h"
 #include "widgets/VistaLista.h"
 
@@ -133,7 +134,7 @@ void frmVisualizador::ElegirArchivo() {
   PedidoArchivo pedido;
   pedido.titulo = "Selección de archivo...";
   pedido.filtro = "Información procesada (*.xml)|*.xml|Archivo para insercion manual (*.imp)|*.imp";
-  pedido.carpeta = ruta_.empty() ? mod_.carpeta : ruta_.parent_path();
+  pedido.carpeta = ruta_.empty() ? CarpetaDelOperador(mod_.carpeta) : ruta_.parent_path();
   if (const auto ruta = mod_.operador.ElegirAbrir(pedido)) PrepararDatosParaLista(*ruta);
 }
 
@@ -170,7 +171,7 @@ void frmVisualizador::Listar(ArchivoVisto visto, const std::filesystem::path& ru
   FijarImp(tipo, kExitos[tipo]);
   Decir(lblCantRegistros_,
         QStringLiteral("Cantidad de Registros Cargados: ") + QString::number(visto_.tabla->RecordCount()));
-  series_ = SeriesDe(*visto_.tabla, nullptr);
+  series_ = SeriesDe(*visto_.tabla, nullptr, visto_.a_intervalos);
   Decir(lblCifras_, Q(TextoCifras(*visto_.tabla, series_, visto_.a_intervalos)));
   VerGrafico(ruta);
 }
