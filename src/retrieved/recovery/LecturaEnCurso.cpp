@@ -51,6 +51,13 @@ void DarOtroNombre(const fs::path& ruta, const fs::path& otro) {
   if (falla) Renombrar(ruta, otro);
 }
 
+// A file that takes another one's place is for the same people.
+void TomarPermisos(const fs::path& ruta, const fs::path& anterior) {
+  std::error_code nada;
+  const fs::file_status suyo = fs::symlink_status(anterior, nada);
+  if (fs::is_regular_file(suyo)) fs::permissions(ruta, suyo.permissions(), nada);
+}
+
 void Borrar(const fs::path& ruta) {
   std::error_code nada;
   fs::remove(ruta, nada);
@@ -69,6 +76,7 @@ LecturaEnCurso::LecturaEnCurso(const ContextoLectura& contexto, Pedido pedido)
            [&] {
              if (!apartado_.empty()) Renombrar(apartado_, pedido_.ruta);
            });
+  if (!apartado_.empty()) TomarPermisos(destino, apartado_);
   lector_.emplace(contexto, opciones, *archivo_);
 }
 
@@ -124,6 +132,7 @@ bool LecturaEnCurso::SobraLoApartado() const {
 
 void LecturaEnCurso::Publicar() {
   const fs::path anterior = Libre(pedido_.ruta, kAnterior);
+  TomarPermisos(archivo_->Ruta(), pedido_.ruta);
   if (Existe(pedido_.ruta)) DarOtroNombre(pedido_.ruta, anterior);
   AlFallar([&] { archivo_->Terminar(pedido_.ruta); },
            [&] {

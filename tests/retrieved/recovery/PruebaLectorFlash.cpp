@@ -291,6 +291,20 @@ TEST_F(PruebaLectorFlash, ElArchivoAnteriorSeVaCuandoElNuevoEstaEntero) {
   EXPECT_THAT(Archivos(), ElementsAre("lectura.bkp", "lectura.bkp.anterior")) << "that one isn't of this read";
 }
 
+TEST_F(PruebaLectorFlash, ElArchivoNuevoEsParaLosMismosQueElAnterior) {
+  namespace fs = std::filesystem;
+  const auto permisos = [this] { return fs::status(ruta_).permissions(); };
+  const fs::perms solo_suyo = fs::perms::owner_read | fs::perms::owner_write;
+  Leer(Seleccion({3}, true));
+  for (const fs::perms unos : {solo_suyo, solo_suyo | fs::perms::group_read | fs::perms::group_write}) {
+    fs::permissions(ruta_, unos);
+    Leer(Seleccion({3}, true));
+    EXPECT_EQ(permisos(), unos) << "read anew";
+    Continuar(Seleccion({3}, true));
+    EXPECT_EQ(permisos(), unos) << "gone on with";
+  }
+}
+
 // The new file may be whole and yet lack pages of the former one: another part was read, or the memory was erased.
 TEST_F(PruebaLectorFlash, ElArchivoAnteriorQuedaMientrasTengaPaginasQueElNuevoNo) {
   Leer(Seleccion({3}, true));
