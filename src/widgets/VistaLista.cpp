@@ -25,9 +25,6 @@
 namespace utr {
 namespace {
 
-// In more separate stretches than these, the view would spend its time on looking up what is selected; then only the
-// current row stays so.
-constexpr int kMaximoDeTramos = 10000;
 constexpr int kLetrasALaVista = 60;  // of a cell at first; a double click on the border of the column shows all
 constexpr int kMargenCelda = 20;
 constexpr int kMargenRenglon = 6;
@@ -252,8 +249,7 @@ void VistaLista::ElegirTodas(const std::function<bool(std::size_t fila)>& elegid
     seleccion.append(QItemSelectionRange(modelo_->index(desde, 0), modelo_->index(hasta - 1, ultima)));
     desde = hasta;  // which isn't selected
   }
-  if (seleccion.size() <= kMaximoDeTramos)
-    arbol_->selectionModel()->select(seleccion, QItemSelectionModel::ClearAndSelect);
+  arbol_->selectionModel()->select(seleccion, QItemSelectionModel::ClearAndSelect);
 }
 
 void VistaLista::Ordenar(std::size_t columna, bool ascendente) {

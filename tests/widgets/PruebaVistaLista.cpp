@@ -171,6 +171,20 @@ TEST_F(PruebaVistaLista, MuchasElegidasSiguenASusFilas) {
   EXPECT_EQ(elegidas.front(), 15000U);
 }
 
+// Rows that stood together stand apart in another order, each a stretch of its own.
+TEST_F(PruebaVistaLista, LasElegidasNoSePierdenPorQuedarSueltas) {
+  constexpr std::size_t kFilas = 60000;
+  std::vector<Celdas> filas;
+  for (std::size_t i = 0; i < kFilas; ++i) filas.push_back({"01/01/2026", i % 2 == 0 ? "EA1" : "PLV", "1.000"});
+  vista.Mostrar(TablaDeTextos({"Fecha", "Canal", "Valor"}, filas));
+  vista.Ordenar(1, true);
+  vista.ElegirTodas([](std::size_t fila) { return fila % 2 == 0; });
+  vista.QuitarOrden(true);
+  const std::vector<std::size_t> elegidas = vista.FilasElegidas();
+  ASSERT_EQ(elegidas.size(), kFilas / 2);
+  for (std::size_t i = 0; i < elegidas.size(); ++i) ASSERT_EQ(elegidas[i], 2 * i);
+}
+
 TEST_F(PruebaVistaLista, ConElTecladoSeOrdenaPorCualquierColumna) {
   vista.Mostrar(Muestra());
   vista.Arbol()->header()->setSectionsMovable(true);
