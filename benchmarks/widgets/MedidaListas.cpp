@@ -3,6 +3,7 @@
 #include <QTreeView>
 #include <algorithm>
 #include <array>
+#include <cstdio>
 #include <utility>
 
 #include "benchmarks/Presupuesto.h"
@@ -74,6 +75,11 @@ class VistaPelada {
     vista_.repaint();
   }
 
+  QString Texto(std::size_t fila, int campo) const {
+    return modelo_.index(static_cast<int>(fila), campo).data().toString();
+  }
+  int AnchoDe(int campo) const { return vista_.columnWidth(campo); }
+
  private:
   int Ancho(const TextosColumna& textos) const {
     double mayor = 0;
@@ -89,6 +95,42 @@ class VistaPelada {
   QTreeView vista_;
   std::array<double, 256> anchos_{};
 };
+
+// What the list makes of the text that the bare view shows.
+QString Presentado(const ColumnaLista& columna, const QString& texto) {
+  switch (columna.presentacion) {
+    case Presentacion::kGuionSiNulo:
+      return texto.isEmpty() ? QStringLiteral("-") : texto;
+    case Presentacion::kNoSi:
+      return texto.toDouble() == 0 ? QStringLiteral("No") : QStringLiteral("Si");
+    default:
+      return texto;
+  }
+}
+
+// Whether both show the same rows: each cell of one column, in a width that has room for all of them.
+bool EsIgual(VistaLista& vista, int i, const VistaPelada& pelada, const Tabla& tabla) {
+  const ColumnaLista columna = ColumnasDatos()[static_cast<std::size_t>(i)];
+  int campo = 0;
+  while (tabla.Field(static_cast<std::size_t>(campo)).nombre != columna.campo) ++campo;
+  if (columna.presentacion == Presentacion::kTalCual && vista.Arbol()->columnWidth(i) < pelada.AnchoDe(campo))
+    return false;
+  const QAbstractItemModel& modelo = *vista.Arbol()->model();
+  for (std::size_t fila = 0; fila < tabla.RecordCount(); ++fila) {
+    const QString texto = modelo.index(static_cast<int>(fila), i).data().toString();
+    if (texto != Presentado(columna, pelada.Texto(fila, campo))) return false;
+  }
+  return true;
+}
+
+bool SonIguales(VistaLista& vista, const VistaPelada& pelada, const Tabla& tabla) {
+  const int columnas = static_cast<int>(ColumnasDatos().size());
+  bool iguales = static_cast<std::size_t>(vista.Arbol()->model()->rowCount()) == tabla.RecordCount() &&
+                 vista.Arbol()->model()->columnCount() == columnas;
+  for (int i = 0; iguales && i < columnas; ++i) iguales = EsIgual(vista, i, pelada, tabla);
+  if (!iguales) std::fprintf(stderr, "the compared view shows other rows\n");
+  return iguales;
+}
 
 bool Medir(const ContextoRegistros& contexto) {
   const TablaPtr configuracion = medida::ConfiguracionDeNueve();
@@ -106,6 +148,7 @@ bool Medir(const ContextoRegistros& contexto) {
   QApplication::processEvents();
   bool bien = medida::CompararTrabajo(
       "lista_mostrar_262144", 1.5, [&] { Mostrar(vista, registros); }, [&] { pelada.Mostrar(registros); });
+  bien &= SonIguales(vista, pelada, *registros);
 
   const TablaPtr muchas = construir(kMuchas);
   const TablaPtr pocas = construir(kPocas);
