@@ -25,6 +25,7 @@ constexpr int kNueva = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
 constexpr int kPresente = O_WRONLY | O_NOFOLLOW | O_CLOEXEC;
 constexpr int kEnlacesSeguidos = 40;  // one after the other, as many as the system follows
 constexpr mode_t kPermisos = 0666;    // what the process' mask leaves of them
+constexpr mode_t kEscritura = 0222;
 
 // The functions below give 0 or the system's error.
 
@@ -78,15 +79,18 @@ fs::path NombreAlLado(const fs::path& ruta) {
 class ArchivoEnCurso {
  public:
   explicit ArchivoEnCurso(const fs::path& destino) : destino_(destino) {
+    struct stat anterior {};
+    const bool hay = ::lstat(destino.c_str(), &anterior) == 0 && S_ISREG(anterior.st_mode);
+    if (hay && (anterior.st_mode & kEscritura) == 0) {
+      falla_ = EACCES;  // protected: a new file in its place would undo that without a word
+      return;
+    }
     do {
       temporal_ = NombreAlLado(destino);
       archivo_ = ::open(temporal_.c_str(), kNueva, kPermisos);
     } while (archivo_ < 0 && errno == EEXIST);
     falla_ = archivo_ < 0 ? errno : 0;
-    struct stat anterior {};
-    if (falla_ == 0 && ::lstat(destino.c_str(), &anterior) == 0 && S_ISREG(anterior.st_mode)) {
-      ::fchmod(archivo_, anterior.st_mode & 07777U);
-    }
+    if (falla_ == 0 && hay) falla_ = Permitir(anterior.st_mode & 07777U);
   }
   ~ArchivoEnCurso() {
     if (archivo_ >= 0) ::close(archivo_);
@@ -111,6 +115,15 @@ class ArchivoEnCurso {
  private:
   static constexpr int kCerrado = -2;
   bool creado() const { return archivo_ != -1; }
+
+  // A file system without permissions gives all files the same ones; nobody may read what nobody but the owner could.
+  int Permitir(mode_t permisos) const {
+    if (::fchmod(archivo_, permisos) == 0) return 0;
+    const int falla = errno;
+    struct stat estado {};
+    if (::fstat(archivo_, &estado) != 0) return errno;
+    return (estado.st_mode & kPermisos & ~permisos) == 0 ? 0 : falla;
+  }
 
   fs::path destino_;
   fs::path temporal_;

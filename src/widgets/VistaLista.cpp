@@ -193,6 +193,7 @@ void VistaLista::ArmarAcciones() {
 void VistaLista::Definir(Columnas columnas) {
   if (orden_ && orden_->columna >= columnas.size()) QuitarOrden(ascendente_);
   if (columnas.size() != Lista().LasColumnas().size()) anchos_propios_.clear();
+  pedido_ = mostrado_ = {};
   modelo_->Cambiar([&columnas](ListaTabla& lista) { lista.Definir(std::move(columnas)); });
   AjustarColumnas();
 }
@@ -201,6 +202,7 @@ void VistaLista::Mostrar(TablaPtr tabla) {
   filtro_->clear();
   if (orden_ && orden_->como_texto) QuitarOrden(false);
   const auto ajuste = qScopeGuard([this] { AjustarColumnas(); });
+  pedido_ = mostrado_ = {};
   modelo_->Cambiar([this, &tabla](ListaTabla& lista) {
     lista.Mostrar(std::move(tabla));
     if (orden_) lista.Ordenar(*orden_);
@@ -320,25 +322,39 @@ void VistaLista::DecirSinAciertos() {
                              : QString());
 }
 
-// Rows keep their places in the table, so the current row and the selection are found again by them.
-void VistaLista::Cambiar(const std::function<void(ListaTabla&)>& cambio) {
+VistaLista::Lugar VistaLista::LugarALaVista() const {
   const ListaTabla& lista = modelo_->Lista();
-  const std::optional<std::size_t> actual = FilaActual();
-  constexpr auto kNinguna = static_cast<std::size_t>(-1);
-  const std::size_t fila_actual = actual ? lista.Fila(*actual) : kNinguna;
-  std::vector<bool> elegidas(lista.Total());
-  const std::vector<std::size_t> posiciones = FilasElegidas();
-  for (const std::size_t posicion : posiciones) elegidas[lista.Fila(posicion)] = true;
-  modelo_->Cambiar(cambio);
-  for (std::size_t posicion = 0; posicion < lista.Cantidad() && fila_actual != kNinguna; ++posicion) {
-    if (lista.Fila(posicion) != fila_actual) continue;
-    const QModelIndex nuevo = modelo_->index(static_cast<int>(posicion), 0);
+  Lugar lugar{.actual = {}, .elegidas = std::vector<bool>(lista.Total())};
+  if (const std::optional<std::size_t> actual = FilaActual()) lugar.actual = lista.Fila(*actual);
+  for (const std::size_t posicion : FilasElegidas()) lugar.elegidas[lista.Fila(posicion)] = true;
+  return lugar;
+}
+
+// As much of a place as is shown now; where its current row is hidden, the first one, so that there is one to open.
+void VistaLista::Volver(const Lugar& lugar) {
+  const ListaTabla& lista = modelo_->Lista();
+  if (lista.Cantidad() == 0) return;
+  if (lugar.actual) {
+    std::size_t posicion = 0;
+    while (posicion < lista.Cantidad() && lista.Fila(posicion) != *lugar.actual) ++posicion;
+    const bool oculta = posicion == lista.Cantidad();
+    const QModelIndex nuevo = modelo_->index(oculta ? 0 : static_cast<int>(posicion), 0);
     arbol_->selectionModel()->setCurrentIndex(nuevo, QItemSelectionModel::NoUpdate);
     arbol_->scrollTo(nuevo);
-    break;
   }
-  if (!posiciones.empty())
-    ElegirTodas([&elegidas](std::size_t fila) { return fila < elegidas.size() && elegidas[fila]; });
+  const auto elegida = [&lugar](std::size_t fila) { return fila < lugar.elegidas.size() && lugar.elegidas[fila]; };
+  if (std::find(lugar.elegidas.begin(), lugar.elegidas.end(), true) == lugar.elegidas.end()) return;
+  ElegirTodas(elegida);
+  if (lugar.actual && !arbol_->selectionModel()->hasSelection()) Elegir(*FilaActual());
+}
+
+// A place that the operator hasn't left since is the one that he had asked for, also what a filter hides of it.
+void VistaLista::Cambiar(const std::function<void(ListaTabla&)>& cambio) {
+  if (Lugar lugar = LugarALaVista(); lugar != mostrado_ || modelo_->Lista().Total() != pedido_.elegidas.size())
+    pedido_ = std::move(lugar);
+  modelo_->Cambiar(cambio);
+  Volver(pedido_);
+  mostrado_ = LugarALaVista();
 }
 
 void VistaLista::AjustarColumnas() {

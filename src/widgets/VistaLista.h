@@ -63,7 +63,8 @@ class VistaLista : public QWidget {
 
   // Orders by a column: by value as a click on its title does, or by its text without choosing a column, as the
   // toolbar's two buttons do in some windows. The title bears the arrow either way, and says so where the texts of
-  // the column order otherwise than its values. Current row and selection stay.
+  // the column order otherwise than its values. Current row and selection stay. (The filter keeps them too: while it
+  // hides the current row the first one stands in for it, until the operator goes elsewhere.)
   void Ordenar(std::size_t columna, bool ascendente);
   void OrdenarComoTexto(std::size_t columna, bool ascendente);
 
@@ -129,6 +130,14 @@ class VistaLista : public QWidget {
   void ArmarAcciones();
   bool TeclaEnFiltro(int tecla);
   bool TeclaEnLista(int tecla);
+  // Where the operator is, by the rows' places in the table, which no order and no filter changes.
+  struct Lugar {
+    std::optional<std::size_t> actual;
+    std::vector<bool> elegidas;
+    bool operator==(const Lugar&) const = default;
+  };
+  Lugar LugarALaVista() const;
+  void Volver(const Lugar& lugar);
   void Cambiar(const std::function<void(ListaTabla&)>& cambio);
   void AplicarOrden(const OrdenLista& orden);
   void PonerIcono();
@@ -143,6 +152,8 @@ class VistaLista : public QWidget {
   QTreeView* arbol_;
   TitulosLista* titulos_;
   QLabel* sin_aciertos_;
+  Lugar pedido_;    // where the operator went last, hidden rows among it
+  Lugar mostrado_;  // what could be shown of it
   std::optional<std::size_t> columna_ordenada_;
   std::optional<OrdenLista> orden_;
   bool ascendente_ = false;

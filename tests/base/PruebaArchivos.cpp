@@ -126,6 +126,14 @@ TEST_F(Archivos, ElArchivoConservaSusPermisos) {
   }
 }
 
+TEST_F(Archivos, UnArchivoProtegidoQuedaComoEsta) {
+  prueba::EscribirTodo(ruta_, "anterior");
+  fs::permissions(ruta_, fs::perms{0444});
+  EXPECT_EQ(FallaDelSistema([&] { EscribirEntero(ruta_, kNuevo); }), EACCES);
+  EXPECT_EQ(prueba::LeerTodo(ruta_), "anterior");
+  EXPECT_EQ(carpeta_.Cuantos(), 1U);
+}
+
 TEST_F(Archivos, NoTocaArchivosAjenos) {
   prueba::EscribirTodo(carpeta_ / "lista.txt.tmp~", "ajeno");  // a name that a write in between might choose
   EscribirEntero(ruta_, kNuevo);

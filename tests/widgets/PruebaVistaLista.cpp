@@ -118,6 +118,34 @@ TEST_F(PruebaVistaLista, UnFiltroSinAciertosLoDice) {
   EXPECT_FALSE(aviso->isVisible());
 }
 
+// The row that opens is one in sight, and what a filter hid comes back with its rows unless the operator went
+// elsewhere.
+TEST_F(PruebaVistaLista, ElFiltroQueEscondeLaFilaActualNoLaPierde) {
+  vista.Mostrar(Muestra());
+  vista.Elegir(1);
+  const auto lugar = [this] {
+    std::vector<std::size_t> filas;
+    if (vista.FilaActual()) filas.push_back(*vista.FilaActual());
+    for (const std::size_t posicion : vista.FilasElegidas()) filas.push_back(posicion);
+    return filas;
+  };
+  const auto filtrar = [this](const char* texto) { vista.CampoFiltro()->setText(texto); };
+  filtrar("EA");
+  EXPECT_THAT(lugar(), ElementsAre(0, 0)) << "the first one stands in for it";
+  vista.Ordenar(2, true);
+  filtrar("zz");
+  EXPECT_THAT(lugar(), ElementsAre());
+  filtrar("");
+  EXPECT_THAT(lugar(), ElementsAre(3, 3)) << "PLV, which is last by value";
+  filtrar("EA");
+  vista.Elegir(1);
+  filtrar("");
+  EXPECT_THAT(lugar(), ElementsAre(2, 2)) << "EA1, where the operator went";
+  filtrar("zz");
+  vista.Mostrar(Muestra());
+  EXPECT_THAT(lugar(), ElementsAre()) << "another read begins anew";
+}
+
 TEST_F(PruebaVistaLista, LaBarraRepiteElClicSoloDondeUnTituloLlevaIcono) {
   vista.Mostrar(Muestra());
   vista.RepetirOrden();
