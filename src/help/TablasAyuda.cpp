@@ -11,6 +11,7 @@
 #include "configuration/ReglasSensor.h"
 #include "console/TablaOpciones.h"
 #include "driver/CanalesUTR.h"
+#include "driver/ErroresDeEnlace.h"
 #include "driver/PaginaCero.h"
 #include "operations/BanderasEstado.h"
 #include "operations/PasosAsistente.h"
@@ -151,6 +152,12 @@ Filas TablaErrores() {
   return filas;
 }
 
+Filas TablaErroresDeEnlace() {
+  Filas filas{{"Número", "Qué pasó"}};
+  for (const auto& error : error_enlace::kSignificados) filas.push_back({std::to_string(error.numero), error.que_paso});
+  return filas;
+}
+
 Filas TablaOrdenes() {
   Filas filas{{"Orden", "Para qué"}};
   for (const consola::DescripcionOrden& orden : consola::Ordenes()) {
@@ -220,6 +227,7 @@ FuentesAyuda FuentesDelPrograma(const std::filesystem::path& datos) {
       {"eventos", [datos] { return TablaEventos(datos); }},
       {"banderas", TablaBanderas},
       {"errores", TablaErrores},
+      {"errores-enlace", TablaErroresDeEnlace},
       {"ordenes", TablaOrdenes},
       {"opciones", TablaOpciones}};
   return {.tabla =

@@ -2,12 +2,14 @@
 
 #include <filesystem>
 #include <pugixml.hpp>
+#include <regex>
 #include <set>
 #include <string>
 #include <vector>
 
 #include "base/Error.h"
 #include "base/Texto.h"
+#include "driver/ErroresDeEnlace.h"
 #include "help/PaginasAyuda.h"
 #include "help/TablasAyuda.h"
 #include "support/Carpeta.h"
@@ -111,6 +113,19 @@ TEST(PaginasAyuda, LasTablasSalenDelPrograma) {
   EXPECT_TRUE(tiene("reglas", "<td>TRead, TEval</td><td>TEval es TRead o un múltiplo entero de él</td>"));
   EXPECT_TRUE(tiene("reglas", "En los pluviometros el tread debe ser igual al tstorage"));
   EXPECT_TRUE(tiene("agenda", "de 5 a 1440"));
+}
+
+// A number that the driver raises and the help doesn't tell leaves an operator with a riddle.
+TEST(PaginasAyuda, CadaNumeroDelEnlaceSeExplica) {
+  const std::string cabecera = prueba::LeerTodo(kDatos.parent_path() / "src/driver/ErroresDeEnlace.h");
+  const std::string pagina = LasPaginas().at("errores").html;
+  const std::regex constante(R"(std::int32_t k\w+ = (\d+);)");
+  std::size_t cuantas = 0;
+  for (std::sregex_iterator una(cabecera.begin(), cabecera.end(), constante); una != std::sregex_iterator(); ++una) {
+    EXPECT_NE(pagina.find("<tr><td>" + una->str(1) + "</td>"), std::string::npos) << una->str(1);
+    ++cuantas;
+  }
+  EXPECT_EQ(cuantas, std::size(error_enlace::kSignificados));
 }
 
 struct PaginaMala {

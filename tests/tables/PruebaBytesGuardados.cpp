@@ -138,5 +138,40 @@ TEST(BytesGuardados, OtrosBytesDejanDeEstarEnVariosRenglones) {
   EXPECT_EQ(Guardada(carpeta, t), Archivo(columna, "\t<z:row h='0A\r\n\t\t0b'/>\r\n"));
 }
 
+// A table of texts alone goes to the file by a quicker road than one with a column of numbers beside them, and by
+// others according to how many texts there are and how long they are: the rows are the same by each of them.
+TEST(BytesGuardados, LasFilasSonLasMismasPorCualquierCamino) {
+  const auto filas = [](std::size_t distintos, std::size_t largo, const char* dentro, bool con_numeros) {
+    Tabla tabla;
+    tabla.Append("t", TipoCampo::kVarChar, 70000);
+    tabla.Append("u", TipoCampo::kVarChar, 70000);
+    if (con_numeros) tabla.Append("n", TipoCampo::kEntero);
+    tabla.Open();
+    for (std::size_t fila = 0; fila < 4 * distintos; ++fila) {
+      std::string texto = std::to_string(fila * 7 % distintos) + dentro;
+      if (texto.size() < largo) texto.append(largo - texto.size(), 'x');
+      tabla.AddNew();
+      if (fila % 11 != 3) tabla.Set(0, texto);
+      if (fila % 3 != 1) tabla.Set(1, std::to_string(fila % 5));
+    }
+    tabla.UpdateBatch();
+    const Carpeta carpeta;
+    const std::string bytes = Guardada(carpeta, tabla);
+    return bytes.substr(bytes.find("<rs:data>"));
+  };
+  const auto comparar = [&filas](std::size_t distintos, std::initializer_list<std::size_t> largos) {
+    for (const std::size_t largo : largos) {
+      for (const char* dentro : {"", "&'ñ"}) {
+        EXPECT_TRUE(filas(distintos, largo, dentro, false) == filas(distintos, largo, dentro, true))
+            << distintos << " texts of " << largo << dentro;
+      }
+    }
+  };
+  comparar(3, {0, 6, 7, 8, 14, 15, 16, 62, 63, 64, 65, 200});
+  comparar(2048, {7, 64});
+  comparar(2049, {7, 8, 62, 63, 64});
+  EXPECT_TRUE(filas(3, 33000, "'", false) == filas(3, 33000, "'", true)) << "rows too long to make room for at once";
+}
+
 }  // namespace
 }  // namespace utr
