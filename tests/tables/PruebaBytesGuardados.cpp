@@ -139,38 +139,71 @@ TEST(BytesGuardados, OtrosBytesDejanDeEstarEnVariosRenglones) {
 }
 
 // A table of texts alone goes to the file by a quicker road than one with a column of numbers beside them, and by
-// others according to how many texts there are and how long they are: the rows are the same by each of them.
-TEST(BytesGuardados, LasFilasSonLasMismasPorCualquierCamino) {
-  const auto filas = [](std::size_t distintos, std::size_t largo, const char* dentro, bool con_numeros) {
+// others according to how many texts there are and how long they are: each of them writes what is in the table, and the
+// same.
+class CaminosDeGuardar {
+ public:
+  CaminosDeGuardar(std::size_t distintos, std::size_t largo, std::string dentro)
+      : filas_(4 * distintos), distintos_(distintos), largo_(largo), dentro_(std::move(dentro)) {}
+
+  std::string Filas(bool con_numeros) const {
     Tabla tabla;
     tabla.Append("t", TipoCampo::kVarChar, 70000);
     tabla.Append("u", TipoCampo::kVarChar, 70000);
     if (con_numeros) tabla.Append("n", TipoCampo::kEntero);
     tabla.Open();
-    for (std::size_t fila = 0; fila < 4 * distintos; ++fila) {
-      std::string texto = std::to_string(fila * 7 % distintos) + dentro;
-      if (texto.size() < largo) texto.append(largo - texto.size(), 'x');
+    for (std::size_t fila = 0; fila < filas_; ++fila) {
       tabla.AddNew();
-      if (fila % 11 != 3) tabla.Set(0, texto);
+      if (fila % 11 != 3) tabla.Set(0, Texto(fila));
       if (fila % 3 != 1) tabla.Set(1, std::to_string(fila % 5));
     }
     tabla.UpdateBatch();
     const Carpeta carpeta;
     const std::string bytes = Guardada(carpeta, tabla);
+    Releer(carpeta);
     return bytes.substr(bytes.find("<rs:data>"));
-  };
-  const auto comparar = [&filas](std::size_t distintos, std::initializer_list<std::size_t> largos) {
-    for (const std::size_t largo : largos) {
-      for (const char* dentro : {"", "&'ñ"}) {
-        EXPECT_TRUE(filas(distintos, largo, dentro, false) == filas(distintos, largo, dentro, true))
-            << distintos << " texts of " << largo << dentro;
-      }
+  }
+
+ private:
+  std::string Texto(std::size_t fila) const {
+    std::string texto = std::to_string(fila * 7 % distintos_) + dentro_;
+    if (texto.size() < largo_) texto.append(largo_ - texto.size(), 'x');
+    return texto;
+  }
+
+  void Releer(const Carpeta& carpeta) const {
+    Tabla tabla;
+    tabla.Open(carpeta / "salida.xml");
+    ASSERT_EQ(tabla.RecordCount(), filas_);
+    for (std::size_t fila = 0; fila < filas_; ++fila, tabla.MoveNext()) {
+      ASSERT_EQ(tabla.Texto("t"), fila % 11 == 3 ? "" : Texto(fila)) << "row " << fila;
+      ASSERT_EQ(tabla.Texto("u"), fila % 3 == 1 ? "" : std::to_string(fila % 5)) << "row " << fila;
     }
+  }
+
+  std::size_t filas_;
+  std::size_t distintos_;
+  std::size_t largo_;
+  std::string dentro_;
+};
+
+TEST(BytesGuardados, LasFilasSonLasMismasPorCualquierCamino) {
+  struct Caso {
+    std::size_t distintos;
+    std::size_t largo;
+    const char* dentro;
   };
-  comparar(3, {0, 6, 7, 8, 14, 15, 16, 62, 63, 64, 65, 200});
-  comparar(2048, {7, 64});
-  comparar(2049, {7, 8, 62, 63, 64});
-  EXPECT_TRUE(filas(3, 33000, "'", false) == filas(3, 33000, "'", true)) << "rows too long to make room for at once";
+  std::vector<Caso> casos = {{2048, 7, ""}, {2049, 7, ""}, {2049, 63, "&'ñ"}, {3, 33000, "'"}};
+  for (const std::size_t largo : {0U, 6U, 7U, 8U, 14U, 15U, 16U, 58U, 59U, 60U, 62U, 63U, 64U, 65U, 200U}) {
+    casos.push_back({3, largo, ""});
+    casos.push_back({3, largo, "&'ñ"});
+  }
+  for (const Caso& caso : casos) {
+    const CaminosDeGuardar tabla(caso.distintos, caso.largo, caso.dentro);
+    const bool iguales = tabla.Filas(false) == tabla.Filas(true);
+    EXPECT_TRUE(iguales) << caso.distintos << " texts of " << caso.largo << caso.dentro;
+    if (HasFailure()) return;
+  }
 }
 
 }  // namespace
