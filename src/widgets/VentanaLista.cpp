@@ -347,11 +347,24 @@ QWidget* VentanaLista::ListaYLado() {
   partes->addWidget(al_lado_);
   for (int i = 0; i < partes->count(); ++i) partes->setStretchFactor(i, 1);
   const QByteArray division = Recuerdos(objectName()).Valor(kDivision).toByteArray();
-  if (!partes->restoreState(division)) partes->setSizes({kAnchoALado, kAnchoALado});
-  connect(partes, &QSplitter::splitterMoved, this,
-          [this, partes] { Recuerdos(objectName()).Guardar(kDivision, partes->saveState()); });
+  if (!partes->restoreState(division)) {
+    partes->setSizes({kAnchoALado, kAnchoALado});
+    por_si_sola_ = connect(lista_, &VistaLista::Ajustada, partes, [this, partes] { DarLugarALaLista(*partes); });
+  }
+  connect(partes, &QSplitter::splitterMoved, this, [this, partes] {
+    disconnect(por_si_sola_);
+    Recuerdos(objectName()).Guardar(kDivision, partes->saveState());
+  });
   al_lado_->setVisible(ver_->isChecked());
   return partes;
+}
+
+// All columns are in sight as far as that leaves room for what stands beside, until the operator moves the bar.
+void VentanaLista::DarLugarALaLista(QSplitter& partes) {
+  if (!partes.isVisible() || !al_lado_->isVisible()) return;
+  const int total = partes.width() - partes.handleWidth();
+  const int ancho = std::min(lista_->AnchoDeseado(), total - kAnchoALado);
+  if (ancho > zona_->width()) partes.setSizes({ancho, total - ancho});
 }
 
 void VentanaLista::Armar(QWidget* encima, const PieDialogo& pie, const QSize& tamano, QWidget* debajo, bool divisible) {

@@ -19,6 +19,7 @@ class QLabel;
 class QMenu;
 class QMenuBar;
 class QToolBar;
+class QSplitter;
 
 namespace utr {
 
@@ -138,6 +139,7 @@ class VentanaLista : public QDialog {
   void AgregarVer();
   QWidget* Centro();
   QWidget* ListaYLado();
+  void DarLugarALaLista(QSplitter& partes);
   void Contar();
 
   Operador& operador_;
@@ -156,7 +158,8 @@ class VentanaLista : public QDialog {
   QWidget* debajo_ = nullptr;
   QWidget* al_lado_ = nullptr;
   QWidget* bajo_la_lista_ = nullptr;
-  QAction* ver_ = nullptr;  // folds it
+  QMetaObject::Connection por_si_sola_;  // the list takes its width from what stands beside it
+  QAction* ver_ = nullptr;               // folds it
   PieDialogo pie_;
 };
 

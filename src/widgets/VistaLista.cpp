@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QScopeGuard>
 #include <QScopedValueRollback>
+#include <QScrollBar>
 #include <QShortcut>
 #include <QStyledItemDelegate>
 #include <QTreeView>
@@ -362,12 +363,14 @@ void VistaLista::AjustarColumnas() {
   const ListaTabla& lista = modelo_->Lista();
   const Columnas& columnas = lista.LasColumnas();
   const AnchoTexto celda(arbol_->fontMetrics());
-  const int tope = kLetrasALaVista * arbol_->fontMetrics().averageCharWidth();
+  const int letra = arbol_->fontMetrics().averageCharWidth();
   QList<int> anchos;
   for (std::size_t columna = 0; columna < columnas.size(); ++columna) {
     const int margen = kMargenCelda + (columna == 0 ? ancho_marca_ : 0);
     int ancho = 0;
     for (const std::string_view texto : lista.TextosDistintos(columna)) ancho = std::max(ancho, celda(texto) + margen);
+    const auto letras = letras_.find(columna);
+    const int tope = letra * (letras == letras_.end() ? kLetrasALaVista : letras->second);
     // The last column is what a long one ahead of it would push out of sight.
     ancho = std::max(columna + 1 < columnas.size() ? std::min(ancho, tope) : ancho,
                      titulos_->sectionSizeHint(static_cast<int>(columna)));
@@ -375,6 +378,18 @@ void VistaLista::AjustarColumnas() {
     anchos.append(conservar_anchos_ && propio != anchos_propios_.end() ? propio->second : ancho);
   }
   titulos_->Decir(anchos);
+  emit Ajustada();
+}
+
+int VistaLista::AnchoDeseado() const {
+  int ancho = 2 * arbol_->frameWidth() + arbol_->verticalScrollBar()->sizeHint().width();
+  for (int columna = 0; columna < titulos_->count(); ++columna) ancho += titulos_->AnchoDicho(columna);
+  return ancho;
+}
+
+void VistaLista::LimitarLetras(std::map<std::size_t, int> letras) {
+  letras_ = std::move(letras);
+  AjustarColumnas();
 }
 
 // The last column takes the room that is left over, which is nobody's wish.

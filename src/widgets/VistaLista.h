@@ -85,6 +85,13 @@ class VistaLista : public QWidget {
   // document. With `si` the widths that he gave to columns stay when the columns are fitted.
   void ConservarAnchos(bool si);
 
+  // How many letters of these columns are in sight at first, where texts are so long that the columns behind them would
+  // be out of it. Of the others there are 60.
+  void LimitarLetras(std::map<std::size_t, int> letras);
+
+  // The width in which all columns are in sight, in pixels.
+  int AnchoDeseado() const;
+
   // How the columns stand: places, widths that the operator gave, the title that orders. Texts of no meaning elsewhere.
   // What isn't one of this list's is left alone when it is put back.
   QStringList Disposicion() const;
@@ -120,6 +127,9 @@ class VistaLista : public QWidget {
 
   // The filter field changed which rows are seen.
   void Filtrada();
+
+  // Columns were fitted, to the rows of another table or to other titles.
+  void Ajustada();
 
  protected:
   bool eventFilter(QObject* objeto, QEvent* evento) override;
@@ -160,6 +170,7 @@ class VistaLista : public QWidget {
   int ancho_marca_ = 0;  // of the icon that rows may bear; 0: none does
   std::vector<std::size_t> ajenas_;
   std::map<int, int> anchos_propios_;  // by column: those that the operator gave
+  std::map<std::size_t, int> letras_;  // by column: at first in sight
   bool conservar_anchos_ = false;
   bool ajustando_ = false;  // widths change by themselves
 };

@@ -1,5 +1,8 @@
+#include <QApplication>
 #include <QComboBox>
 #include <QRadioButton>
+#include <QScrollBar>
+#include <QSplitter>
 #include <QTabWidget>
 #include <QTreeView>
 
@@ -64,6 +67,21 @@ TEST_F(PruebaFrmDatos, DebajoDeLaListaDiceLoQueHayYMarcaLoQueNoVale) {
   driver.Devuelve("LeerInstantaneos", Instantaneos());
   Pulsar(ventana, "DatosInst");
   EXPECT_TRUE(Hijo<QLabel>(ventana, "lblCifras")->isHidden());
+}
+
+TEST_F(PruebaFrmDatos, LasColumnasEntranAlLadoDelGraficoHastaQueSeMueveLaDivision) {
+  driver.Devuelve("LeerDatos", Datos({{"", "00:10:00", "1", "2048", "4096", "1024", "1", "1"}}));
+  ventana.resize(1500, 700);
+  ventana.show();
+  Pulsar(ventana, "cmd(0)");
+  QApplication::processEvents();
+  auto* division = Hijo<QSplitter>(ventana, "Division");
+  EXPECT_EQ(Lista(ventana).Arbol()->horizontalScrollBar()->maximum(), 0) << division->width();
+  division->setSizes({500, 900});
+  emit division->splitterMoved(500, 1);
+  const QList<int> suyos = division->sizes();
+  Pulsar(ventana, "cmd(0)");
+  EXPECT_EQ(division->sizes(), suyos);
 }
 
 TEST_F(PruebaFrmDatos, LosInstantaneosPidenDosLlamadasYEnSeguidaUna) {
