@@ -33,6 +33,9 @@ constexpr const char* kBitacora = "Bitácora de la visita";
 constexpr QSize kTamano(980, 620);
 constexpr int kLineasNotas = 3;
 constexpr int kMargenNotas = 12;
+enum Columna : std::size_t { kMomento, kUnidad, kQue, kAntes, kDespues };  // and how it ended, which must be in sight
+constexpr int kLetrasCortas = 16;
+constexpr int kLetrasLargas = 26;
 constexpr auto kTrasEscribir = std::chrono::seconds(1);
 
 DescripcionLista Descripcion() {
@@ -104,6 +107,8 @@ frmBitacora::frmBitacora(ModRTU& mod, std::vector<FiguraInforme> figuras, QWidge
       vacia_(Panel("picVacia", "No hay asientos en la bitácora de ese día")) {
   ArmarComandos();
   QPushButton* cerrar = Boton("cmdCerrar", "&Cerrar");
+  Lista().LimitarLetras(
+      {{kUnidad, kLetrasCortas}, {kQue, kLetrasLargas}, {kAntes, kLetrasCortas}, {kDespues, kLetrasCortas}});
   Armar(ArmarEncima(), {.cancelar = cerrar, .por_defecto = false}, kTamano);
   tmrGuardar_->setObjectName("tmrGuardar");
   tmrGuardar_->setSingleShot(true);

@@ -3,6 +3,7 @@
 
 #include <QAction>
 #include <QComboBox>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPainter>
@@ -193,6 +194,24 @@ TEST_F(LaBitacora, CadaArchivoDelDiaDiceSuReparo) {
   EXPECT_THAT(U(reparo.toolTip()), testing::EndsWith("\nBitacora-2026-03-15-003.csv no es una bitácora"));
   EXPECT_THAT(Que(), testing::ElementsAre("Uno", "Dos", "Tres"));
   EXPECT_EQ(Hallar<QTreeView>(*ventana, "Lista").model()->index(2, 1).data().toString(), "simulada");
+}
+
+TEST_F(LaBitacora, ElResultadoEstaALaVistaConAsientosLargos) {
+  const std::string largo = "Nivel del río: alarma de máxima, alarma de mínima, valor de validación y comportamiento";
+  prueba::EscribirTodo(carpeta / "l.csv", CabeceraBitacora() + RenglonBitacora(1, {.momento = {2026, 3, 15, 10, 0, 0},
+                                                                                   .comando = largo,
+                                                                                   .antes = largo,
+                                                                                   .escrito = largo,
+                                                                                   .resultado = "hecho",
+                                                                                   .estacion = 70,
+                                                                                   .unidad = "real"}));
+  Abrir();
+  operador.EsperaAbrir("Abrir bitácora...", carpeta / "l.csv");
+  Ordenar("mnuBitOtra");
+  auto& lista = Hallar<QTreeView>(*ventana, "Lista");
+  const QHeaderView& titulos = *lista.header();
+  EXPECT_LT(titulos.sectionPosition(5) + titulos.fontMetrics().horizontalAdvance("Resultado"), 900)
+      << "of a window of 980";
 }
 
 TEST_F(LaBitacora, ElInformeSeImprimeConLasFiguras) {
