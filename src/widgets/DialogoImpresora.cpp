@@ -3,6 +3,7 @@
 #include <QComboBox>
 #include <QFormLayout>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QPrinterInfo>
 #include <QPushButton>
 #include <QRadioButton>
@@ -30,9 +31,12 @@ DialogoImpresora::DialogoImpresora(const QString& titulo, const EleccionImpresor
   copias_->setObjectName("txtCopias");
   impresoras_->setMinimumContentsLength(24);
   impresoras_->addItems(QPrinterInfo::availablePrinterNames());
-  const bool hay = impresoras_->count() > 0;
-  if (!hay) impresoras_->addItem(QStringLiteral("No hay impresoras instaladas"));
-  const QString deseada = anterior.nombre.empty() ? QPrinterInfo::defaultPrinterName() : Q(anterior.nombre);
+  hay_ = impresoras_->count() > 0;
+  if (!hay_) impresoras_->addItem(QStringLiteral("No hay impresoras instaladas"));
+  // Without one the paper is still that of the preview.
+  for (QWidget* campo : std::initializer_list<QWidget*>{impresoras_, copias_}) campo->setEnabled(hay_);
+  const bool falta = !anterior.nombre.empty() && impresoras_->findText(Q(anterior.nombre)) < 0;
+  const QString deseada = anterior.nombre.empty() || falta ? QPrinterInfo::defaultPrinterName() : Q(anterior.nombre);
   if (const int lugar = impresoras_->findText(deseada); lugar >= 0) impresoras_->setCurrentIndex(lugar);
   copias_->setRange(1, kMaximoCopias);
   copias_->setValue(anterior.copias);
@@ -46,9 +50,14 @@ DialogoImpresora::DialogoImpresora(const QString& titulo, const EleccionImpresor
   orientacion->addWidget(vertical_);
   orientacion->addWidget(apaisado_);
   orientacion->addStretch(1);
-  for (QWidget* campo : std::initializer_list<QWidget*>{impresoras_, copias_, papel_, vertical_, apaisado_})
-    campo->setEnabled(hay);
   auto* caja = new QFormLayout;
+  if (falta) {
+    auto* aviso = new QLabel(QStringLiteral("La impresora \"%1\" ya no está instalada.").arg(Q(anterior.nombre)));
+    aviso->setObjectName("lblFalta");
+    aviso->setTextFormat(Qt::PlainText);
+    aviso->setWordWrap(true);
+    caja->addRow(aviso);
+  }
   caja->addRow(Rotulo("lblImpresora", QStringLiteral("&Impresora:"), impresoras_), impresoras_);
   caja->addRow(Rotulo("lblCopias", QStringLiteral("&Copias:"), copias_), copias_);
   caja->addRow(Rotulo("lblPapel", QStringLiteral("Pape&l:"), papel_), papel_);
@@ -57,16 +66,15 @@ DialogoImpresora::DialogoImpresora(const QString& titulo, const EleccionImpresor
   copias_->setAccessibleName(QStringLiteral("Copias"));
   QPushButton* aceptar = Boton("CmdOK", QStringLiteral("Aceptar"));
   QPushButton* cancelar = Boton("CmdCancel", QStringLiteral("Cancelar"));
-  ArmarDialogo(*this, caja, {.aceptar = aceptar, .cancelar = cancelar, .por_defecto = hay},
+  ArmarDialogo(*this, caja, {.aceptar = aceptar, .cancelar = cancelar, .por_defecto = true},
                {impresoras_, copias_, papel_, vertical_, apaisado_});
-  aceptar->setEnabled(hay);
   connect(aceptar, &QPushButton::clicked, this, &QDialog::accept);
   connect(cancelar, &QPushButton::clicked, this, &QDialog::reject);
 }
 
 EleccionImpresora DialogoImpresora::Eleccion() const {
-  return {U(impresoras_->currentText()), copias_->value(), static_cast<Papel>(papel_->currentIndex()),
-          apaisado_->isChecked()};
+  return {hay_ ? U(impresoras_->currentText()) : std::string(), copias_->value(),
+          static_cast<Papel>(papel_->currentIndex()), apaisado_->isChecked()};
 }
 
 }  // namespace utr

@@ -13,6 +13,7 @@
 #include "base/Error.h"
 #include "widgets/Compaginado.h"
 #include "widgets/TextoQt.h"
+#include "widgets/TurnoDeImpresora.h"
 
 namespace utr {
 namespace {
@@ -105,7 +106,8 @@ bool ImpresoraQt::Dibujar(const EleccionImpresora& eleccion, std::string_view ti
                           Progreso& progreso) {
   auto trabajo = std::make_unique<Trabajo>();
   Preparar(trabajo->impresora, eleccion, titulo);
-  if (!trabajo->impresora.isValid()) NoLoToma();
+  // A name that the system doesn't know leaves the job to its usual printer.
+  if (!trabajo->impresora.isValid() || trabajo->impresora.printerName() != Q(eleccion.nombre)) NoLoToma();
   const bool dibujado = dibujar(trabajo->impresora, trabajo->pintor, progreso) > 0;
   if (!dibujado && trabajo->pintor.isActive()) Apartar(std::move(trabajo));
   if (!dibujado && progreso.Cancelado()) return false;
@@ -117,9 +119,8 @@ void ImprimirDibujo(Impresora& impresora, const EleccionImpresora& eleccion, std
                     const DibujarPaginas& dibujar, Progreso& progreso) {
   auto* con_dibujos = dynamic_cast<ImpresoraDibujos*>(&impresora);
   if (con_dibujos == nullptr) NoLoToma();
-  for (int copia = 0; copia < eleccion.copias; ++copia) {
-    if (!con_dibujos->Dibujar(eleccion, titulo, dibujar, progreso)) return;
-  }
+  PorCopia(eleccion.copias, progreso,
+           [&](Progreso& de_copia) { return con_dibujos->Dibujar(eleccion, titulo, dibujar, de_copia); });
 }
 
 }  // namespace utr

@@ -1,6 +1,5 @@
 #include "widgets/ServiciosLista.h"
 
-#include <algorithm>
 #include <memory>
 
 #include "base/Error.h"
@@ -8,6 +7,7 @@
 #include "lists/Csv.h"
 #include "widgets/DialogoCsv.h"
 #include "widgets/DialogoVistaPrevia.h"
+#include "widgets/TurnoDeImpresora.h"
 #include "widgets/VistaLista.h"
 
 namespace utr {
@@ -149,21 +149,16 @@ void ServiciosLista::ImprimirTexto(const std::string& texto, const std::string& 
 }
 
 void ServiciosLista::Imprimir(const std::function<DocumentoImpreso()>& documento) {
-  if (contexto_.eleccion.nombre.empty() && !ConfigurarImpresora()) return;
+  if (!HayImpresora(contexto_.operador, contexto_.impresora, contexto_.eleccion)) return;
   Intentar(palabras_.procedimiento_imprimir, [&] {
     const PunteroDeEspera puntero(contexto_.operador);
     const DocumentoImpreso impreso = documento();
-    const std::vector<std::string> nombres = contexto_.impresora.Nombres();
-    if (std::find(nombres.begin(), nombres.end(), contexto_.eleccion.nombre) == nombres.end()) return;
-    EnMarco([&](Progreso& progreso) { ImprimirCopias(impreso, progreso); });
+    if (!EstaInstalada(contexto_.impresora, contexto_.eleccion)) return;
+    EnMarco([&](Progreso& progreso) {
+      PorCopia(contexto_.eleccion.copias, progreso,
+               [&](Progreso& de_copia) { return contexto_.impresora.Imprimir(contexto_.eleccion, impreso, de_copia); });
+    });
   });
-}
-
-bool ServiciosLista::ImprimirCopias(const DocumentoImpreso& documento, Progreso& progreso) {
-  for (int copia = 0; copia < contexto_.eleccion.copias; ++copia) {
-    if (!contexto_.impresora.Imprimir(contexto_.eleccion, documento, progreso)) return false;
-  }
-  return true;
 }
 
 void ServiciosLista::EnMarco(const std::function<void(Progreso&)>& trabajo) {

@@ -61,7 +61,7 @@ class ServiciosLista {
   void ExportarImp(const TablaPtr& tabla);
 
   // Prints the document, one job a copy, asking which rows where the filter hides some, and for the printer when none
-  // was chosen yet. Nothing with an empty list.
+  // was chosen yet or the chosen one is gone. Nothing with an empty list.
   void Imprimir(const Encabezado& encabezado);
 
   // Prints a text that isn't the list and is aligned with blanks, in the same way. `origen`: whose it is, as in
@@ -84,7 +84,6 @@ class ServiciosLista {
 
  private:
   void Imprimir(const std::function<DocumentoImpreso()>& documento);
-  bool ImprimirCopias(const DocumentoImpreso& documento, Progreso& progreso);
   DocumentoImpreso Lista(const EncabezadoLista& encabezado, Renglones renglones) const;
   std::optional<std::filesystem::path> ElegirArchivo(const std::string& titulo, std::string_view filtro,
                                                      const char* extension);

@@ -1,13 +1,16 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QComboBox>
 #include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QPrinterInfo>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QRegularExpression>
 #include <QTest>
 #include <QTimer>
@@ -321,6 +324,21 @@ TEST(PruebaOperadorQt, UnDialogoCanceladoNoDaNada) {
     Pulsar(dialogo, "Cancelar");
   });
   EXPECT_FALSE(operador.ElegirImpresora("Configurar Impresora", {}).has_value());
+}
+
+TEST(PruebaOperadorQt, ElPapelSeEligeHayaONoImpresoraYLaQueFaltaSeDice) {
+  OperadorQt operador;
+  AlAbrirse([](QWidget* dialogo) {
+    EXPECT_EQ(U(dialogo->findChild<QLabel*>("lblFalta")->text()), "La impresora \"Vendida\" ya no está instalada.");
+    dialogo->findChild<QComboBox*>("cboPapel")->setCurrentIndex(1);
+    QTest::mouseClick(dialogo->findChild<QRadioButton*>("optApaisado"), Qt::LeftButton);
+    Pulsar(dialogo, "Aceptar");
+  });
+  const auto eleccion = operador.ElegirImpresora("Configurar Impresora", {"Vendida", 1});
+  ASSERT_TRUE(eleccion.has_value());
+  EXPECT_EQ(eleccion->papel, Papel::kCarta);
+  EXPECT_TRUE(eleccion->apaisado);
+  EXPECT_EQ(U(QPrinterInfo::availablePrinterNames().value(0)).empty(), eleccion->nombre.empty());
 }
 
 }  // namespace

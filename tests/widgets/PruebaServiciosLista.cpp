@@ -15,6 +15,7 @@
 #include "support/Tablas.h"
 #include "widgets/ServiciosLista.h"
 #include "widgets/TextoQt.h"
+#include "widgets/TurnoDeImpresora.h"
 #include "widgets/VistaLista.h"
 
 namespace utr {
@@ -261,6 +262,22 @@ TEST_F(PruebaServiciosLista, UnaImpresionCanceladaDejaLasCopiasQueFaltan) {
   EXPECT_EQ(banco.impresora.trabajos.size(), 1u);
 }
 
+TEST_F(PruebaServiciosLista, CadaCopiaDiceCualEs) {
+  class Anotador : public SinProgreso {
+   public:
+    void Texto(std::string_view texto) override { dichos.emplace_back(texto); }
+    std::vector<std::string> dichos;
+  } anotador;
+  const auto paginas = [](Progreso& progreso) {
+    progreso.Texto("Página 1 de 1");
+    return true;
+  };
+  PorCopia(1, anotador, paginas);
+  PorCopia(2, anotador, paginas);
+  EXPECT_THAT(anotador.dichos,
+              ElementsAre("Página 1 de 1", "Copia 1 de 2. Página 1 de 1", "Copia 2 de 2. Página 1 de 1"));
+}
+
 TEST_F(PruebaServiciosLista, LaVistaPreviaMuestraLasPaginasYDesdeEllaSeImprime) {
   GuionVentanas guion;
   Llenar();
@@ -282,9 +299,15 @@ TEST_F(PruebaServiciosLista, NadaSeImprimeSinFilasSinEleccionNiSinImpresora) {
   banco.operador.EsperaImpresora("Configurar Impresora", std::nullopt);
   servicios.Imprimir(encabezado);
   EXPECT_TRUE(banco.mod.eleccion_impresora.nombre.empty());
-  banco.mod.eleccion_impresora = {"Vendida", 3};
-  servicios.Imprimir(encabezado);
+  for (const char* elegida : {"", "Vendida"}) {  // of those that aren't there
+    banco.mod.eleccion_impresora = {"Vendida", 3};
+    banco.operador.EsperaImpresora("Configurar Impresora", EleccionImpresora{elegida, 1});
+    servicios.Imprimir(encabezado);
+  }
   EXPECT_TRUE(banco.impresora.trabajos.empty());
+  banco.operador.EsperaImpresora("Configurar Impresora", EleccionImpresora{"Oficina", 1});
+  servicios.Imprimir(encabezado);
+  EXPECT_EQ(banco.impresora.trabajos.size(), 1U);
 }
 
 TEST_F(PruebaServiciosLista, UnaImpresoraQueFallaSeDiceUnaVezConElNombreDeLaVentana) {

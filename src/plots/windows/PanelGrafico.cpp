@@ -20,6 +20,7 @@
 #include "widgets/DisposicionEnFilas.h"
 #include "widgets/PanelDePaginas.h"
 #include "widgets/TextoQt.h"
+#include "widgets/TurnoDeImpresora.h"
 
 namespace utr {
 namespace {
@@ -248,11 +249,7 @@ void PanelGrafico::Intentar(std::string_view procedimiento, const std::function<
 
 void PanelGrafico::Imprimir() {
   EleccionImpresora& eleccion = contexto_.eleccion;
-  if (eleccion.nombre.empty()) {
-    const auto elegida = contexto_.operador.ElegirImpresora("Configurar Impresora", eleccion);
-    if (!elegida) return;
-    eleccion = *elegida;
-  }
+  if (!HayImpresora(contexto_.operador, contexto_.impresora, eleccion)) return;
   Intentar("ImprimirGrafico", [&] {
     ConPanelDePaginas(*this, [&](Progreso& progreso) {
       ImprimirGrafico(grafico_->Contenido(), contexto_.impresora, eleccion, progreso);

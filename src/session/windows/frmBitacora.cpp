@@ -23,6 +23,7 @@
 #include "widgets/ImpresoraDibujos.h"
 #include "widgets/PanelAviso.h"
 #include "widgets/TextoQt.h"
+#include "widgets/TurnoDeImpresora.h"
 #include "widgets/VistaLista.h"
 
 namespace utr {
@@ -379,9 +380,8 @@ void frmBitacora::ImprimirInforme() {
   if (sin_nombre && !Preguntar(mod_.operador, U(windowTitle()),
                                "El informe no lleva el nombre del operador\n¿Desea imprimirlo así?", Respuesta::kNo))
     return txtOperador_->setFocus();
-  if (mod_.eleccion_impresora.nombre.empty()) Accion("mnuBitConfigPrint")->trigger();
+  if (!HayImpresora(mod_.operador, mod_.impresora, mod_.eleccion_impresora)) return;
   const EleccionImpresora eleccion = mod_.eleccion_impresora;
-  if (eleccion.nombre.empty()) return;
   Intentar("ImprimirInforme", [&] {
     const PunteroDeEspera espera(mod_.operador);
     const InformeVisita informe = Informe();
