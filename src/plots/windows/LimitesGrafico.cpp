@@ -1,6 +1,8 @@
 #include "plots/windows/LimitesGrafico.h"
 
 #include <algorithm>
+#include <cmath>
+#include <utility>
 
 #include "base/Numeros.h"
 #include "widgets/TextoQt.h"
@@ -12,6 +14,7 @@ constexpr double kSobreElEje = 3;      // pixels of the words at the foot over t
 constexpr double kBajoBanderas = 10;   // and of those at the top under the flags of events
 constexpr double kAlCostado = 4;       // and from the sides
 constexpr int kFondoDePalabras = 200;  // of 255, where they lie over a curve
+constexpr int kAnchoDePaso = 4;        // pixels of a curve that words keep clear of as one
 constexpr double kRenglones = 5;       // of a drawing; in a lower one words would hide the curves
 
 }  // namespace
@@ -19,30 +22,38 @@ constexpr double kRenglones = 5;       // of a drawing; in a lower one words wou
 // Words that lie on no others, as far as there is room.
 class LimitesGrafico::Rotulos {
  public:
-  Rotulos(QCPPainter& pintor, const QRectF& lugar, const QColor& fondo)
-      : pintor_(pintor), lugar_(lugar), fondo_(fondo), alto_(QFontMetricsF(pintor.font()).height()) {}
+  Rotulos(QCPPainter& pintor, const QRectF& lugar, const QColor& fondo, std::vector<QRectF> curvas)
+      : pintor_(pintor),
+        lugar_(lugar),
+        fondo_(fondo),
+        alto_(QFontMetricsF(pintor.font()).height()),
+        curvas_(std::move(curvas)) {}
 
   const QRectF& Lugar() const { return lugar_; }
   double Alto() const { return alto_; }
 
   bool Caben() const { return lugar_.height() >= kRenglones * alto_; }
 
-  // At the first of those heights where there is room, on that side before the other; else over what lies at the first.
+  // At the first of those heights where there is room beside the curves, on that side before the other; else over a
+  // curve, else over what lies at the first.
   void Decir(std::initializer_list<double> alturas, Qt::Alignment lado, const QString& texto, const QColor& color) {
     const Qt::Alignment otro = lado == Qt::AlignLeft ? Qt::AlignRight : Qt::AlignLeft;
-    for (const Qt::Alignment uno : {lado, otro}) {
-      for (const double altura : alturas) {
-        if (Libre(Sitio(altura, uno, texto))) return Escribir(Sitio(altura, uno, texto), texto, color);
+    for (const bool sobre_curvas : {false, true}) {
+      for (const Qt::Alignment uno : {lado, otro}) {
+        for (const double altura : alturas) {
+          const QRectF sitio = Sitio(altura, uno, texto);
+          if (Libre(sitio) && (sobre_curvas || !HayCurva(sitio))) return Escribir(sitio, texto, color);
+        }
       }
     }
     Apilar(*alturas.begin(), -alto_, texto, color);
   }
 
-  // At the right, from that height on upwards or downwards.
+  // From that height on upwards or downwards: at the right, or at the left where only that is clear of the curves.
   void Apilar(double altura, double paso, const QString& texto, const QColor& color) {
-    while (!Libre(Sitio(altura, Qt::AlignRight, texto)) && altura > lugar_.top() && altura + alto_ < lugar_.bottom())
-      altura += paso;
-    Escribir(Sitio(altura, Qt::AlignRight, texto), texto, color);
+    const QRectF derecha = Pila(altura, paso, Qt::AlignRight, texto);
+    const QRectF izquierda = Pila(altura, paso, Qt::AlignLeft, texto);
+    Escribir(HayCurva(derecha) && !HayCurva(izquierda) ? izquierda : derecha, texto, color);
   }
 
  private:
@@ -50,6 +61,14 @@ class LimitesGrafico::Rotulos {
     const double ancho = QFontMetricsF(pintor_.font()).horizontalAdvance(texto);
     const double x = lado == Qt::AlignLeft ? lugar_.left() + kAlCostado : lugar_.right() - kAlCostado - ancho;
     return {x, altura, ancho, alto_};
+  }
+  QRectF Pila(double altura, double paso, Qt::Alignment lado, const QString& texto) const {
+    while (!Libre(Sitio(altura, lado, texto)) && altura > lugar_.top() && altura + alto_ < lugar_.bottom())
+      altura += paso;
+    return Sitio(altura, lado, texto);
+  }
+  bool HayCurva(const QRectF& sitio) const {
+    return std::any_of(curvas_.begin(), curvas_.end(), [&](const QRectF& tramo) { return tramo.intersects(sitio); });
   }
   bool Libre(const QRectF& sitio) const {
     return std::none_of(tomados_.begin(), tomados_.end(),
@@ -66,6 +85,7 @@ class LimitesGrafico::Rotulos {
   QRectF lugar_;
   QColor fondo_;
   double alto_;
+  std::vector<QRectF> curvas_;
   std::vector<QRectF> tomados_;
 };
 
@@ -75,7 +95,9 @@ LimitesGrafico::LimitesGrafico(QCPAxisRect* lugar)
 
 void LimitesGrafico::Poner(const std::vector<CanalGrafico>& canales, const std::vector<QCPAxis*>& ejes) {
   limites_.clear();
+  series_.clear();
   for (std::size_t i = 0; i < canales.size(); ++i) {
+    series_.emplace_back(canales[i].serie, ejes.at(i));
     for (const LimiteSerie& limite : canales[i].limites) {
       const QString palabra = QString::fromUtf8(limite.palabra);
       limites_.push_back(
@@ -94,7 +116,7 @@ void LimitesGrafico::draw(QCPPainter* painter) {
   painter->setFont(limites_.front().eje->tickLabelFont());
   QColor fondo = colores_.fondo;
   fondo.setAlpha(kFondoDePalabras);
-  Rotulos rotulos(*painter, lugar_->rect(), fondo);
+  Rotulos rotulos(*painter, lugar_->rect(), fondo, Curvas());
   for (const bool dentro : {true, false}) {
     for (const Limite& uno : limites_) {
       if (uno.eje->range().contains(uno.limite.valor) != dentro) continue;
@@ -102,6 +124,34 @@ void LimitesGrafico::draw(QCPPainter* painter) {
       if (rotulos.Caben()) dentro ? RotularDentro(uno, rotulos) : RotularEnElBorde(uno, rotulos);
     }
   }
+}
+
+// Where lines and bands lie, in steps of a few pixels.
+std::vector<QRectF> LimitesGrafico::Curvas() const {
+  const QCPAxis* tiempo = lugar_->axis(QCPAxis::atBottom);
+  const VentanaTiempo ventana{tiempo->range().lower, tiempo->range().upper};
+  std::vector<QRectF> curvas;
+  for (const auto& [serie, valores] : series_) {
+    QPointF desde;  // where the line to the next one begins
+    for (const PasoReducido& paso : Reducir(*serie, ventana, std::max(1, lugar_->width() / kAnchoDePaso))) {
+      const bool banda = std::isfinite(paso.banda_abajo) && std::isfinite(paso.banda_arriba);
+      const double x = tiempo->coordToPixel(paso.momento);
+      const double abajo = valores->coordToPixel(banda ? paso.banda_abajo : paso.abajo);
+      const double arriba = valores->coordToPixel(banda ? paso.banda_arriba : paso.arriba);
+      curvas.push_back(QRectF(QPointF(x - kAnchoDePaso, arriba), QPointF(x + kAnchoDePaso, abajo)).normalized());
+      const QPointF fin(x, valores->coordToPixel(paso.primero));
+      if (paso.sigue) {
+        const double pendiente = (fin.y() - desde.y()) / (fin.x() - desde.x());
+        for (double lugar = desde.x(); lugar < fin.x(); lugar += kAnchoDePaso) {
+          const double y = desde.y() + pendiente * (lugar - desde.x());
+          curvas.push_back(QRectF(lugar, y, kAnchoDePaso, pendiente * kAnchoDePaso).normalized());
+        }
+      }
+      desde = QPointF(x, valores->coordToPixel(paso.ultimo));
+    }
+  }
+  for (QRectF& tramo : curvas) tramo.adjust(0, -1, 0, 1);  // a level stretch is a line, which has a width
+  return curvas;
 }
 
 void LimitesGrafico::DibujarLinea(QCPPainter& pintor, const Limite& uno) const {

@@ -2,6 +2,8 @@
 
 #include <qcustomplot.h>
 
+#include <memory>
+#include <utility>
 #include <vector>
 
 #include "plots/windows/ColoresGrafico.h"
@@ -10,7 +12,8 @@
 namespace utr {
 
 // The limits of all channels of a plot as lines across, each with its words. One outside its axis is told at the end of
-// it, so that nobody takes its absence for no limit. Words give way to each other, whichever channel they are of.
+// it, so that nobody takes its absence for no limit. Words give way to each other, whichever
+// channel they are of, and to the curves as far as there is room.
 class LimitesGrafico : public QCPLayerable {
  public:
   explicit LimitesGrafico(QCPAxisRect* lugar);
@@ -32,6 +35,7 @@ class LimitesGrafico : public QCPLayerable {
   };
   class Rotulos;
 
+  std::vector<QRectF> Curvas() const;
   void DibujarLinea(QCPPainter& pintor, const Limite& uno) const;
   void RotularDentro(const Limite& uno, Rotulos& rotulos) const;
   void RotularEnElBorde(const Limite& uno, Rotulos& rotulos) const;
@@ -39,6 +43,7 @@ class LimitesGrafico : public QCPLayerable {
 
   QCPAxisRect* lugar_;
   std::vector<Limite> limites_;
+  std::vector<std::pair<std::shared_ptr<const Serie>, QCPAxis*>> series_;  // each with its axis of values
   ColoresGrafico colores_;
 };
 

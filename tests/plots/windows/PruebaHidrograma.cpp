@@ -11,6 +11,7 @@
 #include "plots/windows/BancoGraficos.h"
 #include "plots/windows/Hidrograma.h"
 #include "plots/windows/SalidaGrafico.h"
+#include "widgets/Temas.h"
 #include "widgets/TextoQt.h"
 
 namespace utr {
@@ -210,6 +211,33 @@ TEST_F(PruebaHidrograma, LoVistoSePintaDeNuevoSinSuVentana) {
   pintor.end();
   EXPECT_GT(Pintados(imagen.copy(250, 150, 250, 150)), 500);
   EXPECT_EQ(Pintados(imagen.copy(0, 0, 500, 145)), 0) << "nothing outside its rectangle";
+}
+
+// Words about limits beyond the axis: where the newest values peak they stand at the other side.
+TEST_F(PruebaHidrograma, LasPalabrasDeUnLimiteNoTapanLaCurva) {
+  const std::vector<LimiteSerie> lejos{{ClaseLimite::kValidacion, "VMax", "Máximo válido", 2000},
+                                       {ClaseLimite::kValidacion, "VMax", "Otro máximo", 2000},
+                                       {ClaseLimite::kAlarma, "AMax", "Alarma de máxima", 1000}};
+  const auto partes = [&](const Muestras& muestras) {
+    QImage imagen(900, 400, QImage::Format_RGB32);
+    imagen.fill(Qt::white);
+    QPainter pintor(&imagen);
+    PintarGrafico(ContenidoDe({CanalDe("EA01", muestras, lejos)}), pintor, imagen.rect());
+    std::pair<int, int> mitades;
+    const QRgb rojo = ColoresDeGrafico(PaletaDe(Tema::kClaro)).alarma.rgb();
+    for (int y = 0; y < imagen.height(); ++y) {
+      for (int x = 0; x < imagen.width(); ++x) {
+        if (imagen.pixel(x, y) == rojo) ++(x < imagen.width() / 2 ? mitades.first : mitades.second);
+      }
+    }
+    return mitades;
+  };
+  const auto sube = partes({{"10:00", "1"}, {"10:10", "1"}, {"10:20", "1"}, {"10:30", "1"}, {"10:40", "9"}});
+  EXPECT_GT(sube.first, 0);
+  EXPECT_EQ(sube.second, 0);
+  const auto baja = partes({{"10:00", "9"}, {"10:10", "1"}, {"10:20", "1"}, {"10:30", "1"}, {"10:40", "1"}});
+  EXPECT_EQ(baja.first, 0);
+  EXPECT_GT(baja.second, 0);
 }
 
 }  // namespace
