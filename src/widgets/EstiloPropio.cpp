@@ -106,12 +106,13 @@ void EstiloPropio::drawPrimitive(PrimitiveElement elemento, const QStyleOption* 
   Contornear(*opcion, *pintor, lugar, elemento == PE_IndicatorRadioButton ? lugar.width() / 2.0 : kRedondeo);
 }
 
-// Where the frame of a group begins: the style draws it below the title.
+// Where the frame of a group begins: the style draws it below the title, by its own measures, whatever is made of them
+// here.
 int EstiloPropio::BajoElTitulo(const QStyleOption& opcion, const QWidget* control) const {
   const auto* grupo = qobject_cast<const QGroupBox*>(control);
   if (grupo != nullptr && grupo->title().isEmpty() && !grupo->isCheckable()) return 0;
-  return std::max(proxy()->pixelMetric(PM_ExclusiveIndicatorHeight, &opcion, control), opcion.fontMetrics.height()) +
-         kSobreElGrupo;
+  const int marca = QProxyStyle::pixelMetric(PM_ExclusiveIndicatorHeight, &opcion, control);
+  return std::max(marca, opcion.fontMetrics.height()) + kSobreElGrupo;
 }
 
 void EstiloPropio::drawComplexControl(ComplexControl elemento, const QStyleOptionComplex* opcion, QPainter* pintor,

@@ -3,12 +3,14 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QGroupBox>
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QStyle>
+#include <QStyleOptionGroupBox>
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -141,6 +143,39 @@ TEST(Temas, EnExterioresLoApagadoSeDistinguePorSuForma) {
   }
   const QIcon icono = IconoDe("guardar");
   EXPECT_NE(de_negro(icono.pixmap(48, QIcon::Disabled)), de_negro(icono.pixmap(48)));
+}
+
+// Beside the title, where nothing but the frame is drawn.
+TEST(Temas, ElMarcoDeUnGrupoNoTocaNiSuTituloNiSuContenido) {
+  const QFont comun = QApplication::font();
+  for (const Tema tema : kTemas) {
+    for (const int porciento : {100, 200}) {
+      QFont letra = comun;
+      letra.setPointSizeF(letra.pointSizeF() * porciento / 100);
+      QApplication::setFont(letra);
+      AplicarTema(tema);
+      QGroupBox grupo("Tiempos...(Minutos)");
+      grupo.resize(600, 200);
+      QStyleOptionGroupBox opcion;
+      opcion.initFrom(&grupo);
+      opcion.text = grupo.title();
+      opcion.subControls = QStyle::SC_GroupBoxFrame | QStyle::SC_GroupBoxLabel;
+      const auto lugar = [&](QStyle::SubControl parte) {
+        return grupo.style()->subControlRect(QStyle::CC_GroupBox, &opcion, parte, &grupo);
+      };
+      const QImage imagen = grupo.grab().toImage();
+      const QColor fondo = imagen.pixelColor(560, 1);
+      int rayas = 0;
+      for (int y = 0; y < 100; ++y) {
+        if (Contraste(imagen.pixelColor(560, y), fondo) < 1.5) continue;
+        ++rayas;
+        EXPECT_GT(y, lugar(QStyle::SC_GroupBoxLabel).bottom()) << static_cast<int>(tema) << ", " << porciento;
+        EXPECT_LT(y, lugar(QStyle::SC_GroupBoxContents).top()) << static_cast<int>(tema) << ", " << porciento;
+      }
+      EXPECT_TRUE(rayas > 0 || tema == Tema::kClaro) << static_cast<int>(tema);
+    }
+  }
+  QApplication::setFont(comun);
 }
 
 TEST(Temas, UnBotonApretadoSeDistingueDeUnoSuelto) {
