@@ -16,8 +16,7 @@ namespace {
 
 constexpr int kAnchoCelda = 5;
 constexpr int kAltoCelda = 9;
-constexpr int kAnchoMinimo = 4;
-constexpr int kAltoMinimo = 7;
+constexpr int kAnchoMinimo = 3;  // two to draw on, and one to the next
 constexpr int kAnchoDeCerca = 9;
 constexpr int kEntreGrupos = 4;
 constexpr int kJuntoAlNombre = 8;
@@ -99,7 +98,7 @@ void RejaMapa::Medir() {
     nombre = std::max(nombre, fontMetrics().horizontalAdvance(Q(mapa_.NombreDeGrupo(grupo))));
   margen_ = nombre + 2 * kJuntoAlNombre;
   const int entre = kEntreGrupos * static_cast<int>(kGruposFlash.size() + 1);
-  alto_ = std::max(kAltoMinimo, (viewport()->height() - entre) / kPistas);
+  alto_ = std::max(AltoMinimo(), (viewport()->height() - entre) / kPistas);
   const int justo = (viewport()->width() - margen_ - kJuntoAlNombre) / MapaMemoria::kCeldasPista;
   ancho_ = cerca_ ? kAnchoDeCerca : std::max(kAnchoMinimo, justo);
   const auto ajustar = [](QScrollBar* barra, int todo, int visto) {
@@ -149,7 +148,14 @@ QSize RejaMapa::sizeHint() const {
 }
 
 QSize RejaMapa::minimumSizeHint() const {
-  return {margen_ + MapaMemoria::kCeldasPista * kAnchoMinimo + kJuntoAlNombre + 2 * frameWidth(), 160};
+  const int entre = kEntreGrupos * static_cast<int>(kGruposFlash.size() + 1);
+  return QSize(margen_ + MapaMemoria::kCeldasPista * kAnchoMinimo + kJuntoAlNombre, entre + kPistas * AltoMinimo()) +
+         QSize(2 * frameWidth(), 2 * frameWidth());
+}
+
+// The names of the last two groups, of three tracks and of two, stand as far apart as letters are high.
+int RejaMapa::AltoMinimo() const {
+  return std::max(kAnchoMinimo, (2 * (fontMetrics().height() - kEntreGrupos) + 4) / 5);
 }
 
 void RejaMapa::resizeEvent(QResizeEvent*) {

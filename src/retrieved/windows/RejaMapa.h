@@ -51,6 +51,7 @@ class RejaMapa : public QAbstractScrollArea {
 
  private:
   int Columnas() const { return kPaginasPista / PorCelda(); }
+  int AltoMinimo() const;  // of a cell, all of the map in sight
   int Arriba(int pista) const;
   QRect Celda(const LugarPagina& lugar) const;
   void RepintarActual();

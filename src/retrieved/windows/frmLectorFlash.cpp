@@ -21,6 +21,7 @@
 #include "widgets/MarcoDialogo.h"
 #include "widgets/Ocupacion.h"
 #include "widgets/SinDormir.h"
+#include "widgets/Tamanos.h"
 #include "widgets/TextoQt.h"
 
 namespace utr {
@@ -90,7 +91,13 @@ void frmLectorFlash::Armar() {
   lugares->addWidget(cmdFile_);
   auto* columnas = new DisposicionEnFilas(kEntreColumnas);
   columnas->Agregar(seleccion_);
-  columnas->Agregar(vista_, 1);
+  // Where the options are higher than the screen, the map beside them is still seen whole.
+  vista_->setMaximumHeight(SitioEnPantalla(*this).height() - 2 * kMargenVentana - kSobreElPie -
+                           traer_->sizeHint().height());
+  auto* mapa = new QVBoxLayout;
+  mapa->addWidget(vista_, 1);
+  mapa->addStretch(0);
+  columnas->AgregarFlexible(mapa);
   const QList<QWidget*> elecciones = seleccion_->Controles();
   auto* a_la_izquierda = new QHBoxLayout;
   a_la_izquierda->addWidget(cmdContinuar_);
