@@ -8,6 +8,7 @@
 #include <QTranslator>
 #include <clocale>
 #include <cstdio>
+#include <optional>
 
 #include "app/ActosDelOperador.h"
 #include "app/PuertosDelPrograma.h"
@@ -47,12 +48,14 @@ utr::enlace::Avisos AvisosPara(utr::SituacionDelEnlace& situacion) {
           .desconocida =
               [&situacion] {
                 // The wire is left, too, when the simulated station is chosen.
-                if (situacion.Clase() != utr::ClaseDeUnidad::kSimulada)
-                  situacion.PonerClase(utr::ClaseDeUnidad::kDesconocida);
+                if (situacion.Clase() == utr::ClaseDeUnidad::kSimulada) return;
+                situacion.PonerRespuesta({});
+                situacion.PonerClase(utr::ClaseDeUnidad::kDesconocida);
               },
           .trafico = [&situacion](const utr::enlace::Trafico& trafico) { situacion.PonerCuenta(CuentaDe(trafico)); },
           .puerto = [&situacion](bool abierto) { situacion.PonerPuerto(abierto); },
           .fin_de_llamada = [&situacion] { situacion.PonerFinDeLlamada(); },
+          .contesta = [&situacion](bool contesta) { situacion.PonerRespuesta(contesta); },
           .consiente = [&situacion](bool de_practica) { return situacion.Consiente(de_practica); }};
 }
 
@@ -88,6 +91,7 @@ int main(int argc, char** argv) {
   utr::SituacionDelEnlace situacion;
   const utr::ActosDelOperador actos(situacion);
   utr::ComunicadorSimulado simulado(utr::Ruta(carpeta), reloj, atender);
+  simulado.AlContestar([&](std::optional<bool> contesta) { situacion.PonerRespuesta(contesta); });
   utr::Bitacora bitacora(utr::Ruta(carpeta));
   utr::NumerosDePuerto numeros(utr::Ruta(carpeta) / "Puertos.toml");
   utr::enlace::TendidoDelEquipo tendido;

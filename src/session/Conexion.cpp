@@ -2,10 +2,20 @@
 
 #include <utility>
 
+#include "driver/ErroresDeEnlace.h"
 #include "services/RegistroErrores.h"
 #include "session/AjustesEnlace.h"
 
 namespace utr {
+namespace {
+
+// What was given up, or refused because another call runs, says nothing of the unit.
+EnlaceIP TrasFallar(const Error& falla) {
+  const bool nada = falla.Numero() == error_enlace::kOcupado || falla.Numero() == error_enlace::kCancelada;
+  return nada ? EnlaceIP::kSinProbar : EnlaceIP::kPerdido;
+}
+
+}  // namespace
 
 Conexion::Conexion(Comunicador& comunicador, const Propiedades& propiedades)
     : comunicador_(comunicador), propiedades_(propiedades) {}
@@ -21,6 +31,7 @@ void Conexion::TomarDeAjustes() {
 
 void Conexion::FijarPorIP(bool por_ip) {
   por_ip_ = por_ip;
+  ip_ = EnlaceIP::kSinProbar;
   Avisar();
 }
 
@@ -29,13 +40,24 @@ void Conexion::MarcarConectado(bool conectado) {
   Avisar();
 }
 
+void Conexion::MarcarRespuesta(std::optional<bool> contesta) {
+  EnlaceIP ahora = EnlaceIP::kSinProbar;
+  if (contesta) ahora = *contesta ? EnlaceIP::kContesta : EnlaceIP::kPerdido;
+  if (por_ip_ && std::exchange(ip_, ahora) != ahora) Avisar();
+}
+
 void Conexion::OlvidarLlamada() {
   if (std::exchange(en_llamada_, false)) Avisar();
 }
 
 void Conexion::Conectar(std::string_view enlace, std::string_view puerto) {
   en_llamada_ = false;
-  AlFallar([&] { comunicador_.Conectar(enlace, puerto); }, [&] { MarcarConectado(false); });
+  ip_ = EnlaceIP::kSinProbar;
+  if (const auto falla = FallaDe([&] { comunicador_.Conectar(enlace, puerto); })) {
+    ip_ = TrasFallar(*falla);
+    MarcarConectado(false);
+    throw Error(*falla);
+  }
   puerto_abierto_ = puerto;
   MarcarConectado(true);
 }
@@ -56,6 +78,7 @@ bool Conexion::Llamar(std::string_view numero, std::string_view comandos) {
 
 void Conexion::Desconectar() {
   en_llamada_ = false;
+  ip_ = EnlaceIP::kSinProbar;
   AlFallar([&] { comunicador_.Desconectar(); }, [&] { MarcarConectado(false); });
   MarcarConectado(false);
 }

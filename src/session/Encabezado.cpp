@@ -41,9 +41,23 @@ Dato DatoDeEstacion(const LecturaConfiguracion& lectura, const std::string& cana
   return dato;
 }
 
+const char* PalabrasDe(EnlaceIP ip) {
+  switch (ip) {
+    case EnlaceIP::kContesta:
+      return "Por IP, conectado";
+    case EnlaceIP::kPerdido:
+      return "Por IP, sin conexión";
+    case EnlaceIP::kSinProbar:
+      break;
+  }
+  return "Por IP, sin probar";
+}
+
 Dato DatoDeEnlace(const ModRTU& mod, const TextosPanel& panel) {
-  if (mod.conexion.PorIP())
-    return {"Por IP", std::string(Recortar(panel.velocidad)) + ", " + Minusculas(Recortar(panel.puerto))};
+  if (mod.conexion.PorIP()) {
+    return {PalabrasDe(mod.conexion.Ip()),
+            std::string(Recortar(panel.velocidad)) + ", " + Minusculas(Recortar(panel.puerto)), panel.tono};
+  }
   if (!mod.conexion.Conectado() || !panel.habilitados)
     return {"Desconectado", "El puerto serie está cerrado", Tono::kMal};
   const std::string puerto = std::string(Recortar(panel.puerto)) + ", " + std::string(Recortar(panel.velocidad));

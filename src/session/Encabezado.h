@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -9,8 +8,6 @@
 #include "session/OperacionesEnlace.h"
 
 namespace utr {
-
-enum class Tono : std::uint8_t { kNeutro, kBien, kMal, kAviso };
 
 // What the operator should always see: one thing in a few words, and a line that says more.
 struct Dato {

@@ -34,6 +34,18 @@ std::string DetalleDe(const Error& falla) {
   return dice_mas ? ". " + falla.Descripcion() : std::string();
 }
 
+Tono TonoDe(EnlaceIP ip) {
+  switch (ip) {
+    case EnlaceIP::kContesta:
+      return Tono::kBien;
+    case EnlaceIP::kPerdido:
+      return Tono::kMal;
+    case EnlaceIP::kSinProbar:
+      break;
+  }
+  return Tono::kNeutro;
+}
+
 void AvisarSinComandos(ModRTU& mod) {
   // Only a warning: a modem that needs no commands can be called all the same.
   mod.operador.Mostrar({"Debe especificar los comandos de inicialización del modem", "Atención", Icono::kExclamacion,
@@ -119,12 +131,12 @@ TextosPanel InfoPanel(ModRTU& mod) {
   const std::string puerto = std::to_string(mod.propiedades.LeerEntero(clave::kPuerto, kPuertoDefecto));
   if (mod.conexion.PorIP()) {
     const std::string direccion = mod.propiedades.LeerTexto(clave::kVelocidad, kDireccionDefecto);
-    return {"Puerto: " + puerto + " ", " IP: " + direccion + " ", true};
+    return {"Puerto: " + puerto + " ", " IP: " + direccion + " ", true, TonoDe(mod.conexion.Ip())};
   }
-  if (!mod.comunicador.EstadoPuerto()) return {" Desconectado ", "  ", false};
+  if (!mod.comunicador.EstadoPuerto()) return {" Desconectado ", "  ", false, Tono::kMal};
   const std::string enlace = mod.comunicador.ObtenerPuertos();
   const std::string abierto = mod.conexion.PuertoAbierto().empty() ? puerto : mod.conexion.PuertoAbierto();
-  return {" COM " + abierto + " ", " Vel: " + std::string(Separar(enlace, ',').front()) + " bps ", true};
+  return {" COM " + abierto + " ", " Vel: " + std::string(Separar(enlace, ',').front()) + " bps "};
 }
 
 std::int16_t MinutosDeDiferencia(FechaHora equipo, const FechaHora& ahora) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <span>
@@ -39,11 +40,15 @@ std::string AbrirPuerto(ModRTU& mod, std::string_view enlace, std::string_view p
 // The message for a failure of the toolbar's connection button, titled `titulo`.
 Mensaje MensajeDePuerto(const Error& falla, std::string_view titulo);
 
-// The two panels of the status bar that tell the link.
+// How what is told of unit and link stands.
+enum class Tono : std::uint8_t { kNeutro, kBien, kMal, kAviso };
+
+// The two panels of the status bar that tell the link. Over IP both are enabled whatever is known of it.
 struct TextosPanel {
   std::string puerto;
   std::string velocidad;
   bool habilitados = true;
+  Tono tono = Tono::kBien;
 };
 TextosPanel InfoPanel(ModRTU& mod);
 

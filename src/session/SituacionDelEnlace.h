@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -41,6 +42,7 @@ class SituacionDelEnlace {
   // The line leads elsewhere from now on, or was opened once more.
   void PonerConexion(ClaseDeUnidad clase) {
     otra_conexion_ = true;
+    PonerRespuesta({});
     PonerClase(clase);
   }
 
@@ -65,6 +67,13 @@ class SituacionDelEnlace {
   }
   void AlTerminarLaLlamada(std::function<void()> aviso) { aviso_de_llamada_ = std::move(aviso); }
 
+  // What came of a call to the unit: whether it answered. Nothing: it may be another one from now on, or be away for a
+  // while.
+  void PonerRespuesta(std::optional<bool> contesta) {
+    if (aviso_de_respuesta_) aviso_de_respuesta_(contesta);
+  }
+  void AlResponder(std::function<void(std::optional<bool> contesta)> aviso) { aviso_de_respuesta_ = std::move(aviso); }
+
   // Something about ports that the operator should know; the last one is kept for whoever comes later.
   void PonerAviso(const std::string& aviso) {
     ultimo_aviso_ = aviso;
@@ -85,6 +94,7 @@ class SituacionDelEnlace {
   std::function<void()> aviso_;
   std::function<void(bool)> aviso_de_puerto_;
   std::function<void()> aviso_de_llamada_;
+  std::function<void(std::optional<bool>)> aviso_de_respuesta_;
   std::string ultimo_aviso_;
   std::function<void(const std::string&)> con_aviso_;
 };

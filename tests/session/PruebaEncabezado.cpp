@@ -2,6 +2,8 @@
 
 #include <functional>
 
+#include "driver/ErroresDeEnlace.h"
+#include "session/AjustesEnlace.h"
 #include "session/Encabezado.h"
 #include "session/RelojUTR.h"
 #include "support/ModPrueba.h"
@@ -141,9 +143,64 @@ TEST_F(ConEncabezado, ElEnlaceSeDiceSinPreguntarAlControlador) {
   EXPECT_EQ(El().enlace.tono, Tono::kMal);
   conexion.FijarPorIP(true);
   const Encabezado por_ip = EncabezadoDe(lectura, mod, {}, {"Puerto: 1000 ", " IP: 10.0.0.7 ", true});
-  EXPECT_EQ(por_ip.enlace.texto, "Por IP");
   EXPECT_EQ(por_ip.enlace.detalle, "IP: 10.0.0.7, puerto: 1000");
   EXPECT_TRUE(comunicador.llamadas.empty());
+}
+
+TEST_F(ConEncabezado, PorIPSeDiceLoQueSeSupoDeLasLlamadas) {
+  const auto llegar = [&] { conexion.FijarPorIP(true); };
+  const auto responder = [&](std::optional<bool> contesta) { conexion.MarcarRespuesta(contesta); };
+  const auto conectar_mal = [&](std::int32_t numero) {
+    comunicador.Falla("Conectar", Error(numero, "driver", "x"), 1);
+    EXPECT_EQ(prueba::NumeroDeError([&] { conexion.ConectarSegunAjustes(); }), numero);
+  };
+  propiedades.Escribir(clave::kPuerto, Propiedad{std::int64_t{1502}}, Propiedad{std::int64_t{1}});
+  propiedades.Escribir(clave::kVelocidad, Propiedad{std::string("10.0.0.7")}, Propiedad{std::string()});
+  const struct {
+    const char* que;
+    std::function<void()> hacer;
+    const char* texto;
+    Tono tono;
+  } casos[] = {
+      {"chosen", llegar, "Por IP, sin probar", Tono::kNeutro},
+      {"answered", [&] { responder(true); }, "Por IP, conectado", Tono::kBien},
+      {"silent", [&] { responder(false); }, "Por IP, sin conexión", Tono::kMal},
+      {"again", [&] { responder(true); }, "Por IP, conectado", Tono::kBien},
+      {"another unit", [&] { responder({}); }, "Por IP, sin probar", Tono::kNeutro},
+      {"silent", [&] { responder(false); }, "Por IP, sin conexión", Tono::kMal},
+      {"chosen anew", llegar, "Por IP, sin probar", Tono::kNeutro},
+      {"a file that can't be read", [&] { conexion.MarcarConectado(false); }, "Por IP, sin probar", Tono::kNeutro},
+      {"nobody at the address", [&] { conectar_mal(error_enlace::kDireccionMuda); }, "Por IP, sin conexión",
+       Tono::kMal},
+      {"opened", [&] { conexion.ConectarSegunAjustes(); }, "Por IP, sin probar", Tono::kNeutro},
+      {"answered", [&] { responder(true); }, "Por IP, conectado", Tono::kBien},
+      {"given up", [&] { conectar_mal(error_enlace::kCancelada); }, "Por IP, sin probar", Tono::kNeutro},
+      {"answered", [&] { responder(true); }, "Por IP, conectado", Tono::kBien},
+      {"closed", [&] { conexion.Desconectar(); }, "Por IP, sin probar", Tono::kNeutro},
+      {"a serial port that fails, then IP",
+       [&] {
+         conexion.FijarPorIP(false);
+         comunicador.Falla("Conectar", Error(8005, "driver", "x"), 1);
+         EXPECT_EQ(prueba::NumeroDeError([&] { conexion.Conectar("9600,n,8,1", "2"); }), 8005);
+         responder(false);
+         llegar();
+       },
+       "Por IP, sin probar", Tono::kNeutro},
+  };
+  for (const auto& caso : casos) {
+    int avisos = 0;
+    conexion.AlCambiar([&] { ++avisos; });
+    caso.hacer();
+    EXPECT_GT(avisos, 0) << caso.que;
+    const TextosPanel panel = InfoPanel(mod);
+    const Dato enlace = EncabezadoDe(lectura, mod, {}, panel).enlace;
+    EXPECT_EQ(enlace.texto, caso.texto) << caso.que;
+    EXPECT_EQ(enlace.tono, caso.tono) << caso.que;
+    EXPECT_EQ(panel.tono, caso.tono) << caso.que;
+    EXPECT_TRUE(panel.habilitados);
+    EXPECT_EQ(panel.puerto + panel.velocidad, "Puerto: 1502  IP: 10.0.0.7 ");
+  }
+  conexion.AlCambiar({});
 }
 
 }  // namespace

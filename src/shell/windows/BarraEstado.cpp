@@ -46,7 +46,7 @@ BarraEstado::BarraEstado(QWidget* parent)
 }
 
 void BarraEstado::Mostrar(const TextosPanel& textos) {
-  puerto_->Poner(Q(textos.puerto), textos.habilitados ? Matiz::kBien : Matiz::kMal, !textos.habilitados);
+  puerto_->Poner(Q(textos.puerto), textos.tono);
   velocidad_->Poner(Q(textos.velocidad));
   puerto_->setEnabled(textos.habilitados);
   velocidad_->setEnabled(textos.habilitados);

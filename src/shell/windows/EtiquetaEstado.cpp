@@ -8,6 +8,20 @@ namespace {
 
 constexpr int kTrasElPunto = 3;
 
+std::optional<Matiz> MatizDe(Tono tono) {
+  switch (tono) {
+    case Tono::kBien:
+      return Matiz::kBien;
+    case Tono::kMal:
+      return Matiz::kMal;
+    case Tono::kAviso:
+      return Matiz::kAviso;
+    case Tono::kNeutro:
+      break;
+  }
+  return {};
+}
+
 }  // namespace
 
 EtiquetaEstado::EtiquetaEstado(const char* nombre, QWidget* parent) : QLabel(parent) {
@@ -22,6 +36,10 @@ void EtiquetaEstado::Poner(const QString& texto, std::optional<Matiz> punto, boo
   setToolTip(texto.trimmed());
   updateGeometry();
   update();
+}
+
+void EtiquetaEstado::Poner(const QString& texto, Tono tono) {
+  Poner(texto, MatizDe(tono), tono == Tono::kMal);
 }
 
 int EtiquetaEstado::AnchoDelPunto() const {

@@ -3,6 +3,7 @@
 #include <QLabel>
 #include <optional>
 
+#include "session/OperacionesEnlace.h"
 #include "widgets/Temas.h"
 
 namespace utr {
@@ -17,6 +18,9 @@ class EtiquetaEstado : public QLabel {
 
   // No dot without a colour; `hueco` tells the state by its form too.
   void Poner(const QString& texto, std::optional<Matiz> punto = {}, bool hueco = false);
+
+  // The same with the dot of how it stands: none where it is neutral, hollow where it is bad.
+  void Poner(const QString& texto, Tono tono);
 
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;

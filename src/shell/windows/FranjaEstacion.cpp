@@ -20,20 +20,6 @@ QFont Letra(QFont letra, double parte, bool negrita) {
   return letra;
 }
 
-std::optional<Matiz> MatizDe(Tono tono) {
-  switch (tono) {
-    case Tono::kBien:
-      return Matiz::kBien;
-    case Tono::kMal:
-      return Matiz::kMal;
-    case Tono::kAviso:
-      return Matiz::kAviso;
-    case Tono::kNeutro:
-      break;
-  }
-  return {};
-}
-
 }  // namespace
 
 FranjaEstacion::FranjaEstacion(QWidget* parent) : QFrame(parent), fila_(new DisposicionEnFilas(kEntreCeldas, this)) {
@@ -85,7 +71,7 @@ void FranjaEstacion::changeEvent(QEvent* evento) {
 }
 
 void FranjaEstacion::Mostrar(const Celda& celda, const Dato& dato) {
-  celda.dato->Poner(Q(dato.texto), MatizDe(dato.tono), dato.tono == Tono::kMal);
+  celda.dato->Poner(Q(dato.texto), dato.tono);
   celda.detalle->Poner(Q(dato.detalle));
 }
 

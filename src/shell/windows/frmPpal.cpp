@@ -84,6 +84,7 @@ frmPpal::~frmPpal() {
   if (situacion_ == nullptr) return;
   situacion_->AlCambiar({});
   situacion_->AlCambiarElPuerto({});
+  situacion_->AlResponder({});
   situacion_->AlTerminarLaLlamada({});
   situacion_->AlAvisar({});
 }
@@ -98,6 +99,7 @@ void frmPpal::Seguir(SituacionDelEnlace& situacion) {
   };
   situacion.AlCambiar(mostrar);
   situacion.AlCambiarElPuerto([this](bool abierto) { mod_.conexion.MarcarConectado(abierto); });
+  situacion.AlResponder([this](std::optional<bool> contesta) { mod_.conexion.MarcarRespuesta(contesta); });
   situacion.AlTerminarLaLlamada([this] { mod_.conexion.OlvidarLlamada(); });
   situacion.AlAvisar([this](const std::string& aviso) { Avisar(aviso); });
   mostrar();

@@ -56,8 +56,9 @@ class BancoEnlace : public Banco, private enlace::Tendido {
     ++vida_;
   }
 
-  std::vector<bool> puertos;  // what the driver told of its port
-  int fines_de_llamada = 0;   // and of its calls
+  std::vector<bool> puertos;      // what the driver told of its port
+  int fines_de_llamada = 0;       // and of its calls
+  std::vector<bool> contestadas;  // and whether each operation was answered
   std::string quien;  // and of who is there: "p" a station to practise with, "r" a real one, "?" it may be another
   std::function<bool(bool de_practica)> consiente;  // what may be written to; empty: anything
   int aperturas = 0;                                // of TCP connections that were tried
@@ -100,6 +101,7 @@ class BancoEnlace : public Banco, private enlace::Tendido {
                    .desconocida = [this] { quien += "?"; },
                    .puerto = [this](bool abierto) { puertos.push_back(abierto); },
                    .fin_de_llamada = [this] { ++fines_de_llamada; },
+                   .contesta = [this](bool contesta) { contestadas.push_back(contesta); },
                    .consiente = [this](bool de_practica) { return !consiente || consiente(de_practica); }}});
   }
 

@@ -272,6 +272,65 @@ TEST_F(Enlace, SinLlamadaNadaSaleHaciaElModem) {
   EXPECT_NE(Driver().LeerFechaHora(), "");
 }
 
+TEST_F(Enlace, CadaOperacionDiceSiLaUnidadContesto) {
+  using Dicho = std::vector<bool>;
+  PorTcp();
+  const struct {
+    const char* que;
+    std::function<void()> hacer;
+    Dicho dicho;
+  } casos[] = {
+      {"what asks nobody", [&] { Driver().IdEquipo(banco.identificador); }, {}},
+      {"a read", [&] { Driver().LeerFechaHora(); }, {true}},
+      {"an order", [&] { Driver().GrabarFechaHora(); }, {true}},
+      {"a refusal", [&] { Driver().GrabarPilaCanal("7", "1$1"); }, {true}},
+      {"many requests", [&] { Driver().ConfiguracionAlmacenada(true); }, {true}},
+      {"silence",
+       [&] {
+         banco.Enmudecer(true);
+         Driver().LeerFechaHora();
+         Driver().GrabarSalidaDigital(1, true);
+         banco.Enmudecer(false);
+       },
+       {false, false}},
+      {"another unit",
+       [&] {
+         Driver().IdEquipo(banco.identificador + 1);
+         Driver().LeerEstado();
+         Driver().IdEquipo(banco.identificador);
+       },
+       {false}},
+      {"an address where nobody is",
+       [&] {
+         Driver().PuertoIP("1503");
+         Driver().LeerEstado();
+         Driver().PuertoIP(banco.puerto_ip);
+       },
+       {false}},
+      {"given up",
+       [&] {
+         banco.Escenario(kLento);
+         banco.AlEsperar([&] { Driver().Cancelar(false); });
+         EXPECT_EQ(NumeroDeError([&] { Driver().LeerFechaHora(); }), error_enlace::kCancelada);
+         banco.Escenario("");
+       },
+       {}},
+      {"a connection that is opened again",
+       [&] {
+         Driver().LeerEstado();
+         banco.MatarEstacion();
+         Driver().LeerEstado();
+       },
+       {true, true}},
+      {"a restart leaves it away", [&] { EXPECT_TRUE(Driver().ReiniciarUTR("14")); }, {}},
+  };
+  for (const auto& caso : casos) {
+    banco.contestadas.clear();
+    caso.hacer();
+    EXPECT_EQ(banco.contestadas, caso.dicho) << caso.que;
+  }
+}
+
 TEST_F(Enlace, UnaConexionQueNoSaleSeVuelveAIntentar) {
   PorTcp();
   banco.aperturas_mudas = 2;

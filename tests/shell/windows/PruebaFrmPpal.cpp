@@ -379,6 +379,30 @@ TEST_F(Ppal, LaLlamadaQueSePerdioNoFiguraMas) {
   ventana.reset();  // it looks at the situation to its end
 }
 
+TEST_F(Ppal, PorIPDiceSiLaUnidadContesta) {
+  propiedades.Escribir(clave::kPuerto, Propiedad{std::int64_t{3000}}, Propiedad{std::int64_t{1}});
+  propiedades.Escribir(clave::kVelocidad, Propiedad{std::string("10.0.0.5")}, Propiedad{std::string()});
+  Cargar();
+  SituacionDelEnlace situacion;
+  ventana->Seguir(situacion);
+  std::vector<QImage> puntos;
+  const std::pair<std::optional<bool>, const char*> casos[] = {
+      {true, "Por IP, conectado"}, {false, "Por IP, sin conexión"}, {{}, "Por IP, sin probar"}};
+  for (const auto& [contesta, texto] : casos) {
+    situacion.PonerRespuesta(contesta);
+    EXPECT_EQ(Panel("lblEnlace"), texto);
+    EXPECT_EQ(Panel("PUERTO"), "Puerto: 3000 ");
+    EXPECT_TRUE(Hallar<QLabel>(*ventana, "PUERTO").isEnabled());
+    const QImage punto = Hallar<QLabel>(*ventana, "PUERTO").grab().toImage();
+    for (const QImage& otro : puntos) EXPECT_NE(punto, otro) << texto;
+    puntos.push_back(punto);
+  }
+  situacion.PonerRespuesta(true);
+  situacion.PonerConexion(ClaseDeUnidad::kDesconocida);
+  EXPECT_EQ(Panel("lblEnlace"), "Por IP, sin probar");
+  ventana.reset();  // it looks at the situation to its end
+}
+
 // Of what is really drawn, inside the edges.
 double MayorContraste(QWidget& pieza, const QColor& fondo) {
   const QImage imagen = pieza.grab().toImage();

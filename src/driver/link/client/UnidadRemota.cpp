@@ -84,6 +84,7 @@ void UnidadRemota::Llamar(std::int32_t identificador) {
 
 void UnidadRemota::Desconocer() {
   const bool habia = std::exchange(conocida_, false);
+  contesto_.reset();
   if (habia && avisos_.desconocida) avisos_.desconocida();
 }
 
@@ -109,7 +110,12 @@ std::optional<Bytes> UnidadRemota::Intentar(const Pedido& pedido) {
     Recordar();
   }
   auto respuesta = EnLinea([&](Conversacion& linea) { return linea.Intentar(pedido); });
-  respuesta ? Recordar() : Desconocer();
+  if (!respuesta) {
+    Desconocer();
+    return std::nullopt;
+  }
+  Recordar();
+  contesto_ = true;
   return respuesta;
 }
 
@@ -140,7 +146,12 @@ Bytes UnidadRemota::Preguntar(const Pedido& pedido) {
     if (!hay_camino_ && !via_.PuedeReintentar()) break;
     if (reabrir_ && !std::exchange(perdonada, true)) --intento;
   }
+  Callada();
+}
+
+void UnidadRemota::Callada() {
   via_.Contestada(false);
+  contesto_ = false;
   Lanzar(error::kSinRespuesta, kOrigen);
 }
 
@@ -186,11 +197,9 @@ bool UnidadRemota::Identificar() {
   propia_ = registros[registro::kIdentificador];
   de_practica_ = registros[registro::kDePractica] != 0;
   const bool otra = de_la_operacion_ && *de_la_operacion_ != std::pair(propia_, de_practica_);
-  if (otra || (llamada_ != 0 && propia_ != 0 && llamada_ != propia_)) {
-    via_.Contestada(false);
-    Lanzar(error::kSinRespuesta, kOrigen);
-  }
+  if (otra || (llamada_ != 0 && propia_ != 0 && llamada_ != propia_)) Callada();
   conocida_ = true;
+  contesto_ = true;
   if (avisos_.identificada) avisos_.identificada(de_practica_);
   return true;
 }
@@ -216,6 +225,8 @@ void UnidadRemota::DarCuenta() {
 void UnidadRemota::Terminar() {
   if (contando_) DarCuenta();
   contando_ = false;
+  const auto contesto = std::exchange(contesto_, std::nullopt);
+  if (contesto && avisos_.contesta) avisos_.contesta(*contesto);
 }
 
 // --- Reading ---------------------------------------------------------------------------------------------------------

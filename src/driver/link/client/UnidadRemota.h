@@ -31,6 +31,8 @@ struct Avisos {
   std::function<void(const Trafico&)> trafico{};         // now and then, while much is asked of the unit
   std::function<void(bool abierto)> puerto{};            // the serial port was closed or lost, or is open again
   std::function<void()> fin_de_llamada{};                // a call that stood doesn't any more
+  // Whether the unit answered what an operation asked last, a refusal included; told at the end of the operation.
+  std::function<void(bool contesta)> contesta{};
   // Asked ahead of each request that writes: whether that was meant for a unit of this kind. Empty: it always was.
   std::function<bool(bool de_practica)> consiente{};
 };
@@ -57,12 +59,15 @@ class UnidadRemota {
 
   // An operation begins. All of it is of one unit: from its first answer on, and from the first byte of what it writes,
   // another one that says who it is counts as silence.
-  void Comenzar() { de_la_operacion_.reset(); }
+  void Comenzar() {
+    de_la_operacion_.reset();
+    contesto_.reset();
+  }
 
   // For the operation at hand: how often a request is tried, and no more than that.
   void Intentos(int cuantos) { intentos_ = cuantos; }
 
-  // The operation at hand is over: whoever was told of what it put on the line is told the end.
+  // The operation at hand is over: whoever was told of what it put on the line is told the end, and what came of it.
   void Terminar();
 
   // Reads parts of files; one part more, the echo, tells the answer from any other. Exceptions come back but for that
@@ -99,6 +104,7 @@ class UnidadRemota {
   void ExigirConsentimiento() const;
   void Recordar() { de_la_operacion_ = {propia_, de_practica_}; }
   Bytes Preguntar(const Pedido& pedido);
+  [[noreturn]] void Callada();
   std::optional<Bytes> SiLibre(const Pedido& pedido, const std::function<std::optional<Bytes>()>& preguntar);
   Bytes PreguntarSiLibre(const Pedido& pedido);
   void EsperarLibre(const Pedido& pedido);
@@ -125,6 +131,7 @@ class UnidadRemota {
   bool conocida_ = false;
   bool de_practica_ = false;
   std::optional<std::pair<std::uint16_t, bool>> de_la_operacion_;  // identifier and practice of the unit that it is of
+  std::optional<bool> contesto_;                                   // to the operation at hand
   int intentos_;
   bool hay_camino_ = false;
   bool reabrir_ = false;  // the connection closed, and may be opened again

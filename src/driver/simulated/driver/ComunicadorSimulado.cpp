@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "driver/ComunicadorAnotado.h"
 #include "driver/simulated/driver/ComunicadorConFallas.h"
@@ -53,6 +54,10 @@ simulada::Fallas* ComunicadorSimulado::FallasPorLinea(simulada::Op op) {
 
 double ComunicadorSimulado::Factor() const {
   return partes_->interior.escenario.tiempos.factor;
+}
+
+void ComunicadorSimulado::AlContestar(std::function<void(std::optional<bool> contesta)> aviso) {
+  partes_->interior.al_contestar = std::move(aviso);
 }
 
 const std::string& ComunicadorSimulado::Aviso() const {

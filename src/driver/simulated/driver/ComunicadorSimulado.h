@@ -2,7 +2,9 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -46,6 +48,9 @@ class ComunicadorSimulado final : public ComunicadorReenviado {
   // doesn't. `Factor` is that of its times.
   simulada::Fallas* FallasPorLinea(simulada::Op op);
   double Factor() const;
+
+  // Who is told of every call that reached for the unit whether it answered; nothing: it is away for a while.
+  void AlContestar(std::function<void(std::optional<bool> contesta)> aviso);
 
   // What the operator should know of the beginning: that a state file couldn't be read and where it was put, or that
   // the state can't be kept. Empty: nothing happened.

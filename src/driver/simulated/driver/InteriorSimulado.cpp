@@ -59,6 +59,7 @@ bool InteriorSimulado::Responde() {
   enlace.caido = !llega;
   respondio_ = llega;
   if (!llega) Esperar(escenario.tiempos.sin_respuesta);
+  if (al_contestar) al_contestar(llega);
   return llega;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 
 #include "driver/Bitacora.h"
 #include "driver/simulated/driver/ComunicadorConFallas.h"
@@ -56,6 +57,7 @@ struct InteriorSimulado : private ConBitacora, public EstacionViva, public Entor
 
   Fallas fallas;
   EnlaceSimulado enlace;
+  std::function<void(std::optional<bool>)> al_contestar;  // told each time whether it did; nothing: it went away
   double atraso = 0;  // seconds by which a fault makes the present values of this call old
 
  private:

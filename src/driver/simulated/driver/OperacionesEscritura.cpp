@@ -44,6 +44,7 @@ bool ComunicadorEnProceso::ReiniciarUTR(std::string_view comando) {
     const std::int64_t ausencia = i.escenario.tiempos.Ausencia(comando == "44", como_contesta() != antes);
     i.enlace.ausente_hasta = i.reloj.Milisegundos() + ausencia;
     i.enlace.caido = true;
+    if (i.al_contestar) i.al_contestar({});
     return true;
   });
 }
