@@ -3,9 +3,13 @@
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QProcess>
+#include <QScreen>
 #include <QStringList>
+#include <QTimer>
+#include <QToolBar>
 #include <QVBoxLayout>
 #include <QWhatsThis>
+#include <algorithm>
 #include <optional>
 
 #include "base/CarpetaPrograma.h"
@@ -363,6 +367,26 @@ void frmPpal::closeEvent(QCloseEvent* evento) {
   Descargar();
   evento->accept();
   QCoreApplication::quit();
+}
+
+// Once the bar has taken the new letters and icons in.
+void frmPpal::changeEvent(QEvent* evento) {
+  QMainWindow::changeEvent(evento);
+  if (evento->type() == QEvent::FontChange || evento->type() == QEvent::StyleChange)
+    QTimer::singleShot(0, this, &frmPpal::CrecerConLaBarra);
+}
+
+// A button that the bar has no room for is out of sight, so that the window widens with larger letters as far as the
+// screen lets it.
+void frmPpal::CrecerConLaBarra() {
+  const auto* barra = findChild<QToolBar*>("BarraHerramientas");
+  if (barra == nullptr || isMaximized() || isFullScreen()) return;
+  const int falta = barra->sizeHint().width() - barra->width();
+  if (falta <= 0) return;
+  const int ancho = std::min(width() + falta, SitioEnPantalla(*this).width());
+  const int afuera = x() + ancho - screen()->availableGeometry().right();
+  resize(std::max(ancho, width()), height());
+  if (isVisible() && afuera > 0) move(std::max(x() - afuera, screen()->availableGeometry().left()), y());
 }
 
 void frmPpal::Descargar() {

@@ -88,6 +88,7 @@ class frmPpal : public QMainWindow {
 
  protected:
   void closeEvent(QCloseEvent* evento) override;
+  void changeEvent(QEvent* evento) override;
 
  private:
   void ArmarLista();
@@ -100,6 +101,7 @@ class frmPpal : public QMainWindow {
   bool ReconectarSiHaceFalta();
   void BotonConected();
   void BotonDisconected();
+  void CrecerConLaBarra();
   void MostrarEnlace();
   void MostrarEstacion();
   void MostrarPendientes();

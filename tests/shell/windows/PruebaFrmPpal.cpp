@@ -6,6 +6,8 @@
 #include <QImage>
 #include <QKeyEvent>
 #include <QStatusBar>
+#include <QToolBar>
+#include <QToolButton>
 #include <QTreeView>
 #include <algorithm>
 #include <filesystem>
@@ -17,6 +19,7 @@
 #include "base/Progreso.h"
 #include "session/RelojUTR.h"
 #include "shell/windows/ListaAcciones.h"
+#include "widgets/Tamanos.h"
 #include "widgets/Temas.h"
 
 namespace utr {
@@ -377,6 +380,27 @@ TEST_F(Ppal, LaLlamadaQueSePerdioNoFiguraMas) {
   situacion.PonerAviso("No queda número de puerto para /dev/ttyUSB9");
   EXPECT_EQ(Panel("Panel1"), "No queda número de puerto para /dev/ttyUSB9");
   ventana.reset();  // it looks at the situation to its end
+}
+
+// A program that runs, in which "Tamaño del texto" is chosen.
+TEST_F(Ppal, ConLetrasMayoresLaBarraSeVeEntera) {
+  Cargar();
+  const QFont comun = QApplication::font();
+  auto& barra = Hallar<QToolBar>(*ventana, "BarraHerramientas");
+  auto& resto = Hallar<QToolButton>(barra, "qt_toolbar_ext_button");
+  ventana->resize(barra.sizeHint().width(), ventana->height());
+  for (const int porciento : {100, 150, 200}) {
+    QFont letra = comun;
+    letra.setPointSizeF(letra.pointSizeF() * porciento / 100);
+    QApplication::setFont(letra);
+    AplicarTema(Tema::kClaro);
+    QCoreApplication::processEvents();
+    QCoreApplication::processEvents();
+    const bool cabe = barra.sizeHint().width() <= SitioEnPantalla(*ventana).width();
+    EXPECT_EQ(resto.isVisible(), !cabe) << porciento;
+    EXPECT_LE(ventana->width(), SitioEnPantalla(*ventana).width());
+  }
+  QApplication::setFont(comun);
 }
 
 TEST_F(Ppal, PorIPDiceSiLaUnidadContesta) {
