@@ -149,7 +149,7 @@ void ServiciosLista::ImprimirTexto(const std::string& texto, const std::string& 
 }
 
 void ServiciosLista::Imprimir(const std::function<DocumentoImpreso()>& documento) {
-  if (!HayImpresora(contexto_.operador, contexto_.impresora, contexto_.eleccion)) return;
+  if (!HayImpresora(contexto_.operador, contexto_.eleccion)) return;
   Intentar(palabras_.procedimiento_imprimir, [&] {
     const PunteroDeEspera puntero(contexto_.operador);
     const DocumentoImpreso impreso = documento();

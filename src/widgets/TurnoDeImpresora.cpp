@@ -30,8 +30,8 @@ bool EstaInstalada(Impresora& impresora, const EleccionImpresora& eleccion) {
   return std::find(nombres.begin(), nombres.end(), eleccion.nombre) != nombres.end();
 }
 
-bool HayImpresora(Operador& operador, Impresora& impresora, EleccionImpresora& eleccion) {
-  if (!eleccion.nombre.empty() && EstaInstalada(impresora, eleccion)) return true;
+bool HayImpresora(Operador& operador, EleccionImpresora& eleccion) {
+  if (!eleccion.nombre.empty()) return true;
   const auto elegida = operador.ElegirImpresora("Configurar Impresora", eleccion);
   if (!elegida) return false;
   eleccion = *elegida;

@@ -7,9 +7,10 @@
 
 namespace utr {
 
-// Whether there is a printer to print on: that of `eleccion`, or the one that the operator chooses now where none was
-// chosen yet or the chosen one is no longer among the system's. False: he cancelled, or there is none.
-bool HayImpresora(Operador& operador, Impresora& impresora, EleccionImpresora& eleccion);
+// Whether a printer is chosen: that of `eleccion`, or the one that the operator chooses now where none was yet. False:
+// he cancelled, or there is none. The chosen one may have gone since: a list then prints nothing without a word, and a
+// drawing raises 482.
+bool HayImpresora(Operador& operador, EleccionImpresora& eleccion);
 
 // Whether the printer of that choice is among the system's.
 bool EstaInstalada(Impresora& impresora, const EleccionImpresora& eleccion);

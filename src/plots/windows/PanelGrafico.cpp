@@ -249,7 +249,7 @@ void PanelGrafico::Intentar(std::string_view procedimiento, const std::function<
 
 void PanelGrafico::Imprimir() {
   EleccionImpresora& eleccion = contexto_.eleccion;
-  if (!HayImpresora(contexto_.operador, contexto_.impresora, eleccion)) return;
+  if (!HayImpresora(contexto_.operador, eleccion)) return;
   Intentar("ImprimirGrafico", [&] {
     ConPanelDePaginas(*this, [&](Progreso& progreso) {
       ImprimirGrafico(grafico_->Contenido(), contexto_.impresora, eleccion, progreso);

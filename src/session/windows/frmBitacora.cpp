@@ -380,7 +380,7 @@ void frmBitacora::ImprimirInforme() {
   if (sin_nombre && !Preguntar(mod_.operador, U(windowTitle()),
                                "El informe no lleva el nombre del operador\n¿Desea imprimirlo así?", Respuesta::kNo))
     return txtOperador_->setFocus();
-  if (!HayImpresora(mod_.operador, mod_.impresora, mod_.eleccion_impresora)) return;
+  if (!HayImpresora(mod_.operador, mod_.eleccion_impresora)) return;
   const EleccionImpresora eleccion = mod_.eleccion_impresora;
   Intentar("ImprimirInforme", [&] {
     const PunteroDeEspera espera(mod_.operador);
