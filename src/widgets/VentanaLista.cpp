@@ -17,6 +17,7 @@
 
 #include "widgets/Ayuda.h"
 #include "widgets/Campos.h"
+#include "widgets/EtiquetaCopiable.h"
 #include "widgets/Iconos.h"
 #include "widgets/PanelAviso.h"
 #include "widgets/Recuerdos.h"
@@ -284,6 +285,11 @@ QLabel* VentanaLista::Linea(const char* nombre) {
 
 void VentanaLista::Decir(QLabel* linea, const QString& texto) {
   linea->setText(texto);
+  linea->setVisible(!texto.isEmpty());
+}
+
+void VentanaLista::Decir(EtiquetaCopiable* linea, const QString& texto) {
+  linea->Poner(texto);
   linea->setVisible(!texto.isEmpty());
 }
 

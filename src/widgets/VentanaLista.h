@@ -23,6 +23,7 @@ class QSplitter;
 
 namespace utr {
 
+class EtiquetaCopiable;
 class PanelAviso;
 class VistaLista;
 class ZonaLista;
@@ -102,6 +103,7 @@ class VentanaLista : public QDialog {
   // A text left of the buttons, which takes no room while it is empty.
   QLabel* Linea(const char* nombre);
   static void Decir(QLabel* linea, const QString& texto);
+  static void Decir(EtiquetaCopiable* linea, const QString& texto);
 
   // How this window looks while it works: const Ocupacion ocupacion(*this, AlTrabajar());
   OpcionesOcupacion AlTrabajar();

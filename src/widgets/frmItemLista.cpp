@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 
 #include "widgets/Campos.h"
+#include "widgets/EtiquetaCopiable.h"
 #include "widgets/MarcoDialogo.h"
 #include "widgets/Tamanos.h"
 #include "widgets/TextoQt.h"
@@ -58,11 +59,8 @@ void frmItemLista::Copiar() {
 }
 
 void frmItemLista::AgregarPar(std::size_t indice, const std::string& titulo, const std::string& dato) {
-  auto* lblDato = new QLabel(Q(dato.empty() ? "-" : dato));
-  lblDato->setObjectName(QString("lblDato(%1)").arg(indice));
-  lblDato->setTextFormat(Qt::PlainText);
-  lblDato->setTextInteractionFlags(Qt::TextSelectableByMouse);
-  lblDato->setWordWrap(true);
+  auto* lblDato = new EtiquetaCopiable(QString("lblDato(%1)").arg(indice));
+  lblDato->Poner(Q(dato.empty() ? "-" : dato));
   auto* lblColumna = new QLabel(Q(titulo + ": ").replace('&', "&&"));
   lblColumna->setObjectName(QString("lblColumna(%1)").arg(indice));
   QFont letra = lblColumna->font();

@@ -8,6 +8,7 @@
 
 #include "widgets/Campos.h"
 #include "widgets/DisposicionEnFilas.h"
+#include "widgets/EtiquetaCopiable.h"
 #include "widgets/Iconos.h"
 #include "widgets/MarcoDialogo.h"
 
@@ -304,9 +305,7 @@ void ControlesSensor::ArmarReparos() {
   auto* icono = new QLabel;
   icono->setPixmap(IconoDe("aviso").pixmap(16, 16));
   icono->setAccessibleName("Aviso");
-  lblReparos = Muestra("lblReparos");
-  lblReparos->setWordWrap(true);
-  lblReparos->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  lblReparos = new EtiquetaCopiable(QStringLiteral("lblReparos"));
   cmdReparo = Boton("cmdReparo", "Ir al primero");
   auto* fila = new QHBoxLayout(marco_reparos);
   fila->setContentsMargins(0, 0, 0, 0);
@@ -376,7 +375,7 @@ void ControlesSensor::OrdenarTab() {
                 chkFlagRegis_Dif});
   for (const auto campos : {Periodos(), Validaciones().subspan(4), Validaciones().first(4), Alarmas()}) agregar(campos);
   orden.append({CAlarmaON, optEstadoNormal[0], optEstadoNormal[1], LeerParam, cmdOtroArchivo, cmdCopiar, cmdReparo,
-                cmdDejarRestantes, cmdAceptar, cmdCancelar, cmdAyuda});
+                lblReparos, cmdDejarRestantes, cmdAceptar, cmdCancelar, cmdAyuda});
   for (qsizetype i = 1; i < orden.size(); ++i) QWidget::setTabOrder(orden[i - 1], orden[i]);
 }
 

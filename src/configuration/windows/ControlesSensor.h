@@ -19,6 +19,8 @@ class QLayout;
 
 namespace utr {
 
+class EtiquetaCopiable;
+
 // Two small arrows beside a field. They take no focus: the field's arrow keys do the same.
 struct PasosSensor {
   QWidget* todo = nullptr;
@@ -79,7 +81,7 @@ struct ControlesSensor {
   QPushButton* cmdCopiar;
 
   QFrame* marco_reparos;
-  QLabel* lblReparos;
+  EtiquetaCopiable* lblReparos;
   QPushButton* cmdReparo;
 
   // The place of the channel in a round through several; hidden without one.

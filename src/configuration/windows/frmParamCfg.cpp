@@ -14,6 +14,7 @@
 #include "configuration/windows/frmPredefinidas.h"
 #include "widgets/Ayuda.h"
 #include "widgets/AyudaCombos.h"
+#include "widgets/EtiquetaCopiable.h"
 #include "widgets/MarcoDialogo.h"
 #include "widgets/TextoQt.h"
 
@@ -409,7 +410,7 @@ void frmParamCfg::MostrarReparos() {
   }
   for (std::size_t i = 0; i < kCamposDeTexto; ++i) c_->textos[i].campo->Marcar(lineas[i].join('\n'));
   c_->marco_reparos->setVisible(!todas.isEmpty());
-  c_->lblReparos->setText(LineaDeReparos());
+  c_->lblReparos->Poner(LineaDeReparos());
   c_->cmdReparo->setVisible(DondeSeRemedia() != nullptr);
   c_->lblReparos->setToolTip(todas.join('\n'));
 }

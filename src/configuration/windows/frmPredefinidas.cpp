@@ -14,6 +14,7 @@
 #include "configuration/Predefinidas.h"
 #include "session/AjustesEnlace.h"
 #include "widgets/Campos.h"
+#include "widgets/EtiquetaCopiable.h"
 #include "widgets/MarcoDialogo.h"
 #include "widgets/TextoQt.h"
 #include "widgets/VistaLista.h"
@@ -53,11 +54,9 @@ Columnas ColumnasDe(const Tabla* conjuntos) {
           sensor};
 }
 
-QLabel* NuevoValor(const QString& nombre) {
-  auto* valor = new QLabel;
-  valor->setObjectName(nombre);
-  valor->setTextFormat(Qt::PlainText);
-  valor->setTextInteractionFlags(Qt::TextSelectableByMouse);
+EtiquetaCopiable* NuevoValor(const QString& nombre) {
+  auto* valor = new EtiquetaCopiable(nombre);
+  valor->setWordWrap(false);
   valor->setFrameShape(QFrame::StyledPanel);
   // A file may hold anything; it mustn't widen the window.
   valor->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
@@ -90,6 +89,10 @@ frmPredefinidas::frmPredefinidas(ModRTU& mod, QWidget* parent)
   }
   ArmarDialogo(*this, cuerpo, {.aceptar = aceptar_, .cancelar = cancelar_},
                {otro_, lista_->CampoFiltro(), lista_->Arbol()});
+  QWidget* anterior = lista_->Arbol();
+  for (const auto& valores : datos_) {
+    for (EtiquetaCopiable* valor : valores) setTabOrder(std::exchange(anterior, valor), valor);
+  }
   connect(otro_, &QPushButton::clicked, this, &frmPredefinidas::OtroArchivo);
   connect(lista_, &VistaLista::SeleccionCambiada, this, &frmPredefinidas::MostrarElegida);
   connect(lista_, &VistaLista::Filtrada, this, &frmPredefinidas::MostrarElegida);
@@ -218,7 +221,7 @@ void frmPredefinidas::MostrarElegida() {
   const auto& datos = datos_.at(static_cast<std::size_t>(familia_ - 1));
   for (std::size_t i = 0; i < datos.size(); ++i) {
     const QString texto = i < valores.size() ? Q(valores[i]) : QString();
-    datos[i]->setText(texto);
+    datos[i]->Poner(texto);
     datos[i]->setToolTip(texto.toHtmlEscaped());
   }
 }

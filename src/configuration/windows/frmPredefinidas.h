@@ -14,6 +14,7 @@ class QPushButton;
 
 namespace utr {
 
+class EtiquetaCopiable;
 class VistaLista;
 
 // "Parametrizaciones predefinidas": the sets of a file that fit a family of sensors, with their values; the operator
@@ -52,7 +53,7 @@ class frmPredefinidas : public QDialog {
   QPushButton* otro_;
   VistaLista* lista_;
   std::array<QWidget*, 5> paneles_{};
-  std::array<std::vector<QLabel*>, 5> datos_;
+  std::array<std::vector<EtiquetaCopiable*>, 5> datos_;
   QPushButton* aceptar_;
   QPushButton* cancelar_;
 };

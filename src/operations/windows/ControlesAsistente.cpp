@@ -11,6 +11,7 @@
 
 #include "operations/PasosAsistente.h"
 #include "widgets/AyudaCombos.h"
+#include "widgets/EtiquetaCopiable.h"
 #include "widgets/Iconos.h"
 #include "widgets/MarcoDialogo.h"
 #include "widgets/Tamanos.h"
@@ -67,14 +68,11 @@ QCheckBox* Casilla(const char* nombre, const char* texto) {
 
 }  // namespace
 
-LineaAviso::LineaAviso(const char* nombre) : texto_(new QLabel) {
+LineaAviso::LineaAviso(const char* nombre) : texto_(new EtiquetaCopiable(QString())) {
   setObjectName(QString::fromLatin1(nombre));
   auto* icono = new QLabel;
   icono->setPixmap(IconoDe("aviso").pixmap(16, 16));
   icono->setAccessibleName("Aviso");
-  texto_->setTextFormat(Qt::PlainText);
-  texto_->setWordWrap(true);
-  texto_->setTextInteractionFlags(Qt::TextSelectableByMouse);
   auto* fila = new QHBoxLayout(this);
   fila->setContentsMargins(0, 0, 0, 0);
   fila->addWidget(icono, 0, Qt::AlignTop);
@@ -83,7 +81,7 @@ LineaAviso::LineaAviso(const char* nombre) : texto_(new QLabel) {
 }
 
 void LineaAviso::Decir(const QString& texto) {
-  texto_->setText(texto);
+  texto_->Poner(texto);
   setAccessibleName(texto);
   setVisible(!texto.isEmpty());
 }

@@ -19,6 +19,8 @@ class QVBoxLayout;
 
 namespace utr {
 
+class EtiquetaCopiable;
+
 // A sentence with the icon that calls for attention; gone while it has no text.
 class LineaAviso : public QFrame {
   Q_OBJECT
@@ -28,7 +30,7 @@ class LineaAviso : public QFrame {
   void Decir(const QString& texto);
 
  private:
-  QLabel* texto_;
+  EtiquetaCopiable* texto_;
 };
 
 // The controls of the start-up wizard, laid out in it. They know nothing of what they show.

@@ -18,6 +18,7 @@
 #include "retrieved/series/TextoSerie.h"
 #include "widgets/Campos.h"
 #include "widgets/DisposicionEnFilas.h"
+#include "widgets/EtiquetaCopiable.h"
 #include "widgets/PanelDePaginas.h"
 #include "widgets/TextoQt.h"
 #include "widgets/TurnoDeImpresora.h"
@@ -40,7 +41,7 @@ PanelGrafico::PanelGrafico(const ContextoListas& contexto, OpcionesPanelGrafico 
       grafico_(new Hidrograma),
       canales_(new QMenu(this)),
       eventos_(new QCheckBox(QStringLiteral("Eventos"))),
-      hechos_(new QLabel),
+      hechos_(new EtiquetaCopiable(QStringLiteral("GraficoHechos"))),
       sitio_(new QScrollArea) {
   setObjectName("PanelGrafico");
   Armar();
@@ -81,10 +82,6 @@ void PanelGrafico::Armar() {
   eventos_->setObjectName("GraficoEventos");
   eventos_->setWhatsThis(QStringLiteral("Lee los eventos del período y los muestra como banderas."));
   eventos_->setVisible(opciones_.con_eventos);
-  hechos_->setObjectName("GraficoHechos");
-  hechos_->setTextFormat(Qt::PlainText);
-  hechos_->setTextInteractionFlags(Qt::TextSelectableByMouse);
-  hechos_->setWordWrap(true);
   hechos_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
   sitio_->setObjectName("GraficoSitioDeHechos");
   sitio_->setAccessibleName(QStringLiteral("Hechos del gráfico"));
@@ -217,8 +214,8 @@ void PanelGrafico::SenalarFila(std::optional<std::size_t> fila) {
 }
 
 void PanelGrafico::Decir(const QString& texto) {
-  hechos_->setText(texto);
-  // Tab reaches it where there is more than fits.
+  hechos_->Poner(texto);
+  // The keyboard scrolls it where there is more than fits.
   const bool sobra = hechos_->heightForWidth(sitio_->viewport()->width()) > sitio_->viewport()->height();
   sitio_->setFocusPolicy(sobra ? Qt::StrongFocus : Qt::NoFocus);
 }

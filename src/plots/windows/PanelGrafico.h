@@ -16,6 +16,7 @@ class QScrollArea;
 
 namespace utr {
 
+class EtiquetaCopiable;
 class Hidrograma;
 
 // What a window tells of itself to its plot.
@@ -92,7 +93,7 @@ class PanelGrafico : public QWidget {
   QPushButton* agregar_ = nullptr;
   QPushButton* quitar_ = nullptr;
   QCheckBox* eventos_;
-  QLabel* hechos_;
+  EtiquetaCopiable* hechos_;
   QScrollArea* sitio_;  // of these
   QStringList ofrecidos_;
   QStringList agregados_;

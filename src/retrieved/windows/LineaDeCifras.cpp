@@ -1,8 +1,7 @@
 #include "retrieved/windows/LineaDeCifras.h"
 
-#include <QLabel>
-
 #include "retrieved/CifrasRegistros.h"
+#include "widgets/EtiquetaCopiable.h"
 #include "widgets/Iconos.h"
 #include "widgets/VistaLista.h"
 
@@ -23,12 +22,8 @@ QString PalabraDe(MarcaRegistro marca) {
 
 }  // namespace
 
-QLabel* NuevaLineaDeCifras() {
-  auto* linea = new QLabel;
-  linea->setObjectName("lblCifras");
-  linea->setTextFormat(Qt::PlainText);
-  linea->setWordWrap(true);
-  linea->setTextInteractionFlags(Qt::TextSelectableByMouse);
+EtiquetaCopiable* NuevaLineaDeCifras() {
+  auto* linea = new EtiquetaCopiable(QStringLiteral("lblCifras"));
   linea->setWhatsThis(QStringLiteral("El resumen de los registros, cualquiera sea el filtro de la lista."));
   linea->hide();
   return linea;

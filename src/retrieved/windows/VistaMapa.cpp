@@ -8,6 +8,7 @@
 
 #include "retrieved/windows/RejaMapa.h"
 #include "widgets/DisposicionEnFilas.h"
+#include "widgets/EtiquetaCopiable.h"
 #include "widgets/TextoQt.h"
 
 namespace utr {
@@ -45,15 +46,11 @@ VistaMapa::VistaMapa(MapaMemoria& mapa, QWidget* parent)
       mapa_(mapa),
       reja_(new RejaMapa(mapa)),
       lugar_(new QLabel),
-      cuenta_(new QLabel),
+      cuenta_(new EtiquetaCopiable(QStringLiteral("lblCuentaMapa"))),
       cerca_(new QToolButton) {
   setObjectName("VistaMapa");
   lugar_->setObjectName("lblLugarMapa");
   lugar_->setMinimumWidth(1);  // long words don't push the window wider
-  cuenta_->setObjectName("lblCuentaMapa");
-  cuenta_->setWordWrap(true);
-  cuenta_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-  cuenta_->setFocusPolicy(Qt::StrongFocus);
   cerca_->setObjectName("AcercarMapa");
   cerca_->setText(QStringLiteral("De a una página"));
   cerca_->setToolTip(QStringLiteral("Una página en cada lugar del mapa, en vez de ocho (teclas + y -)"));
@@ -88,7 +85,7 @@ void VistaMapa::Armar() {
 
 void VistaMapa::Actualizar() {
   const QString cuenta = Q(mapa_.Cuenta());
-  cuenta_->setText(cuenta);
+  cuenta_->Poner(cuenta);
   reja_->setAccessibleDescription(cuenta);
   DecirLugar();
 }

@@ -9,6 +9,7 @@ class QToolButton;
 
 namespace utr {
 
+class EtiquetaCopiable;
 class RejaMapa;
 
 // The map of the memory: a row of cells for each track, eight pages in each, or one after a zoom; under it the cell
@@ -45,7 +46,7 @@ class VistaMapa : public QWidget {
   MapaMemoria& mapa_;
   RejaMapa* reja_;
   QLabel* lugar_;
-  QLabel* cuenta_;
+  EtiquetaCopiable* cuenta_;
   QToolButton* cerca_;
 };
 

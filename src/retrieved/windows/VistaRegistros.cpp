@@ -13,6 +13,7 @@
 #include "session/windows/Visitas.h"
 #include "widgets/Campos.h"
 #include "widgets/ControlesRecordados.h"
+#include "widgets/EtiquetaCopiable.h"
 #include "widgets/PanelAviso.h"
 #include "widgets/TextoQt.h"
 #include "widgets/VistaLista.h"

@@ -15,6 +15,7 @@ namespace utr {
 class BarraPeriodos;
 class ControlesRecordados;
 class EsperaDeUnidad;
+class EtiquetaCopiable;
 
 // Pixels between controls that stand one over the other, and between columns of them.
 inline constexpr int kEntreControles = 6;
@@ -134,7 +135,7 @@ class VistaRegistros : public VentanaLista {
   ModRTU& mod_;
   QLabel* lblCantRegistros_;
   QLabel* lblPeriodo_;
-  QLabel* lblCifras_;
+  EtiquetaCopiable* lblCifras_;
   PanelAviso* picCancelada_;
   QDateTimeEdit* inicio_ = nullptr;
   QDateTimeEdit* fin_ = nullptr;

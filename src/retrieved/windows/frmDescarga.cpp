@@ -23,6 +23,7 @@
 #include "widgets/ControlesRecordados.h"
 #include "widgets/DialogoCsv.h"
 #include "widgets/DisposicionEnFilas.h"
+#include "widgets/EtiquetaCopiable.h"
 #include "widgets/PanelAviso.h"
 #include "widgets/SinDormir.h"
 #include "widgets/TextoQt.h"
@@ -113,7 +114,7 @@ frmDescarga::frmDescarga(ModRTU& mod, TablaPtr configuracion, QWidget* parent)
       carpeta_(new QLineEdit(Q((CarpetaDelOperador(mod.carpeta) / "Descargas").string()))),
       picAvance_(new PanelAviso("picAvance", QStringLiteral("Descargando. Por favor espere..."))),
       barra_(new QProgressBar),
-      lblFinal_(new QLabel),
+      lblFinal_(new EtiquetaCopiable(QStringLiteral("lblFinal"))),
       cmdDescargar_(Boton("cmdDescargar", QStringLiteral("Desca&rgar"))),
       cmdSeguir_(Boton("cmdSeguir", QStringLiteral("Seguir con lo que &falta"))) {
   FechaFin_->setTime(QTime(23, 59, 59));
@@ -222,10 +223,6 @@ QWidget* frmDescarga::ArmarPie() {
   barra_->setObjectName("Progreso");
   barra_->hide();
   picAvance_->hide();
-  lblFinal_->setObjectName("lblFinal");
-  lblFinal_->setTextFormat(Qt::PlainText);
-  lblFinal_->setWordWrap(true);
-  lblFinal_->setTextInteractionFlags(Qt::TextSelectableByMouse);
   cmdSeguir_->hide();
   auto* fila = new QHBoxLayout;
   fila->addWidget(lblFinal_, 1);
@@ -344,7 +341,7 @@ void frmDescarga::Correr() {
     OpcionesOcupacion opciones = AlTrabajar();
     opciones.panel = picAvance_;
     EsperaDeUnidad espera(mod_, opciones, EsperaDeUnidad::Cancelable::kSiempre);
-    lblFinal_->clear();
+    lblFinal_->Poner({});
     cmdSeguir_->hide();
     barra_->show();
     const SinDormir despierto(QStringLiteral("Descarga de una UTR"));
@@ -390,7 +387,7 @@ void frmDescarga::DecirFinal(bool con_mensaje) {
     texto += QStringLiteral(" No se pudo guardar el resumen.");
   }
   texto += QStringLiteral("\nCarpeta: ") + Q(descarga_->Carpeta().string());
-  lblFinal_->setText(texto);
+  lblFinal_->Poner(texto);
   cmdSeguir_->setVisible(!completa);
   Habilitar();
   if (con_mensaje)

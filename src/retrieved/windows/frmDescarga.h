@@ -17,6 +17,7 @@ namespace utr {
 class BarraPeriodos;
 class CamposCsv;
 class ControlesRecordados;
+class EtiquetaCopiable;
 
 // "Descargar todo": configuration, channels, events and transmission queue of a span into a folder of its own, with
 // what is there and what is missing as a list. What is missing can be asked for again.
@@ -68,7 +69,7 @@ class frmDescarga : public VentanaLista {
   QLineEdit* carpeta_;
   PanelAviso* picAvance_;
   QProgressBar* barra_;
-  QLabel* lblFinal_;
+  EtiquetaCopiable* lblFinal_;
   QPushButton* cmdDescargar_;
   QPushButton* cmdSeguir_;
 };

@@ -19,6 +19,7 @@
 #include "retrieved/windows/VistaMapa.h"
 #include "widgets/Campos.h"
 #include "widgets/CarpetaDelOperador.h"
+#include "widgets/EtiquetaCopiable.h"
 #include "widgets/Iconos.h"
 #include "widgets/MarcoDialogo.h"
 #include "widgets/TextoQt.h"
@@ -111,7 +112,8 @@ frmProcesar::frmProcesar(ModRTU& mod, ConfiguracionAplicada configuracion, QWidg
       AgregarArchivo_(Boton("AgregarArchivo", QStringLiteral("Agre&gar archivo..."))),
       lstArchivos_(new QListWidget),
       QuitarArchivo_(Boton("QuitarArchivo", QStringLiteral("&Quitar"))),
-      lblAnticipo_(new QLabel),
+      lblAnticipo_(new EtiquetaCopiable(QStringLiteral("lblAnticipo"))),
+      lblConfiguracion_(new EtiquetaCopiable(QStringLiteral("lblConfiguracion"))),
       lblResultadosEn_(CampoDeRuta("lblResultadosEn")),
       GuardarEn_(Boton("GuardarEn", QStringLiteral("Ca&mbiar..."))),
       vista_mapa_(new VistaMapa(mapa_)),
@@ -139,8 +141,8 @@ frmProcesar::frmProcesar(ModRTU& mod, ConfiguracionAplicada configuracion, QWidg
   cuerpo->addWidget(ArmarAvance());
   const QList<QWidget*> mapa = vista_mapa_->Controles();
   ArmarDialogo(*this, cuerpo, {.aceptar = comenzar_, .cancelar = cancelar_},
-               {ArchivoAProcesar_, AbrirArchivo_, AgregarArchivo_, lstArchivos_, QuitarArchivo_, lblResultadosEn_,
-                GuardarEn_, mapa[0], mapa[1], mapa[2]});
+               {ArchivoAProcesar_, AbrirArchivo_, AgregarArchivo_, lstArchivos_, QuitarArchivo_, lblAnticipo_,
+                lblResultadosEn_, GuardarEn_, lblConfiguracion_, mapa[0], mapa[1], mapa[2]});
   Explicar();
   ConectarControles();
   VerArchivos();
@@ -157,10 +159,6 @@ QWidget* frmProcesar::ArmarArchivos() {
   lstArchivos_->setObjectName("lstArchivos");
   lstArchivos_->setFixedHeight(kRenglonesLista * lstArchivos_->fontMetrics().lineSpacing() + kEntrePartes);
   lblArchivos_ = Rotulo("lblArchivos", QStringLiteral("O&tros archivos de la misma UTR:"), lstArchivos_);
-  lblAnticipo_->setObjectName("lblAnticipo");
-  lblAnticipo_->setTextFormat(Qt::PlainText);
-  lblAnticipo_->setWordWrap(true);
-  lblAnticipo_->setTextInteractionFlags(Qt::TextSelectableByMouse);
   lblAnticipo_->hide();
   auto* archivos = new QWidget;
   auto* reja = new QGridLayout(archivos);
@@ -191,12 +189,8 @@ QWidget* frmProcesar::ArmarConfiguracion() {
     icono->setAccessibleName(QStringLiteral("Aviso"));
     fila->addWidget(icono, 0, Qt::AlignTop);
   }
-  auto* lblConfiguracion = new QLabel(QStringLiteral("Configuración que se aplica: ") + Q(configuracion_.EnPalabras()));
-  lblConfiguracion->setObjectName("lblConfiguracion");
-  lblConfiguracion->setTextFormat(Qt::PlainText);
-  lblConfiguracion->setWordWrap(true);
-  lblConfiguracion->setTextInteractionFlags(Qt::TextSelectableByMouse);
-  fila->addWidget(lblConfiguracion, 1);
+  lblConfiguracion_->Poner(QStringLiteral("Configuración que se aplica: ") + Q(configuracion_.EnPalabras()));
+  fila->addWidget(lblConfiguracion_, 1);
   return marco;
 }
 
@@ -338,7 +332,7 @@ void frmProcesar::MostrarReparos(const QString& reparos) {
     renglones.resize(kReparosVistos);
     renglones.last() += QStringLiteral(" ... y %1 más").arg(mas);
   }
-  lblAnticipo_->setText(renglones.join('\n'));
+  lblAnticipo_->Poner(renglones.join('\n'));
   lblAnticipo_->setToolTip(mas > 0 ? reparos : QString());
   lblAnticipo_->setVisible(!renglones.isEmpty());
 }

@@ -19,6 +19,7 @@ class QPushButton;
 
 namespace utr {
 
+class EtiquetaCopiable;
 class VistaMapa;
 
 // The configuration that a processing applies, told to the operator.
@@ -82,7 +83,8 @@ class frmProcesar : public QDialog {
   QLabel* lblArchivos_;
   QListWidget* lstArchivos_;
   QPushButton* QuitarArchivo_;
-  QLabel* lblAnticipo_;
+  EtiquetaCopiable* lblAnticipo_;
+  EtiquetaCopiable* lblConfiguracion_;
   QLineEdit* lblResultadosEn_;
   QPushButton* GuardarEn_;
   VistaMapa* vista_mapa_;

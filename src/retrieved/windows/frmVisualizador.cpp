@@ -16,6 +16,7 @@
 #include "retrieved/windows/VistaInforme.h"
 #include "widgets/Campos.h"
 #include "widgets/CarpetaDelOperador.h"
+#include "widgets/EtiquetaCopiable.h"
 #include "widgets/TextoQt.h"
 #include "widgets/VistaLista.h"
 

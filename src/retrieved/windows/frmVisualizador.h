@@ -14,6 +14,7 @@ class QPushButton;
 
 namespace utr {
 
+class EtiquetaCopiable;
 class PanelGrafico;
 class VistaInforme;
 
@@ -57,7 +58,7 @@ class frmVisualizador : public VentanaLista {
   VistaInforme* informe_;
   PanelGrafico* grafico_;
   QLabel* lblCantRegistros_;
-  QLabel* lblCifras_;
+  EtiquetaCopiable* lblCifras_;
 };
 
 }  // namespace utr

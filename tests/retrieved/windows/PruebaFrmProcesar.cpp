@@ -178,12 +178,13 @@ TEST_F(PruebaFrmProcesar, VariosArchivosSeJuntanSinRepetirseYSeQuitan) {
 
 TEST_F(PruebaFrmProcesar, TabPasaPorTodoYVuelve) {
   std::vector<std::string> recorrido;
-  for (int i = 0; i < 10; ++i) {
+  for (int i = 0; i < 11; ++i) {
     recorrido.push_back(U(ventana->focusWidget()->objectName()));
     QTest::keyClick(ventana->focusWidget(), Qt::Key_Tab);
   }
-  EXPECT_THAT(recorrido, testing::ElementsAre("AbrirArchivo", "AgregarArchivo", "lblResultadosEn", "GuardarEn", "Mapa",
-                                              "AcercarMapa", "lblCuentaMapa", "cmd(0)", "cmd(1)", "ArchivoAProcesar"));
+  EXPECT_THAT(recorrido,
+              testing::ElementsAre("AbrirArchivo", "AgregarArchivo", "lblResultadosEn", "GuardarEn", "lblConfiguracion",
+                                   "Mapa", "AcercarMapa", "lblCuentaMapa", "cmd(0)", "cmd(1)", "ArchivoAProcesar"));
 }
 
 TEST_F(PruebaFrmProcesar, CancelarOcultaSinProcesar) {
