@@ -170,12 +170,12 @@ TEST_F(PruebaFrmVisualizador, TabPasaPorElFiltroYElInformeYVuelve) {
   prueba::EscribirTodo(banco.carpeta / "rioInforme.txt", "rioEventos.xml");
   ventana.MuestraArchivo(Eventos());
   std::vector<std::string> recorrido;
-  for (int i = 0; i < 8; ++i) {
+  for (int i = 0; i < 9; ++i) {
     recorrido.push_back(U(ventana.focusWidget()->objectName()));
     QTest::keyClick(ventana.focusWidget(), Qt::Key_Tab);
   }
-  EXPECT_THAT(recorrido, ElementsAre("cmdFile", "txtFiltro", "Lista", "txtInforme", "cmdImprimirInforme", "cmd",
-                                     "lblFile", "cmdFile"));
+  EXPECT_THAT(recorrido, ElementsAre("cmdFile", "txtFiltro", "Lista", "lblCifras", "txtInforme", "cmdImprimirInforme",
+                                     "cmd", "lblFile", "cmdFile"));
 }
 
 }  // namespace
