@@ -109,10 +109,13 @@ bool ImpresoraQt::Dibujar(const EleccionImpresora& eleccion, std::string_view ti
   // A name that the system doesn't know leaves the job to its usual printer.
   if (!trabajo->impresora.isValid() || trabajo->impresora.printerName() != Q(eleccion.nombre)) NoLoToma();
   const bool dibujado = dibujar(trabajo->impresora, trabajo->pintor, progreso) > 0;
-  if (!dibujado && trabajo->pintor.isActive()) Apartar(std::move(trabajo));
-  if (!dibujado && progreso.Cancelado()) return false;
-  if (!dibujado || !trabajo->pintor.end()) NoLoToma();
-  return true;
+  if (dibujado) {
+    if (!trabajo->pintor.end()) NoLoToma();
+    return true;
+  }
+  if (trabajo->pintor.isActive()) Apartar(std::move(trabajo));
+  if (!progreso.Cancelado()) NoLoToma();
+  return false;
 }
 
 void ImprimirDibujo(Impresora& impresora, const EleccionImpresora& eleccion, std::string_view titulo,
