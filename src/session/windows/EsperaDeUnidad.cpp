@@ -68,7 +68,7 @@ bool EsperaDeUnidad::Llamar(const std::function<void()>& llamada) {
 void EsperaDeUnidad::Mostrar() {
   QString texto = QStringLiteral("Esperando a la UTR desde las ") + Q(desde_);
   if (const auto segundos = (mod_.reloj.Milisegundos() - comienzo_) / 1000; segundos > 0)
-    texto += QStringLiteral(" (%1 s)").arg(segundos);
+    texto += QStringLiteral(" (%1\u00a0s)").arg(segundos);
   const CuentaDeLinea ahora = CuentaDe(mod_);
   const CuentaDeLinea cuenta{.enviados = ahora.enviados - al_comenzar_.enviados,
                              .recibidos = ahora.recibidos - al_comenzar_.recibidos,
