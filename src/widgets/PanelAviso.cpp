@@ -1,7 +1,9 @@
 #include "widgets/PanelAviso.h"
 
+#include <QEvent>
 #include <QLabel>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QStackedLayout>
 #include <QVBoxLayout>
 
@@ -12,6 +14,7 @@ namespace utr {
 namespace {
 
 constexpr int kAnchoFlotante = 64;  // characters in a line of a floating panel
+constexpr int kAlrededor = 8;       // what is seen around one that was scrolled to
 
 }  // namespace
 
@@ -20,6 +23,8 @@ PanelAviso::PanelAviso(const char* nombre, const QString& texto, QWidget* parent
   setObjectName(QString::fromLatin1(nombre));
   DarRol(*this, QAccessible::AlertMessage);
   setAccessibleName(texto);
+  traer_.setSingleShot(true);
+  connect(&traer_, &QTimer::timeout, this, &PanelAviso::TraerALaVista);
   setFrameShape(QFrame::StyledPanel);
   setBackgroundRole(QPalette::ToolTipBase);
   setAutoFillBackground(true);
@@ -68,6 +73,23 @@ void PanelAviso::Flotar() {
   flota_ = true;
   etiqueta_->setMinimumWidth(etiqueta_->fontMetrics().averageCharWidth() * kAnchoFlotante);
   hide();
+}
+
+// A panel in the place of a list, in a body that scrolls, may come up where nobody looks: what it says and its button
+// are brought into sight, also when it grows. Where everything lies is known only when the layouts have settled,
+// hence the timer: a queued call would come before the area knows how far it scrolls.
+bool PanelAviso::event(QEvent* evento) {
+  const bool hecho = QFrame::event(evento);
+  const bool cambia = evento->type() == QEvent::Show || evento->type() == QEvent::Resize;
+  if (zona_ != nullptr && cambia) traer_.start();
+  return hecho;
+}
+
+void PanelAviso::TraerALaVista() {
+  if (!isVisible()) return;
+  for (QWidget* sobre = parentWidget(); sobre != nullptr; sobre = sobre->parentWidget()) {
+    if (auto* area = qobject_cast<QScrollArea*>(sobre)) area->ensureWidgetVisible(this, 0, kAlrededor);
+  }
 }
 
 void PanelAviso::Ver(bool visto) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QFrame>
+#include <QTimer>
 #include <QString>
 
 class QLabel;
@@ -36,11 +37,17 @@ class PanelAviso : public QFrame {
   // Shows it, in place of its list where it has one, or takes it away.
   void Ver(bool visto);
 
+ protected:
+  bool event(QEvent* evento) override;
+
  private:
   friend class ZonaLista;
 
+  void TraerALaVista();
+
   QLabel* etiqueta_;
   QLabel* detalle_;
+  QTimer traer_;  // runs out when there is nothing left to lay out
   ZonaLista* zona_ = nullptr;
   bool flota_ = false;
 };

@@ -4,7 +4,10 @@
 #include <QDialog>
 #include <QGuiApplication>
 #include <QLabel>
+#include <QPushButton>
 #include <QScreen>
+#include <QScrollArea>
+#include <QVBoxLayout>
 
 #include "widgets/Iconos.h"
 #include "widgets/PanelAviso.h"
@@ -30,6 +33,34 @@ TEST(PruebaZonaLista, SeVenLosPanelesDichosOSiNoLaLista) {
   zona.Mostrar({});
   EXPECT_TRUE(lista->isVisible());
   EXPECT_FALSE(uno->isVisible() || otro->isVisible());
+}
+
+constexpr int kRondas = 10;  // of events, until the layouts and what waits for them have settled
+
+// A screen too small for the window: the body scrolls, and the button that ends the wait comes last.
+TEST(PruebaZonaLista, UnPanelBajoElBordeSeTraeALaVistaConSuBoton) {
+  QScrollArea area;
+  auto* cuerpo = new QWidget;
+  auto* columna = new QVBoxLayout(cuerpo);
+  auto* encima = new QLabel("campos");
+  encima->setMinimumHeight(400);
+  auto* zona = new ZonaLista(new QLabel("lista"));
+  PanelAviso* panel = zona->Agregar("picInfo", "Espere...");
+  columna->addWidget(encima);
+  columna->addWidget(zona);
+  area.setWidget(cuerpo);
+  area.setWidgetResizable(true);
+  area.resize(500, 300);
+  area.show();
+  const auto a_la_vista = [&area](QWidget* cual) {
+    for (int ronda = 0; ronda < kRondas; ++ronda) QCoreApplication::processEvents();
+    const QRect lugar(cual->mapTo(area.viewport(), QPoint()), cual->size());
+    return area.viewport()->rect().contains(lugar);
+  };
+  zona->Mostrar({panel});
+  EXPECT_TRUE(a_la_vista(panel));
+  panel->Boton("cmdCancelar", "Cancelar")->show();
+  EXPECT_TRUE(a_la_vista(panel->Boton("cmdCancelar", "Cancelar")));
 }
 
 QRgb ColorMasOscuro(const QImage& imagen) {
