@@ -1,8 +1,8 @@
 #pragma once
 
 #include <QFrame>
-#include <QTimer>
 #include <QString>
+#include <QTimer>
 
 class QLabel;
 class QPushButton;
