@@ -42,6 +42,8 @@ bool EsLlano(std::string_view texto) {
   return (dudosos | Dudosos(ocho)) == 0;
 }
 
+constexpr unsigned kRanuraMenor = 3;
+
 // The texts of a column as the file has them; none where they were longer than their places can tell.
 void HacerTextos(ColumnaSalida& c) {
   const Diccionario& textos = c.columna->Textos();
@@ -62,13 +64,36 @@ void HacerTextos(ColumnaSalida& c) {
   c.hechos.append(Renglones::kHolgura, '\0');
 }
 
+// The places of one size that take so many bytes each, and their number behind them; 0 where these are too many.
+unsigned RanuraPara(std::size_t bytes) {
+  constexpr unsigned kMayor = 6;
+  unsigned ranura = kRanuraMenor;
+  while (ranura <= kMayor && bytes >= std::size_t{1} << ranura) ++ranura;
+  return ranura <= kMayor ? ranura : 0;
+}
+
+// Plain values straight to their places: a column of measurements has them by the ten thousand.
+void HacerEnRanuras(ColumnaSalida& c, unsigned ranura) {
+  constexpr std::size_t kDeUnaVez = Diccionario::kHolgura;
+  const Diccionario& textos = c.columna->Textos();
+  const std::size_t paso = std::size_t{1} << ranura;
+  c.hechos.resize((textos.Cantidad() + 1) * paso + Renglones::kHolgura);
+  c.ranura = ranura;
+  for (std::uint32_t n = 1; n <= textos.Cantidad(); ++n) {
+    const std::string_view texto = textos.Texto(n);
+    char* const suya = c.hechos.data() + n * paso;
+    // What follows a short text is overwritten by the next one's.
+    std::memcpy(suya, texto.data(), kDeUnaVez);
+    if (texto.size() > kDeUnaVez) std::memcpy(suya, texto.data(), texto.size());
+    suya[texto.size()] = '\'';
+    suya[paso - 1] = static_cast<char>(texto.size() + 1);
+  }
+}
+
 // Gives the texts made ready places of one size, so that each is found in one step; none where they are too long.
 void Acomodar(ColumnaSalida& c) {
-  constexpr unsigned kMenor = 3;
-  constexpr unsigned kMayor = 6;
-  unsigned ranura = kMenor;
-  while (ranura <= kMayor && c.mayor >= std::size_t{1} << ranura) ++ranura;
-  if (ranura > kMayor) return;
+  const unsigned ranura = RanuraPara(c.mayor);
+  if (ranura == 0) return;
   const std::size_t paso = std::size_t{1} << ranura;
   std::string ranuras(c.finales.size() * paso + Renglones::kHolgura, '\0');
   for (std::uint32_t n = 1; n < c.finales.size(); ++n) {
@@ -89,8 +114,13 @@ void PrepararTextos(ColumnaSalida& c) {
   if (!c.columna->Rala()) c.lugares = c.columna->IndicesDensos();
   c.llana = true;
   textos.CadaTramo([&](std::string_view tramo) { c.llana = c.llana && EsLlano(tramo); });
-  c.entera = textos.Cantidad() <= kPocos;
-  if (textos.Cantidad() * kRepeticiones <= c.columna->Lugares()) HacerTextos(c);
+  const bool se_repiten = textos.Cantidad() * kRepeticiones <= c.columna->Lugares();
+  c.entera = se_repiten && textos.Cantidad() <= kPocos;
+  if (se_repiten && c.llana && !c.entera) {
+    for (std::uint32_t n = 1; n <= textos.Cantidad(); ++n) c.mayor = std::max(c.mayor, textos.Texto(n).size() + 1);
+    if (const unsigned ranura = RanuraPara(c.mayor); ranura != 0) return HacerEnRanuras(c, ranura);
+  }
+  if (se_repiten) HacerTextos(c);
   c.entera = c.entera && c.EstaHecha();
   if (!c.llana && !c.EstaHecha()) return;
   for (std::uint32_t n = 1; n <= textos.Cantidad(); ++n) c.mayor = std::max(c.mayor, c.Hecho(n).size());
@@ -107,10 +137,18 @@ std::string TextoReal(double numero, int cifras) {
   return texto;
 }
 
+// One of the shortest places as a whole, and no byte beyond it: the next place may lie in memory that isn't near.
+inline void PonerRanura(Renglones::Punta& punta, const char* ranura) {
+  constexpr std::size_t kBytes = std::size_t{1} << kRanuraMenor;
+  std::memcpy(punta.lugar, ranura, kBytes);
+  punta.lugar += static_cast<unsigned char>(ranura[kBytes - 1]);
+}
+
 // An attribute of a column whose texts are made ready or plain, in room that there is already.
 inline void Agregar(const Renglones& r, Renglones::Punta& punta, const ColumnaSalida& c, std::uint32_t numero) {
   r.Cortar(punta, 1);
   if (!c.entera) punta.Poner({c.comienzo.data(), c.largo_comienzo});
+  if (c.ranura == kRanuraMenor) return PonerRanura(punta, c.hechos.data() + (std::size_t{numero} << kRanuraMenor));
   punta.Poner(c.Hecho(numero));
   if (!c.EstaHecha()) punta.Poner('\'');
 }
