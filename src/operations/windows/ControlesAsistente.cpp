@@ -95,8 +95,10 @@ ControlesAsistente::ControlesAsistente(QDialog& dialogo) : pasos(Nombrado(new QS
   picInfo->hide();
   auto* todo = new QVBoxLayout(&dialogo);
   todo->setContentsMargins(kMargenVentana, kMargenVentana, kMargenVentana, kMargenVentana);
-  // What a step has to say may be more, by its end, than what the window was made for.
-  todo->addWidget(new AreaDesplazable(pasos, &dialogo), 1);
+  // What a step has to say may be more, by its end, than what the window was made for. Each scrolls by itself: in one
+  // area all of them would be as high as the highest.
+  for (QWidget* paso : fraStep) pasos->addWidget(new AreaDesplazable(paso, &dialogo));
+  todo->addWidget(pasos, 1);
   todo->addWidget(picInfo);
   todo->addSpacing(kSobreElPie);
   ArmarNavegacion();
@@ -111,7 +113,6 @@ QVBoxLayout* ControlesAsistente::Paso(std::size_t paso, const char* texto) {
   marco->setObjectName(QStringLiteral("fraStep(%1)").arg(paso));
   marco->setFlat(paso == 0);
   fraStep.at(paso) = marco;
-  pasos->addWidget(marco);
   auto* columna = new QVBoxLayout(marco);
   columna->setSpacing(kEntreParrafos);
   QLabel* parrafo = Texto("lblTexto", texto);

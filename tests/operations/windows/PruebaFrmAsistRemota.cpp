@@ -7,6 +7,8 @@
 #include <QCoreApplication>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QStackedWidget>
 #include <map>
 
@@ -489,6 +491,20 @@ TEST_F(Asistente, LaPresentacionSeSalteaSiSePidio) {
   EXPECT_EQ(almacen.valores["UTRStartUp/IntroductionScreen"], "");
   AlmacenAsistentesQt().Guardar("UTRStartUp", "IntroductionScreen", "ShowIntro");
   EXPECT_EQ(AlmacenAsistentesQt().Leer("UTRStartUp", "IntroductionScreen"), "ShowIntro");
+}
+
+TEST_F(Asistente, UnPasoQueCabeNoSeDesplazaPorLosDemas) {
+  Abrir([this](QDialog& d) {
+    constexpr int kBaja = 360;  // enough for the first step, too little for the last one
+    d.resize(d.width(), kBaja);
+    QCoreApplication::processEvents();
+    ASSERT_EQ(d.height(), kBaja);
+    ASSERT_GT(El<QWidget>("fraStep(3)").minimumSizeHint().height(), kBaja);
+    for (const QScrollArea* area : d.findChildren<QScrollArea*>()) {
+      EXPECT_TRUE(!area->isVisible() || area->verticalScrollBar()->maximum() == 0);
+    }
+    Pulsar(kCancelar);
+  });
 }
 
 TEST_F(Asistente, ElVientoSeForzaYSeAvisa) {
