@@ -14,6 +14,7 @@
 #include <QVBoxLayout>
 #include <QWhatsThis>
 #include <algorithm>
+#include <cmath>
 
 #include "widgets/Ayuda.h"
 #include "widgets/Campos.h"
@@ -21,6 +22,7 @@
 #include "widgets/Iconos.h"
 #include "widgets/PanelAviso.h"
 #include "widgets/Recuerdos.h"
+#include "widgets/Tamanos.h"
 #include "widgets/TextoQt.h"
 #include "widgets/VistaLista.h"
 #include "widgets/frmItemLista.h"
@@ -32,7 +34,8 @@ constexpr int kBajoLaBarra = 8;
 constexpr int kEntrePartes = 10;
 constexpr int kEntreLineas = 20;
 constexpr int kAnchoALado = 420;
-constexpr int kRenglonesPorVenir = 5;        // of what is said of the rows once there are some
+constexpr int kLetrasPorVenir = 250;         // of what is said of the rows once there are some
+constexpr int kRenglonesDeAire = 4;          // rather a body that may scroll than one that is cut off
 constexpr QLatin1String kAlLado("al lado");  // what is remembered of the part beside the list
 constexpr QLatin1String kDivision("division");
 
@@ -50,6 +53,12 @@ class LineaDicha : public QLabel {
   }
   QSize sizeHint() const override { return {fontMetrics().horizontalAdvance(text()) + 2, QLabel::sizeHint().height()}; }
 };
+
+// How many rows it takes on the screen.
+int RenglonesPorVenir(const QWidget& ventana) {
+  const int sitio = SitioEnPantalla(ventana).width() - 2 * kMargenVentana;
+  return kLetrasPorVenir * ventana.fontMetrics().averageCharWidth() / std::max(sitio, 1) + 1;
+}
 
 // One over the other, with a bar between them that the operator moves; the upper one takes what is left over.
 QWidget* Dividir(QWidget* arriba, QWidget* abajo) {
@@ -369,7 +378,8 @@ QWidget* VentanaLista::ListaYLado() {
 void VentanaLista::DarLugarALaLista(QSplitter& partes) {
   if (!partes.isVisible() || !al_lado_->isVisible()) return;
   const int total = partes.width() - partes.handleWidth();
-  const int ancho = std::min(lista_->AnchoDeseado(), total - kAnchoALado);
+  const int al_lado = std::min(static_cast<int>(std::lround(kAnchoALado * EscalaDelTexto())), total / 2);
+  const int ancho = std::min(lista_->AnchoDeseado(), total - al_lado);
   if (ancho > zona_->width()) partes.setSizes({ancho, total - ancho});
 }
 
@@ -390,16 +400,20 @@ void VentanaLista::Armar(QWidget* encima, const PieDialogo& pie, const QSize& ta
     if (debajo_ != nullptr) cuerpo->addWidget(debajo_);
   }
   auto* fila = FilaDePie(pie_, lineas_);
-  fila->setContentsMargins(kMargenVentana, kEntrePartes, kMargenVentana, kMargenVentana);
+  auto* pila = new QVBoxLayout;
+  pila->setContentsMargins(kMargenVentana, kEntrePartes, kMargenVentana, kMargenVentana);
+  pila->setSpacing(kEntrePartes);
+  if (junto_al_pie_ != nullptr) pila->addWidget(junto_al_pie_);
+  pila->addLayout(fila);
   auto* todo = new QVBoxLayout(this);
   todo->setContentsMargins(0, 0, 0, 0);
   todo->setSpacing(0);
   todo->setMenuBar(menu_);
   todo->addWidget(barra_);
   todo->addLayout(cuerpo, 1);
-  todo->addLayout(fila);
+  todo->addLayout(pila);
   OrdenarTab();
-  const int renglones = kRenglonesPorVenir * fontMetrics().lineSpacing();
+  const int renglones = (RenglonesPorVenir(*this) + kRenglonesDeAire) * fontMetrics().lineSpacing();
   AjustarTamano(*this, al_lado_ == nullptr ? tamano : tamano + QSize(kAnchoALado, 0), QSize(0, renglones));
 }
 
@@ -465,8 +479,8 @@ OpcionesOcupacion VentanaLista::AlTrabajar() {
   OpcionesOcupacion opciones;
   opciones.operador = &operador_;
   opciones.panel = picInfo_;
-  for (QWidget* parte : std::initializer_list<QWidget*>{menu_, barra_, encima_, lista_, al_lado_, debajo_, pie_.aceptar,
-                                                        pie_.cancelar, pie_.ayuda}) {
+  for (QWidget* parte : std::initializer_list<QWidget*>{menu_, barra_, encima_, lista_, al_lado_, debajo_,
+                                                        junto_al_pie_, pie_.aceptar, pie_.cancelar, pie_.ayuda}) {
     if (parte != nullptr) opciones.apagados.push_back(parte);
   }
   opciones.al_cambiar = [this] { Habilitar(); };

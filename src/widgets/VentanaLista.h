@@ -86,6 +86,9 @@ class VentanaLista : public QDialog {
   // A line right below the list and what is beside it, ahead of Armar.
   void BajoLaLista(QWidget* linea) { bajo_la_lista_ = linea; }
 
+  // A line right above the buttons, ahead of Armar: it stays in sight with them where the rest has to scroll.
+  void JuntoAlPie(QWidget* linea) { junto_al_pie_ = linea; }
+
   // Another caption of the window, and with it another title of the messages of the list services.
   void Titular(const QString& titulo);
 
@@ -160,6 +163,7 @@ class VentanaLista : public QDialog {
   QWidget* debajo_ = nullptr;
   QWidget* al_lado_ = nullptr;
   QWidget* bajo_la_lista_ = nullptr;
+  QWidget* junto_al_pie_ = nullptr;
   QMetaObject::Connection por_si_sola_;  // the list takes its width from what stands beside it
   QAction* ver_ = nullptr;               // folds it
   PieDialogo pie_;

@@ -32,7 +32,8 @@ constexpr double kAlcanceClic = 60;     // pixels from the pointer to what it pi
 constexpr double kPasoZoom = 0.6;
 constexpr int kMarcoDeFoco = 2;  // pixels around the canvas
 constexpr int kAnchoMinimo = 160;
-constexpr int kRenglonesMinimos = 8;  // of letters, which the axes take a good part of
+constexpr int kRenglonesMinimos = 5;  // of letters, which the axes take a good part of
+constexpr int kRenglonesDeseados = 12;
 constexpr const char* kCapaCursor = "cursor";
 
 // What a bar stands for where it isn't one record's.
@@ -154,6 +155,11 @@ void Hidrograma::PonerEventos(std::vector<EventoGrafico> eventos) {
   todo ? Todo() : AjustarRango();
   Redibujar();
   PonerCursor();
+}
+
+// What it would have where there is room; it makes do with less.
+QSize Hidrograma::sizeHint() const {
+  return {QWidget::sizeHint().width(), kRenglonesDeseados * fontMetrics().lineSpacing()};
 }
 
 // --- Looks -----------------------------------------------------------------------------------------------------------

@@ -32,6 +32,8 @@ class Hidrograma : public QWidget {
  public:
   explicit Hidrograma(QWidget* parent = nullptr);
 
+  QSize sizeHint() const override;
+
   // Shows that, from its window on or else all of it, without a cursor. Of more channels than kCurvas the first ones.
   void Mostrar(ContenidoGrafico contenido);
   // The same channels, with these flags.

@@ -20,6 +20,7 @@
 #include "widgets/DisposicionEnFilas.h"
 #include "widgets/EtiquetaCopiable.h"
 #include "widgets/PanelDePaginas.h"
+#include "widgets/Tamanos.h"
 #include "widgets/TextoQt.h"
 #include "widgets/TurnoDeImpresora.h"
 
@@ -28,8 +29,10 @@ namespace {
 
 constexpr double kDia = 86400;
 constexpr int kEntre = 4;
+constexpr double kAnchoPorVenir = 300;
 constexpr std::size_t kLargoFecha = 10;  // of a moment in words
 constexpr int kRenglonesDeHechos = 3;
+constexpr int kRenglonesDeHechosMinimos = 2;  // where the plot has little room itself
 constexpr const char* kFiltro = "Documento PDF (*.pdf)|*.pdf|Imagen PNG (*.png)|*.png";
 
 }  // namespace
@@ -88,7 +91,7 @@ void PanelGrafico::Armar() {
   sitio_->setWidget(hechos_);
   sitio_->setWidgetResizable(true);
   sitio_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  sitio_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+  sitio_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Maximum);
   AjustarLetra();
   auto* fila = new DisposicionEnFilas(kEntre);
   for (QWidget* control :
@@ -102,10 +105,16 @@ void PanelGrafico::Armar() {
   caja->addLayout(fila);
   caja->addWidget(grafico_, 1);
   caja->addWidget(sitio_);
+  // Until it is seen, what the window reckons with: buttons in as many rows as beside a list.
+  setMinimumHeight(caja->totalMinimumHeightForWidth(static_cast<int>(std::lround(kAnchoPorVenir * EscalaDelTexto()))));
 }
 
 void PanelGrafico::AjustarLetra() {
-  sitio_->setFixedHeight(fontMetrics().lineSpacing() * kRenglonesDeHechos + kEntre + 2 * sitio_->frameWidth());
+  const auto alto = [this](int renglones) {
+    return fontMetrics().lineSpacing() * renglones + kEntre + 2 * sitio_->frameWidth();
+  };
+  sitio_->setMinimumHeight(alto(kRenglonesDeHechosMinimos));
+  sitio_->setMaximumHeight(alto(kRenglonesDeHechos));
 }
 
 // What divides a window asks nobody how high it gets where it is narrow.

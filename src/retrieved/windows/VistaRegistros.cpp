@@ -52,7 +52,8 @@ void VistaRegistros::ComandosDeVista(const std::vector<MenuVentana>& menus, std:
 }
 
 void VistaRegistros::ArmarVista(QWidget* marcos, QPushButton* cerrar) {
-  Armar(marcos, {.cancelar = cerrar, .por_defecto = false}, kTamano, lblCifras_);
+  JuntoAlPie(lblCifras_);
+  Armar(marcos, {.cancelar = cerrar, .por_defecto = false}, kTamano);
 }
 
 // --- Dates -----------------------------------------------------------------------------------------------------------

@@ -12,7 +12,6 @@
 #include <QRadioButton>
 #include <QScrollBar>
 #include <QSpinBox>
-#include <QTabWidget>
 #include <QTimer>
 #include <QTreeView>
 #include <QVBoxLayout>
@@ -23,6 +22,7 @@
 #include "retrieved/windows/frmDescarga.h"
 #include "widgets/Campos.h"
 #include "widgets/DisposicionEnFilas.h"
+#include "widgets/HojasJustas.h"
 #include "widgets/Recuerdos.h"
 #include "widgets/TextoQt.h"
 #include "widgets/VistaLista.h"
@@ -53,6 +53,8 @@ constexpr double kVecesPausa = 1.5;  // as long a pause is a turn that was misse
 constexpr int kOtroIntento = 1000;   // milliseconds until a turn that had to wait is tried again
 constexpr QLatin1String kCada("actualizar cada");
 
+constexpr int kLetrasDeCanal = 10;  // of a channel, which are in sight at least
+
 constexpr const char* kContador = "Cantidad de Registros Cargados: ";
 
 template <typename Control>
@@ -61,6 +63,13 @@ Control* Nuevo(const char* nombre, const char* texto, bool marcado = false) {
   control->setObjectName(QString::fromLatin1(nombre));
   control->setChecked(marcado);
   return control;
+}
+
+QVBoxLayout* Arriba(QLayout* partes) {
+  auto* pila = new QVBoxLayout;
+  pila->addLayout(partes);
+  pila->addStretch(1);
+  return pila;
 }
 
 QVBoxLayout* Apilar(std::initializer_list<QWidget*> controles) {
@@ -79,7 +88,7 @@ frmDatos::frmDatos(ModRTU& mod, TablaPtr configuracion, QWidget* parent)
       lector_(Contexto(), std::move(configuracion), AtenderLectura()),
       picSinDatos_(Panel("picSinDatos", "Sin datos para el canal durante las fechas seleccionada")),
       PicSinDatosInst_(Panel("PicSinDatosInst", "Sin datos en la lectura instantánea. Por favor intente de nuevo...")),
-      hojas_(new QTabWidget),
+      hojas_(new HojasJustas),
       Canales_(new QComboBox),
       CheckEscalados_(Nuevo<QCheckBox>("CheckEscalados", "Datos Escalados", true)),
       chkCartucho_(Nuevo<QCheckBox>("chkCartucho", "Datos del Cartucho")),
@@ -162,7 +171,7 @@ QWidget* frmDatos::ArmarMarcos() {
 QWidget* frmDatos::ArmarHistoricos() {
   Canales_->setObjectName("Canales");
   Canales_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
-  Canales_->setMinimumContentsLength(24);
+  Canales_->setMinimumContentsLength(kLetrasDeCanal);
   auto* canal = new QFormLayout;
   canal->addRow(Rotulo("lblCanal", QStringLiteral("Can&al:"), Canales_), Canales_);
   auto* fechas = new QFormLayout;
@@ -172,12 +181,9 @@ QWidget* frmDatos::ArmarHistoricos() {
   auto* todo = new QVBoxLayout(hoja);
   todo->setSpacing(kEntreControles);
   auto* fila = new DisposicionEnFilas(kEntreColumnas);
-  for (QLayout* columna : {canal, fechas}) {
-    auto* pila = new QVBoxLayout;
-    pila->addLayout(columna);
-    pila->addStretch(1);
-    fila->Agregar(pila);
-  }
+  // The channel gives way so that the button stands in the same row where the letters are large.
+  fila->AgregarFlexible(Arriba(canal));
+  fila->Agregar(Arriba(fechas));
   fila->Agregar(Apilar({CheckEscalados_, chkCartucho_}));
   fila->Agregar(Apilar({traer_}));
   todo->addLayout(fila);

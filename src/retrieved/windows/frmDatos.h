@@ -13,12 +13,12 @@ class QComboBox;
 class QPushButton;
 class QRadioButton;
 class QSpinBox;
-class QTabWidget;
 class QTimer;
 
 namespace utr {
 
 class GraficoDeDatos;
+class HojasJustas;
 
 // "Datos de la UTR": historic records of one channel, and present values of all.
 class frmDatos : public VistaRegistros {
@@ -66,7 +66,7 @@ class frmDatos : public VistaRegistros {
   LectorDatos lector_;
   PanelAviso* picSinDatos_;
   PanelAviso* PicSinDatosInst_;
-  QTabWidget* hojas_;
+  HojasJustas* hojas_;
   QComboBox* Canales_;
   QCheckBox* CheckEscalados_;
   QCheckBox* chkCartucho_;
