@@ -35,7 +35,7 @@ constexpr int kEntrePartes = 10;
 constexpr int kEntreLineas = 20;
 constexpr int kAnchoALado = 420;
 constexpr int kLetrasPorVenir = 250;         // of what is said of the rows once there are some
-constexpr int kRenglonesDeAire = 4;          // rather a body that may scroll than one that is cut off
+constexpr int kRenglonesDeAire = 2;          // rather a body that may scroll than one that is cut off
 constexpr QLatin1String kAlLado("al lado");  // what is remembered of the part beside the list
 constexpr QLatin1String kDivision("division");
 
