@@ -22,6 +22,7 @@
 #include "widgets/ModeloLista.h"
 #include "widgets/TextoQt.h"
 #include "widgets/TitulosLista.h"
+#include "widgets/frmColumnas.h"
 
 namespace utr {
 namespace {
@@ -31,6 +32,11 @@ constexpr int kMargenCelda = 20;
 constexpr int kMargenRenglon = 6;
 constexpr int kEntreIconos = 2;
 constexpr int kAnchoMaximo = 4000;  // of a column
+
+int LetrasQueCaben(int ancho, const QWidget& lista) {
+  const int letra = lista.fontMetrics().averageCharWidth();
+  return std::max((ancho - kMargenCelda + letra / 2) / letra, 1);
+}
 
 // The number of one of so many columns that a text tells; -1 where it tells none.
 int NumeroDeColumna(const QString& texto, int columnas) {
@@ -180,8 +186,12 @@ void VistaLista::ArmarAcciones() {
   auto* invertir = new QAction(QStringLiteral("&Invertir el orden"), arbol_);
   invertir->setShortcut(QKeySequence(Qt::SHIFT | Qt::Key_F7));
   connect(invertir, &QAction::triggered, this, &VistaLista::RepetirOrden);
-  for (QAction* accion : {ordenar, invertir}) accion->setShortcutContext(Qt::WidgetShortcut);
-  arbol_->addActions({copiar, todo, ordenar, invertir});
+  auto* columnas = new QAction(QStringLiteral("Col&umnas..."), arbol_);
+  columnas->setObjectName("Columnas");
+  columnas->setShortcut(QKeySequence(Qt::Key_F9));
+  connect(columnas, &QAction::triggered, this, [this] { frmColumnas(*this).exec(); });
+  for (QAction* accion : {ordenar, invertir, columnas}) accion->setShortcutContext(Qt::WidgetShortcut);
+  arbol_->addActions({copiar, todo, ordenar, invertir, columnas});
   arbol_->setContextMenuPolicy(Qt::ActionsContextMenu);
   buscar_ = new QShortcut(QKeySequence::Find, this);
   buscar_->setWhatsThis(QStringLiteral("Ir al filtro de la lista"));
@@ -358,24 +368,26 @@ void VistaLista::Cambiar(const std::function<void(ListaTabla&)>& cambio) {
   mostrado_ = LugarALaVista();
 }
 
+int VistaLista::AnchoAjustado(std::size_t columna, const AnchoTexto& celda) const {
+  const int margen = kMargenCelda + (columna == 0 ? ancho_marca_ : 0);
+  int ancho = 0;
+  for (const std::string_view texto : Lista().TextosDistintos(columna)) ancho = std::max(ancho, celda(texto) + margen);
+  const auto letras = letras_.find(columna);
+  const int tope =
+      arbol_->fontMetrics().averageCharWidth() * (letras == letras_.end() ? kLetrasALaVista : letras->second);
+  // The last column is what a long one ahead of it would push out of sight.
+  return std::max(columna + 1 < Lista().LasColumnas().size() ? std::min(ancho, tope) : ancho,
+                  titulos_->sectionSizeHint(static_cast<int>(columna)));
+}
+
 void VistaLista::AjustarColumnas() {
   const QScopedValueRollback<bool> ajustando(ajustando_, true);
-  const ListaTabla& lista = modelo_->Lista();
-  const Columnas& columnas = lista.LasColumnas();
   const AnchoTexto celda(arbol_->fontMetrics());
-  const int letra = arbol_->fontMetrics().averageCharWidth();
   QList<int> anchos;
-  for (std::size_t columna = 0; columna < columnas.size(); ++columna) {
-    const int margen = kMargenCelda + (columna == 0 ? ancho_marca_ : 0);
-    int ancho = 0;
-    for (const std::string_view texto : lista.TextosDistintos(columna)) ancho = std::max(ancho, celda(texto) + margen);
-    const auto letras = letras_.find(columna);
-    const int tope = letra * (letras == letras_.end() ? kLetrasALaVista : letras->second);
-    // The last column is what a long one ahead of it would push out of sight.
-    ancho = std::max(columna + 1 < columnas.size() ? std::min(ancho, tope) : ancho,
-                     titulos_->sectionSizeHint(static_cast<int>(columna)));
-    const auto propio = anchos_propios_.find(static_cast<int>(columna));
-    anchos.append(conservar_anchos_ && propio != anchos_propios_.end() ? propio->second : ancho);
+  for (int columna = 0; columna < titulos_->count(); ++columna) {
+    const auto propio = anchos_propios_.find(columna);
+    const bool conservado = conservar_anchos_ && propio != anchos_propios_.end();
+    anchos.append(conservado ? propio->second : AnchoAjustado(static_cast<std::size_t>(columna), celda));
   }
   titulos_->Decir(anchos);
   emit Ajustada();
@@ -430,6 +442,46 @@ void VistaLista::Disponer(const QStringList& disposicion) {
   const QString& orden = disposicion.last();
   const int columna = NumeroDeColumna(orden.chopped(1), titulos->count());
   if (columna >= 0) Ordenar(static_cast<std::size_t>(columna), orden.endsWith('+'));
+}
+
+std::vector<std::size_t> VistaLista::OrdenDeColumnas() const {
+  std::vector<std::size_t> orden;
+  for (int lugar = 0; lugar < titulos_->count(); ++lugar)
+    orden.push_back(static_cast<std::size_t>(titulos_->logicalIndex(lugar)));
+  return orden;
+}
+
+bool VistaLista::ColumnasMovibles() const {
+  return titulos_->sectionsMovable();
+}
+
+int VistaLista::LetrasDe(std::size_t columna) const {
+  return LetrasQueCaben(titulos_->AnchoDicho(static_cast<int>(columna)), *arbol_);
+}
+
+int VistaLista::LetrasAjustadas(std::size_t columna) const {
+  return LetrasQueCaben(AnchoAjustado(columna, AnchoTexto(arbol_->fontMetrics())), *arbol_);
+}
+
+void VistaLista::Colocar(const std::vector<std::size_t>& orden, const std::map<std::size_t, int>& letras) {
+  QList<int> anchos;  // ahead of the moves, by which another column may be the last one
+  for (int columna = 0; columna < titulos_->count(); ++columna) anchos.append(titulos_->AnchoDicho(columna));
+  for (const auto& [columna, cuantas] : letras) {
+    const int ancho = kMargenCelda + cuantas * arbol_->fontMetrics().averageCharWidth();
+    anchos[static_cast<qsizetype>(columna)] = anchos_propios_[static_cast<int>(columna)] =
+        std::clamp(ancho, titulos_->minimumSectionSize(), kAnchoMaximo);
+  }
+  for (std::size_t lugar = 0; lugar < orden.size(); ++lugar)
+    titulos_->moveSection(titulos_->visualIndex(static_cast<int>(orden[lugar])), static_cast<int>(lugar));
+  const QScopedValueRollback<bool> ajustando(ajustando_, true);
+  titulos_->Decir(anchos);
+}
+
+void VistaLista::ColocarComoAlPrincipio() {
+  anchos_propios_.clear();
+  for (int columna = 0; columna < titulos_->count(); ++columna)
+    titulos_->moveSection(titulos_->visualIndex(columna), columna);
+  AjustarColumnas();
 }
 
 void VistaLista::Marcar(std::function<QString(std::size_t fila)> palabra, const QIcon& icono) {

@@ -19,6 +19,7 @@ class QTreeView;
 
 namespace utr {
 
+class AnchoTexto;
 class ModeloLista;
 class TitulosLista;
 
@@ -97,6 +98,20 @@ class VistaLista : public QWidget {
   QStringList Disposicion() const;
   void Disponer(const QStringList& disposicion);
 
+  // The same, for whoever arranges the columns without a mouse. The columns as they stand from left to right; whether
+  // they can be given other places; the width of one as it stands, and the one that it has by itself, both in letters.
+  std::vector<std::size_t> OrdenDeColumnas() const;
+  bool ColumnasMovibles() const;
+  int LetrasDe(std::size_t columna) const;
+  int LetrasAjustadas(std::size_t columna) const;
+
+  // Puts the columns into that order, which names each of them once, and gives some a width in letters, as the operator
+  // would with the mouse. The others keep theirs.
+  void Colocar(const std::vector<std::size_t>& orden, const std::map<std::size_t, int>& letras);
+
+  // The columns in their first order, each in the width that it has by itself.
+  void ColocarComoAlPrincipio();
+
   // Columns in the table's order (the window orders the rows itself and shows the table anew): Ordenar and a click on
   // them put the icon and drop another column's order but leave the rows alone.
   void OrdenAjeno(std::size_t columna) { ajenas_.push_back(columna); }
@@ -152,6 +167,7 @@ class VistaLista : public QWidget {
   void AplicarOrden(const OrdenLista& orden);
   void PonerIcono();
   void DecirSinAciertos();
+  int AnchoAjustado(std::size_t columna, const AnchoTexto& celda) const;
   void AjustarColumnas();
   void AnotarAncho(int columna, int ancho);
   void Copiar() const;

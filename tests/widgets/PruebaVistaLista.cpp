@@ -6,10 +6,13 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QSignalSpy>
+#include <QSpinBox>
 #include <QTest>
 #include <QTreeView>
 
+#include "support/GuionVentanas.h"
 #include "support/NumeroDeError.h"
 #include "support/Tablas.h"
 #include "widgets/TextoQt.h"
@@ -53,6 +56,19 @@ class PruebaVistaLista : public testing::Test {
     QTest::mouseClick(titulos->viewport(), Qt::LeftButton, Qt::NoModifier, punto);
   }
 
+  // What F9 on the list opens, with what is done in it.
+  void EnColumnas(const std::function<void(QDialog&)>& paso) {
+    ventanas.Espera("frmColumnas", [&](QDialog& d) {
+      QApplication::setActiveWindow(&d);
+      paso(d);
+    });
+    QApplication::setActiveWindow(&vista);
+    vista.Arbol()->setFocus();
+    QTest::keyClick(vista.Arbol(), Qt::Key_F9);
+    ventanas.Comprobar();
+  }
+
+  GuionVentanas ventanas;
   VistaLista vista{kColumnas};
 };
 
@@ -268,6 +284,74 @@ TEST_F(PruebaVistaLista, LasColumnasVuelvenComoSeLasDejo) {
   otra.ConservarAnchos(false);
   otra.Mostrar(Muestra());
   EXPECT_NE(otra.Arbol()->columnWidth(1), 222);
+}
+
+// With the keys that an operator without a mouse has.
+TEST_F(PruebaVistaLista, LasColumnasSeOrdenanYEnsanchanConElTeclado) {
+  vista.ConservarAnchos(true);
+  vista.Mostrar(Muestra());
+  const int de_fecha = vista.Arbol()->columnWidth(0);
+  const int de_canal = vista.Arbol()->columnWidth(1);
+  EnColumnas([](QDialog& d) {
+    auto& columnas = Hallar<QTreeView>(d, "Columnas");
+    EXPECT_FALSE(Hallar<QPushButton>(d, "cmdSubir").isEnabled());
+    auto& bajar = Hallar<QPushButton>(d, "cmdBajar");
+    bajar.setFocus();
+    QTest::keyClick(&bajar, Qt::Key_Space);  // Canal, Fecha, Valor
+    EXPECT_TRUE(bajar.hasFocus());
+    QTest::keyClick(&bajar, Qt::Key_Space);
+    EXPECT_FALSE(bajar.isEnabled());
+    EXPECT_TRUE(columnas.hasFocus()) << "not its neighbour, which would undo it";
+    QTest::keyClick(&columnas, Qt::Key_Home);
+    EXPECT_EQ(columnas.currentIndex().data().toString(), "Canal");
+    auto& ancho = Hallar<QSpinBox>(d, "txtAncho");
+    ancho.selectAll();
+    QTest::keyClicks(&ancho, "40");
+    QTest::keyClick(&ancho, Qt::Key_Return);
+  });
+  EXPECT_THAT(vista.OrdenDeColumnas(), ElementsAre(1U, 2U, 0U));
+  EXPECT_EQ(vista.LetrasDe(1), 40);
+  const int ancho = vista.Arbol()->columnWidth(1);
+  vista.Mostrar(Muestra());
+  EXPECT_EQ(vista.Arbol()->columnWidth(1), ancho) << "it is as good as one that was dragged";
+  EnColumnas([](QDialog& d) {
+    Hallar<QPushButton>(d, "cmdPrincipio").click();
+    Hallar<QPushButton>(d, "CmdCancel").click();
+  });
+  EXPECT_THAT(vista.OrdenDeColumnas(), ElementsAre(1U, 2U, 0U));
+  EnColumnas([](QDialog& d) {
+    Hallar<QPushButton>(d, "cmdPrincipio").click();
+    EXPECT_EQ(Hallar<QTreeView>(d, "Columnas").currentIndex().row(), 1) << "the column stays chosen";
+    Hallar<QPushButton>(d, "CmdOK").click();
+  });
+  EXPECT_EQ(vista.Disposicion(), (QStringList{"0:0", "1:0", "2:0"}));
+  EXPECT_EQ(vista.Arbol()->columnWidth(0), de_fecha);
+  EXPECT_EQ(vista.Arbol()->columnWidth(1), de_canal);
+}
+
+TEST_F(PruebaVistaLista, AceptarSinTocarNadaNoCambiaNingunAncho) {
+  vista.ConservarAnchos(true);
+  vista.Mostrar(Muestra());
+  vista.Arbol()->setColumnWidth(1, 221);
+  vista.Arbol()->header()->moveSection(2, 0);
+  const QStringList antes = vista.Disposicion();
+  const int de_fecha = vista.Arbol()->columnWidth(0);
+  const int de_canal = vista.Arbol()->columnWidth(1);  // which is the last one now, and has the rest too
+  EnColumnas([](QDialog& d) { d.findChild<QPushButton*>("CmdOK")->click(); });
+  EXPECT_EQ(vista.Disposicion(), antes);
+  EXPECT_EQ(vista.Arbol()->columnWidth(0), de_fecha);
+  EXPECT_EQ(vista.Arbol()->columnWidth(1), de_canal);
+}
+
+TEST_F(PruebaVistaLista, SinColumnasMoviblesSoloSeOfreceElAncho) {
+  vista.Mostrar(Muestra());
+  EnColumnas([](QDialog& d) {
+    EXPECT_FALSE(Hallar<QPushButton>(d, "cmdSubir").isVisible());
+    EXPECT_FALSE(Hallar<QPushButton>(d, "cmdBajar").isVisible());
+    Hallar<QSpinBox>(d, "txtAncho").setValue(30);
+    Hallar<QPushButton>(d, "CmdOK").click();
+  });
+  EXPECT_EQ(vista.LetrasDe(0), 30);
 }
 
 TEST_F(PruebaVistaLista, LasMarcasSiguenASusFilasYNoAgreganTexto) {

@@ -132,6 +132,8 @@ TEST_P(TodasLasVentanas, SeVenEnterasYSeDicen) {
     Accionar(d, "mnuVistaPrevia");
     Al("DialogoCsv");
     Accionar(d, "mnuGuardarCsv");
+    Al("frmColumnas");
+    Accionar(Hallar<QTreeView>(d, "Lista"), "Columnas");
     Al("frmDescarga");
     Accionar(d, "mnuDescargarTodo");
     d.findChild<QTabWidget*>()->setCurrentIndex(1);
