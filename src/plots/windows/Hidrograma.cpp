@@ -13,6 +13,7 @@
 #include <limits>
 
 #include "plots/windows/CurvaSerie.h"
+#include "plots/windows/EjesGrafico.h"
 #include "plots/windows/LimitesGrafico.h"
 #include "plots/windows/MarcasGrafico.h"
 #include "retrieved/series/BarrasLluvia.h"
@@ -46,13 +47,14 @@ std::vector<CanalGrafico> ConLimites(std::vector<CanalGrafico> canales, const Ve
   return canales;
 }
 
-QString EtiquetaDe(const Serie& serie, const VentanaTiempo& ventana) {
+// Caption of the axis of a series, the whole one first and then what is left where it has no room.
+QStringList RotulosDe(const Serie& serie, const VentanaTiempo& ventana) {
   QStringList entre;
   if (!serie.Unidad().empty() && serie.Unidad() != "-") entre.append(Q(serie.Unidad()));
   if (const auto lapso = LapsoDeBarra(serie, ventana))
     entre.append(QStringLiteral("en ") + Q(TextoLapsoDeBarra(*lapso)));
-  const QString titulo = Q(TituloSerie(serie));
-  return entre.isEmpty() ? titulo : titulo + QStringLiteral(" (%1)").arg(entre.join(' '));
+  const QString unidad = entre.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(entre.join(' '));
+  return {Q(TituloSerie(serie)) + unidad, Q(serie.Canal()) + unidad, Q(serie.Canal())};
 }
 
 QString TextoEvento(const EventoGrafico& evento) {
@@ -95,11 +97,12 @@ Hidrograma::Hidrograma(QWidget* parent) : QWidget(parent), lienzo_(new QCustomPl
 
 void Hidrograma::ArmarLienzo() {
   QCPAxis* tiempo = lugar_->axis(QCPAxis::atBottom);
-  const auto marcas = QSharedPointer<QCPAxisTickerDateTime>::create();
+  const auto marcas = QSharedPointer<MarcasDeTiempo>::create(tiempo);
   marcas->setDateTimeSpec(Qt::UTC);  // as the unit wrote them
   tiempo->setTicker(marcas);
   ejes_ = {lugar_->axis(QCPAxis::atLeft), lugar_->axis(QCPAxis::atRight), lugar_->addAxis(QCPAxis::atRight)};
   for (QCPAxis* eje : ejes_) {
+    eje->setTicker(QSharedPointer<MarcasDeValores>::create(eje));
     eje->setNumberFormat(QStringLiteral("g"));
     eje->setNumberPrecision(8);
     eje->grid()->setVisible(eje == ejes_.front());
@@ -193,6 +196,7 @@ void Hidrograma::changeEvent(QEvent* evento) {
   QWidget::changeEvent(evento);
   if (evento->type() != QEvent::PaletteChange && evento->type() != QEvent::FontChange) return;
   Colorear();
+  Rotular(lienzo_->height());
   Redibujar();
 }
 
@@ -205,8 +209,10 @@ QPicture Hidrograma::Dibujo(const QSize& tamano) {
   QCPPainter pintor(&dibujo);
   pintor.setMode(QCPPainter::pmVectorized);
   pintor.setMode(QCPPainter::pmNoCaching);
+  Rotular(tamano.height());
   lienzo_->toPainter(&pintor, tamano.width(), tamano.height());
   pintor.end();
+  Rotular(lienzo_->height());
   return dibujo;
 }
 
@@ -259,9 +265,17 @@ void Hidrograma::AjustarValores() {
   for (std::size_t i = 0; i < curvas_.size(); ++i) {
     const Extension extension = ExtensionDe(contenido_.canales[i], *contenido_.ventana);
     ejes_[i]->setRange(extension.abajo, extension.arriba);
-    ejes_[i]->setLabel(EtiquetaDe(*contenido_.canales[i].serie, *contenido_.ventana));
   }
+  Rotular(lienzo_->height());
   limites_->Poner(ConLimites(contenido_.canales, *contenido_.ventana), {ejes_.begin(), ejes_.end()});
+}
+
+void Hidrograma::Rotular(int alto) {
+  for (std::size_t i = 0; i < curvas_.size(); ++i) {
+    const QFont letra = ejes_[i]->labelFont();
+    ejes_[i]->setLabel(
+        RotuloQueCabe(RotulosDe(*contenido_.canales[i].serie, *contenido_.ventana), letra, AltoDeValores(alto, letra)));
+  }
 }
 
 void Hidrograma::FormatearTiempos() {
@@ -519,6 +533,9 @@ bool Hidrograma::eventFilter(QObject* objeto, QEvent* evento) {
       break;
     case QEvent::Leave:
       emit Dicho(Hechos());
+      break;
+    case QEvent::Resize:
+      Rotular(dynamic_cast<QResizeEvent*>(evento)->size().height());
       break;
     default:
       break;

@@ -92,6 +92,7 @@ class Hidrograma : public QWidget {
   void Colorear();
   void AjustarRango();
   void AjustarValores();
+  void Rotular(int alto);
   void FormatearTiempos();
   void ApretarBoton(const QPoint& lugar, bool mover);
   void Elegir(const QPoint& lugar);

@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <qcustomplot.h>
 
 #include <QImage>
 #include <QPainter>
@@ -17,7 +18,9 @@
 namespace utr {
 namespace {
 
+using testing::Each;
 using testing::ElementsAre;
+using testing::Ge;
 using testing::HasSubstr;
 
 class PruebaHidrograma : public testing::Test {
@@ -213,6 +216,54 @@ TEST_F(PruebaHidrograma, LoVistoSePintaDeNuevoSinSuVentana) {
   EXPECT_EQ(Pintados(imagen.copy(0, 0, 500, 145)), 0) << "nothing outside its rectangle";
 }
 
+struct CasoEjes {
+  QSize tamano;
+  int letra = 0;  // pixels
+  const char* rotulo = "";
+};
+
+class EjesDelHidrograma : public PruebaHidrograma, public testing::WithParamInterface<CasoEjes> {
+ protected:
+  // Pixels from each mark of an axis to the next one.
+  static std::vector<double> EntreMarcas(const QCPAxis& eje) {
+    std::vector<double> entre;
+    QVector<double> marcas;
+    eje.ticker()->generate(eje.range(), QLocale::c(), 'g', 8, marcas, nullptr, nullptr);
+    marcas.removeIf([&](double marca) { return !eje.range().contains(marca); });
+    for (qsizetype i = 1; i < marcas.size(); ++i)
+      entre.push_back(std::abs(eje.coordToPixel(marcas[i]) - eje.coordToPixel(marcas[i - 1])));
+    return entre;
+  }
+};
+
+TEST_P(EjesDelHidrograma, NingunNumeroTapaAOtroYElRotuloCabe) {
+  QFont letra = grafico.font();
+  letra.setPixelSize(GetParam().letra);
+  grafico.setFont(letra);
+  grafico.resize(GetParam().tamano);
+  auto& lienzo = dynamic_cast<QCustomPlot&>(Lienzo());
+  for (const char* hasta : {"1.3", "2.6", "4", "7", "19", "998"}) {
+    SCOPED_TRACE(hasta);
+    grafico.Mostrar(ContenidoDe({CanalDe("EA01", {{"10:00", "0.2"}, {"10:10", hasta}, {"23:50", "1"}})}));
+    grafico.Redibujar();
+    const QCPAxis& valores = *lienzo.axisRect()->axis(QCPAxis::atLeft);
+    const QFontMetricsF medida(valores.tickLabelFont());
+    const auto alturas = EntreMarcas(valores);
+    EXPECT_THAT(alturas, Each(Ge(medida.height())));
+    EXPECT_GE(alturas.size(), valores.axisRect()->height() > 4 * medida.height() ? 1U : 0U);
+    EXPECT_THAT(EntreMarcas(*lienzo.axisRect()->axis(QCPAxis::atBottom)),
+                Each(Ge(medida.horizontalAdvance("00/00/0000"))));
+    EXPECT_LE(medida.horizontalAdvance(valores.label()), valores.axisRect()->height());
+    EXPECT_EQ(U(valores.label()), GetParam().rotulo);
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Tamanos, EjesDelHidrograma,
+                         testing::Values(CasoEjes{{900, 400}, 13, "EA01 Nivel (m)"},
+                                         CasoEjes{{900, 400}, 26, "EA01 Nivel (m)"},
+                                         CasoEjes{{500, 216}, 26, "EA01 (m)"}, CasoEjes{{400, 170}, 26, "EA01"}));
+
+// Words about limits beyond
 // Words about limits beyond the axis: where the newest values peak they stand at the other side.
 TEST_F(PruebaHidrograma, LasPalabrasDeUnLimiteNoTapanLaCurva) {
   const std::vector<LimiteSerie> lejos{{ClaseLimite::kValidacion, "VMax", "Máximo válido", 2000},
