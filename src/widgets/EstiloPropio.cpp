@@ -50,6 +50,10 @@ bool LlevaContorno(QStyle::PrimitiveElement elemento) {
   }
 }
 
+bool SeMarca(QStyle::PrimitiveElement elemento) {
+  return elemento == QStyle::PE_IndicatorCheckBox || elemento == QStyle::PE_IndicatorRadioButton;
+}
+
 bool EsMarca(QStyle::PixelMetric medida) {
   switch (medida) {
     case QStyle::PM_IndicatorWidth:
@@ -103,7 +107,8 @@ void EstiloPropio::drawPrimitive(PrimitiveElement elemento, const QStyleOption* 
   if (!LlevaContorno(elemento)) return;
   QRect lugar = opcion->rect;
   if (elemento == PE_FrameGroupBox) lugar.setTop(lugar.top() + BajoElTitulo(*opcion, control));
-  Contornear(*opcion, *pintor, lugar, elemento == PE_IndicatorRadioButton ? lugar.width() / 2.0 : kRedondeo);
+  if (SeMarca(elemento)) return ContornearMarca(*opcion, *pintor, elemento == PE_IndicatorRadioButton);
+  Contornear(*opcion, *pintor, lugar, kRedondeo);
 }
 
 // Where the frame of a group begins: the style draws it below the title, by its own measures, whatever is made of them
@@ -130,6 +135,22 @@ void EstiloPropio::Contornear(const QStyleOption& opcion, QPainter& pintor, cons
   const bool activo = opcion.state.testFlag(State_Enabled);
   QColor color = opcion.palette.color(activo ? QPalette::Active : QPalette::Disabled, QPalette::Dark);
   if (foco) color = ColorDe(Matiz::kAcento, opcion.palette);
+  Trazar(opcion, pintor, lugar, redondeo, color);
+}
+
+// One that isn't ticked is nothing but its outline, which therefore stands out as letters do.
+void EstiloPropio::ContornearMarca(const QStyleOption& opcion, QPainter& pintor, bool redonda) const {
+  const bool activo = opcion.state.testFlag(State_Enabled);
+  QColor color = opcion.palette.color(activo ? QPalette::Active : QPalette::Disabled,
+                                      activo ? QPalette::PlaceholderText : QPalette::WindowText);
+  if (opcion.state.testFlag(State_HasFocus)) color = ColorDe(Matiz::kAcento, opcion.palette);
+  Trazar(opcion, pintor, opcion.rect, redonda ? opcion.rect.width() / 2.0 : kRedondeo, color);
+}
+
+void EstiloPropio::Trazar(const QStyleOption& opcion, QPainter& pintor, const QRect& lugar, double redondeo,
+                          const QColor& color) const {
+  const bool foco = opcion.state.testFlag(State_HasFocus);
+  const bool activo = opcion.state.testFlag(State_Enabled);
   const double grueso = tema_ == Tema::kExteriores && activo ? kGruesoExteriores : 1;
   pintor.save();
   pintor.setRenderHint(QPainter::Antialiasing);

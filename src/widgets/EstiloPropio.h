@@ -31,6 +31,9 @@ class EstiloPropio : public QProxyStyle {
 
  private:
   void Contornear(const QStyleOption& opcion, QPainter& pintor, const QRect& lugar, double redondeo) const;
+  void ContornearMarca(const QStyleOption& opcion, QPainter& pintor, bool redonda) const;
+  void Trazar(const QStyleOption& opcion, QPainter& pintor, const QRect& lugar, double redondeo,
+              const QColor& color) const;
   int BajoElTitulo(const QStyleOption& opcion, const QWidget* control) const;
   void PintarApretado(const QStyleOption& opcion, QPainter& pintor) const;
 

@@ -8,8 +8,10 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPainter>
 #include <QPushButton>
 #include <QStyle>
+#include <QStyleOptionButton>
 #include <QStyleOptionGroupBox>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -143,6 +145,40 @@ TEST(Temas, EnExterioresLoApagadoSeDistinguePorSuForma) {
   }
   const QIcon icono = IconoDe("guardar");
   EXPECT_NE(de_negro(icono.pixmap(48, QIcon::Disabled)), de_negro(icono.pixmap(48)));
+}
+
+// Of one that isn't ticked nothing but its outline is seen.
+TEST(Temas, LoQueNoEstaMarcadoSeHallaPorSuContorno) {
+  const std::pair<QStyle::PrimitiveElement, QStyle::PixelMetric> marcas[] = {
+      {QStyle::PE_IndicatorCheckBox, QStyle::PM_IndicatorWidth},
+      {QStyle::PE_IndicatorRadioButton, QStyle::PM_ExclusiveIndicatorWidth}};
+  for (const Tema tema : kTemas) {
+    AplicarTema(tema);
+    const QPalette paleta = QApplication::palette();
+    for (const auto& [elemento, medida] : marcas) {
+      for (const bool activa : {true, false}) {
+        QStyleOptionButton opcion;
+        opcion.palette = paleta;
+        opcion.state = QStyle::State_Off | (activa ? QStyle::State_Enabled : QStyle::State_None);
+        const int lado = QApplication::style()->pixelMetric(medida, &opcion);
+        opcion.rect = QRect(0, 0, lado, lado);
+        const QColor fondo = paleta.color(QPalette::Window);
+        QImage imagen(lado, lado, QImage::Format_RGB32);
+        imagen.fill(fondo);
+        QPainter pintor(&imagen);
+        QApplication::style()->drawPrimitive(elemento, &opcion, &pintor);
+        pintor.end();
+        int claros = 0;  // of what is drawn around it, looked at from its four sides
+        for (int i = lado / 4; i < lado * 3 / 4; ++i) {
+          for (const QPoint& punto : {QPoint(i, 0), QPoint(i, lado - 1), QPoint(0, i), QPoint(lado - 1, i)})
+            claros += Contraste(imagen.pixelColor(punto), fondo) >= 3 ? 1 : 0;
+        }
+        // Smoothed where it is round, and dashed outdoors where it is off.
+        const bool entero = elemento == QStyle::PE_IndicatorCheckBox && (tema != Tema::kExteriores || activa);
+        EXPECT_GE(claros, entero ? lado : lado / 2) << static_cast<int>(tema) << ' ' << elemento << ' ' << activa;
+      }
+    }
+  }
 }
 
 // Beside the title, where nothing but the frame is drawn.
