@@ -25,32 +25,33 @@ constexpr QSize kTamano(900, 560);
 constexpr const char* kCampos[] = {"Donde", "Que", "Tecla"};
 constexpr std::int32_t kLargo = 255;
 
-// What Qt itself and the parts that windows have in common answer to.
+constexpr const char* kTeclasPropias = "teclasPropias";
+
+// What Qt itself and the parts that windows have in common answer to, where a window has a control of that class.
 struct AtajoComun {
+  const char* clase;
   const char* donde;
   const char* que;
   const char* tecla;
 };
-constexpr std::array<AtajoComun, 19> kComunes{{
-    {"Toda ventana", "Ir al control siguiente, al anterior", "Tab, Mayús+Tab"},
-    {"Toda ventana", "Ir al control de la letra subrayada, o apretarlo", "Alt+letra"},
-    {"Toda ventana", "Ir al menú", "Alt, F10"},
-    {"Toda ventana", "Apretar el botón que tiene el teclado; si no, el que está marcado", "Entrar"},
-    {"Toda ventana", "Apretar el botón, o marcar la casilla, que tiene el teclado", "Espacio"},
-    {"Toda ventana", "Cancelar, o cerrar", "Esc"},
-    {"Toda ventana", "Decir para qué es el control que tiene el teclado", "Mayús+F1"},
-    {"Toda ventana", "Ver esta página", "Ctrl+F1"},
-    {"Hojas", "Pasar a la hoja siguiente, a la anterior", "Ctrl+Tab, Ctrl+Mayús+Tab"},
-    {"Listas", "Moverse por los renglones", "flechas, Inicio, Fin, Re Pág, Av Pág"},
-    {"Listas", "Abrir el renglón", "Entrar"},
-    {"Listas", "Elegir más renglones", "Mayús+flechas, Ctrl+Espacio"},
-    {"Listas", "Del filtro a la lista", "Entrar, Abajo"},
-    {"Listas", "Vaciar el filtro", "Esc"},
-    {"Fechas y números", "Aumentar, disminuir", "Arriba, Abajo"},
-    {"Desplegables", "Abrir la lista", "Alt+Abajo"},
-    {"Gráfico y mapa", "Moverse por los puntos, o por las páginas", "flechas, Inicio, Fin"},
-    {"Gráfico y mapa", "Acercar, alejar", "+, -"},
-    {"Gráfico", "Correr el período", "Re Pág, Av Pág"},
+constexpr std::array<AtajoComun, 17> kComunes{{
+    {"QWidget", "Toda ventana", "Ir al control siguiente, al anterior", "Tab, Mayús+Tab"},
+    {"QWidget", "Toda ventana", "Ir al control de la letra subrayada, o apretarlo", "Alt+letra"},
+    {"QMenuBar", "Toda ventana", "Ir al menú", "Alt, F10"},
+    {"QWidget", "Toda ventana", "Apretar el botón que tiene el teclado; si no, el que está marcado", "Entrar"},
+    {"QWidget", "Toda ventana", "Apretar el botón, o marcar la casilla, que tiene el teclado", "Espacio"},
+    {"QWidget", "Toda ventana", "Cancelar, o cerrar", "Esc"},
+    {"QWidget", "Toda ventana", "Decir para qué es el control que tiene el teclado", "Mayús+F1"},
+    {"QWidget", "Toda ventana", "Ver esta página", "Ctrl+F1"},
+    {"QTabWidget", "Hojas", "Pasar a la hoja siguiente, a la anterior", "Ctrl+Tab, Ctrl+Mayús+Tab"},
+    {"QTreeView", "Listas", "Moverse por los renglones", "flechas, Inicio, Fin, Re Pág, Av Pág"},
+    {"QTreeView", "Listas", "Abrir el renglón", "Entrar"},
+    {"utr::VistaLista", "Listas", "Elegir más renglones", "Mayús+flechas, Ctrl+Espacio"},
+    {"utr::VistaLista", "Listas", "Elegir todos los renglones", "Ctrl+A"},
+    {"utr::VistaLista", "Listas", "Del filtro a la lista", "Entrar, Abajo"},
+    {"utr::VistaLista", "Listas", "Vaciar el filtro", "Esc"},
+    {"QAbstractSpinBox", "Fechas y números", "Aumentar, disminuir", "Arriba, Abajo"},
+    {"QComboBox", "Desplegables", "Abrir la lista", "Alt+Abajo"},
 }};
 
 constexpr QLatin1String kAhoraNo(" (ahora no)");
@@ -78,6 +79,32 @@ void Agregar(QList<Atajo>& atajos, const Atajo& nuevo) {
   if (!ya) atajos.append(nuevo);
 }
 
+// Those that are in the window itself, not in another that belongs to it.
+QList<const QWidget*> ControlesDe(const QWidget& ventana) {
+  QList<const QWidget*> controles;
+  for (const QWidget* control : ventana.findChildren<QWidget*>()) {
+    if (control->window() == &ventana) controles.append(control);
+  }
+  return controles;
+}
+
+void AgregarPropias(QList<Atajo>& atajos, const QWidget& ventana) {
+  for (const QWidget* control : ControlesDe(ventana)) {
+    const QStringList teclas = control->property(kTeclasPropias).toStringList();
+    for (qsizetype i = 0; i + 1 < teclas.size(); i += 2)
+      Agregar(atajos, {control->accessibleName(), teclas[i], teclas[i + 1], control->isEnabled()});
+  }
+}
+
+void AgregarComunes(QList<Atajo>& atajos, const QWidget& ventana) {
+  const QList<const QWidget*> controles = ControlesDe(ventana);
+  for (const AtajoComun& comun : kComunes) {
+    const auto es_de_su_clase = [&](const QWidget* control) { return control->inherits(comun.clase); };
+    if (std::any_of(controles.cbegin(), controles.cend(), es_de_su_clase))
+      atajos.append({comun.donde, comun.que, comun.tecla, true});
+  }
+}
+
 TablaPtr TablaDe(const QList<Atajo>& atajos) {
   auto tabla = std::make_shared<Tabla>();
   for (const char* campo : kCampos) tabla->Append(campo, TipoCampo::kVarChar, kLargo);
@@ -93,6 +120,12 @@ TablaPtr TablaDe(const QList<Atajo>& atajos) {
 
 }  // namespace
 
+void DecirTeclas(QWidget& control, std::initializer_list<TeclaPropia> teclas) {
+  QStringList textos;
+  for (const TeclaPropia& tecla : teclas) textos << QString::fromUtf8(tecla.que) << QString::fromUtf8(tecla.tecla);
+  control.setProperty(kTeclasPropias, textos);
+}
+
 QList<Atajo> AtajosDe(const QWidget& ventana) {
   QList<Atajo> atajos;
   for (const QAction* accion : ventana.findChildren<QAction*>()) {
@@ -107,6 +140,8 @@ QList<Atajo> AtajosDe(const QWidget& ventana) {
       Agregar(atajos, {QStringLiteral("Ventana"), atajo->whatsThis(), tecla, atajo->isEnabled()});
     }
   }
+  AgregarPropias(atajos, ventana);
+  AgregarComunes(atajos, ventana);
   return atajos;
 }
 
@@ -117,9 +152,7 @@ frmTeclado::frmTeclado(QWidget* ventana) : QDialog(ventana) {
                                 {.titulo = "Qué hace", .campo = kCampos[1]},
                                 {.titulo = "Tecla", .campo = kCampos[2]}});
   lista->Arbol()->setAccessibleName("Teclas");
-  QList<Atajo> atajos = AtajosDe(*ventana);
-  for (const AtajoComun& comun : kComunes) atajos.append({comun.donde, comun.que, comun.tecla, true});
-  lista->Mostrar(TablaDe(atajos));
+  lista->Mostrar(TablaDe(AtajosDe(*ventana)));
   lista->Elegir(0);
   auto* cuerpo = new QVBoxLayout;
   cuerpo->addWidget(lista, 1);

@@ -3,6 +3,7 @@
 #include <QDialog>
 #include <QList>
 #include <QString>
+#include <initializer_list>
 
 namespace utr {
 
@@ -17,11 +18,20 @@ struct Atajo {
   bool rige = true;
 };
 
-// The keys of a window as it has them: those of its commands, and those that say by themselves what they do
-// (QShortcut::whatsThis). A key that stands twice for the same is told once.
+// A key that a control takes by itself, and what it does there.
+struct TeclaPropia {
+  const char* que;
+  const char* tecla;
+};
+// Has the page of the keyboard tell the keys of a control of the program's own, under the name that it has by then.
+void DecirTeclas(QWidget& control, std::initializer_list<TeclaPropia> teclas);
+
+// The keys of a window as it has them: those of its commands, those that say by themselves what they do
+// (QShortcut::whatsThis), those that its controls take (DecirTeclas) and those of the kinds of controls that it has. A
+// key that stands twice for the same is told once.
 QList<Atajo> AtajosDe(const QWidget& ventana);
 
-// The page of the keyboard: the keys of a window, then those that hold in all of them.
+// The page of the keyboard: the keys of a window.
 class frmTeclado : public QDialog {
   Q_OBJECT
 

@@ -8,6 +8,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QTabWidget>
 #include <QTest>
 #include <QToolBar>
 #include <QTreeView>
@@ -150,6 +151,27 @@ TEST_F(PruebaVentanaLista, LaPaginaDelTecladoDiceQueComandosNoRigenAhora) {
   EXPECT_TRUE(imprimir());
   ventana.Lista().Vaciar();
   EXPECT_FALSE(imprimir());
+}
+
+TEST_F(PruebaVentanaLista, LaPaginaDelTecladoDiceLasTeclasDeLoQueHayEnLaVentana) {
+  const auto donde = [this](const char* que) {
+    const QList<Atajo> atajos = AtajosDe(ventana);
+    const auto uno = std::find_if(atajos.begin(), atajos.end(), [&](const Atajo& a) { return U(a.que) == que; });
+    return uno == atajos.end() ? std::string("nada") : U(uno->donde) + ": " + U(uno->tecla);
+  };
+  constexpr const char* kHojas = "Pasar a la hoja siguiente, a la anterior";
+  EXPECT_EQ(donde("Elegir todos los renglones"), "Listas: Ctrl+A");
+  EXPECT_EQ(donde(kHojas), "nada");
+  EXPECT_EQ(donde("Acercar"), "nada");
+  QDialog otra(&ventana);
+  new QTabWidget(&otra);
+  EXPECT_EQ(donde(kHojas), "nada") << "of a window that belongs to it";
+  new QTabWidget(&ventana);
+  EXPECT_EQ(donde(kHojas), "Hojas: Ctrl+Tab, Ctrl+Mayús+Tab");
+  QWidget* dibujo = ventana.findChild<QPushButton*>("Debajo");
+  dibujo->setAccessibleName("Plano");
+  DecirTeclas(*dibujo, {{"Correr", "Re Pág"}, {"Acercar", "+"}});
+  EXPECT_EQ(donde("Acercar"), "Plano: +");
 }
 
 TEST_F(PruebaVentanaLista, UnClicQueEsperoTrasImprimirNoImprimeOtraVez) {

@@ -21,6 +21,7 @@
 #include "widgets/Accesibilidad.h"
 #include "widgets/Temas.h"
 #include "widgets/TextoQt.h"
+#include "widgets/frmTeclado.h"
 
 namespace utr {
 namespace {
@@ -78,6 +79,11 @@ Hidrograma::Hidrograma(QWidget* parent) : QWidget(parent), lienzo_(new QCustomPl
       QStringLiteral("Los registros en el tiempo. La rueda acerca y aleja; arrastrar acerca a lo marcado, con "
                      "Mayús corre el período; un clic elige el registro más cercano. Con el teclado: flechas, "
                      "Inicio, Fin, + y -, Av Pág y Re Pág; con Ctrl, izquierda y derecha van de evento en evento."));
+  DecirTeclas(*this, {{"Pasar de un registro a otro", "Izquierda, Derecha, Inicio, Fin"},
+                      {"Pasar de un canal a otro", "Arriba, Abajo"},
+                      {"Pasar de un evento a otro", "Ctrl+Izquierda, Ctrl+Derecha"},
+                      {"Acercar, alejar", "+, -"},
+                      {"Correr el período", "Re Pág, Av Pág"}});
   auto* caja = new QVBoxLayout(this);
   caja->setContentsMargins(kMarcoDeFoco, kMarcoDeFoco, kMarcoDeFoco, kMarcoDeFoco);
   caja->addWidget(lienzo_);

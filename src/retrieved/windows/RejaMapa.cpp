@@ -10,6 +10,7 @@
 #include "widgets/Accesibilidad.h"
 #include "widgets/Temas.h"
 #include "widgets/TextoQt.h"
+#include "widgets/frmTeclado.h"
 
 namespace utr {
 namespace {
@@ -86,6 +87,9 @@ RejaMapa::RejaMapa(const MapaMemoria& mapa, QWidget* parent) : QAbstractScrollAr
   setObjectName("Mapa");
   DarRol(*this, QAccessible::Chart);
   setAccessibleName(QStringLiteral("Mapa de la memoria"));
+  DecirTeclas(*this, {{"Pasar de un lugar a otro", "flechas, Inicio, Fin"},
+                      {"Pasar de un grupo de pistas a otro", "Re Pág, Av Pág"},
+                      {"Acercar, alejar", "+, -"}});
   setFocusPolicy(Qt::StrongFocus);
   viewport()->setMouseTracking(true);
   viewport()->setBackgroundRole(QPalette::Base);
