@@ -446,6 +446,7 @@ void VistaLista::Disponer(const QStringList& disposicion) {
 
 std::vector<std::size_t> VistaLista::OrdenDeColumnas() const {
   std::vector<std::size_t> orden;
+  orden.reserve(static_cast<std::size_t>(titulos_->count()));
   for (int lugar = 0; lugar < titulos_->count(); ++lugar)
     orden.push_back(static_cast<std::size_t>(titulos_->logicalIndex(lugar)));
   return orden;

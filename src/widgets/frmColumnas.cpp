@@ -143,6 +143,7 @@ void frmColumnas::VolverAlPrincipio() {
 
 void frmColumnas::Aplicar() {
   std::vector<std::size_t> orden;
+  orden.reserve(static_cast<std::size_t>(columnas_->topLevelItemCount()));
   for (int lugar = 0; lugar < columnas_->topLevelItemCount(); ++lugar)
     orden.push_back(ColumnaDe(*columnas_->topLevelItem(lugar)));
   if (del_principio_) lista_.ColocarComoAlPrincipio();
