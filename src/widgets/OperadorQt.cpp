@@ -15,6 +15,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSortFilterProxyModel>
+#include <QSplitter>
 #include <QTreeView>
 #include <algorithm>
 #include <memory>
@@ -34,8 +35,10 @@ constexpr int kRenglonesDetalle = 8;
 constexpr int kTamanoDeArchivo = 1;  // columns of Qt's model of files
 constexpr int kFechaDeArchivo = 3;
 constexpr QSize kTamanoArchivos(880, 520);
-constexpr int kAnchoNombre = 360;  // pixels
-constexpr int kAnchoFecha = 150;
+constexpr int kMargenFecha = 16;  // pixels
+constexpr int kLetrasCarpetas = 16;
+constexpr int kLetrasNombre = 30;
+constexpr int kLetrasDemas = 36;
 
 QWidget* Encima() {
   QWidget* modal = QApplication::activeModalWidget();
@@ -144,14 +147,23 @@ class ArchivosEnEspanol : public QSortFilterProxyModel {
   const QFileSystemModel& Archivos() const { return *qobject_cast<const QFileSystemModel*>(sourceModel()); }
 };
 
-// Names are long here: they have dates.
+// Names are long here, since they have dates: they get what the rest leaves, and no less than one needs.
 void Ensanchar(QFileDialog& dialogo) {
   dialogo.setViewMode(QFileDialog::Detail);
-  dialogo.resize(kTamanoArchivos.boundedTo(SitioEnPantalla(dialogo)));
-  if (const auto* vista = dialogo.findChild<QTreeView*>(QStringLiteral("treeView"))) {
-    vista->header()->resizeSection(0, kAnchoNombre);
-    vista->header()->resizeSection(kFechaDeArchivo, kAnchoFecha);
-  }
+  dialogo.resize((kTamanoArchivos.toSizeF() * EscalaDelTexto()).toSize().boundedTo(SitioEnPantalla(dialogo)));
+  const QFontMetrics letra = dialogo.fontMetrics();
+  const int carpetas = std::min(kLetrasCarpetas * letra.averageCharWidth(), dialogo.width() / 4);
+  if (auto* partes = dialogo.findChild<QSplitter*>(QStringLiteral("splitter")))
+    partes->setSizes({carpetas, dialogo.width() - carpetas});
+  const auto* vista = dialogo.findChild<QTreeView*>(QStringLiteral("treeView"));
+  if (vista == nullptr) return;
+  QHeaderView& titulos = *vista->header();
+  titulos.setStretchLastSection(false);
+  const bool caben = dialogo.width() - carpetas >= (kLetrasNombre + kLetrasDemas) * letra.averageCharWidth();
+  titulos.setSectionResizeMode(0, caben ? QHeaderView::Stretch : QHeaderView::Interactive);
+  if (!caben) titulos.resizeSection(0, kLetrasNombre * letra.averageCharWidth());
+  const int fecha = letra.horizontalAdvance(QStringLiteral("00/00/0000 00:00")) + kMargenFecha;
+  titulos.resizeSection(kFechaDeArchivo, std::max(fecha, titulos.sectionSizeHint(kFechaDeArchivo)));
 }
 
 // Names the kinds of file in Spanish: Qt's own come from the desktop's database in the language of the process.

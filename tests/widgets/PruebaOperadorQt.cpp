@@ -312,6 +312,28 @@ TEST(PruebaOperadorQt, LosArchivosSeVenConSuFechaElDiaPrimeroYLasCarpetasDelante
   EXPECT_FALSE(operador.ElegirGuardar(pedido).has_value());
 }
 
+TEST(PruebaOperadorQt, NombreYFechaDeLosArchivosTienenLugarConLetrasGrandes) {
+  const prueba::Carpeta carpeta;
+  prueba::EscribirTodo(carpeta / "a.txt", "x");
+  const QFont comun = QApplication::font();
+  for (const int pixeles : {13, 26, 40}) {
+    QFont letra = comun;
+    letra.setPixelSize(pixeles);
+    QApplication::setFont(letra);
+    OperadorQt operador;
+    AlAbrirse([&](QWidget* dialogo) {
+      const auto* vista = dialogo->findChild<QTreeView*>("treeView");
+      const QFontMetrics medida = vista->fontMetrics();
+      EXPECT_EQ(medida.height(), QFontMetrics(letra).height());
+      EXPECT_GT(vista->columnWidth(3), medida.horizontalAdvance("24/11/2026 15:31")) << pixeles;
+      EXPECT_GE(vista->columnWidth(0), 30 * medida.averageCharWidth()) << pixeles;
+      Pulsar(dialogo, "Cancelar");
+    });
+    EXPECT_FALSE(operador.ElegirGuardar(Pedido(carpeta)).has_value());
+  }
+  QApplication::setFont(comun);
+}
+
 TEST(PruebaOperadorQt, UnDialogoCanceladoNoDaNada) {
   const prueba::Carpeta carpeta;
   OperadorQt operador;
