@@ -38,7 +38,6 @@ constexpr QSize kTamanoArchivos(880, 520);
 constexpr int kMargenFecha = 16;  // pixels
 constexpr int kLetrasCarpetas = 16;
 constexpr int kLetrasNombre = 30;
-constexpr int kLetrasDemas = 36;
 
 QWidget* Encima() {
   QWidget* modal = QApplication::activeModalWidget();
@@ -159,11 +158,14 @@ void Ensanchar(QFileDialog& dialogo) {
   if (vista == nullptr) return;
   QHeaderView& titulos = *vista->header();
   titulos.setStretchLastSection(false);
-  const bool caben = dialogo.width() - carpetas >= (kLetrasNombre + kLetrasDemas) * letra.averageCharWidth();
+  const int escrita = letra.horizontalAdvance(QStringLiteral("00/00/0000 00:00")) + kMargenFecha;
+  const int fecha = std::max(escrita, titulos.sectionSizeHint(kFechaDeArchivo));
+  titulos.resizeSection(kFechaDeArchivo, fecha);
+  const int nombre = kLetrasNombre * letra.averageCharWidth();
+  const int demas = titulos.sectionSizeHint(1) + titulos.sectionSizeHint(2) + fecha;
+  const bool caben = dialogo.width() - carpetas >= nombre + demas;
   titulos.setSectionResizeMode(0, caben ? QHeaderView::Stretch : QHeaderView::Interactive);
-  if (!caben) titulos.resizeSection(0, kLetrasNombre * letra.averageCharWidth());
-  const int fecha = letra.horizontalAdvance(QStringLiteral("00/00/0000 00:00")) + kMargenFecha;
-  titulos.resizeSection(kFechaDeArchivo, std::max(fecha, titulos.sectionSizeHint(kFechaDeArchivo)));
+  if (!caben) titulos.resizeSection(0, nombre);
 }
 
 // Names the kinds of file in Spanish: Qt's own come from the desktop's database in the language of the process.
