@@ -34,7 +34,7 @@ struct AtajoComun {
   const char* que;
   const char* tecla;
 };
-constexpr std::array<AtajoComun, 17> kComunes{{
+constexpr std::array<AtajoComun, 16> kComunes{{
     {"QWidget", "Toda ventana", "Ir al control siguiente, al anterior", "Tab, Mayús+Tab"},
     {"QWidget", "Toda ventana", "Ir al control de la letra subrayada, o apretarlo", "Alt+letra"},
     {"QMenuBar", "Toda ventana", "Ir al menú", "Alt, F10"},
@@ -47,7 +47,6 @@ constexpr std::array<AtajoComun, 17> kComunes{{
     {"QTreeView", "Listas", "Moverse por los renglones", "flechas, Inicio, Fin, Re Pág, Av Pág"},
     {"QTreeView", "Listas", "Abrir el renglón", "Entrar"},
     {"utr::VistaLista", "Listas", "Elegir más renglones", "Mayús+flechas, Ctrl+Espacio"},
-    {"utr::VistaLista", "Listas", "Elegir todos los renglones", "Ctrl+A"},
     {"utr::VistaLista", "Listas", "Del filtro a la lista", "Entrar, Abajo"},
     {"utr::VistaLista", "Listas", "Vaciar el filtro", "Esc"},
     {"QAbstractSpinBox", "Fechas y números", "Aumentar, disminuir", "Arriba, Abajo"},

@@ -160,7 +160,7 @@ TEST_F(PruebaVentanaLista, LaPaginaDelTecladoDiceLasTeclasDeLoQueHayEnLaVentana)
     return uno == atajos.end() ? std::string("nada") : U(uno->donde) + ": " + U(uno->tecla);
   };
   constexpr const char* kHojas = "Pasar a la hoja siguiente, a la anterior";
-  EXPECT_EQ(donde("Elegir todos los renglones"), "Listas: Ctrl+A");
+  EXPECT_EQ(donde("Elegir más renglones"), "Listas: Mayús+flechas, Ctrl+Espacio");
   EXPECT_EQ(donde(kHojas), "nada");
   EXPECT_EQ(donde("Acercar"), "nada");
   QDialog otra(&ventana);
