@@ -24,7 +24,6 @@ namespace {
 constexpr QSize kTamano(900, 560);
 constexpr const char* kCampos[] = {"Donde", "Que", "Tecla"};
 constexpr std::int32_t kLargo = 255;
-
 constexpr const char* kTeclasPropias = "teclasPropias";
 
 // What Qt itself and the parts that windows have in common answer to, where a window has a control of that class.
@@ -87,16 +86,15 @@ QList<const QWidget*> ControlesDe(const QWidget& ventana) {
   return controles;
 }
 
-void AgregarPropias(QList<Atajo>& atajos, const QWidget& ventana) {
-  for (const QWidget* control : ControlesDe(ventana)) {
+void AgregarPropias(QList<Atajo>& atajos, const QList<const QWidget*>& controles) {
+  for (const QWidget* control : controles) {
     const QStringList teclas = control->property(kTeclasPropias).toStringList();
     for (qsizetype i = 0; i + 1 < teclas.size(); i += 2)
       Agregar(atajos, {control->accessibleName(), teclas[i], teclas[i + 1], control->isEnabled()});
   }
 }
 
-void AgregarComunes(QList<Atajo>& atajos, const QWidget& ventana) {
-  const QList<const QWidget*> controles = ControlesDe(ventana);
+void AgregarComunes(QList<Atajo>& atajos, const QList<const QWidget*>& controles) {
   for (const AtajoComun& comun : kComunes) {
     const auto es_de_su_clase = [&](const QWidget* control) { return control->inherits(comun.clase); };
     if (std::any_of(controles.cbegin(), controles.cend(), es_de_su_clase))
@@ -139,8 +137,9 @@ QList<Atajo> AtajosDe(const QWidget& ventana) {
       Agregar(atajos, {QStringLiteral("Ventana"), atajo->whatsThis(), tecla, atajo->isEnabled()});
     }
   }
-  AgregarPropias(atajos, ventana);
-  AgregarComunes(atajos, ventana);
+  const QList<const QWidget*> controles = ControlesDe(ventana);
+  AgregarPropias(atajos, controles);
+  AgregarComunes(atajos, controles);
   return atajos;
 }
 

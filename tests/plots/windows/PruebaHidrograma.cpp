@@ -263,7 +263,6 @@ INSTANTIATE_TEST_SUITE_P(Tamanos, EjesDelHidrograma,
                                          CasoEjes{{900, 400}, 26, "EA01 Nivel (m)"},
                                          CasoEjes{{500, 216}, 26, "EA01 (m)"}, CasoEjes{{400, 170}, 26, "EA01"}));
 
-// Words about limits beyond
 // Words about limits beyond the axis: where the newest values peak they stand at the other side.
 TEST_F(PruebaHidrograma, LasPalabrasDeUnLimiteNoTapanLaCurva) {
   const std::vector<LimiteSerie> lejos{{ClaseLimite::kValidacion, "VMax", "Máximo válido", 2000},
